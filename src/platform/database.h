@@ -1,0 +1,53 @@
+#ifndef VOREK_PLATFORM_DATABASE_H_
+#define VOREK_PLATFORM_DATABASE_H_
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/result_set.h"
+#include "vorek/error.h"
+
+namespace vorek {
+
+// How one statement is run.
+struct ExecuteOptions {
+  int timeout_seconds = 30;  // from the call to the last row; 0 waits for ever
+  // Asked now and then while rows are read, with the rows read so far; false cancels the statement
+  // (ErrorNumber::kCancelled). Called on the calling thread.
+  std::function<bool(std::size_t rows)> progress;
+};
+
+// An open connection. Used from one thread, save for Cancel.
+class DatabaseConnection {
+ public:
+  virtual ~DatabaseConnection() = default;
+
+  // Runs a text, one or more statements in the dialect of SQL Server, and reads its first row set
+  // whole. Null if the text gives no row set. Throws Error with ADO's numbers and the server's own
+  // words: kConnection for a lost connection, kSyntax, kMissingObject, kTimeout, kCancelled.
+  virtual ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) = 0;
+
+  // Stops the statement that runs now, from any thread; without one, no effect.
+  virtual void Cancel() noexcept = 0;
+};
+
+// A kind of database, named by the "Provider=" piece of a connection string.
+class DatabaseProvider {
+ public:
+  virtual ~DatabaseProvider() = default;
+
+  // True if the provider answers to this name ("VorekSQLite", "SQLOLEDB.1"), in any case.
+  virtual bool Answers(std::string_view provider_name) const = 0;
+
+  // Opens a connection by the whole connection string. Throws Error(kConnection) with the reason,
+  // in which no password stands.
+  virtual std::unique_ptr<DatabaseConnection> Connect(std::string_view connection_string) = 0;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_PLATFORM_DATABASE_H_

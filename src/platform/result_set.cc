@@ -1,0 +1,128 @@
+#include "platform/result_set.h"
+
+#include <utility>
+
+#include "platform/field_type.h"
+#include "text/number.h"
+
+namespace vorek {
+
+ResultColumn::ResultColumn(std::string name, int ado_type, Storage storage, int scale)
+    : name_(std::move(name)), ado_type_(ado_type), storage_(storage), scale_(scale) {}
+
+ResultColumn::Chunk& ResultColumn::Tail() {
+  if (size_ == chunks_.size() << kChunkBits) chunks_.emplace_back();
+  return chunks_.back();
+}
+
+void ResultColumn::AppendScaled(std::int64_t value) {
+  Tail().scaled.push_back(value);
+  Count();
+}
+
+void ResultColumn::AppendDouble(double value) {
+  Tail().doubles.push_back(value);
+  Count();
+}
+
+void ResultColumn::AppendText(std::string_view text) {
+  Chunk& tail = Tail();
+  tail.bytes.append(text);
+  tail.ends.push_back(static_cast<std::uint32_t>(tail.bytes.size()));
+  Count();
+}
+
+void ResultColumn::AppendNull() {
+  const std::size_t offset = Offset(size_);
+  switch (storage_) {
+    case Storage::kScaled:
+      AppendScaled(0);
+      break;
+    case Storage::kDouble:
+      AppendDouble(0);
+      break;
+    case Storage::kText:
+      AppendText({});
+      break;
+  }
+  std::vector<std::uint64_t>& nulls = chunks_.back().nulls;
+  if (nulls.empty()) nulls.resize(kChunkRows / 64);
+  nulls[offset / 64] |= std::uint64_t{1} << (offset % 64);
+}
+
+void ResultColumn::ConvertToText() {
+  if (storage_ == Storage::kText) return;
+  ResultColumn texts(name_, ado_type_, Storage::kText);
+  for (std::size_t row = 0; row < size_; ++row) {
+    if (IsNull(row)) {
+      texts.AppendNull();
+    } else {
+      texts.AppendText(Display(row));
+    }
+  }
+  *this = std::move(texts);
+}
+
+bool ResultColumn::IsNull(std::size_t row) const {
+  const std::vector<std::uint64_t>& nulls = At(row).nulls;
+  const std::size_t offset = Offset(row);
+  return !nulls.empty() && ((nulls[offset / 64] >> (offset % 64)) & 1U) != 0;
+}
+
+std::int64_t ResultColumn::Scaled(std::size_t row) const { return At(row).scaled[Offset(row)]; }
+
+double ResultColumn::Double(std::size_t row) const { return At(row).doubles[Offset(row)]; }
+
+std::string_view ResultColumn::Text(std::size_t row) const {
+  const Chunk& chunk = At(row);
+  const std::size_t offset = Offset(row);
+  const std::uint32_t begin = offset == 0 ? 0 : chunk.ends[offset - 1];
+  return std::string_view(chunk.bytes).substr(begin, chunk.ends[offset] - begin);
+}
+
+void ResultColumn::AppendDisplay(std::size_t row, std::string& out) const {
+  if (IsNull(row)) return;
+  switch (storage_) {
+    case Storage::kScaled:
+      if (ado_type_ == kBoolean) {
+        out += Scaled(row) != 0 ? "True" : "False";
+      } else {
+        text::AppendScaled(Scaled(row), scale_, out);
+      }
+      break;
+    case Storage::kDouble:
+      text::AppendPlainNumber(Double(row), out);
+      break;
+    case Storage::kText:
+      out += Text(row);
+      break;
+  }
+}
+
+std::string ResultColumn::Display(std::size_t row) const {
+  std::string out;
+  AppendDisplay(row, out);
+  return out;
+}
+
+double ResultColumn::Number(std::size_t row) const {
+  if (IsNull(row)) return 0;
+  if (storage_ == Storage::kDouble) return Double(row);
+  if (storage_ == Storage::kText) return text::NumericPrefix(Text(row));
+  double value = static_cast<double>(Scaled(row));
+  for (int place = 0; place < scale_; ++place) value /= 10;
+  return value;
+}
+
+std::size_t ResultColumn::Memory() const {
+  std::size_t bytes = chunks_.capacity() * sizeof(Chunk);
+  for (const Chunk& chunk : chunks_) {
+    bytes += chunk.scaled.capacity() * sizeof(std::int64_t) +
+             chunk.doubles.capacity() * sizeof(double) +
+             chunk.ends.capacity() * sizeof(std::uint32_t) + chunk.bytes.capacity() +
+             chunk.nulls.capacity() * sizeof(std::uint64_t);
+  }
+  return bytes;
+}
+
+}  // namespace vorek

@@ -1,0 +1,98 @@
+#ifndef VOREK_PLATFORM_RESULT_SET_H_
+#define VOREK_PLATFORM_RESULT_SET_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorek {
+
+// One column of a result, kept typed and in chunks of rows, so that a million rows neither move
+// while they grow nor cost an allocation each. Whole numbers and exact decimals are 64-bit integers
+// with a scale, other numbers are doubles, everything else is text (bytes come as their hexadecimal
+// text with "0x" in front, dates as "yyyy-mm-dd hh:mm:ss[.fff]").
+//
+// Rows are appended in order by the provider and read at random afterwards; a column that is being
+// read isn't written any more, so that threads and controls may share it.
+class ResultColumn {
+ public:
+  enum class Storage { kScaled, kDouble, kText };
+
+  // ado_type is one of FieldType. scale is the count of decimal places of a kScaled column (0 for
+  // whole numbers, 4 for currency, 0 to 18 for decimals).
+  ResultColumn(std::string name, int ado_type, Storage storage, int scale = 0);
+
+  const std::string& Name() const { return name_; }
+  int AdoType() const { return ado_type_; }
+  Storage Kind() const { return storage_; }
+  int Scale() const { return scale_; }
+  std::size_t Size() const { return size_; }
+
+  // Appending, in the storage of the column. REQUIRES: the same Storage.
+  void AppendScaled(std::int64_t value);
+  void AppendDouble(double value);
+  void AppendText(std::string_view text);
+  void AppendNull();
+
+  // Turns a column of numbers into one of texts, keeping each value's text: for a provider that
+  // meets a value which the column can't hold (a decimal of 30 digits). No effect on texts.
+  void ConvertToText();
+
+  // Reading. REQUIRES: row < Size(), and the storage that the name says.
+  bool IsNull(std::size_t row) const;
+  std::int64_t Scaled(std::size_t row) const;
+  double Double(std::size_t row) const;
+  std::string_view Text(std::size_t row) const;
+
+  // Appends the value as the text that a cell shows before any formatting: a plain number with "."
+  // and without trailing zeros of its scale, "True"/"False" for booleans, the text itself; nothing
+  // for NULL.
+  void AppendDisplay(std::size_t row, std::string& out) const;
+  std::string Display(std::size_t row) const;
+
+  // The value as a number: 0 for NULL, the numeric prefix of a text.
+  double Number(std::size_t row) const;
+
+  // Bytes held, for measurements.
+  std::size_t Memory() const;
+
+  static constexpr std::size_t kChunkBits = 12;
+  static constexpr std::size_t kChunkRows = std::size_t{1} << kChunkBits;
+
+ private:
+  struct Chunk {
+    std::vector<std::int64_t> scaled;
+    std::vector<double> doubles;
+    std::vector<std::uint32_t> ends;  // of each text in bytes
+    std::string bytes;
+    std::vector<std::uint64_t> nulls;  // a bit a row; empty when the chunk has none
+  };
+
+  Chunk& Tail();
+  void Count() { ++size_; }
+  const Chunk& At(std::size_t row) const { return chunks_[row >> kChunkBits]; }
+  static std::size_t Offset(std::size_t row) { return row & (kChunkRows - 1); }
+
+  std::string name_;
+  int ado_type_;
+  Storage storage_;
+  int scale_;
+  std::size_t size_ = 0;
+  std::vector<Chunk> chunks_;
+};
+
+// The whole result of a statement, read to its end (a static, client-side cursor). Shared by the
+// recordset that opened it and the grid that shows it; nobody changes it after its provider.
+struct ResultSet {
+  std::vector<ResultColumn> columns;
+  std::size_t rows = 0;
+};
+
+using ResultSetPtr = std::shared_ptr<const ResultSet>;
+
+}  // namespace vorek
+
+#endif  // VOREK_PLATFORM_RESULT_SET_H_

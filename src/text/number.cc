@@ -1,0 +1,159 @@
+#include "text/number.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "text/utf8.h"
+#include "vorek/error.h"
+
+namespace vorek::text {
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+// Reads a number's head off a text, leaving its characters without blanks for std::from_chars.
+class PrefixScanner {
+ public:
+  explicit PrefixScanner(std::string_view s) : s_(s) {}
+
+  std::string Scan() {
+    Sign();
+    const std::size_t digits = Digits();
+    std::size_t decimals = 0;
+    if (Peek() == '.') {
+      Take();
+      decimals = Digits();
+    }
+    if (digits + decimals == 0) return {};
+    Exponent();
+    return std::move(out_);
+  }
+
+ private:
+  char Peek() {
+    while (at_ < s_.size() && IsBlank(s_[at_])) ++at_;
+    return at_ < s_.size() ? s_[at_] : '\0';
+  }
+  void Take() { out_ += s_[at_++]; }
+  void Sign() {
+    if (Peek() == '-')
+      Take();
+    else if (Peek() == '+')
+      ++at_;
+  }
+  std::size_t Digits() {
+    std::size_t count = 0;
+    for (; IsDigit(Peek()); ++count) Take();
+    return count;
+  }
+  void Exponent() {
+    if (Peek() != 'e' && Peek() != 'E') return;
+    const std::size_t keep = out_.size();
+    Take();
+    Sign();
+    if (Digits() == 0) out_.resize(keep);
+  }
+
+  std::string_view s_;
+  std::size_t at_ = 0;
+  std::string out_;
+};
+
+// A short run of digits and nothing else, by far the most frequent text.
+bool ShortWhole(std::string_view s, double& value) {
+  if (s.empty() || s.size() > 15) return false;
+  std::int64_t whole = 0;
+  for (const char c : s) {
+    if (!IsDigit(c)) return false;
+    whole = whole * 10 + (c - '0');
+  }
+  value = static_cast<double>(whole);
+  return true;
+}
+
+double OutOfRange(std::string_view number) {
+  const std::size_t e = number.find_first_of("eE");
+  const bool tiny = e != std::string_view::npos && e + 1 < number.size() && number[e + 1] == '-';
+  if (tiny) return 0;
+  const double largest = std::numeric_limits<double>::max();
+  return number.front() == '-' ? -largest : largest;
+}
+
+}  // namespace
+
+double NumericPrefix(std::string_view s) {
+  double value = 0;
+  if (ShortWhole(s, value)) return value;
+  const std::string number = PrefixScanner(s).Scan();
+  if (number.empty()) return 0;
+  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+  return result.ec == std::errc::result_out_of_range ? OutOfRange(number) : value;
+}
+
+void AppendPlainNumber(double value, std::string& out) {
+  std::array<char, 32> buffer{};
+  char* const begin = buffer.data();
+  char* const end = begin + buffer.size();
+  if (!std::isfinite(value)) {
+    out += '0';
+  } else if (std::fabs(value) < 1e15 && value == std::trunc(value)) {
+    out.append(begin, std::to_chars(begin, end, static_cast<std::int64_t>(value)).ptr);
+  } else {
+    char* const last = std::to_chars(begin, end, value, std::chars_format::general, 15).ptr;
+    std::replace(begin, last, 'e', 'E');
+    out.append(begin, last);
+  }
+}
+
+std::string PlainNumber(double value) {
+  std::string out;
+  AppendPlainNumber(value, out);
+  return out;
+}
+
+double RoundHalfEven(double value) {
+  const double below = std::floor(value);
+  const double rest = value - below;
+  if (rest < 0.5) return below;
+  if (rest > 0.5) return below + 1;
+  return std::fmod(below, 2) == 0 ? below : below + 1;
+}
+
+std::int32_t ToInt32(double value) {
+  const double rounded = RoundHalfEven(value);
+  if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0)) {
+    throw Error(ErrorNumber::kOverflow, "Overflow: " + PlainNumber(value));
+  }
+  return static_cast<std::int32_t>(rounded);
+}
+
+std::int32_t TextToNumber(std::string_view s) {
+  return TrimView(s).empty() ? -1 : ToInt32(NumericPrefix(s));
+}
+
+void AppendScaled(std::int64_t value, int scale, std::string& out) {
+  std::array<char, 24> buffer{};
+  const std::uint64_t magnitude =
+      value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+  char* const begin = buffer.data();
+  const char* const end = std::to_chars(begin, begin + buffer.size(), magnitude).ptr;
+  const std::string_view digits(begin, static_cast<std::size_t>(end - begin));
+  if (value < 0) out += '-';
+  const auto places = static_cast<std::size_t>(scale);
+  if (places == 0) {
+    out += digits;
+    return;
+  }
+  std::string fraction(places > digits.size() ? places - digits.size() : 0, '0');
+  const std::size_t whole = digits.size() > places ? digits.size() - places : 0;
+  fraction += digits.substr(whole);
+  fraction.erase(fraction.find_last_not_of('0') + 1);
+  out += whole > 0 ? digits.substr(0, whole) : std::string_view("0");
+  if (!fraction.empty()) out.append(".").append(fraction);
+}
+
+}  // namespace vorek::text
