@@ -1,0 +1,42 @@
+#include "catalog/data_connection.h"
+
+namespace vorek {
+
+DatabaseProvider& DataConnection::FindProvider() const {
+  for (const std::shared_ptr<DatabaseProvider>& provider : providers_) {
+    if (provider->Answers(provider_)) return *provider;
+  }
+  if (provider_.empty()) {
+    throw Error(ErrorNumber::kConnection, "No connection string has been set.");
+  }
+  throw Error(ErrorNumber::kConnection, "Provider '" + provider_ + "' cannot be found.");
+}
+
+void DataConnection::Open() {
+  if (connection_ != nullptr) return;
+  try {
+    connection_ = FindProvider().Connect(connection_string_);
+  } catch (const Error& error) {
+    last_error_ = error.Description();
+    throw;
+  }
+}
+
+ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds) {
+  Open();
+  try {
+    ResultSetPtr result = connection_->Execute(text, {timeout_seconds, on_progress});
+    last_error_.clear();
+    return result;
+  } catch (const Error& error) {
+    last_error_ = error.Description();
+    if (error.Is(ErrorNumber::kConnection)) connection_.reset();
+    throw;
+  }
+}
+
+void DataConnection::Cancel() noexcept {
+  if (connection_ != nullptr) connection_->Cancel();
+}
+
+}  // namespace vorek

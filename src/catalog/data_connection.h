@@ -1,0 +1,58 @@
+#ifndef VOREK_CATALOG_DATA_CONNECTION_H_
+#define VOREK_CATALOG_DATA_CONNECTION_H_
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/database.h"
+
+namespace vorek {
+
+using ProviderList = std::vector<std::shared_ptr<DatabaseProvider>>;
+
+// The connection `cnn` of the data object: opened by the first statement, then kept.
+class DataConnection {
+ public:
+  explicit DataConnection(const ProviderList& providers) : providers_(providers) {}
+
+  const std::string& Provider() const { return provider_; }
+  const std::string& ConnectionString() const { return connection_string_; }
+  void SetProvider(std::string name) { provider_ = std::move(name); }
+  void SetConnectionString(std::string text) { connection_string_ = std::move(text); }
+
+  // Connects if it isn't connected. Throws Error(kConnection) for a provider that nobody answers
+  // to, an empty string, or with the provider's own reason.
+  void Open();
+  void Close() { connection_.reset(); }
+  bool IsOpen() const { return connection_ != nullptr; }
+
+  // Runs a text; see DatabaseConnection::Execute. A lost connection is dropped, so that a later
+  // statement connects anew.
+  ResultSetPtr Execute(std::string_view text, int timeout_seconds);
+
+  // Stops the running statement, from any thread that knows it to be running.
+  void Cancel() noexcept;
+
+  // The description of the last error of a statement or a connect; empty if the last one went
+  // through.
+  const std::string& LastError() const { return last_error_; }
+
+  // Asked while rows are read; see ExecuteOptions::progress.
+  std::function<bool(std::size_t rows)> on_progress;
+
+ private:
+  DatabaseProvider& FindProvider() const;
+
+  const ProviderList& providers_;
+  std::string provider_;
+  std::string connection_string_;
+  std::string last_error_;
+  std::unique_ptr<DatabaseConnection> connection_;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_CATALOG_DATA_CONNECTION_H_

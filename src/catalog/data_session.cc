@@ -1,0 +1,56 @@
+#include "catalog/data_session.h"
+
+#include <utility>
+
+namespace vorek {
+namespace {
+
+std::string ProviderName(const std::string& connection_text) {
+  const std::size_t end = connection_text.find(';');
+  const std::string piece = connection_text.substr(0, end);
+  const std::size_t equal = piece.find('=');
+  if (end == std::string::npos || equal == std::string::npos) {
+    throw Error(ErrorNumber::kInvalidCall,
+                "The connection string has to begin with \"Provider=name;\".");
+  }
+  return piece.substr(equal + 1);
+}
+
+}  // namespace
+
+DtEn& DataSession::Get() {
+  if (dten_ == nullptr) Renew();
+  return *dten_;
+}
+
+void DataSession::Renew() {
+  dten_ = std::make_unique<DtEn>(providers_);
+  dten_->cnn.on_progress = progress_;
+}
+
+void DataSession::Rebind(const std::string& connection_text) {
+  Renew();
+  dten_->cnn.SetProvider(ProviderName(connection_text));
+  dten_->cnn.SetConnectionString(connection_text);
+}
+
+void DataSession::RebindTwice(const std::string& connection_text) {
+  Rebind(connection_text);
+  // The second pass names no provider: the object keeps the one of the first.
+  std::string provider = dten_->cnn.Provider();
+  Renew();
+  dten_->cnn.SetProvider(std::move(provider));
+  dten_->cnn.SetConnectionString(connection_text);
+}
+
+void DataSession::SetProgress(std::function<bool(std::size_t rows)> progress) {
+  progress_ = std::move(progress);
+  if (dten_ != nullptr) dten_->cnn.on_progress = progress_;
+}
+
+void OpenSlot(Recordset& slot, std::string text) {
+  slot.Close();
+  slot.Open(std::move(text));
+}
+
+}  // namespace vorek

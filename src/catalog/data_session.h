@@ -1,0 +1,61 @@
+#ifndef VOREK_CATALOG_DATA_SESSION_H_
+#define VOREK_CATALOG_DATA_SESSION_H_
+
+#include <memory>
+#include <string>
+
+#include "catalog/data_connection.h"
+#include "catalog/recordset.h"
+
+namespace vorek {
+
+// The data object: one connection and seven named slots, scratch space that any code may close and
+// open again. Report queries may take 6000 seconds, all others 30.
+struct DtEn {
+  explicit DtEn(const ProviderList& providers) : cnn(providers) {}
+
+  DataConnection cnn;
+  Recordset rssqlQuery{cnn, kReportTimeout};  // the report's result
+  Recordset rssqlGeneral1{cnn, kTimeout};     // everything short in the report control
+  Recordset rssqlGeneral2{cnn, kTimeout};     // a second level inside a use of rssqlGeneral1
+  Recordset rssqlGeneral3{cnn, kTimeout};     // dependent parameters
+  Recordset rssqlGeneral4{cnn, kTimeout};     // saved parameter settings
+  Recordset rssqlGeneral5{cnn, kTimeout};     // print and template look-ups
+  Recordset rssqlDeps{cnn, kTimeout};         // a third level
+
+  static constexpr int kReportTimeout = 6000;  // seconds
+  static constexpr int kTimeout = 30;          // seconds
+};
+
+// Holds the DtEn in force and re-binds it. After a re-binding every slot is a new, closed object
+// with no filter: nobody may keep one across it.
+class DataSession {
+ public:
+  explicit DataSession(ProviderList providers) : providers_(std::move(providers)) {}
+
+  // The object in force, made on first use.
+  DtEn& Get();
+
+  // A new DtEn, bound to the connection text; nothing is opened yet. The text must begin with
+  // "Provider=name;", or Error(kInvalidCall) is thrown.
+  void Rebind(const std::string& connection_text);
+  // The double pass of the entry points: the same, and once more without naming the provider.
+  void RebindTwice(const std::string& connection_text);
+
+  // Asked while a report's rows are read; false cancels. Kept over re-bindings.
+  void SetProgress(std::function<bool(std::size_t rows)> progress);
+
+ private:
+  void Renew();
+
+  ProviderList providers_;
+  std::function<bool(std::size_t rows)> progress_;
+  std::unique_ptr<DtEn> dten_;
+};
+
+// Runs a text in a slot, closing it first if it is open.
+void OpenSlot(Recordset& slot, std::string text);
+
+}  // namespace vorek
+
+#endif  // VOREK_CATALOG_DATA_SESSION_H_

@@ -1,0 +1,37 @@
+#ifndef VOREK_PLATFORM_WINDOWS_H_
+#define VOREK_PLATFORM_WINDOWS_H_
+
+#include <cstdint>
+#include <string_view>
+
+namespace vorek {
+
+class Form;
+class Menu;
+
+// The screen. A form is a plain object; this port shows it and feeds the user's events to it.
+class Windows {
+ public:
+  virtual ~Windows() = default;
+
+  // Shows the form and returns when it isn't shown any more (Form::Hide or Form::Unload).
+  virtual void ShowModal(Form& form) = 0;
+  virtual void Show(Form& form) = 0;
+
+  // Opens a pop-up menu at the pointer and returns when it is closed; an entry that is chosen gets
+  // its Click.
+  virtual void PopupMenu(Menu& menu) = 0;
+
+  // The width of a text on one line, in twips, in a control's font. size is in points; 0 or less
+  // stands for the font's own size.
+  virtual std::int32_t TextWidth(std::string_view text, double size) const = 0;
+
+  // The pointer's shape: 0 default, 11 hourglass.
+  virtual void SetMousePointer(int shape) = 0;
+
+  virtual void Beep() = 0;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_PLATFORM_WINDOWS_H_

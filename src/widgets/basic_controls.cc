@@ -1,0 +1,123 @@
+#include "widgets/basic_controls.h"
+
+#include <utility>
+
+#include "vorek/error.h"
+#include "widgets/property.h"
+
+namespace vorek {
+
+using property::Argument;
+using property::ReadOnly;
+using property::ReadWrite;
+using Arguments = std::vector<std::string>;
+
+const PropertyTable& CaptionControl::OwnProperties() const {
+  static const PropertyTable table = {
+      {"Caption",
+       [](Control& c, const Arguments&) { return static_cast<CaptionControl&>(c).Caption(); },
+       [](Control& c, const Arguments&, const std::string& v) {
+         static_cast<CaptionControl&>(c).SetCaption(v);
+       }}};
+  return table;
+}
+
+void Button::Click() {
+  if (Enabled() && Visible()) Control::Click();
+}
+
+void TextBox::Type(std::string text) {
+  if (!Locked() && Enabled()) SetText(std::move(text));
+}
+
+void TextBox::SetText(std::string text) {
+  if (Assign(text_, std::move(text), "Text") && on_change) on_change();
+}
+
+const PropertyTable& TextBox::OwnProperties() const {
+  static const PropertyTable table = {
+      {"Text", [](Control& c, const Arguments&) { return static_cast<TextBox&>(c).Text(); },
+       [](Control& c, const Arguments&, const std::string& v) {
+         static_cast<TextBox&>(c).SetText(v);
+       }},
+      ReadWrite("Locked", &TextBox::Locked, &TextBox::SetLocked),
+      ReadOnly("MultiLine", &TextBox::MultiLine)};
+  return table;
+}
+
+void CheckBox::Click() {
+  if (!Enabled()) return;
+  SetValue(value_ == 0 ? 1 : 0);
+  Control::Click();
+}
+
+void CheckBox::SetValue(std::int32_t value) {
+  if (Assign(value_, value, "Value") && on_change) on_change();
+}
+
+const PropertyTable& CheckBox::OwnProperties() const {
+  static const PropertyTable table = [] {
+    PropertyTable all = {ReadWrite("Value", &CheckBox::Value, &CheckBox::SetValue)};
+    all.push_back({"Caption",
+                   [](Control& c, const Arguments&) { return static_cast<CheckBox&>(c).Caption(); },
+                   [](Control& c, const Arguments&, const std::string& v) {
+                     static_cast<CheckBox&>(c).SetCaption(v);
+                   }});
+    return all;
+  }();
+  return table;
+}
+
+void ComboBox::Choose(std::int32_t index) {
+  SetListIndex(index);
+  Control::Click();
+}
+
+const ComboBox::Item& ComboBox::At(std::int32_t index) const {
+  if (index >= 0 && index < ListCount()) return items_[static_cast<std::size_t>(index)];
+  throw Error(ErrorNumber::kSubscript, Path() + " has no line " + std::to_string(index));
+}
+
+std::string ComboBox::Text() const { return list_index_ < 0 ? "" : At(list_index_).text; }
+
+void ComboBox::SetListIndex(std::int32_t index) {
+  if (index != -1) At(index);
+  if (Assign(list_index_, index, "ListIndex") && on_change) on_change();
+}
+
+void ComboBox::AddItem(std::string text, std::int32_t data) {
+  items_.push_back({std::move(text), data});
+  Changed("List");
+}
+
+void ComboBox::Clear() {
+  items_.clear();
+  Changed("List");
+  SetListIndex(-1);
+}
+
+const PropertyTable& ComboBox::OwnProperties() const {
+  static const PropertyTable table = {
+      ReadWrite("ListIndex", &ComboBox::ListIndex, &ComboBox::SetListIndex),
+      ReadOnly("ListCount", &ComboBox::ListCount),
+      ReadOnly("Text", &ComboBox::Text),
+      {"List",
+       [](Control& c, const Arguments& a) {
+         return static_cast<ComboBox&>(c).At(Argument(a, 0)).text;
+       },
+       nullptr},
+      {"ItemData",
+       [](Control& c, const Arguments& a) {
+         return property::ToText(static_cast<ComboBox&>(c).At(Argument(a, 0)).data);
+       },
+       nullptr}};
+  return table;
+}
+
+const PropertyTable& VorekProgressBar::OwnProperties() const {
+  static const PropertyTable table = {
+      ReadWrite("Value", &VorekProgressBar::Value, &VorekProgressBar::SetValue)};
+  return table;
+}
+
+}  // namespace vorek

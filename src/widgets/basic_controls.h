@@ -1,0 +1,136 @@
+#ifndef VOREK_WIDGETS_BASIC_CONTROLS_H_
+#define VOREK_WIDGETS_BASIC_CONTROLS_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "widgets/control.h"
+
+// The ordinary controls of a form. See widgets/control.h for what they share.
+namespace vorek {
+
+// A control with a caption: the base of labels, buttons, frames and forms.
+class CaptionControl : public Control {
+ public:
+  using Control::Control;
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string caption) { Assign(caption_, std::move(caption), "Caption"); }
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  std::string caption_;
+};
+
+class Label : public CaptionControl {
+ public:
+  using CaptionControl::CaptionControl;
+  std::string_view Kind() const override { return "Label"; }
+};
+
+class Button : public CaptionControl {
+ public:
+  using CaptionControl::CaptionControl;
+  std::string_view Kind() const override { return "Button"; }
+  // A press of the button: nothing while it is disabled or hidden.
+  void Click() override;
+};
+
+class Frame : public CaptionControl {
+ public:
+  using CaptionControl::CaptionControl;
+  std::string_view Kind() const override { return "Frame"; }
+};
+
+class TextBox : public Control {
+ public:
+  using Control::Control;
+  std::string_view Kind() const override { return "TextBox"; }
+
+  // From the presenter: the user changed the text. Raises on_change.
+  void Type(std::string text);
+
+  const std::string& Text() const { return text_; }
+  bool MultiLine() const { return multi_line_; }
+  bool Locked() const { return locked_; }
+  void SetText(std::string text);
+  void SetMultiLine(bool on) { Assign(multi_line_, on, "MultiLine"); }
+  void SetLocked(bool on) { Assign(locked_, on, "Locked"); }
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  std::string text_;
+  bool multi_line_ = false;
+  bool locked_ = false;
+};
+
+class CheckBox : public CaptionControl {
+ public:
+  using CaptionControl::CaptionControl;
+  std::string_view Kind() const override { return "CheckBox"; }
+  // Turns the value over: 0 clear, 1 checked.
+  void Click() override;
+  std::int32_t Value() const { return value_; }
+  void SetValue(std::int32_t value);
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  std::int32_t value_ = 0;
+};
+
+// A drop-down list; each line carries a number of its own.
+class ComboBox : public Control {
+ public:
+  using Control::Control;
+  std::string_view Kind() const override { return "ComboBox"; }
+
+  struct Item {
+    std::string text;
+    std::int32_t data = 0;
+  };
+
+  // From the presenter: the user chose a line. Raises on_change and on_click.
+  void Choose(std::int32_t index);
+
+  const std::vector<Item>& Items() const { return items_; }
+  std::int32_t ListCount() const { return static_cast<std::int32_t>(items_.size()); }
+  std::int32_t ListIndex() const { return list_index_; }  // from 0, -1 for none
+  std::string Text() const;
+  // Throws Error(kSubscript) outside the list, as the other members with an index do.
+  const Item& At(std::int32_t index) const;
+  void SetListIndex(std::int32_t index);
+  void AddItem(std::string text, std::int32_t data = 0);
+  void Clear();
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  std::vector<Item> items_;
+  std::int32_t list_index_ = -1;
+};
+
+// How far a run has come, from 0 to 100.
+class VorekProgressBar : public Control {
+ public:
+  using Control::Control;
+  std::string_view Kind() const override { return "VorekProgressBar"; }
+  std::int32_t Value() const { return value_; }
+  void SetValue(std::int32_t value) { Assign(value_, value, "Value"); }
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  std::int32_t value_ = 0;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_WIDGETS_BASIC_CONTROLS_H_
