@@ -1,0 +1,135 @@
+#include "adapters/system/system_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void Fail(const std::string& path, int code) {
+  const bool missing = code == ENOENT || code == ENOTDIR;
+  throw Error(missing ? ErrorNumber::kFileNotFound : ErrorNumber::kPathAccess,
+              path + ": " + std::generic_category().message(code));
+}
+
+// An open file that is closed whatever happens.
+class Descriptor {
+ public:
+  Descriptor(const std::string& path, int flags) : path_(path) {
+    do {
+      fd_ = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
+    } while (fd_ < 0 && errno == EINTR);
+    if (fd_ < 0) Fail(path_, errno);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+
+  int Get() const { return fd_; }
+
+  void WriteAll(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const ssize_t written = ::write(fd_, bytes.data(), bytes.size());
+      if (written < 0 && errno != EINTR) Fail(path_, errno);
+      if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+  }
+
+  // Some file systems report a full disk only here.
+  void SyncAndClose() {
+    if (::fsync(fd_) != 0 && errno != EINVAL) Fail(path_, errno);
+    const int fd = fd_;
+    fd_ = -1;
+    if (::close(fd) != 0) Fail(path_, errno);
+  }
+
+ private:
+  std::string path_;
+  int fd_ = -1;
+};
+
+std::string TemporaryName(const std::string& path) {
+  static std::atomic<unsigned> count{0};
+  return path + "." + std::to_string(::getpid()) + "-" + std::to_string(count++) + ".tmp";
+}
+
+std::string FollowLink(const std::string& path) {
+  std::error_code failed;
+  if (!fs::is_symlink(path, failed)) return path;
+  const fs::path target = fs::weakly_canonical(path, failed);
+  return failed ? path : target.string();
+}
+
+void WriteTemporary(const std::string& temporary, const std::string& path, std::string_view bytes) {
+  Descriptor out(temporary, O_WRONLY | O_CREAT | O_EXCL);
+  struct stat old {};
+  if (::stat(path.c_str(), &old) == 0 && ::fchmod(out.Get(), old.st_mode & 07777U) != 0) {
+    Fail(temporary, errno);
+  }
+  out.WriteAll(bytes);
+  out.SyncAndClose();
+}
+
+// Puts the rename itself on the disk; a file system that can't is no fault.
+void SyncFolderOf(const std::string& path) {
+  const fs::path folder = fs::path(path).parent_path();
+  IgnoreErrors([&] {
+    Descriptor(folder.empty() ? "." : folder.string(), O_RDONLY | O_DIRECTORY).SyncAndClose();
+  });
+}
+
+}  // namespace
+
+bool SystemFiles::Exists(const std::string& path) const {
+  std::error_code failed;
+  const fs::file_status status = fs::status(path, failed);
+  return fs::exists(status) && !fs::is_directory(status);
+}
+
+std::string SystemFiles::Read(const std::string& path) const {
+  const Descriptor in(path, O_RDONLY);
+  std::string bytes;
+  std::array<char, 65536> buffer{};
+  for (;;) {
+    const ssize_t got = ::read(in.Get(), buffer.data(), buffer.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) Fail(path, errno);
+    if (got == 0) return bytes;
+    bytes.append(buffer.data(), static_cast<std::size_t>(got));
+  }
+}
+
+void SystemFiles::Write(const std::string& path, std::string_view bytes) {
+  const std::string target = FollowLink(path);
+  const std::string temporary = TemporaryName(target);
+  try {
+    WriteTemporary(temporary, target, bytes);
+    if (::rename(temporary.c_str(), target.c_str()) != 0) Fail(path, errno);
+  } catch (const Error&) {
+    ::unlink(temporary.c_str());
+    throw;
+  }
+  SyncFolderOf(target);
+}
+
+void SystemFiles::MakeFoldersFor(const std::string& path) {
+  const fs::path folder = fs::path(path).parent_path();
+  std::error_code failed;
+  if (!folder.empty()) fs::create_directories(folder, failed);
+  if (failed) Fail(folder.string(), failed.value());
+}
+
+}  // namespace vorek

@@ -1,0 +1,23 @@
+#ifndef VOREK_ADAPTERS_SYSTEM_SYSTEM_FILES_H_
+#define VOREK_ADAPTERS_SYSTEM_SYSTEM_FILES_H_
+
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace vorek {
+
+// The machine's file system. A written file is on the disk before it takes the old one's place, and
+// keeps the old one's permissions; a symbolic link is followed.
+class SystemFiles : public Files {
+ public:
+  bool Exists(const std::string& path) const override;
+  std::string Read(const std::string& path) const override;
+  void Write(const std::string& path, std::string_view bytes) override;
+  void MakeFoldersFor(const std::string& path) override;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_ADAPTERS_SYSTEM_SYSTEM_FILES_H_

@@ -1,0 +1,31 @@
+#ifndef VOREK_PLATFORM_FILES_H_
+#define VOREK_PLATFORM_FILES_H_
+
+#include <string>
+#include <string_view>
+
+namespace vorek {
+
+// Whole files by their UTF-8 paths. Failures are Error: kFileNotFound if the file isn't there,
+// kPathAccess with the system's words for everything else.
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  // True if a file (no folder) stands under the path.
+  virtual bool Exists(const std::string& path) const = 0;
+
+  virtual std::string Read(const std::string& path) const = 0;
+
+  // Puts the bytes under the path through a temporary file beside it and a rename: whoever reads
+  // sees the old file or the new one, and a failure half-way leaves the old one. The folder has to
+  // be there.
+  virtual void Write(const std::string& path, std::string_view bytes) = 0;
+
+  // Makes the folders that the path's file lies in, as far as they are missing.
+  virtual void MakeFoldersFor(const std::string& path) = 0;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_PLATFORM_FILES_H_

@@ -1,0 +1,120 @@
+#include "adapters/system/system_files.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+#include "adapters/system/function_file_path.h"
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SystemFilesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string name = (fs::temp_directory_path() / "vorek-files-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(name.data()), nullptr);
+    folder_ = name;
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  std::string At(const std::string& name) const { return (folder_ / name).string(); }
+  long ErrorOf(const std::function<void()>& call) const {
+    try {
+      call();
+      return 0;
+    } catch (const Error& error) {
+      return error.Number();
+    }
+  }
+  std::size_t FilesInFolder() const {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+  }
+
+  fs::path folder_;
+  SystemFiles files_;
+};
+
+TEST_F(SystemFilesTest, WritesAndReadsBytesAsTheyAre) {
+  const std::string bytes("line\r\n\0\xFF گزارش", 16);
+  files_.Write(At("گزارش.txt"), "old");
+  files_.Write(At("گزارش.txt"), bytes);
+  EXPECT_EQ(files_.Read(At("گزارش.txt")), bytes);
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(SystemFilesTest, AMissingFileAndAMissingFolderHaveTheirNumber) {
+  EXPECT_FALSE(files_.Exists(At("none")));
+  EXPECT_FALSE(files_.Exists(folder_.string()));
+  EXPECT_EQ(ErrorOf([&] { files_.Read(At("none")); }), 53);
+  EXPECT_EQ(ErrorOf([&] { files_.Write(At("none/file"), "x"); }), 53);
+  EXPECT_EQ(ErrorOf([&] { files_.Read(folder_.string()); }), 75);
+}
+
+TEST_F(SystemFilesTest, AFailedWriteLeavesTheOldFileAndNothingElse) {
+  files_.Write(At("keep"), "old");
+  fs::create_directory(At("folder"));
+  EXPECT_EQ(ErrorOf([&] { files_.Write(At("folder"), "x"); }), 75);
+  EXPECT_EQ(ErrorOf([&] { files_.Write("/dev/full/x", "x"); }), 53);
+  EXPECT_EQ(files_.Read(At("keep")), "old");
+  EXPECT_EQ(FilesInFolder(), 2U);
+}
+
+TEST_F(SystemFilesTest, AWriteThatRunsOutOfRoomLeavesTheOldFile) {
+  files_.Write(At("keep"), "old");
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  const rlimit small{1000, before.rlim_max};
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  const long number = ErrorOf([&] { files_.Write(At("keep"), std::string(5000, 'x')); });
+  ::setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(number, 75);
+  EXPECT_EQ(files_.Read(At("keep")), "old");
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(SystemFilesTest, KeepsPermissionsAndFollowsALink) {
+  files_.Write(At("real"), "old");
+  ASSERT_EQ(::chmod(At("real").c_str(), 0640), 0);
+  fs::create_symlink(At("real"), At("link"));
+  files_.Write(At("link"), "new");
+  EXPECT_TRUE(fs::is_symlink(At("link")));
+  EXPECT_EQ(files_.Read(At("real")), "new");
+  EXPECT_EQ(fs::status(At("real")).permissions(), fs::perms(0640));
+}
+
+TEST_F(SystemFilesTest, MakesTheFoldersOfAPath) {
+  files_.MakeFoldersFor(At("a/b/file"));
+  files_.Write(At("a/b/file"), "x");
+  EXPECT_TRUE(files_.Exists(At("a/b/file")));
+  EXPECT_NE(ErrorOf([&] { files_.MakeFoldersFor(At("a/b/file/c/file")); }), 0);
+}
+
+TEST(FunctionFilePath, HostThenEnvironmentThenSettingsFolder) {
+  ::setenv("HOME", "/home/u", 1);
+  ::unsetenv("XDG_CONFIG_HOME");
+  ::unsetenv("VOREK_FUNCTIONS");
+  EXPECT_EQ(FunctionFilePath(), "/home/u/.config/vorek/ANALIZEM.FUN");
+  ::setenv("XDG_CONFIG_HOME", "/settings", 1);
+  EXPECT_EQ(FunctionFilePath(), "/settings/vorek/ANALIZEM.FUN");
+  ::setenv("XDG_CONFIG_HOME", "relative", 1);
+  EXPECT_EQ(FunctionFilePath(), "/home/u/.config/vorek/ANALIZEM.FUN");
+  ::setenv("VOREK_FUNCTIONS", "/env.fun", 1);
+  EXPECT_EQ(FunctionFilePath(), "/env.fun");
+  EXPECT_EQ(FunctionFilePath("/host.fun"), "/host.fun");
+}
+
+}  // namespace
+}  // namespace vorek
