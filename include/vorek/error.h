@@ -23,7 +23,7 @@ enum class ErrorNumber : long {
   kPathAccess = 75,
   kNullUse = 94,            // a NULL where a value is read
   kObjectClosed = 3704,     // a recordset that isn't open
-  kObjectOpen = 3705,            // a recordset that is open already
+  kObjectOpen = 3705,       // a recordset that is open already
   kItemNotFound = 3265,     // a field, control or property of that name doesn't exist
   kBadFilter = 3001,        // a filter text that can't be read
   kNoCurrentRecord = 3021,  // read at the end of a recordset

@@ -1,0 +1,205 @@
+#ifndef VOREK_GRID_GRID_H_
+#define VOREK_GRID_GRID_H_
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "grid/format_store.h"
+#include "grid/grid_column.h"
+#include "vorek/grid.h"
+#include "widgets/control.h"
+
+namespace vorek {
+
+class Recordset;
+
+// A grid without a screen: the data store of a report. Every pass reads and writes cell texts.
+//
+// Rows and columns count from 0; row 0 is the fixed header row, column 0 the fixed column of row
+// numbers. Measures are twips. A row or column outside the grid throws Error(kSubscript).
+//
+// Rows are moved by handle: a row's texts, formats and height belong to its handle, and sorting,
+// inserting and removing only move handles. Bound rows have the handles from 1 on in the order of
+// the records, the header row has handle 0.
+class Grid final : public Control, public FlexGrid {
+ public:
+  Grid(Control* parent, std::string name);
+
+  // --- Events from the presenter -------------------------------------------------------------
+
+  // The cell under the pointer, told before Click, DblClick, MouseDown and MouseMove; -1, -1
+  // outside.
+  void PointAt(std::int32_t row, std::int32_t col);
+  // The user selected from the first cell to the second, or scrolled.
+  void SelectByUser(std::int32_t row, std::int32_t col, std::int32_t row_sel, std::int32_t col_sel);
+  void ScrollByUser(std::int32_t top_row, std::int32_t left_col);
+  // The user drew a column's edge.
+  void ResizeByUser(std::int32_t col, std::int32_t twips);
+
+  // --- State for the presenter and the passes ------------------------------------------------
+
+  std::string_view Kind() const override { return "Grid"; }
+  std::int32_t Rows() const override { return static_cast<std::int32_t>(order_.size()); }
+  std::int32_t Cols() const override { return static_cast<std::int32_t>(columns_.size()); }
+  std::int32_t FixedRows() const { return fixed_rows_; }
+  std::int32_t FixedCols() const { return fixed_cols_; }
+  std::string TextMatrix(std::int32_t row, std::int32_t col) const override;
+  // TextMatrix without a copy: lives until the next write or the next call with the same scratch.
+  std::string_view CellView(std::int32_t row, std::int32_t col, std::string& scratch) const;
+  // The number that a cell's text stands for (see CellNumber).
+  double CellValue(std::int32_t row, std::int32_t col) const;
+  std::int32_t Row() const override { return row_; }
+  std::int32_t Col() const override { return col_; }
+  std::int32_t RowSel() const override { return row_sel_; }
+  std::int32_t ColSel() const override { return col_sel_; }
+  std::string Text() const { return TextMatrix(row_, col_); }
+  std::string Clip() const;  // the selection: tabs between cells, a carriage return between rows
+  std::int32_t TopRow() const { return top_row_; }
+  std::int32_t LeftCol() const { return left_col_; }
+  std::int32_t MouseRow() const { return mouse_row_; }
+  std::int32_t MouseCol() const { return mouse_col_; }
+  std::int32_t CellLeft() const;  // of the current cell, from the grid's own left edge
+  std::int32_t ColWidth(std::int32_t col) const override { return Column(col).width; }
+  std::int32_t RowHeight(std::int32_t row) const override;
+  std::int32_t RowHeightMin() const { return row_height_min_; }
+  std::int32_t ColAlignment(std::int32_t col) const override { return Column(col).alignment; }
+  std::int32_t FixedAlignment(std::int32_t col) const { return Column(col).fixed_alignment; }
+  CellFormat FormatAt(std::int32_t row, std::int32_t col) const override;
+  CellFormat CurrentFormat() const { return FormatAt(row_, col_); }
+  bool Redraw() const { return redraw_; }
+  std::int32_t FocusRect() const { return focus_rect_; }
+  std::int32_t HighLight() const { return high_light_; }
+  std::int32_t MousePointer() const { return mouse_pointer_; }
+  double FontSize() const { return font_size_; }  // points
+  static constexpr std::int32_t kDefaultRowHeight = 240;
+
+  // --- Changes by the program ------------------------------------------------------------------
+
+  // Lowering drops the last rows or columns; fixed ones become fewer if need be.
+  void SetRows(std::int32_t rows) override;
+  void SetCols(std::int32_t cols) override;
+  void SetFixedRows(std::int32_t rows);
+  void SetFixedCols(std::int32_t cols);
+  void SetTextMatrix(std::int32_t row, std::int32_t col, const std::string& text) override {
+    WriteCell(row, col, text);
+  }
+  void WriteCell(std::int32_t row, std::int32_t col, std::string_view text);
+  void SetRow(std::int32_t row) override;
+  void SetCol(std::int32_t col) override;
+  void SetRowSel(std::int32_t row);
+  void SetColSel(std::int32_t col);
+  void SetText(const std::string& text) { WriteCell(row_, col_, text); }
+  void SetTopRow(std::int32_t row);
+  void SetLeftCol(std::int32_t col);
+  void SetColWidth(std::int32_t col, std::int32_t twips);
+  void SetRowHeight(std::int32_t row, std::int32_t twips);
+  void SetRowHeightMin(std::int32_t twips);
+  void SetColAlignment(std::int32_t col, std::int32_t alignment);
+  void SetFixedAlignment(std::int32_t col, std::int32_t alignment);
+  void SetRedraw(bool on);
+  void SetFocusRect(std::int32_t value) { Assign(focus_rect_, value, "FocusRect"); }
+  void SetHighLight(std::int32_t value) { Assign(high_light_, value, "HighLight"); }
+  void SetMousePointer(std::int32_t value) { Assign(mouse_pointer_, value, "MousePointer"); }
+  void SetFontSize(double points) { Assign(font_size_, points, "FontSize"); }
+
+  // Formats of every cell from Row, Col to RowSel, ColSel.
+  void SetCellBackColor(std::int32_t color);
+  void SetCellForeColor(std::int32_t color);
+  void SetCellAlignment(std::int32_t alignment);
+  void SetCellTextStyle(std::int32_t style);
+  void SetCellFontBold(bool bold);
+  // The same as a selection of columns 1 to Cols - 1 of a row with SetCellBackColor, without it.
+  void SetRowBackColor(std::int32_t row, std::int32_t color);
+
+  // A new row with the text in column 0, at the index or at the end (-1).
+  void AddItem(std::string_view text, std::int32_t index = -1);
+  void RemoveItem(std::int32_t index);
+  // Empties all texts and formats; rows, columns and their measures stay.
+  void Clear();
+
+  // Sorts the rows below the fixed ones by column Col: 1 generic ascending, 2 generic descending,
+  // 3 numeric ascending, 4 numeric descending, 5 and 6 texts without regard to case, 7 and 8 texts
+  // exactly. Stable. Other numbers have no effect.
+  void Sort(std::int32_t order);
+
+  // Loads the open recordset: row 0 gets the field names, field n stands in column n + 1, record m
+  // in row m; column 0 is empty. The grid shares the records and doesn't copy them.
+  void Bind(const Recordset& recordset);
+
+  // --- Whole columns, for passes ---------------------------------------------------------------
+
+  // Gives every data cell of the column another form; the same as FormText on each text.
+  void ReformColumn(std::int32_t col, CellForm form);
+  // Numbers the data rows from 1 in column 0.
+  void NumberRows();
+  // The data source of a column while all of its cells are as it gives them, else null; record n
+  // of it stands in the row of handle n + 1.
+  const TextSource* ColumnSource(std::int32_t col) const { return Column(col).Source(); }
+  std::uint32_t RowHandle(std::int32_t row) const { return order_[CheckRow(row)]; }
+  // Rearranges the rows: row i becomes what row order[i] was. REQUIRES: a permutation of all rows.
+  void Rearrange(const std::vector<std::int32_t>& order);
+
+  // Bytes that the grid holds by itself, without the result that it shares.
+  std::size_t Memory() const;
+
+  // --- Callbacks to the owner ------------------------------------------------------------------
+
+  // The selection is another one, by the user or by the program while Redraw is on.
+  std::function<void()> on_sel_change;
+  std::function<void()> on_scroll;
+  std::function<void(std::int32_t col)> on_user_resize;
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  std::size_t CheckRow(std::int32_t row) const;
+  std::size_t CheckCol(std::int32_t col) const;
+  const GridColumn& Column(std::int32_t col) const { return columns_[CheckCol(col)]; }
+  GridColumn& Column(std::int32_t col) { return columns_[CheckCol(col)]; }
+  std::uint32_t NewHandle();
+  void DropHandle(std::uint32_t handle);
+  void KeepSelectionInside();
+  void Select(std::int32_t row, std::int32_t col, std::int32_t row_sel, std::int32_t col_sel);
+  void Touch(std::string_view property);
+  void CompactArena();
+  bool RowsAreInOrder() const;
+  template <typename Change>
+  void ChangeSelection(const Change& change);
+
+  std::vector<GridColumn> columns_;
+  std::vector<std::uint32_t> order_;  // the handle of each row
+  std::vector<std::uint32_t> free_handles_;
+  std::uint32_t next_handle_ = 0;
+  std::uint32_t bound_rows_ = 0;  // handles 1 to this belong to the records of the last Bind
+  std::unique_ptr<TextArena> arena_;
+  std::size_t compact_at_ = std::size_t{1} << 24U;  // arena bytes at which waste is looked for
+  FormatStore formats_;
+  std::unordered_map<std::uint32_t, std::int32_t> row_heights_;  // by handle, where set
+  std::int32_t row_height_min_ = 0;
+  std::int32_t fixed_rows_ = 1;
+  std::int32_t fixed_cols_ = 1;
+  std::int32_t row_ = 1;
+  std::int32_t col_ = 1;
+  std::int32_t row_sel_ = 1;
+  std::int32_t col_sel_ = 1;
+  std::int32_t top_row_ = 1;
+  std::int32_t left_col_ = 1;
+  std::int32_t mouse_row_ = -1;
+  std::int32_t mouse_col_ = -1;
+  std::int32_t focus_rect_ = 1;
+  std::int32_t high_light_ = 1;
+  std::int32_t mouse_pointer_ = 0;
+  double font_size_ = 8.25;
+  bool redraw_ = true;
+  bool dirty_ = false;  // changed while Redraw was off
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_GRID_GRID_H_

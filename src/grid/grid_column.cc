@@ -1,0 +1,84 @@
+#include "grid/grid_column.h"
+
+#include <utility>
+
+#include "text/cell_text.h"
+
+namespace vorek {
+
+std::string_view GridColumn::View(std::uint32_t handle, std::string& scratch) const {
+  if (!Covers(handle)) {
+    const std::size_t slot = Slot(handle);
+    return slot < cells_.size() ? cells_[slot].View() : std::string_view();
+  }
+  if (!written_.empty()) {
+    const auto found = written_.find(handle);
+    if (found != written_.end()) return found->second.View();
+  }
+  return source_->View(handle - 1, scratch);
+}
+
+double GridColumn::Number(std::uint32_t handle) const {
+  if (written_.empty() && Covers(handle)) return source_->Number(handle - 1);
+  std::string scratch;
+  return CellNumber(View(handle, scratch));
+}
+
+void GridColumn::Write(std::uint32_t handle, std::string_view text, TextArena& arena) {
+  if (Covers(handle)) {
+    written_.insert_or_assign(handle, Cell(text, arena));
+    // A map entry costs about three stored cells.
+    if (written_.size() > 1024 + source_->Size() / 8) Materialise(arena);
+    return;
+  }
+  const std::size_t slot = Slot(handle);
+  if (slot >= cells_.size()) {
+    if (text.empty()) return;
+    cells_.resize(slot + 1);
+  }
+  cells_[slot] = Cell(text, arena);
+}
+
+void GridColumn::Show(std::shared_ptr<const TextSource> source) {
+  Clear();
+  source_ = std::move(source);
+}
+
+const TextSource* GridColumn::Source() const { return written_.empty() ? source_.get() : nullptr; }
+
+void GridColumn::Materialise(TextArena& arena) {
+  const std::size_t covered = source_->Size();
+  std::vector<Cell> all(covered + (cells_.empty() ? 1 : cells_.size()));
+  std::string scratch;
+  for (std::uint32_t handle = 0; handle < all.size(); ++handle) {
+    all[handle] = Cell(View(handle, scratch), arena);
+  }
+  cells_ = std::move(all);
+  written_.clear();
+  source_.reset();
+}
+
+void GridColumn::Clear() {
+  source_.reset();
+  cells_.clear();
+  cells_.shrink_to_fit();
+  written_.clear();
+}
+
+void GridColumn::Rehome(TextArena& arena) {
+  for (Cell& cell : cells_) cell = Cell(cell.View(), arena);
+  for (auto& [handle, cell] : written_) cell = Cell(cell.View(), arena);
+}
+
+std::size_t GridColumn::ArenaBytes() const {
+  std::size_t bytes = 0;
+  for (const Cell& cell : cells_) bytes += cell.ArenaBytes();
+  for (const auto& [handle, cell] : written_) bytes += cell.ArenaBytes();
+  return bytes;
+}
+
+std::size_t GridColumn::Memory() const {
+  return cells_.capacity() * sizeof(Cell) + written_.size() * (sizeof(Cell) + 32);
+}
+
+}  // namespace vorek

@@ -1,0 +1,64 @@
+#ifndef VOREK_GRID_GRID_COLUMN_H_
+#define VOREK_GRID_GRID_COLUMN_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "grid/cell.h"
+#include "grid/text_source.h"
+
+namespace vorek {
+
+// The texts of one column by row handle (see grid.h), with the column's measures. A column may show
+// a source; then only cells that were written over it are stored, until they are so many that all
+// of it is.
+class GridColumn {
+ public:
+  std::int32_t width = kDefaultWidth;  // twips
+  std::int32_t alignment = 1;
+  std::int32_t fixed_alignment = 4;
+  static constexpr std::int32_t kDefaultWidth = 1200;
+
+  // The view lives until the next write to the grid or the next call with the same scratch.
+  std::string_view View(std::uint32_t handle, std::string& scratch) const;
+  // The number that the text stands for, see CellNumber.
+  double Number(std::uint32_t handle) const;
+  void Write(std::uint32_t handle, std::string_view text, TextArena& arena);
+
+  // Shows the source's records in the handles from 1 on. Drops all texts.
+  void Show(std::shared_ptr<const TextSource> source);
+  // The source if all of its records are still shown as it gives them, else null.
+  const TextSource* Source() const;
+  // Shows the same records through another source, keeping the texts of other handles. REQUIRES:
+  // Source() isn't null, and the sizes are equal.
+  void Exchange(std::shared_ptr<const TextSource> source) { source_ = std::move(source); }
+
+  void Clear();
+  // Moves the stored long texts into another arena.
+  void Rehome(TextArena& arena);
+  // Bytes that the stored texts take in the arena.
+  std::size_t ArenaBytes() const;
+  std::size_t Memory() const;
+
+ private:
+  bool Covers(std::uint32_t handle) const {
+    return source_ != nullptr && handle >= 1 && handle <= source_->Size();
+  }
+  // Where in cells_ a handle lies that the source doesn't cover.
+  std::size_t Slot(std::uint32_t handle) const {
+    return source_ == nullptr || handle == 0 ? handle : handle - source_->Size();
+  }
+  void Materialise(TextArena& arena);
+
+  std::shared_ptr<const TextSource> source_;
+  std::vector<Cell> cells_;                          // of handles that the source doesn't cover
+  std::unordered_map<std::uint32_t, Cell> written_;  // over the source
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_GRID_GRID_COLUMN_H_

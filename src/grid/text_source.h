@@ -1,0 +1,77 @@
+#ifndef VOREK_GRID_TEXT_SOURCE_H_
+#define VOREK_GRID_TEXT_SOURCE_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/result_set.h"
+
+namespace vorek {
+
+// Gives the texts of a column's cells by record, so that the grid needs no copy of a result. Its
+// texts never change.
+class TextSource {
+ public:
+  virtual ~TextSource() = default;
+  virtual std::size_t Size() const = 0;
+  // REQUIRES: record < Size(). The view lives until the next call with the same scratch.
+  virtual std::string_view View(std::size_t record, std::string& scratch) const = 0;
+  // The value as UnformatNumber and the numeric prefix read it off the text.
+  virtual double Number(std::size_t record) const = 0;
+};
+
+// How a field's value becomes a cell text.
+enum class CellForm {
+  kPlain,   // as the provider gave it
+  kNumber,  // the numeric prefix as plain number text; "0" for an empty one
+  kMoney,   // FormatMoney
+  kTime,    // the rounded numeric prefix through MinutesToTime
+};
+
+// A field of a result; `records` picks and orders its rows, null stands for all.
+class FieldSource : public TextSource {
+ public:
+  using Records = std::shared_ptr<const std::vector<std::uint32_t>>;
+  FieldSource(ResultSetPtr result, std::size_t field, Records records, CellForm form);
+
+  std::size_t Size() const override;
+  std::string_view View(std::size_t record, std::string& scratch) const override;
+  double Number(std::size_t record) const override;
+
+  // The same field in another form.
+  std::shared_ptr<const TextSource> With(CellForm form) const;
+  CellForm Form() const { return form_; }
+
+ private:
+  const ResultColumn& Column() const { return result_->columns[field_]; }
+  std::size_t Row(std::size_t record) const {
+    return records_ == nullptr ? record : (*records_)[record];
+  }
+
+  ResultSetPtr result_;
+  std::size_t field_;
+  Records records_;
+  CellForm form_;
+};
+
+// The numbers from 1 on.
+class CountSource : public TextSource {
+ public:
+  explicit CountSource(std::size_t size) : size_(size) {}
+  std::size_t Size() const override { return size_; }
+  std::string_view View(std::size_t record, std::string& scratch) const override;
+  double Number(std::size_t record) const override { return static_cast<double>(record) + 1; }
+
+ private:
+  std::size_t size_;
+};
+
+// A plain text in a form, as FieldSource shows it.
+std::string FormText(std::string_view text, CellForm form);
+
+}  // namespace vorek
+
+#endif  // VOREK_GRID_TEXT_SOURCE_H_

@@ -1,0 +1,15 @@
+#include "messages/form_message.h"
+
+namespace vorek {
+
+FormMessage::FormMessage(Windows& windows) : Form(windows, "FormMessage") {
+  SetRightToLeft(true);
+  Move(0, 0, 6000, 2400);
+  lblMessage.SetRightToLeft(true);
+  lblMessage.Move(300, 300, 5400, 1200);
+  cmdContinue.SetCaption("ادامه");
+  cmdContinue.Move(300, 1650, 1400, 420);
+  cmdContinue.on_click = [this] { Unload(); };
+}
+
+}  // namespace vorek

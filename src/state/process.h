@@ -1,0 +1,37 @@
+#ifndef VOREK_STATE_PROCESS_H_
+#define VOREK_STATE_PROCESS_H_
+
+#include <memory>
+#include <utility>
+
+#include "catalog/data_session.h"
+#include "platform/clock.h"
+#include "platform/windows.h"
+#include "state/main_module.h"
+
+namespace vorek {
+
+// The parts of the world outside that the system works with.
+struct Services {
+  ProviderList providers;
+  std::shared_ptr<Windows> windows;
+  std::shared_ptr<Clock> clock;
+};
+
+// The process-wide state: made once by a host and handed to its controls. Two of them are two
+// worlds that know nothing of each other.
+struct Process {
+  explicit Process(Services with) : services(std::move(with)), data(services.providers) {}
+
+  DtEn& dten() { return data.Get(); }
+  Windows& windows() { return *services.windows; }
+  Clock& clock() { return *services.clock; }
+
+  Services services;
+  DataSession data;
+  MainModule main;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_STATE_PROCESS_H_

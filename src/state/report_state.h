@@ -1,0 +1,86 @@
+#ifndef VOREK_STATE_REPORT_STATE_H_
+#define VOREK_STATE_REPORT_STATE_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vorek {
+
+// What all code of one report control shares. -1 stands for no report, form, user or column.
+struct ReportState {
+  // Set by the host.
+  std::int32_t UserID = -1;
+  std::int32_t PeriodID = -1;
+  std::int16_t OperationMode = -1;
+  std::int32_t PositionID = -1;
+  std::int32_t EmployeeID = -1;
+  std::string OleConnectionString;
+  std::string UseThisQuery;  // replaces the stored query at the next View
+  bool Enable_DbClick = false;
+  bool Editable = false;
+  bool CancelVisible = false;
+  std::int32_t ParentID = 0;  // parent row whose children are shown; 0 and -1 for the top level
+  std::int32_t CallerID = 0;
+  std::int32_t local_ParentID = 0;
+
+  // Kept up to date for the host.
+  std::int32_t FormID = 0;
+  std::int32_t FormTypeID = 0;
+  std::string UniqueWC = "''<>''";
+  std::int32_t flxMainRows = 0;
+  std::int32_t flxMainHeight = 0;
+  std::int32_t flxMainRowHeight = 0;
+  bool ShowDiagram = false;
+  bool isTransposedResult = false;
+
+  // The definition.
+  std::int32_t ReportID = -1;
+  std::string Title;
+  std::string ReportNotes;
+  std::int32_t ReportFormTypeID = -1;
+  std::int32_t ReportFontSize = -1;
+  std::int32_t ReportRowHeight = -1;
+  bool MakeTreeFlag = false;
+  bool MakeMergeFlag = false;
+  bool MakeTransposeFlag = false;
+  bool ShowPopupTree = false;
+  bool LockPrintPreview = false;
+  bool MakeSecure = false;
+  bool IsStoredProcedure = false;
+  bool ShowFlatternParameters = true;
+  bool HasProgressBar = false;
+  std::string SQLSP;
+  std::string SQLQuery;
+  std::string roughSQL;   // the query with its markers
+  std::string QueryText;  // the text that will be run
+
+  // The run.
+  std::string ParameterString;
+  std::string LastParameterString;
+  std::string CallerStringValue;
+  std::string ListOfParameters;
+  std::string ListOfVisualParameters;
+  std::string QuerySource;
+  std::int32_t QueryRecordCount = -1;
+  std::int32_t ParentIDColumn = -1;  // ordinals of the key fields
+  std::int32_t IDColumn = -1;
+  std::int32_t TransposeRowColumn = -1;
+  std::vector<std::int32_t> TransposeColumns;
+  bool ReapplySort = false;
+  std::int32_t RememberedRow = 0;
+  std::int32_t RememberedSearchRow = 0;
+  bool AskFormFromMenu = false;
+  std::string ReportDistributed;
+
+  bool IsResultEmpty() const { return QueryRecordCount == 0; }
+  // The result is shown as a tree.
+  bool MakeTree() const {
+    return IDColumn != -1 && ParentIDColumn != -1 && !MakeTransposeFlag && MakeTreeFlag;
+  }
+  bool isTransposeFlexTree() const { return MakeTree() && IDColumn != -1 && ParentIDColumn != -1; }
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_STATE_REPORT_STATE_H_

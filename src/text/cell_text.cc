@@ -1,0 +1,155 @@
+#include "text/cell_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "text/number.h"
+#include "text/utf8.h"
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+std::string Without(std::string_view text, std::string_view characters) {
+  std::string out;
+  out.reserve(text.size());
+  for (const char c : text) {
+    if (characters.find(c) == std::string_view::npos) out += c;
+  }
+  return out;
+}
+
+// True if the whole text is one number, blanks around it aside.
+bool IsNumber(std::string_view text) {
+  const std::string_view body = text::TrimView(text);
+  bool digit = false;
+  bool point = false;
+  for (std::size_t at = 0; at < body.size(); ++at) {
+    const char c = body[at];
+    const bool sign = (c == '-' || c == '+') && at == 0;
+    if (c >= '0' && c <= '9') {
+      digit = true;
+    } else if (c == '.' && !point) {
+      point = true;
+    } else if (!sign) {
+      return false;
+    }
+  }
+  return digit;
+}
+
+// Groups the digits of a whole number's text, which has one sign position in front.
+void AppendGroups(std::string_view signed_text, std::string& out) {
+  std::size_t head = signed_text.size();
+  while (head > 4) head -= 3;
+  const std::string_view first = signed_text.substr(0, head);
+  out += first.substr(first.starts_with(' ') ? 1 : 0);
+  for (std::size_t at = head; at < signed_text.size(); at += 3) {
+    out.append("/").append(signed_text.substr(at, 3));
+  }
+}
+
+// Up to 15 digits with an optional sign: read and grouped without a detour over numbers.
+bool AppendPlainGroups(std::string_view whole, std::string& out) {
+  const bool negative = whole.starts_with('-');
+  std::string_view digits = whole.substr(negative ? 1 : 0);
+  const bool plain =
+      !digits.empty() && digits.size() <= 14 &&
+      std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+  if (!plain) return false;
+  digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size() - 1));
+  if (negative && digits != "0") out += '-';
+  const std::size_t head = (digits.size() - 1) % 3 + 1;
+  out += digits.substr(0, head);
+  for (std::size_t at = head; at < digits.size(); at += 3) {
+    out.append("/").append(digits.substr(at, 3));
+  }
+  return true;
+}
+
+void AppendWhole(std::string_view whole, std::string& out) {
+  if (whole.find('/') == std::string_view::npos && AppendPlainGroups(whole, out)) return;
+  out += GroupDigits(ToFixedPoint(Without(whole, "/")));
+}
+
+std::string TwoDigits(std::int32_t value) {
+  std::string text = std::to_string(value);
+  return text.size() == 1 ? "0" + text : text;
+}
+
+}  // namespace
+
+std::string UnformatNumber(std::string_view text) {
+  const std::string_view trimmed = text::TrimView(text);
+  const bool bracketed = text::Contains(trimmed, "(");
+  std::string plain = Without(trimmed, "()/");
+  if (bracketed && IsNumber(plain)) plain = text::PlainNumber(-text::NumericPrefix(plain));
+  return plain;
+}
+
+double CellNumber(std::string_view text) {
+  return text.find_first_of("()/ ") == std::string_view::npos
+             ? text::NumericPrefix(text)
+             : text::NumericPrefix(UnformatNumber(text));
+}
+
+FixedPoint ToFixedPoint(std::string_view text) {
+  const double value = text::NumericPrefix(text);
+  // A whole number is scaled as one: its product may have more digits than a double holds.
+  const bool whole = value == std::trunc(value) && std::fabs(value) <= 922337203685477;
+  if (whole) return static_cast<FixedPoint>(value) * 10000;
+  const double scaled = text::RoundHalfEven(value * 10000);
+  if (!(std::fabs(scaled) < 9223372036854775807.0)) {
+    throw Error(ErrorNumber::kOverflow, "Overflow: " + text::Left(text, 50));
+  }
+  return static_cast<FixedPoint>(scaled);
+}
+
+std::string GroupDigits(FixedPoint value) {
+  std::string text = value < 0 ? "" : " ";
+  text::AppendScaled(value, 4, text);
+  std::string out;
+  AppendGroups(text, out);
+  return out;
+}
+
+void AppendMoney(std::string_view text, std::string& out) {
+  const std::string_view trimmed = text::TrimView(text);
+  if (trimmed.empty() || trimmed == "txtMoney") return;
+  const std::size_t begin = out.size();
+  const std::size_t point = trimmed.find('.');
+  AppendWhole(trimmed.substr(0, point), out);
+  if (point != std::string_view::npos) out += trimmed.substr(point);
+  if (out[begin] != '-') return;
+  out[begin] = '(';
+  out += ')';
+}
+
+std::string FormatMoney(std::string& text) {
+  std::string out;
+  AppendMoney(text, out);
+  text = out;
+  return out;
+}
+
+bool IsTimeColumn(int ado_type, std::string_view name) {
+  if (ado_type != 3) return false;
+  return text::TrimView(name) == "زمان" || text::Contains(name, " زمان ") ||
+         name.starts_with("زمان ") || name.ends_with(" زمان") ||
+         text::EndsWithIgnoreCase(name, "CTime");
+}
+
+std::int32_t TimeToMinutes(std::string_view text) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string_view::npos) return text::ToInt32(text::NumericPrefix(text));
+  return text::ToInt32(60 * text::NumericPrefix(text.substr(0, colon)) +
+                       text::NumericPrefix(text.substr(colon + 1)));
+}
+
+std::string MinutesToTime(std::int32_t minutes) {
+  return TwoDigits(minutes / 60) + ":" + TwoDigits(minutes % 60);
+}
+
+bool IsMoneyField(int ado_type) { return ado_type == 5 || ado_type == 6; }
+
+}  // namespace vorek

@@ -1,0 +1,16 @@
+#ifndef VOREK_TEXT_COLLATION_H_
+#define VOREK_TEXT_COLLATION_H_
+
+#include <string>
+#include <string_view>
+
+namespace vorek::text {
+
+// A byte string whose order is the order in which people sort the text: Persian letters by the
+// Persian alphabet, with Arabic ك and ي beside Persian ک and ی, other characters by code point,
+// marks and directional controls left out. Without regard to case if ignore_case is set.
+std::string SortKey(std::string_view s, bool ignore_case);
+
+}  // namespace vorek::text
+
+#endif  // VOREK_TEXT_COLLATION_H_
