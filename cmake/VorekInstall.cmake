@@ -1,0 +1,75 @@
+# How the parts of the project are installed: each library is a component of the CMake package
+# Vorek, a target Vorek::NAME there, and a pkg-config module.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(VOREK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Vorek)
+
+# vorek_component(TARGET NAME [MODULES PREFIX MODULE...]) names the target Vorek::NAME inside and
+# outside the project and installs it. MODULES are pairs for pkg_check_modules: what the library
+# links besides the core, which a consumer's build has to find again.
+function(vorek_component target name)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" MODULES)
+  add_library(Vorek::${name} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+  if(NOT VOREK_INSTALL)
+    return()
+  endif()
+  install(TARGETS ${target} EXPORT vorek-${name} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(EXPORT vorek-${name} NAMESPACE Vorek:: FILE Vorek-${name}.cmake
+          DESTINATION ${VOREK_CMAKE_DIR})
+  _vorek_install_needs(${name} ${arg_MODULES})
+  _vorek_install_module(${target} ${name} ${arg_MODULES})
+endfunction()
+
+# The lines by which the package finds the component's modules again.
+function(_vorek_install_needs name)
+  set(lines "")
+  set(pairs ${ARGN})
+  while(pairs)
+    list(POP_FRONT pairs prefix module)
+    string(APPEND lines "pkg_check_modules(${prefix} QUIET IMPORTED_TARGET ${module})\n"
+                        "if(NOT ${prefix}_FOUND)\n"
+                        "  list(APPEND _vorek_missing ${module})\n"
+                        "endif()\n")
+  endwhile()
+  set(file ${CMAKE_CURRENT_BINARY_DIR}/Vorek-${name}-needs.cmake)
+  file(WRITE ${file} "${lines}")
+  install(FILES ${file} DESTINATION ${VOREK_CMAKE_DIR})
+endfunction()
+
+# vorek.pc is the core; vorek-NAME.pc needs it and the component's modules. The libraries are
+# static, so that what they need is needed by whoever links them.
+function(_vorek_install_module target name)
+  set(VOREK_MODULE vorek-${name})
+  set(VOREK_LIBRARY ${target})
+  set(VOREK_REQUIRES vorek)
+  if(name STREQUAL "core")
+    set(VOREK_MODULE vorek)
+    set(VOREK_REQUIRES "")
+  endif()
+  set(pairs ${ARGN})
+  while(pairs)
+    list(POP_FRONT pairs prefix module)
+    string(APPEND VOREK_REQUIRES " ${module}")
+  endwhile()
+  # From the module's own folder, so that an installed tree may be moved.
+  file(RELATIVE_PATH VOREK_PREFIX_FROM_MODULE /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+  set(file ${CMAKE_CURRENT_BINARY_DIR}/${VOREK_MODULE}.pc)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/vorek.pc.in ${file} @ONLY)
+  install(FILES ${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+
+# The package itself, the public headers, the manual page and the texts of the sample.
+function(vorek_install_package)
+  configure_package_config_file(
+    ${PROJECT_SOURCE_DIR}/cmake/VorekConfig.cmake.in ${PROJECT_BINARY_DIR}/VorekConfig.cmake
+    INSTALL_DESTINATION ${VOREK_CMAKE_DIR} NO_SET_AND_CHECK_MACRO)
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/VorekConfigVersion.cmake
+                                   COMPATIBILITY SameMinorVersion)
+  install(FILES ${PROJECT_BINARY_DIR}/VorekConfig.cmake
+                ${PROJECT_BINARY_DIR}/VorekConfigVersion.cmake DESTINATION ${VOREK_CMAKE_DIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vorek DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples DESTINATION ${CMAKE_INSTALL_DATADIR}/vorek)
+  install(FILES ${PROJECT_SOURCE_DIR}/docs/vorek.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+endfunction()
