@@ -15,10 +15,12 @@ enum class ErrorNumber : long {
   kMissingObject = -2147217865,  // 80040E37: no such table, view or procedure
   kTimeout = -2147217871,        // 80040E31: the command ran out of time
   kCancelled = -2147217842,      // 80040E4E: the operation was cancelled
-  kOverflow = 6,                 // a number beyond what its field holds
-  kSubscript = 9,                // an index outside its table
-  kTypeMismatch = 13,            // a text where a number is read
-  kInvalidCall = 5,              // an argument that the operation can't take
+  kOutOfMemory = 7,
+  kInternal = 51,
+  kOverflow = 6,       // a number beyond what its field holds
+  kSubscript = 9,      // an index outside its table
+  kTypeMismatch = 13,  // a text where a number is read
+  kInvalidCall = 5,    // an argument that the operation can't take
   kFileNotFound = 53,
   kPathAccess = 75,
   kNullUse = 94,            // a NULL where a value is read

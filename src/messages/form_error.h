@@ -19,7 +19,7 @@ class FormError : public Form {
   Button cmdOk{this, "cmdOk"};
   Button cmdDetail{this, "cmdDetail"};
 
-  static constexpr std::int32_t kDesignHeight = 4801;  // twips, with the detail open
+  static constexpr std::int32_t kDesignHeight = 4800;  // twips, with the detail open
 
  private:
   void FoldAtLoad();

@@ -30,6 +30,9 @@ class Windows {
   virtual void SetMousePointer(int shape) = 0;
 
   virtual void Beep() = 0;
+
+  // The major version that Windows tells of itself, 0 on another system.
+  virtual int OsMajorVersion() const = 0;
 };
 
 }  // namespace vorek

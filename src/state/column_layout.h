@@ -20,14 +20,15 @@ struct ColumnLayout {
   std::int32_t merge_type = 0;
 };
 
-// The layouts of a grid by column number, 0 to 2500.
+// The layouts of a grid by column number, 0 to 2500, and one record behind them that can only mark
+// the end.
 class ColumnLayoutTable {
  public:
   static constexpr std::int32_t kLast = 2500;
 
-  ColumnLayoutTable() : records_(kLast + 1) {}
+  ColumnLayoutTable() : records_(kLast + 2) {}
 
-  // Throws Error(kSubscript) for a column outside 0 to 2500.
+  // Throws Error(kSubscript) for a column outside 0 to 2501.
   ColumnLayout& operator[](std::int32_t column);
   const ColumnLayout& operator[](std::int32_t column) const;
 

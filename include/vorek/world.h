@@ -1,0 +1,46 @@
+#ifndef VOREK_WORLD_H_
+#define VOREK_WORLD_H_
+
+#include <memory>
+#include <vector>
+
+namespace vorek {
+
+class Clock;
+class DatabaseProvider;
+class Windows;
+struct WorldState;
+
+// What a world works with. Adapters make the parts: see sqlite.h, system.h.
+struct WorldOptions {
+  // The databases that a connection string can name; the first that answers is taken.
+  std::vector<std::shared_ptr<DatabaseProvider>> providers;
+  // The screen; null for none: a modal form then closes at once.
+  std::shared_ptr<Windows> windows;
+  // The time of day. REQUIRED.
+  std::shared_ptr<Clock> clock;
+};
+
+// The state that all controls of a program share: the connection, the user, the column layouts. A
+// host makes one and hands it to its controls; it must outlive them. Two worlds know nothing of
+// each other. To be used from one thread.
+class World {
+ public:
+  // Throws Error(kInvalidCall) if a required part is missing.
+  explicit World(WorldOptions options);
+  ~World();
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+
+  // Stops the statement that runs now, from any thread; its run ends as a failed one.
+  void Cancel() noexcept;
+
+  WorldState& State() { return *state_; }
+
+ private:
+  std::unique_ptr<WorldState> state_;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_WORLD_H_

@@ -1,0 +1,74 @@
+#include "engine/query_text.h"
+
+#include <utility>
+
+#include "catalog/report_row.h"
+#include "text/key_list.h"
+#include "text/utf8.h"
+
+namespace vorek {
+namespace {
+
+using text::ReplaceIgnoreCase;
+
+std::string PutValue(std::string query, const std::string& marker, const std::string& value) {
+  query = ReplaceIgnoreCase(query, "(" + marker + ")", value);
+  query = ReplaceIgnoreCase(query, marker + ",", value + ",");
+  query = ReplaceIgnoreCase(query, ", " + marker + ")", ", " + value + ")");
+  query = ReplaceIgnoreCase(query, marker + " * ", value + " * ");
+  query = ReplaceIgnoreCase(query, "@" + marker, value);
+  return ReplaceIgnoreCase(query, marker, value);
+}
+
+// Without a value the condition becomes one that is always true.
+std::string PutNothing(std::string query, const std::string& marker) {
+  query = ReplaceIgnoreCase(query, "(" + marker + ")=1", "1=1");
+  query = ReplaceIgnoreCase(query, "(" + marker + ")= 1", "1= 1");
+  query = ReplaceIgnoreCase(query, marker + "=", "1=");
+  query = ReplaceIgnoreCase(query, marker, "1 or ''=''");
+  return ReplaceIgnoreCase(query, "@" + marker, "1 or ''=''");
+}
+
+}  // namespace
+
+bool SubstituteParameters(Process& process, std::int32_t report_id, std::string& roughSQL,
+                          const std::string& parameter_string) {
+  Recordset& slot = process.dten().rssqlGeneral1;
+  // A longer number goes before its prefix: 12 before 1.
+  OpenSlot(slot, "Select * from tblVorekReportParameter Where ReportID =" +
+                     std::to_string(report_id) + "  ORDER BY ParameterID desc");
+  for (; !slot.AtEnd(); slot.MoveNext()) {
+    const std::string marker = "@" + TextOf(slot, "ParameterID");
+    if (!text::ContainsIgnoreCase(roughSQL, marker + ")")) continue;
+    const std::string value = getParameterValue(parameter_string, marker);
+    roughSQL = text::TrimView(value).empty() ? PutNothing(std::move(roughSQL), marker)
+                                             : PutValue(std::move(roughSQL), marker, value);
+  }
+  slot.Close();
+  return !text::Contains(roughSQL, "@");
+}
+
+std::string ReplaceTokens(const std::string& query, const TokenValues& values) {
+  const std::pair<const char*, const std::string> tokens[] = {
+      {"تاريخ اجراي گزارش", values.report_date},
+      {"<FarsiReportDate>", values.report_date},
+      {"مشخصه كارمند", values.employee_id},
+      {"<EmployeeID>", values.employee_id},
+      {"مشخصه موقعيت كاربر", values.position_id},
+      {"<PositionID>", values.position_id},
+      {"مشخصه زبان", "5"},
+      {"<LanguageID>", "5"},
+      {"زمان اجراي گزارش", values.report_time},
+      {"<ReportTime>", values.report_time},
+      {"مشخصه كاربر", values.user_id},
+      {"<UserID>", values.user_id}};
+  std::string text = query;
+  for (const auto& [token, value] : tokens) text = ReplaceIgnoreCase(text, token, value);
+  return text;
+}
+
+std::string DropEmptyAliases(const std::string& query) {
+  return ReplaceIgnoreCase(query, " as ''", "");
+}
+
+}  // namespace vorek

@@ -1,0 +1,214 @@
+#include "engine/report_control.h"
+
+#include <algorithm>
+
+#include "catalog/report_row.h"
+#include "engine/report_load.h"
+#include "engine/report_run.h"
+#include "engine/rights.h"
+#include "engine/shared_helpers.h"
+#include "text/utf8.h"
+
+namespace vorek {
+namespace {
+
+constexpr std::int32_t kNoReport = -1;
+constexpr std::int32_t kReportSwitch = 123;  // of tblVorekSystemParameters
+constexpr int kF5 = 116;
+
+}  // namespace
+
+ReportControl::ReportControl(WorldState& shared, Control* parent)
+    : Frame(parent, "VorekReport1"), world(shared) {
+  lblCaption.Move(0, 0, 6000, 300);
+  lblCaption.SetRightToLeft(true);
+  for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {
+    button->Move(0, 0, 1000, 400);
+    button->SetVisible(false);
+  }
+  Progress.SetHeight(200);
+  for (Control* hidden :
+       {static_cast<Control*>(&Progress), static_cast<Control*>(&datToday),
+        static_cast<Control*>(&VorekToday), static_cast<Control*>(&flxTranspose)}) {
+    hidden->SetVisible(false);
+  }
+  general.Clear();
+  general.Add(flxMain.Text());
+  general.Add(flxTranspose.Text());
+  ConnectEvents();
+  Move(0, 0, 12000, 8000);
+}
+
+void ReportControl::ConnectEvents() {
+  on_resize = [this] { LayOut(); };
+  VorekParameters1.on_search = [this](const std::string& query) { SearchFromPanel(query); };
+  VorekParameters1.on_clear = [this] { ClearGrids(); };
+  VorekParameters1.on_cancel = [this] {
+    if (events.Cancel) events.Cancel();
+    IgnoreErrors([&] {
+      if (Parent() != nullptr) Parent()->SetVisible(false);
+    });
+  };
+  flxMain.on_sel_change = [this] {
+    if (events.ViewCelChange) events.ViewCelChange();
+  };
+}
+
+bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
+                         const std::string& caller_value) {
+  Process& process = world.process;
+  const int windows_version = process.windows().OsMajorVersion();
+  if (windows_version == 4) process.main.KeyboardLayoutName = "00000401";
+  if (windows_version == 5) process.main.KeyboardLayoutName = "00000429";
+  state.ReportID = id;
+  state.FormTypeID = state.FormID = -1;
+  if (!HasReportRight(process, id, state.UserID)) {
+    world.messages.ShowMessage("خطا", "شما مجاز به مشاهده اين گزارش نيستيد.");
+    return false;
+  }
+  general.AddReport(flxMain, id);
+  general.AddReport(flxTranspose, id);
+  LayOut();
+  process.main.ConnectionText = state.OleConnectionString;
+  process.main.SystemParameter123 = SystemParameter(process.dten().rssqlGeneral1, kReportSwitch);
+  process.data.RebindTwice(process.main.ConnectionText);
+  process.main.GlobalUserID = state.UserID;
+  process.main.GlobalPositionID = state.PositionID;
+  process.main.GlobalEmployeeID = state.EmployeeID;
+  LoadUserInfo(process);
+  BeginReport(id, parameter_string, caller_value);
+  const bool result = Refresh(true, parameter_string, caller_value);
+  process.main.SystemParameter123 = SystemParameter(process.dten().rssqlGeneral1, kReportSwitch);
+  EndView();
+  return result;
+}
+
+void ReportControl::BeginReport(std::int32_t id, const std::string& parameter_string,
+                                const std::string& caller_value) {
+  state.CallerStringValue = caller_value;
+  state.ParameterString = parameter_string;
+  state.ReportNotes.clear();
+  state.Title.clear();
+  state.ReportID = id;
+  flxTranspose.SetVisible(false);
+  flxMain.SetVisible(true);
+  state.MakeTransposeFlag = false;
+  state.ReportDistributed = "توزيع شده";
+  LoadReportDefinition(*this, id);
+  if (!parameter_string.empty()) {
+    state.ShowFlatternParameters = false;
+    LayOut();
+  }
+  if (!state.UseThisQuery.empty()) state.SQLQuery = state.roughSQL = state.UseThisQuery;
+  if (id == kNoReport) ResetGrid(flxMain);
+  frameMain.SetVisible(true);
+  state.ReapplySort = true;
+}
+
+void ReportControl::EndView() {
+  state.flxMainRows = flxMain.Rows();
+  state.flxMainHeight = flxMain.Height();
+  state.flxMainRowHeight = flxMain.Rows() >= 3 ? flxMain.RowHeight(1) : 310;
+  IgnoreErrors([&] { FocusGrid(); });
+  VorekParameters1.PeriodID = state.PeriodID;
+  VorekParameters1.CallByReport = true;
+  IgnoreErrors([&] { VorekParameters1.FillInitially(); });
+}
+
+bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
+                            const std::string&) {
+  return ReportRun(*this).Run(do_filter, parameter_string);
+}
+
+bool ReportControl::ReportRefreshOnChange() {
+  state.ReapplySort = true;
+  return Refresh(false, state.LastParameterString, state.CallerStringValue);
+}
+
+void ReportControl::KeyDown(int key_code, int shift) {
+  auto code = static_cast<std::int16_t>(key_code);
+  auto keys = static_cast<std::int16_t>(shift);
+  if (events.KeyDown) events.KeyDown(code, keys);
+  if (code != kF5) return;
+  state.ReapplySort = false;
+  Refresh(false, state.LastParameterString, "");
+}
+
+void ReportControl::GotFocus() {
+  IgnoreErrors([&] { FocusGrid(); });
+}
+
+void ReportControl::SetConnection(const std::string& text) {
+  state.OleConnectionString = text;
+  world.process.main.ConnectionText = text;
+  world.process.data.Rebind(text);
+}
+
+void ReportControl::SetEditable(bool on) {
+  state.Editable = on;
+  LayOut();
+}
+
+void ReportControl::SetEnabledGrids(bool on) {
+  SetEnabled(on);
+  flxMain.SetEnabled(on);
+  flxTranspose.SetEnabled(on);
+}
+
+void ReportControl::SetMainTopRow(std::int32_t row) { flxMain.SetTopRow(row > 0 ? row : 1); }
+
+std::string ReportControl::CellText(std::int32_t row, std::int32_t col) {
+  const Grid& grid = Context().ActiveGrid();
+  return row < 0 || row >= grid.Rows() ? "" : grid.TextMatrix(row, col);
+}
+
+void ReportControl::TakeSearch(const std::string& query, const std::string& visual,
+                               const std::string& list) {
+  state.RememberedSearchRow = Context().ActiveGrid().Row();
+  state.QueryText = query;
+  state.ListOfVisualParameters = text::Trim(visual);
+  state.ListOfParameters = text::Trim(list);
+}
+
+void ReportControl::SearchFromPanel(const std::string& query) {
+  TakeSearch(query, VorekParameters1.ListOfVisualParameters, VorekParameters1.ListOfParameters);
+  Refresh(false, "", "");
+  IgnoreErrors([&] { RestoreRow(Context().ActiveGrid(), state.RememberedSearchRow); });
+}
+
+void ReportControl::SearchFromDialog(const std::string& query) {
+  const VorekParameters& panel = aFormAskUser->VorekParameters1;
+  TakeSearch(query, panel.ListOfVisualParameters, panel.ListOfParameters);
+  // Without the menu a run is under way below the dialog and goes on by itself.
+  if (state.AskFormFromMenu) Refresh(false, "", "");
+  IgnoreErrors([&] { RestoreRow(Context().ActiveGrid(), state.RememberedSearchRow); });
+}
+
+void ReportControl::RestoreRow(Grid& grid, std::int32_t row) {
+  if (row > grid.Rows() - 1) row = 0;
+  if (row == 0 && grid.Rows() >= 2) row = 1;
+  grid.SetRow(row);
+  grid.SetColSel(grid.Cols() - 1);
+}
+
+void ReportControl::ClearGrids() {
+  flxMain.SetRows(1);
+  flxMain.SetRows(2);
+  flxMain.SetFixedRows(1);
+  flxMain.SetFixedCols(1);
+  flxTranspose.SetRows(1);
+  flxTranspose.SetRows(2);
+  flxTranspose.SetCols(1);
+  flxTranspose.SetCols(2);
+  flxTranspose.SetFixedRows(1);
+  flxTranspose.SetFixedCols(1);
+}
+
+void ReportControl::mnuShowAskForm_Click() {
+  if (aFormAskUser == nullptr || text::Trim(aFormAskUser->Title).empty()) return;
+  state.AskFormFromMenu = true;
+  aFormAskUser->ShowModal();
+  state.AskFormFromMenu = false;
+}
+
+}  // namespace vorek

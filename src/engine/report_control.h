@@ -1,0 +1,90 @@
+#ifndef VOREK_ENGINE_REPORT_CONTROL_H_
+#define VOREK_ENGINE_REPORT_CONTROL_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "drill/general_class.h"
+#include "engine/world_state.h"
+#include "grid/grid.h"
+#include "grid/report_context.h"
+#include "parameters/form_ask_user.h"
+#include "parameters/vorek_parameters.h"
+#include "state/report_state.h"
+#include "vorek/report.h"
+#include "widgets/basic_controls.h"
+#include "widgets/vorek_date.h"
+
+namespace vorek {
+
+// What stands behind a VorekReport1: its controls and its report state. The work is done by passes
+// over them (report_load, report_run, report_layout, and those of the lower floors).
+class ReportControl : public Frame {
+ public:
+  explicit ReportControl(WorldState& world, Control* parent = nullptr);
+
+  std::string_view Kind() const override { return "VorekReport1"; }
+  void KeyDown(int key_code, int shift) override;
+  void GotFocus() override;
+
+  // See vorek/report.h.
+  bool View(std::int32_t id, const std::string& parameter_string, const std::string& caller_value);
+  bool Refresh(bool do_filter, const std::string& parameter_string,
+               const std::string& caller_value);
+  // Runs again when something that the report shows has changed.
+  bool ReportRefreshOnChange();
+  void SetConnection(const std::string& text);
+  void SetEditable(bool on);
+  void SetEnabledGrids(bool on);
+  void SetMainTopRow(std::int32_t row);
+  std::string CellText(std::int32_t row, std::int32_t col);
+
+  // Places the children by the control's size.
+  void LayOut();
+  void FocusGrid();
+
+  // Opens the prompt dialog of the last run again.
+  void mnuShowAskForm_Click();
+
+  ReportContext Context() { return {world.process, state, flxMain, flxTranspose, world.messages}; }
+
+  WorldState& world;
+  ReportState state;
+  ReportEvents events;
+  GeneralClass general;
+
+  Label lblCaption{this, "lblCaption"};
+  VorekParameters VorekParameters1{this, "VorekParameters1", world.process, world.messages};
+  Frame frameMain{this, "frameMain"};
+  Grid flxMain{&frameMain, "flxMain"};
+  Grid flxTranspose{&frameMain, "flxTranspose"};
+  Button cmdAdd{&frameMain, "cmdAdd"};
+  Button cmdEdit{&frameMain, "cmdEdit"};
+  Button cmdDelete{&frameMain, "cmdDelete"};
+  VorekProgressBar Progress{&frameMain, "Progress"};
+  VorekDate datToday{&frameMain, "datToday"};
+  VorekDate VorekToday{&frameMain, "VorekToday"};
+  std::unique_ptr<FormAskUser> aFormAskUser;
+
+  // The panel's and the dialog's Search: takes the finished text and runs it.
+  void SearchFromPanel(const std::string& query);
+  void SearchFromDialog(const std::string& query);
+  // Puts the selection back on a remembered row, on the first one if that is gone.
+  void RestoreRow(Grid& grid, std::int32_t row);
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  void ConnectEvents();
+  void BeginReport(std::int32_t id, const std::string& parameter_string,
+                   const std::string& caller_value);
+  void EndView();
+  void ClearGrids();
+  void TakeSearch(const std::string& query, const std::string& visual, const std::string& list);
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_ENGINE_REPORT_CONTROL_H_

@@ -1,0 +1,132 @@
+#include "engine/report_load.h"
+
+#include "catalog/report_row.h"
+#include "grid/column_layout_pass.h"
+#include "text/number.h"
+
+namespace vorek {
+namespace {
+
+constexpr const char* kEmptyQuery = "Select id from syscolumns where id is null";
+
+// A column that an older database may lack: the default stays if it can't be read.
+template <typename Field, typename Read>
+void Optional(Field& field, Field missing, const Read& read) {
+  field = missing;
+  IgnoreErrors([&] { field = read(); });
+}
+
+void SetCreateDate(ReportControl& control, const Recordset& row) {
+  const std::string created = TextOf(row, "CreateDate");
+  const auto date = text::ParseDate(created.substr(0, created.find_first_of(" T")));
+  if (!date) {
+    throw Error(created.empty() ? ErrorNumber::kNullUse : ErrorNumber::kTypeMismatch,
+                "Report " + std::to_string(control.state.ReportID) +
+                    ": CreateDate holds no date: \"" + created + "\"");
+  }
+  control.datToday.SetValue(*date);
+}
+
+// A report that isn't there: nothing of the one before stays but the look of the grid.
+void ForgetDefinition(ReportState& state) {
+  state.MakeTreeFlag = state.MakeMergeFlag = state.MakeTransposeFlag = false;
+  state.MakeSecure = state.IsStoredProcedure = state.ShowPopupTree = false;
+  state.ShowFlatternParameters = true;
+  state.ReportFormTypeID = -1;
+  state.QueryText = state.roughSQL = state.SQLQuery;
+}
+
+void ReadIdentity(ReportControl& control, const Recordset& row) {
+  ReportState& state = control.state;
+  state.ReportID = row.Field("ID").Number();
+  state.ReportNotes = TextOf(row, "Notes");
+  state.Title = TextOf(row, "Title");
+  control.lblCaption.SetCaption(state.Title);
+  SetCreateDate(control, row);
+}
+
+void ReadFlags(ReportState& state, const Recordset& row) {
+  const FieldValue tree = row.Field("MakeTree");
+  state.MakeTreeFlag = !tree.IsNull() && tree.Number() == 1;
+  Optional(state.ShowPopupTree, false, [&] { return FlagOf(row, "ShowPopupTree", false); });
+  Optional(state.ReportFontSize, -1, [&] { return NumberOf(row, "FontSize"); });
+  state.ReportRowHeight = NumberOf(row, "ReportRowHeight");
+  state.MakeMergeFlag = FlagOf(row, "MakeMerge", false);
+  state.MakeTransposeFlag = FlagOf(row, "MakeTranspose", false);
+  const FieldValue form_type = row.Field("FormTypeID");
+  state.ReportFormTypeID = form_type.IsNull() ? -1 : form_type.Number();
+}
+
+void ReadQuery(ReportState& state, const Recordset& row) {
+  state.SQLQuery = TextOf(row, "SQLQuery");
+  IgnoreErrors([&] { state.SQLQuery += TextOf(row, "Reserved"); });
+  state.QueryText = state.SQLQuery;
+  state.ShowDiagram = FlagOf(row, "ShowDiagram", false);
+  state.MakeSecure = FlagOf(row, "MakeSecure", false);
+}
+
+void ReadOptionalColumns(ReportState& state, const Recordset& row) {
+  const auto flag = [&](bool& field, const char* column, bool missing) {
+    Optional(field, missing, [&] { return FlagOf(row, column, missing); });
+  };
+  flag(state.IsStoredProcedure, "IsStoredProcedure", false);
+  Optional(state.SQLSP, std::string(), [&] { return TextOf(row, "SQLSP"); });
+  flag(state.ShowFlatternParameters, "ShowFlatternParameters", true);
+  flag(state.LockPrintPreview, "LockPrintPreview", false);
+  flag(state.HasProgressBar, "HasProgressBar", false);
+  state.roughSQL = state.IsStoredProcedure ? "EXEC " + state.SQLSP : state.SQLQuery;
+}
+
+bool ReadReportRow(ReportControl& control, std::int32_t report_id) {
+  ReportState& state = control.state;
+  state.SQLQuery = kEmptyQuery;
+  Recordset& slot = control.world.process.dten().rssqlGeneral1;
+  OpenSlot(slot, ReportRowQuery(report_id));
+  const bool found = slot.RecordCount() > 0;
+  if (found) {
+    ReadIdentity(control, slot);
+    ReadFlags(state, slot);
+    ReadQuery(state, slot);
+    ReadOptionalColumns(state, slot);
+  } else {
+    ForgetDefinition(state);
+  }
+  slot.Close();
+  return found;
+}
+
+bool ShowParameterPanel(ReportControl& control) {
+  VorekParameters& panel = control.VorekParameters1;
+  panel.SetWidth(control.Width());
+  panel.CancelVisible = control.state.CancelVisible;
+  return panel.View(control.state.ReportID, control.state.roughSQL, control.Width());
+}
+
+void OfferPanel(ReportControl& control) {
+  bool shown = false;
+  if (control.state.ParameterString.empty() && control.state.ShowFlatternParameters) {
+    IgnoreErrors([&] { shown = ShowParameterPanel(control); });
+  }
+  control.VorekParameters1.SetTag(std::string("ParametersShowed=") + (shown ? "True" : "FALSE"));
+}
+
+}  // namespace
+
+void LoadReportDefinition(ReportControl& control, std::int32_t report_id) {
+  Windows& windows = control.world.process.windows();
+  windows.SetMousePointer(11);
+  const bool found = ReadReportRow(control, report_id);
+  control.VorekParameters1.SetReportCaption(control.state.Title);
+  OfferPanel(control);
+  control.LayOut();
+  ReportContext report = control.Context();
+  if (found) {
+    IgnoreErrors([&] { ReadColumnLayout(report); });
+  } else {
+    ReadColumnLayout(report);
+  }
+  control.state.ReportDistributed = "توزيع شده";
+  windows.SetMousePointer(0);
+}
+
+}  // namespace vorek

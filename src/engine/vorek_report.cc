@@ -1,0 +1,82 @@
+#include "engine/report_control.h"
+#include "grid/column_layout_pass.h"
+#include "vorek/report.h"
+
+// The host's face of the control: every member hands the work on.
+namespace vorek {
+
+VorekReport1::VorekReport1(World& world) : impl_(std::make_unique<ReportControl>(world.State())) {}
+VorekReport1::~VorekReport1() = default;
+
+bool VorekReport1::View(std::int32_t ID, const std::string& inParameterString,
+                        const std::string& inCallerStringValue) {
+  return impl_->View(ID, inParameterString, inCallerStringValue);
+}
+
+bool VorekReport1::Refresh(bool DoFilter, const std::string& inParameterString,
+                           const std::string& inCallerStringValue) {
+  return impl_->Refresh(DoFilter, inParameterString, inCallerStringValue);
+}
+
+void VorekReport1::AlignFlexes(bool RetriveFromDB) {
+  ReportContext report = impl_->Context();
+  vorek::AlignFlexes(report, RetriveFromDB);
+}
+
+bool VorekReport1::MakeTree() const { return impl_->state.MakeTree(); }
+bool VorekReport1::isTransposeFlexTree() const { return impl_->state.isTransposeFlexTree(); }
+
+std::int16_t VorekReport1::UserID() const { return static_cast<std::int16_t>(impl_->state.UserID); }
+void VorekReport1::SetUserID(std::int16_t id) { impl_->state.UserID = id; }
+std::int32_t VorekReport1::PeriodID() const { return impl_->state.PeriodID; }
+void VorekReport1::SetPeriodID(std::int32_t id) { impl_->state.PeriodID = id; }
+std::int16_t VorekReport1::OperationMode() const { return impl_->state.OperationMode; }
+void VorekReport1::SetOperationMode(std::int16_t mode) { impl_->state.OperationMode = mode; }
+std::int16_t VorekReport1::PositionID() const {
+  return static_cast<std::int16_t>(impl_->state.PositionID);
+}
+void VorekReport1::SetPositionID(std::int16_t id) { impl_->state.PositionID = id; }
+std::int16_t VorekReport1::EmployeeID() const {
+  return static_cast<std::int16_t>(impl_->state.EmployeeID);
+}
+void VorekReport1::SetEmployeeID(std::int16_t id) { impl_->state.EmployeeID = id; }
+
+const std::string& VorekReport1::OleConnectionString() const {
+  return impl_->state.OleConnectionString;
+}
+void VorekReport1::SetOleConnectionString(const std::string& text) { impl_->SetConnection(text); }
+
+const std::string& VorekReport1::Title() const { return impl_->state.Title; }
+std::int32_t VorekReport1::FormID() const { return impl_->state.FormID; }
+void VorekReport1::SetFormID(std::int32_t id) { impl_->state.FormID = id; }
+std::int32_t VorekReport1::FormTypeID() const { return impl_->state.FormTypeID; }
+void VorekReport1::SetFormTypeID(std::int32_t id) { impl_->state.FormTypeID = id; }
+const std::string& VorekReport1::UniqueWC() const { return impl_->state.UniqueWC; }
+bool VorekReport1::Enabled() const { return impl_->Enabled(); }
+void VorekReport1::SetEnabled(bool on) { impl_->SetEnabledGrids(on); }
+const std::string& VorekReport1::UseThisQuery() const { return impl_->state.UseThisQuery; }
+void VorekReport1::SetUseThisQuery(const std::string& text) { impl_->state.UseThisQuery = text; }
+bool VorekReport1::Enable_DbClick() const { return impl_->state.Enable_DbClick; }
+void VorekReport1::SetEnable_DbClick(bool on) { impl_->state.Enable_DbClick = on; }
+bool VorekReport1::Editable() const { return impl_->state.Editable; }
+void VorekReport1::SetEditable(bool on) { impl_->SetEditable(on); }
+std::int32_t VorekReport1::flxMainTopRow() const { return impl_->flxMain.TopRow(); }
+void VorekReport1::SetflxMainTopRow(std::int32_t row) { impl_->SetMainTopRow(row); }
+
+void VorekReport1::Resize(std::int32_t width, std::int32_t height) {
+  impl_->Move(impl_->Left(), impl_->Top(), width, height);
+}
+
+FlexGrid& VorekReport1::getflxMain() { return impl_->flxMain; }
+FlexGrid& VorekReport1::getflxTranspose() { return impl_->flxTranspose; }
+std::string VorekReport1::TextMatrix(std::int32_t Row, std::int32_t Col) const {
+  return impl_->CellText(Row, Col);
+}
+std::int32_t VorekReport1::Rows() const { return impl_->Context().ActiveGrid().Rows(); }
+std::int32_t VorekReport1::Cols() const { return impl_->Context().ActiveGrid().Cols(); }
+std::int32_t VorekReport1::QueryRecordCount() const { return impl_->state.QueryRecordCount; }
+
+ReportEvents& VorekReport1::Events() { return impl_->events; }
+Control& VorekReport1::Root() { return *impl_; }
+
+}  // namespace vorek

@@ -1,0 +1,28 @@
+#include "vorek/world.h"
+
+#include <utility>
+
+#include "engine/world_state.h"
+#include "platform/no_windows.h"
+
+namespace vorek {
+namespace {
+
+Services ServicesFrom(WorldOptions options) {
+  if (options.clock == nullptr) {
+    throw Error(ErrorNumber::kInvalidCall, "A world needs a clock.");
+  }
+  if (options.windows == nullptr) options.windows = std::make_shared<NoWindows>();
+  return {std::move(options.providers), std::move(options.windows), std::move(options.clock)};
+}
+
+}  // namespace
+
+World::World(WorldOptions options)
+    : state_(std::make_unique<WorldState>(ServicesFrom(std::move(options)))) {}
+
+World::~World() = default;
+
+void World::Cancel() noexcept { state_->process.dten().cnn.Cancel(); }
+
+}  // namespace vorek

@@ -1,0 +1,19 @@
+#ifndef VOREK_ENGINE_WORLD_STATE_H_
+#define VOREK_ENGINE_WORLD_STATE_H_
+
+#include "messages/messages.h"
+#include "state/process.h"
+
+namespace vorek {
+
+// What stands behind a World: the process-wide state and the forms that all controls share.
+struct WorldState {
+  explicit WorldState(Services services) : process(std::move(services)), messages(process) {}
+
+  Process process;
+  Messages messages;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_ENGINE_WORLD_STATE_H_

@@ -1,0 +1,31 @@
+#ifndef VOREK_GRID_REPORT_CONTEXT_H_
+#define VOREK_GRID_REPORT_CONTEXT_H_
+
+#include "grid/grid.h"
+#include "state/notices.h"
+#include "state/process.h"
+#include "state/report_state.h"
+
+namespace vorek {
+
+// What a pass over a report works on: the state of one control and its grids, and what all controls
+// share. Made by the control, handed down by reference.
+struct ReportContext {
+  Process& process;
+  ReportState& state;
+  Grid& flxMain;
+  Grid& flxTranspose;
+  Notices& notices;
+
+  // The grid that the user sees.
+  Grid& ActiveGrid() { return state.isTransposedResult ? flxTranspose : flxMain; }
+  ColumnLayoutTable& layouts() { return process.main.ColumnLayouts; }
+  ColumnLayoutTable& transpose_layouts() { return process.main.TransposeLayouts; }
+};
+
+// Empties a grid to 2 rows and 2 columns, one of each fixed.
+void ResetGrid(Grid& grid);
+
+}  // namespace vorek
+
+#endif  // VOREK_GRID_REPORT_CONTEXT_H_
