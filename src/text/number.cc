@@ -75,6 +75,24 @@ bool ShortWhole(std::string_view s, double& value) {
   return true;
 }
 
+// A magnitude below 0.0001 in plain decimals: 1.5E-05 is 0.000015.
+void AppendSmall(double value, std::string& out) {
+  std::array<char, 32> buffer{};
+  char* const begin = buffer.data();
+  char* const last = std::to_chars(begin, begin + buffer.size(), std::fabs(value),
+                                   std::chars_format::scientific, 14)
+                         .ptr;
+  const std::string_view text(begin, static_cast<std::size_t>(last - begin));
+  const std::size_t e = text.find('e');
+  std::size_t places = 0;
+  std::from_chars(begin + e + 2, last, places);
+  std::string digits(1, text.front());
+  digits += text.substr(2, e - 2);
+  digits.erase(digits.find_last_not_of('0') + 1);
+  if (value < 0) out += '-';
+  out.append("0.").append(places - 1, '0').append(digits);
+}
+
 double OutOfRange(std::string_view number) {
   const std::size_t e = number.find_first_of("eE");
   const bool tiny = e != std::string_view::npos && e + 1 < number.size() && number[e + 1] == '-';
@@ -102,6 +120,8 @@ void AppendPlainNumber(double value, std::string& out) {
     out += '0';
   } else if (std::fabs(value) < 1e15 && value == std::trunc(value)) {
     out.append(begin, std::to_chars(begin, end, static_cast<std::int64_t>(value)).ptr);
+  } else if (std::fabs(value) < 1e-4) {
+    AppendSmall(value, out);
   } else {
     char* const last = std::to_chars(begin, end, value, std::chars_format::general, 15).ptr;
     std::replace(begin, last, 'e', 'E');

@@ -15,8 +15,9 @@ namespace vorek::text {
 double NumericPrefix(std::string_view s);
 
 // A number as plain text: at most 15 significant digits, "." as the decimal point, "-" in front of
-// a negative one, no digit groups, no trailing zeros. From 1E+15 on, and below 0.0001, in exponent
-// form (1E+20, 1.5E-05). Not-a-number and infinity, which no rule makes, give "0".
+// a negative one, no digit groups, no trailing zeros. From 1E+15 on in exponent form (1E+20), while
+// the smallest number still has plain decimals (0.000015), so that a formula can go on with it.
+// Not-a-number and infinity, which no rule makes, give "0".
 std::string PlainNumber(double value);
 void AppendPlainNumber(double value, std::string& out);
 

@@ -1,0 +1,28 @@
+#ifndef VOREK_EVAL_EVALUATION_STATE_H_
+#define VOREK_EVAL_EVALUATION_STATE_H_
+
+#include <cstdint>
+#include <string>
+
+#include "eval/keyed_list.h"
+#include "vorek/evaluation.h"
+
+namespace vorek {
+
+struct EvaluationClass::State {
+  EvaluationOptions options;
+  std::string expresion;
+  KeyedList<VariableClass> variables;
+  KeyedList<FunctionClass> functions;
+  std::int16_t code = 0;
+  bool keeps_file = false;  // there is a function file, and what it held is in the list
+
+  void ReadFile();
+  void GuardaFunciones();
+  std::size_t FindVariable(const DynamicValue& variable) const;  // 0 if unknown, as below
+  std::size_t FindFunction(const DynamicValue& function) const;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_EVAL_EVALUATION_STATE_H_

@@ -1,0 +1,16 @@
+#ifndef VOREK_EVAL_SIGNS_H_
+#define VOREK_EVAL_SIGNS_H_
+
+#include <string>
+#include <string_view>
+
+namespace vorek {
+
+// A formula as the calculation begins with it: without blanks, and with pairs of signs folded. The
+// pairs "++", "+-", "-+" and "--" are folded in this order, each until none is left and none of
+// them twice, so that "---" becomes "+-".
+std::string FoldSigns(std::string_view formula);
+
+}  // namespace vorek
+
+#endif  // VOREK_EVAL_SIGNS_H_
