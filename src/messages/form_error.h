@@ -12,6 +12,7 @@ class FormError : public Form {
  public:
   explicit FormError(Windows& windows);
   std::string MainText() const override { return lblError.Caption(); }
+  std::string DetailText() const override { return txtError.Text(); }
   bool DetailOpen() const { return detail_open_; }
 
   Label lblError{this, "lblError"};

@@ -31,6 +31,8 @@ class Form : public CaptionControl {
   bool Modal() const { return modal_; }
   // What the form is about in one text: its message, for a person who reads a log.
   virtual std::string MainText() const { return {}; }
+  // What stands behind it, such as an error's own words.
+  virtual std::string DetailText() const { return {}; }
 
   // --- Changes by the program ------------------------------------------------------------------
 

@@ -1,0 +1,37 @@
+#ifndef VOREK_APPS_VOREK_COMMAND_H_
+#define VOREK_APPS_VOREK_COMMAND_H_
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <string>
+
+#include "vorek/world.h"
+
+// The subcommands of the program, one file each. A command does its work in the callback that it
+// gives to CLI11 and ends with a non-zero exit code by throwing CLI::RuntimeError or vorek::Error.
+namespace vorek {
+
+void AddSampleCommand(CLI::App& app);
+void AddListCommand(CLI::App& app);
+void AddShowCommand(CLI::App& app);
+
+// The database and the user of a command.
+struct ConnectOptions {
+  std::string db;
+  std::int16_t user = -1;
+  std::int16_t position = -1;
+  std::int16_t employee = -1;
+  std::int32_t period = -1;
+};
+void AddDatabaseOption(CLI::App& command, ConnectOptions& options);
+void AddUserOptions(CLI::App& command, ConnectOptions& options);
+
+// The connection string that --db stands for: a string with "Provider=" as it is, else a file.
+std::string ConnectionString(const std::string& db);
+
+// All providers, and messages on the standard error stream.
+WorldOptions ConsoleWorld();
+
+}  // namespace vorek
+
+#endif  // VOREK_APPS_VOREK_COMMAND_H_

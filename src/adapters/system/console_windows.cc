@@ -1,0 +1,28 @@
+#include "adapters/system/console_windows.h"
+
+#include <iostream>
+
+#include "adapters/system/system_clock.h"
+#include "vorek/system.h"
+
+namespace vorek {
+
+void ConsoleWindows::ShowModal(Form& form) {
+  out_ << form.Caption() << ": " << form.MainText() << '\n';
+  if (!form.DetailText().empty()) out_ << form.DetailText() << '\n';
+  out_.flush();
+  form.CloseBox();
+}
+
+std::shared_ptr<Clock> MachineClock() { return std::make_shared<SystemClock>(); }
+
+std::shared_ptr<Windows> WindowsOnStream(std::ostream& out) {
+  return std::make_shared<ConsoleWindows>(out);
+}
+
+void AddSystemServices(WorldOptions& options) {
+  if (options.clock == nullptr) options.clock = MachineClock();
+  if (options.windows == nullptr) options.windows = WindowsOnStream(std::cerr);
+}
+
+}  // namespace vorek
