@@ -1,0 +1,137 @@
+#include "adapters/odbc/connection.h"
+
+#include <sqlext.h>
+
+#include <array>
+#include <chrono>
+#include <utility>
+
+#include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/wide_text.h"
+#include "text/utf8.h"
+
+namespace vorek::odbc {
+
+Connection::Running::Running(Connection& connection, SQLHANDLE statement, int timeout_seconds)
+    : connection_(connection) {
+  {
+    const std::lock_guard lock(connection_.running_mutex_);
+    connection_.running_ = statement;
+    connection_.stop_ = Stop::kNone;
+  }
+  if (timeout_seconds <= 0) return;
+  // The server's own time-out is asked for too: it frees the server when we are gone.
+  SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
+                 AttributeNumber(static_cast<std::size_t>(timeout_seconds)), 0);
+  connection_.watchdog_.Arm(
+      std::chrono::steady_clock::now() + std::chrono::seconds(timeout_seconds),
+      [&connection] { connection.StopNow(Stop::kTimeout); });
+}
+
+Connection::Running::~Running() {
+  connection_.watchdog_.Disarm();
+  const std::lock_guard lock(connection_.running_mutex_);
+  connection_.running_ = SQL_NULL_HANDLE;
+}
+
+Connection::Connection(std::shared_ptr<Environment> environment, const ConnectionText& text)
+    : environment_(std::move(environment)), handle_(environment_->Get()) {
+  Connect(text);
+  ReadTraits();
+}
+
+Connection::~Connection() { SQLDisconnect(handle_.Get()); }
+
+void Connection::Connect(const ConnectionText& text) {
+  SQLSetConnectAttrW(handle_.Get(), SQL_ATTR_LOGIN_TIMEOUT,
+                     AttributeNumber(static_cast<std::size_t>(text.login_seconds)), 0);
+  std::vector<SQLWCHAR> wide = ToWide(text.odbc);
+  SQLSMALLINT length = 0;
+  const SQLRETURN code =
+      SQLDriverConnectW(handle_.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
+                        nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
+  if (SQL_SUCCEEDED(code)) return;
+  const Diagnostic diagnostic = ReadDiagnostic(SQL_HANDLE_DBC, handle_.Get());
+  throw Error(ErrorNumber::kConnection,
+              WithoutPassword(ServerWords(diagnostic.message), text.password));
+}
+
+void Connection::ReadTraits() {
+  SQLUINTEGER extensions = 0;
+  SQLGetInfoW(handle_.Get(), SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
+  traits_.get_any_column = (extensions & SQL_GD_ANY_COLUMN) != 0;
+  traits_.get_bound_columns = (extensions & SQL_GD_BOUND) != 0;
+  traits_.get_in_block = (extensions & SQL_GD_BLOCK) != 0;
+  std::array<SQLWCHAR, 64> name{};
+  SQLGetInfoW(handle_.Get(), SQL_DBMS_NAME, name.data(), static_cast<SQLSMALLINT>(sizeof name),
+              nullptr);
+  std::string server;
+  for (const SQLWCHAR c : name) {
+    if (c != 0) AppendUtf8(&c, 1, server);
+  }
+  traits_.exact_sizes = text::ContainsIgnoreCase(server, "SQL Server");
+}
+
+void Connection::Cancel() noexcept { StopNow(Stop::kCancelled); }
+
+void Connection::StopNow(Stop reason) noexcept {
+  const std::lock_guard lock(running_mutex_);
+  if (running_ == SQL_NULL_HANDLE) return;
+  Stop none = Stop::kNone;
+  if (stop_.compare_exchange_strong(none, reason)) SQLCancel(running_);
+}
+
+void Connection::ThrowIfStopped() const {
+  if (stop_ == Stop::kTimeout) throw Error(ErrorNumber::kTimeout, "Query timeout expired");
+  if (stop_ == Stop::kCancelled) {
+    throw Error(ErrorNumber::kCancelled, "Operation was cancelled.");
+  }
+}
+
+// A statement that was told to stop fails with words about that; it is the reason that counts.
+void Connection::Fail(SQLHANDLE statement) const {
+  ThrowIfStopped();
+  throw StatementError(statement, handle_.Get());
+}
+
+ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
+  const Statement statement(handle_.Get());
+  const Running running(*this, statement.Get(), options.timeout_seconds);
+  std::vector<SQLWCHAR> wide = ToWide(text);
+  const SQLRETURN code =
+      SQLExecDirectW(statement.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+  if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) Fail(statement.Get());
+  ResultSetPtr rows = ReadFirstRows(statement.Get(), options);
+  if (rows != nullptr) FinishRest(statement.Get());
+  return rows;
+}
+
+// The first result that has columns; those of statements in front of it are passed over.
+ResultSetPtr Connection::ReadFirstRows(SQLHANDLE statement, const ExecuteOptions& options) {
+  for (;;) {
+    SQLSMALLINT columns = 0;
+    SQLNumResultCols(statement, &columns);
+    if (columns > 0) {
+      RowReader reader(statement, traits_, [this, statement] { Fail(statement); });
+      return reader.Read(columns, [this, &options](std::size_t rows) {
+        if (options.progress && !options.progress(rows)) Cancel();
+        ThrowIfStopped();
+      });
+    }
+    const SQLRETURN code = SQLMoreResults(statement);
+    if (code == SQL_NO_DATA) return nullptr;
+    if (!SQL_SUCCEEDED(code)) Fail(statement);
+  }
+}
+
+// What stands behind the first rows in the same text is carried out, and its failure is one of the
+// whole; its rows are nobody's.
+void Connection::FinishRest(SQLHANDLE statement) {
+  for (;;) {
+    const SQLRETURN code = SQLMoreResults(statement);
+    if (code == SQL_NO_DATA) return;
+    if (!SQL_SUCCEEDED(code)) Fail(statement);
+  }
+}
+
+}  // namespace vorek::odbc

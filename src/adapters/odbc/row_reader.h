@@ -1,0 +1,69 @@
+#ifndef VOREK_ADAPTERS_ODBC_ROW_READER_H_
+#define VOREK_ADAPTERS_ODBC_ROW_READER_H_
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "adapters/odbc/column_plan.h"
+#include "platform/result_set.h"
+
+namespace vorek::odbc {
+
+// How the driver lets values be read again that a bound buffer couldn't take.
+struct DriverTraits {
+  bool get_any_column = false;     // also of columns in front of bound ones
+  bool get_bound_columns = false;  // also of bound columns
+  bool get_in_block = false;       // of any row of a block
+  bool exact_sizes = false;        // no value is longer than its column's size
+};
+
+// Reads the row set that stands open on a statement, block by block.
+class RowReader {
+ public:
+  // Called after each block with the rows read so far; it throws to stop.
+  using OnBlock = std::function<void(std::size_t rows)>;
+
+  // fail throws what the statement says of its last call.
+  RowReader(SQLHANDLE statement, const DriverTraits& traits, std::function<void()> fail);
+  ~RowReader();
+
+  ResultSetPtr Read(SQLSMALLINT columns, const OnBlock& on_block);
+
+ private:
+  struct Column {
+    ColumnPlan plan;
+    std::vector<unsigned char> buffer;
+    std::vector<SQLLEN> lengths;
+    bool bound = false;
+  };
+
+  void Prepare(SQLSMALLINT count);
+  void ChooseBlock();
+  void Bind();
+  void AppendBlock(std::size_t rows);
+  void AppendBound(std::size_t index, std::size_t row);
+  void AppendDecoded(const ColumnPlan& plan, const unsigned char* value, std::size_t length,
+                     ResultColumn& out);
+  void AppendInPieces(std::size_t index);
+  void Reread(std::size_t index, std::size_t row);
+  bool IsCut(const Column& column, SQLLEN length) const;
+  void Check(SQLRETURN code) const;
+
+  SQLHANDLE statement_;
+  DriverTraits traits_;
+  std::function<void()> fail_;
+  std::vector<Column> columns_;
+  std::size_t block_ = 1;
+  SQLULEN fetched_ = 0;
+  std::string text_;  // reused for each value
+  std::shared_ptr<ResultSet> result_ = std::make_shared<ResultSet>();
+};
+
+}  // namespace vorek::odbc
+
+#endif  // VOREK_ADAPTERS_ODBC_ROW_READER_H_

@@ -1,0 +1,40 @@
+#ifndef VOREK_ADAPTERS_ODBC_WATCHDOG_H_
+#define VOREK_ADAPTERS_ODBC_WATCHDOG_H_
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace vorek::odbc {
+
+// Calls an action once a moment has passed, from a thread of its own: a driver's time-out covers
+// neither the fetch of the rows nor a network that is gone.
+class Watchdog {
+ public:
+  Watchdog();
+  ~Watchdog();
+  Watchdog(const Watchdog&) = delete;
+  Watchdog& operator=(const Watchdog&) = delete;
+
+  void Arm(std::chrono::steady_clock::time_point moment, std::function<void()> action);
+
+  // The action doesn't run any more when this returns.
+  void Disarm();
+
+ private:
+  void Watch();
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::optional<std::chrono::steady_clock::time_point> moment_;
+  std::function<void()> action_;
+  bool ends_ = false;
+  std::thread thread_;  // the last member: it uses the others
+};
+
+}  // namespace vorek::odbc
+
+#endif  // VOREK_ADAPTERS_ODBC_WATCHDOG_H_
