@@ -23,16 +23,13 @@ constexpr SQLULEN kLongestBound = 8192;
 constexpr int kMostDigits = 18;  // of a whole number of 64 bits
 constexpr int kMoneyScale = 4;
 
-std::string TextAttribute(SQLHANDLE statement, SQLUSMALLINT column, SQLUSMALLINT attribute) {
+std::string TextAttribute(SQLHANDLE statement, SQLUSMALLINT column, SQLUSMALLINT attribute,
+                          bool unicode) {
   std::array<SQLWCHAR, 512> text{};
   SQLSMALLINT bytes = 0;
   const SQLRETURN code = SQLColAttributeW(statement, column, attribute, text.data(),
                                           static_cast<SQLSMALLINT>(sizeof text), &bytes, nullptr);
-  std::string result;
-  if (!SQL_SUCCEEDED(code)) return result;
-  const auto end = std::find(text.begin(), text.end(), SQLWCHAR{0});
-  AppendUtf8(text.data(), static_cast<std::size_t>(end - text.begin()), result);
-  return result;
+  return SQL_SUCCEEDED(code) ? FromDriver(text, unicode) : std::string();
 }
 
 bool IsMoney(const ColumnDescription& column) {
@@ -60,12 +57,13 @@ ColumnPlan Exact(int ado_type, int scale) {
           false};
 }
 
-ColumnPlan Text(int ado_type, SQLULEN size) {
+ColumnPlan Text(int ado_type, SQLULEN size, bool unicode) {
   ColumnPlan plan;
   plan.ado_type = ado_type;
+  plan.c_type = unicode ? SQL_C_WCHAR : SQL_C_CHAR;
   plan.is_long = size == 0 || size > kLongestBound;
-  // A character may take two units; the end takes one.
-  plan.width = plan.is_long ? 0 : (2 * size + 1) * sizeof(SQLWCHAR);
+  // A character may take two units or four bytes; the end takes one.
+  if (!plan.is_long) plan.width = unicode ? (2 * size + 1) * sizeof(SQLWCHAR) : 4 * size + 1;
   return plan;
 }
 
@@ -84,7 +82,8 @@ ColumnPlan Moment(int ado_type, SQLSMALLINT c_type, std::size_t width) {
 
 }  // namespace
 
-std::vector<ColumnDescription> DescribeColumns(SQLHANDLE statement, SQLSMALLINT count) {
+std::vector<ColumnDescription> DescribeColumns(SQLHANDLE statement, SQLSMALLINT count,
+                                               bool unicode) {
   std::vector<ColumnDescription> columns;
   for (SQLSMALLINT i = 1; i <= count; ++i) {
     ColumnDescription column;
@@ -93,14 +92,19 @@ std::vector<ColumnDescription> DescribeColumns(SQLHANDLE statement, SQLSMALLINT 
     SQLSMALLINT nullable = 0;
     SQLDescribeColW(statement, number, nullptr, 0, &length, &column.type, &column.size,
                     &column.scale, &nullable);
-    column.name = TextAttribute(statement, number, SQL_DESC_LABEL);
-    column.type_name = TextAttribute(statement, number, SQL_DESC_TYPE_NAME);
+    column.name = TextAttribute(statement, number, SQL_DESC_LABEL, unicode);
+    column.type_name = TextAttribute(statement, number, SQL_DESC_TYPE_NAME, unicode);
     columns.push_back(std::move(column));
   }
   return columns;
 }
 
-ColumnPlan PlanColumn(const ColumnDescription& column) {
+bool IsVariable(const ColumnPlan& plan) {
+  return plan.c_type == SQL_C_WCHAR || plan.c_type == SQL_C_BINARY ||
+         (plan.c_type == SQL_C_CHAR && plan.storage == ResultColumn::Storage::kText);
+}
+
+ColumnPlan PlanColumn(const ColumnDescription& column, bool unicode) {
   if (IsMoney(column)) return Exact(kCurrency, kMoneyScale);
   switch (column.type) {
     case SQL_BIT:
@@ -129,7 +133,7 @@ ColumnPlan PlanColumn(const ColumnDescription& column) {
     case SQL_TYPE_TIMESTAMP:
       return Moment(kDBTimeStamp, SQL_C_TYPE_TIMESTAMP, sizeof(SQL_TIMESTAMP_STRUCT));
     case SQL_GUID:
-      return Text(kGuid, std::max<SQLULEN>(column.size, 38));
+      return Text(kGuid, std::max<SQLULEN>(column.size, 38), unicode);
     case SQL_BINARY:
       return Bytes(kBinary, column.size);
     case SQL_VARBINARY:
@@ -137,19 +141,19 @@ ColumnPlan PlanColumn(const ColumnDescription& column) {
     case SQL_LONGVARBINARY:
       return Bytes(kLongVarBinary, column.size);
     case SQL_CHAR:
-      return Text(kChar, column.size);
+      return Text(kChar, column.size, unicode);
     case SQL_VARCHAR:
-      return Text(kVarChar, column.size);
+      return Text(kVarChar, column.size, unicode);
     case SQL_LONGVARCHAR:
-      return Text(kLongVarChar, column.size);
+      return Text(kLongVarChar, column.size, unicode);
     case SQL_WCHAR:
-      return Text(kWChar, column.size);
+      return Text(kWChar, column.size, unicode);
     case SQL_WLONGVARCHAR:
     case kSqlServerXml:
-      return Text(kLongVarWChar, column.size);
+      return Text(kLongVarWChar, column.size, unicode);
     case kSqlServerVariant:
     default:
-      return Text(kVarWChar, column.size);
+      return Text(kVarWChar, column.size, unicode);
   }
 }
 

@@ -20,7 +20,8 @@ struct ColumnDescription {
   SQLULEN size = 0;  // characters, bytes or digits; 0 for without bound
   SQLSMALLINT scale = 0;
 };
-std::vector<ColumnDescription> DescribeColumns(SQLHANDLE statement, SQLSMALLINT count);
+std::vector<ColumnDescription> DescribeColumns(SQLHANDLE statement, SQLSMALLINT count,
+                                               bool unicode);
 
 // How a column is asked for and kept.
 struct ColumnPlan {
@@ -31,7 +32,12 @@ struct ColumnPlan {
   std::size_t width = 0;  // bytes of one value in a bound buffer, its end included
   bool is_long = false;   // can't be bound whole: read piece by piece
 };
-ColumnPlan PlanColumn(const ColumnDescription& column);
+
+// True if a value's length varies and its buffer may be too short for it.
+bool IsVariable(const ColumnPlan& plan);
+
+// unicode: the driver gives texts as UTF-16; one that doesn't gives their bytes, UTF-8.
+ColumnPlan PlanColumn(const ColumnDescription& column, bool unicode);
 
 }  // namespace vorek::odbc
 

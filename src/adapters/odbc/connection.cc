@@ -51,7 +51,7 @@ void Connection::Connect(const ConnectionText& text) {
       SQLDriverConnectW(handle_.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
                         nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
   if (SQL_SUCCEEDED(code)) return;
-  const Diagnostic diagnostic = ReadDiagnostic(SQL_HANDLE_DBC, handle_.Get());
+  const Diagnostic diagnostic = ReadDiagnostic(SQL_HANDLE_DBC, handle_.Get(), true);
   throw Error(ErrorNumber::kConnection,
               WithoutPassword(ServerWords(diagnostic.message), text.password));
 }
@@ -65,11 +65,20 @@ void Connection::ReadTraits() {
   std::array<SQLWCHAR, 64> name{};
   SQLGetInfoW(handle_.Get(), SQL_DBMS_NAME, name.data(), static_cast<SQLSMALLINT>(sizeof name),
               nullptr);
-  std::string server;
-  for (const SQLWCHAR c : name) {
-    if (c != 0) AppendUtf8(&c, 1, server);
-  }
-  traits_.exact_sizes = text::ContainsIgnoreCase(server, "SQL Server");
+  traits_.unicode = KnowsUnicode();
+  traits_.exact_sizes = text::ContainsIgnoreCase(FromDriver(name, traits_.unicode), "SQL Server");
+}
+
+// A driver without Unicode gets its texts from the driver manager cut to bytes, which this shows:
+// alef cut to its lower byte is a quote. A driver that doesn't answer is taken for a newer one.
+bool Connection::KnowsUnicode() {
+  std::vector<SQLWCHAR> text = ToWide("'\u0627'");
+  text.push_back(0);
+  std::array<SQLWCHAR, 16> same{};
+  SQLINTEGER length = 0;
+  const SQLRETURN code = SQLNativeSqlW(handle_.Get(), text.data(), SQL_NTS, same.data(),
+                                       static_cast<SQLINTEGER>(same.size()), &length);
+  return !SQL_SUCCEEDED(code) || same[1] == text[1];
 }
 
 void Connection::Cancel() noexcept { StopNow(Stop::kCancelled); }
@@ -91,15 +100,24 @@ void Connection::ThrowIfStopped() const {
 // A statement that was told to stop fails with words about that; it is the reason that counts.
 void Connection::Fail(SQLHANDLE statement) const {
   ThrowIfStopped();
-  throw StatementError(statement, handle_.Get());
+  throw StatementError(statement, handle_.Get(), traits_.unicode);
+}
+
+SQLRETURN Connection::ExecuteDirect(SQLHANDLE statement, std::string_view text) {
+  if (!traits_.unicode) {
+    std::vector<SQLCHAR> bytes(text.begin(), text.end());
+    bytes.push_back(0);
+    return SQLExecDirect(statement, bytes.data(), SQL_NTS);
+  }
+  std::vector<SQLWCHAR> wide = ToWide(text);
+  wide.push_back(0);  // not every driver reads a length as one of characters
+  return SQLExecDirectW(statement, wide.data(), SQL_NTS);
 }
 
 ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
   const Statement statement(handle_.Get());
   const Running running(*this, statement.Get(), options.timeout_seconds);
-  std::vector<SQLWCHAR> wide = ToWide(text);
-  const SQLRETURN code =
-      SQLExecDirectW(statement.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+  const SQLRETURN code = ExecuteDirect(statement.Get(), text);
   if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) Fail(statement.Get());
   ResultSetPtr rows = ReadFirstRows(statement.Get(), options);
   if (rows != nullptr) FinishRest(statement.Get());

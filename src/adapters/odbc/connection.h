@@ -41,6 +41,8 @@ class Connection final : public DatabaseConnection {
 
   void Connect(const ConnectionText& text);
   void ReadTraits();
+  bool KnowsUnicode();
+  SQLRETURN ExecuteDirect(SQLHANDLE statement, std::string_view text);
   void StopNow(Stop reason) noexcept;
   void ThrowIfStopped() const;
   [[noreturn]] void Fail(SQLHANDLE statement) const;

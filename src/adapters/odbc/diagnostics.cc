@@ -11,7 +11,7 @@
 
 namespace vorek::odbc {
 
-Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle) {
+Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle, bool unicode) {
   std::array<SQLWCHAR, 6> state{};
   std::array<SQLWCHAR, 2048> message{};
   SQLINTEGER native = 0;
@@ -19,11 +19,7 @@ Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle) {
   const SQLRETURN code = SQLGetDiagRecW(kind, handle, 1, state.data(), &native, message.data(),
                                         static_cast<SQLSMALLINT>(message.size()), &length);
   if (!SQL_SUCCEEDED(code)) return {"HY000", "The ODBC driver gives no reason."};
-  Diagnostic result;
-  AppendUtf8(state.data(), 5, result.state);
-  const auto end = std::find(message.begin(), message.end(), SQLWCHAR{0});
-  AppendUtf8(message.data(), static_cast<std::size_t>(end - message.begin()), result.message);
-  return result;
+  return {FromDriver(state, unicode), FromDriver(message, unicode)};
 }
 
 std::string ServerWords(std::string_view message) {
@@ -65,12 +61,14 @@ std::string WithoutPassword(std::string message, const std::string& password) {
   return text::Replace(message, password, "***");
 }
 
-Error StatementError(SQLHANDLE statement, SQLHANDLE connection) {
-  const Diagnostic diagnostic = ReadDiagnostic(SQL_HANDLE_STMT, statement);
+Error StatementError(SQLHANDLE statement, SQLHANDLE connection, bool unicode) {
+  const Diagnostic diagnostic = ReadDiagnostic(SQL_HANDLE_STMT, statement, unicode);
   SQLUINTEGER dead = SQL_CD_FALSE;
   const SQLRETURN asked =
       SQLGetConnectAttrW(connection, SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER, nullptr);
-  const bool lost = SQL_SUCCEEDED(asked) && dead == SQL_CD_TRUE;
+  // PostgreSQL's driver says so in words alone.
+  const bool lost = (SQL_SUCCEEDED(asked) && dead == SQL_CD_TRUE) ||
+                    text::Contains(diagnostic.message, "no connection to the server");
   return Error(lost ? ErrorNumber::kConnection : NumberOfState(diagnostic.state),
                ServerWords(diagnostic.message));
 }

@@ -15,7 +15,7 @@ struct Diagnostic {
   std::string state;  // five characters
   std::string message;
 };
-Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle);
+Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle, bool unicode);
 
 // The server's own words: without the bracketed names of driver and server in front, and without
 // what a driver says behind them of itself.
@@ -28,7 +28,7 @@ ErrorNumber NumberOfState(std::string_view state);
 std::string WithoutPassword(std::string message, const std::string& password);
 
 // The error of a statement; kConnection if its connection is dead, whatever the state says.
-Error StatementError(SQLHANDLE statement, SQLHANDLE connection);
+Error StatementError(SQLHANDLE statement, SQLHANDLE connection, bool unicode);
 
 }  // namespace vorek::odbc
 

@@ -22,12 +22,9 @@ Value ReadAs(const unsigned char* bytes) {
   return value;
 }
 
-bool IsVariable(const ColumnPlan& plan) {
-  return plan.c_type == SQL_C_WCHAR || plan.c_type == SQL_C_BINARY;
-}
-
 std::size_t EndBytes(const ColumnPlan& plan) {
-  return plan.c_type == SQL_C_WCHAR ? sizeof(SQLWCHAR) : 0;
+  if (plan.c_type == SQL_C_WCHAR) return sizeof(SQLWCHAR);
+  return plan.c_type == SQL_C_CHAR ? 1 : 0;
 }
 
 }  // namespace
@@ -61,9 +58,9 @@ ResultSetPtr RowReader::Read(SQLSMALLINT columns, const OnBlock& on_block) {
 
 void RowReader::Prepare(SQLSMALLINT count) {
   bool after_long = false;
-  for (ColumnDescription& description : DescribeColumns(statement_, count)) {
+  for (ColumnDescription& description : DescribeColumns(statement_, count, traits_.unicode)) {
     Column column;
-    column.plan = PlanColumn(description);
+    column.plan = PlanColumn(description, traits_.unicode);
     after_long = after_long || column.plan.is_long;
     // Behind a long column a driver may insist on reading everything piece by piece.
     column.bound = !column.plan.is_long && (traits_.get_any_column || !after_long);

@@ -16,6 +16,7 @@ namespace vorek::odbc {
 
 // How the driver lets values be read again that a bound buffer couldn't take.
 struct DriverTraits {
+  bool unicode = true;             // texts as UTF-16; else their bytes, taken for UTF-8
   bool get_any_column = false;     // also of columns in front of bound ones
   bool get_bound_columns = false;  // also of bound columns
   bool get_in_block = false;       // of any row of a block

@@ -45,4 +45,16 @@ void AppendUtf8(const SQLWCHAR* text, std::size_t length, std::string& out) {
   }
 }
 
+std::string FromDriver(const SQLWCHAR* text, std::size_t length, bool unicode) {
+  std::string result;
+  const bool bytes =
+      !unicode && std::all_of(text, text + length, [](SQLWCHAR unit) { return unit < 0x100; });
+  if (!bytes) {
+    AppendUtf8(text, length, result);
+    return result;
+  }
+  for (std::size_t i = 0; i < length; ++i) result += static_cast<char>(text[i]);
+  return text::ValidUtf8(result);
+}
+
 }  // namespace vorek::odbc
