@@ -115,7 +115,7 @@ class Control {
   void ZOrder();
   Control* ActiveControl() const { return active_; }  // of a root; null for none
 
-  // Set on a root; null for none. Not owned.
+  // Set on a root; null for none. Not owned: it must outlive the tree or be taken away.
   void SetObserver(ControlObserver* observer) { observer_ = observer; }
 
   // --- Callbacks to the owner ------------------------------------------------------------------

@@ -1,0 +1,92 @@
+#include "catalog/filter.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/field_type.h"
+#include "platform/memory_database.h"
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+ResultSetPtr Rows() {
+  return MakeResult({{"ID", kInteger},
+                     {"ParentID", kInteger},
+                     {"نام", kVarWChar},
+                     {"Price", kCurrency},
+                     {"Two Words", kDouble}},
+                    {{"1", std::nullopt, "Ali", "12.5", "1"},
+                     {"2", "1", "ali reza", "12.5001", "2.5"},
+                     {"3", "1", std::nullopt, "-7", "3"},
+                     {"4", "2", "O'Neil", std::nullopt, "0"}});
+}
+
+std::string Matching(const std::string& text) {
+  const ResultSetPtr rows = Rows();
+  const RecordFilter filter(text, *rows);
+  std::string ids;
+  for (std::size_t row = 0; row < rows->rows; ++row) {
+    if (filter.Matches(row)) ids += std::to_string(row + 1);
+  }
+  return ids;
+}
+
+TEST(FilterTest, SelectsRows) {
+  const struct {
+    const char* text;
+    const char* ids;
+  } cases[] = {
+      {"ID = 2", "2"},
+      {"parentid = NULL", "1"},
+      {"ParentID <> null", "234"},
+      {"[نام] = 'ALI'", "1"},
+      {"نام like 'ali*'", "12"},
+      {"نام like '%REZA'", "2"},
+      {"نام LIKE 'a*e*'", "2"},
+      {"نام = 'O''Neil'", "4"},
+      {"Price = 12.5", "1"},
+      {"Price > 12.5", "2"},
+      {"Price < 0 OR ID >= 4", "34"},
+      {"ID = 1 OR ParentID = 1 AND ID = 3", "13"},
+      {"(ID = 1 OR ParentID = 1) AND ID = 3", "3"},
+      {"[Two Words] <= 1", "14"},
+      {"ID = 99999999999999999999", ""},
+      {"ID = 1.5", ""},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Matching(c.text), c.ids) << c.text;
+}
+
+TEST(FilterTest, RefusesWhatItCantRead) {
+  for (const char* text :
+       {"", "ID", "ID =", "ID = 'x", "Nothing = 1", "ID = x", "[ID = 1", "ID = 1 AND", "(ID = 1",
+        "ID = 1)", "ID > NULL", "ID like", "ID ! 3", "ID = 1 2"}) {
+    EXPECT_THROW(Matching(text), Error) << text;
+  }
+  EXPECT_THROW(Matching(std::string(5000, '(')), Error);
+  std::string chain = "ID = 1";
+  for (int i = 0; i < 100000; ++i) chain += " OR ID = 1";
+  EXPECT_THROW(Matching(chain), Error);
+}
+
+TEST(FilterTest, IndexFindsTheSameRowsAsAScan) {
+  std::vector<MemoryRow> rows;
+  for (int i = 0; i < 5000; ++i) {
+    rows.push_back(
+        {i % 7 == 0 ? std::nullopt : std::optional(std::to_string((i * 31) % 101 - 50))});
+  }
+  const ResultSetPtr result = MakeResult({{"K", kInteger}}, rows);
+  const KeyIndex index(result->columns[0]);
+  for (int key = -55; key < 55; ++key) {
+    const RecordFilter filter("K = " + std::to_string(key), *result);
+    std::uint32_t found = index.First(key);
+    for (std::uint32_t row = 0; row < rows.size(); ++row) {
+      if (!filter.Matches(row)) continue;
+      ASSERT_EQ(found, row);
+      found = index.Next(found);
+    }
+    EXPECT_EQ(found, KeyIndex::kNone);
+  }
+}
+
+}  // namespace
+}  // namespace vorek

@@ -1,0 +1,93 @@
+#include "messages/messages.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/memory_database.h"
+#include "support/fixed_clock.h"
+#include "support/scripted_windows.h"
+
+namespace vorek {
+namespace {
+
+class MessagesTest : public testing::Test {
+ protected:
+  // Shows the error form and does `act` on it.
+  template <typename Act>
+  void WithErrorForm(const Act& act) {
+    windows->Queue([&](Form& form) { act(dynamic_cast<FormError&>(form)); });
+    messages.DisplayError(-5, "short", "long", "unused", -2147467259);
+  }
+
+  std::shared_ptr<ScriptedWindows> windows = std::make_shared<ScriptedWindows>();
+  std::shared_ptr<MemoryDatabase> database = std::make_shared<MemoryDatabase>();
+  Process process{{{database}, windows, std::make_shared<FixedClock>()}};
+  Messages messages{process};
+};
+
+TEST_F(MessagesTest, AsksYesOrNo) {
+  const struct {
+    const char* button;  // null: the close box
+    int answer;
+    int left_behind;
+  } cases[] = {{"cmdYes", 1, 1}, {"cmdNo", 2, 2}, {"cmdContinue", 2, 0}, {nullptr, 2, 0}};
+  for (const auto& c : cases) {
+    windows->Queue([&](Form& form) {
+      if (c.button != nullptr) form.Find(c.button)->Click();
+    });
+    EXPECT_EQ(messages.ShowConfirm("پرسش", "؟"), c.answer);
+    EXPECT_EQ(process.main.ConfirmAnswer, c.left_behind);
+  }
+  EXPECT_EQ(windows->shown.front(), "FormConfirm|پرسش|؟");
+}
+
+TEST_F(MessagesTest, FoldsTheDetailOfAnError) {
+  WithErrorForm([](FormError& form) {
+    EXPECT_EQ(form.Caption(), "اشکال شماره :  2147467259");
+    EXPECT_EQ(form.txtError.Text(), "long");
+    const std::int32_t folded = form.Height();
+    EXPECT_EQ(form.cmdDetail.Caption(), "جزييات >>");
+    form.cmdDetail.Click();
+    EXPECT_EQ(form.Height(), folded * 2);
+    EXPECT_EQ(form.cmdDetail.Caption(), "جزييات <<");
+    form.cmdDetail.Click();
+    EXPECT_EQ(form.Height(), folded);
+    form.cmdDetail.Click();
+  });
+  WithErrorForm([](FormError& form) {
+    EXPECT_FALSE(form.DetailOpen());
+    EXPECT_EQ(form.Height(), FormError::kDesignHeight / 2);
+  });
+}
+
+TEST_F(MessagesTest, ClosesAnErrorByItsKeys) {
+  const struct {
+    int key;
+    int shift;
+    bool on_button;
+    bool closes;
+  } cases[] = {{13, 0, false, true}, {13, 0, true, false}, {13, 2, true, true},
+               {27, 0, true, true},  {88, 4, true, true},  {88, 0, true, false},
+               {65, 0, false, false}};
+  for (const auto& c : cases) {
+    WithErrorForm([&](FormError& form) {
+      (c.on_button ? static_cast<Control&>(form.cmdDetail) : form.txtError).SetFocus();
+      form.FormKeyDown(c.key, c.shift);
+      EXPECT_EQ(form.Shown(), !c.closes) << c.key << '+' << c.shift;
+    });
+  }
+}
+
+TEST_F(MessagesTest, ShowsTheDatabasesWordsForWantOfOthers) {
+  process.data.Rebind("Provider=VorekMemory;");
+  EXPECT_FALSE(IgnoreErrors([&] { process.dten().rssqlQuery.Open("select * from nowhere"); }));
+  std::string detail;
+  windows->Queue([&](Form& form) { detail = form.DetailText(); });
+  messages.DisplayError(-5, "short", "", "", 1);
+  EXPECT_NE(detail.find("nowhere"), std::string::npos);
+  windows->Queue([&](Form& form) { detail = form.DetailText(); });
+  messages.DisplayError(0, "short", "", "", 1);
+  EXPECT_EQ(detail, "");
+}
+
+}  // namespace
+}  // namespace vorek

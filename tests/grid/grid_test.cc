@@ -1,0 +1,234 @@
+#include "grid/grid.h"
+
+#include <gtest/gtest.h>
+
+#include "catalog/data_session.h"
+#include "platform/field_type.h"
+#include "platform/memory_database.h"
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+// A session whose report slot is open on `rows`.
+class BoundGrid {
+ public:
+  BoundGrid(const std::vector<MemoryColumn>& columns, const std::vector<MemoryRow>& rows) {
+    auto database = std::make_shared<MemoryDatabase>();
+    database->Answer("rows", MakeResult(columns, rows));
+    session_ = std::make_unique<DataSession>(ProviderList{database});
+    session_->Rebind("Provider=VorekMemory;");
+    Slot().Open("rows");
+    grid.Bind(Slot());
+  }
+  Recordset& Slot() { return session_->Get().rssqlQuery; }
+
+  Grid grid{nullptr, "flxMain"};
+
+ private:
+  std::unique_ptr<DataSession> session_;
+};
+
+std::string ColumnTexts(const Grid& grid, std::int32_t col) {
+  std::string texts;
+  for (std::int32_t row = 0; row < grid.Rows(); ++row) texts += grid.TextMatrix(row, col) + "|";
+  return texts;
+}
+
+const std::vector<MemoryColumn> kColumns = {{"نام", kVarWChar}, {"N", kInteger}, {"M", kCurrency}};
+const std::vector<MemoryRow> kRows = {{"a", "3", "1234567.5"},
+                                      {"a text beyond fifteen bytes", std::nullopt, "-1234"},
+                                      {std::nullopt, "-1", std::nullopt}};
+
+TEST(GridTest, BindsARecordset) {
+  BoundGrid bound(kColumns, kRows);
+  Grid& grid = bound.grid;
+  EXPECT_EQ(grid.Rows(), 4);
+  EXPECT_EQ(grid.Cols(), 4);
+  EXPECT_EQ(ColumnTexts(grid, 0), "||||");
+  EXPECT_EQ(ColumnTexts(grid, 1), "نام|a|a text beyond fifteen bytes||");
+  EXPECT_EQ(ColumnTexts(grid, 2), "N|3||-1|");
+  grid.ReformColumn(3, CellForm::kMoney);
+  EXPECT_EQ(ColumnTexts(grid, 3), "M|1/234/567.5|(1/234)||");
+  EXPECT_EQ(grid.CellValue(2, 3), -1234);
+  bound.Slot().Close();
+  EXPECT_EQ(grid.TextMatrix(2, 1), "a text beyond fifteen bytes");
+  EXPECT_THROW(grid.TextMatrix(4, 0), Error);
+  EXPECT_THROW(grid.TextMatrix(0, -1), Error);
+}
+
+TEST(GridTest, BindsOnlyTheFilteredRecords) {
+  BoundGrid bound(kColumns, kRows);
+  bound.Slot().SetFilter("N <> NULL");
+  bound.grid.Bind(bound.Slot());
+  EXPECT_EQ(ColumnTexts(bound.grid, 2), "N|3|-1|");
+}
+
+TEST(GridTest, WritesOverBoundCells) {
+  BoundGrid bound(kColumns, kRows);
+  Grid& grid = bound.grid;
+  grid.SetTextMatrix(1, 1, "another text beyond fifteen bytes");
+  grid.SetTextMatrix(2, 2, "7");
+  grid.AddItem("مجموع");
+  grid.SetTextMatrix(4, 2, "9");
+  EXPECT_EQ(ColumnTexts(grid, 2), "N|3|7|-1|9|");
+  grid.ReformColumn(2, CellForm::kNumber);
+  EXPECT_EQ(ColumnTexts(grid, 2), "N|3|7|-1|9|");
+  EXPECT_EQ(grid.TextMatrix(1, 1), "another text beyond fifteen bytes");
+  grid.RemoveItem(2);
+  EXPECT_EQ(ColumnTexts(grid, 2), "N|3|-1|9|");
+  EXPECT_EQ(ColumnTexts(grid, 0), "|||مجموع|");
+  grid.Clear();
+  EXPECT_EQ(ColumnTexts(grid, 1), "||||");
+}
+
+TEST(GridTest, KeepsManyWritesOverABoundColumn) {
+  std::vector<MemoryRow> rows;
+  for (int i = 0; i < 5000; ++i) rows.push_back({std::to_string(i)});
+  BoundGrid bound({{"N", kInteger}}, rows);
+  Grid& grid = bound.grid;
+  grid.AddItem("last");
+  grid.SetTextMatrix(5001, 1, "sum");
+  for (std::int32_t row = 1; row <= 5000; row += 2) {
+    grid.SetTextMatrix(row, 1, std::to_string(row) + " is an odd row's text");
+  }
+  EXPECT_EQ(grid.TextMatrix(0, 1), "N");
+  EXPECT_EQ(grid.TextMatrix(4999, 1), "4999 is an odd row's text");
+  EXPECT_EQ(grid.TextMatrix(5000, 1), "4999");
+  EXPECT_EQ(grid.TextMatrix(5001, 1), "sum");
+}
+
+TEST(GridTest, ReusesRowsWithoutTheirOldTexts) {
+  Grid grid(nullptr, "g");
+  grid.SetRows(3);
+  grid.SetTextMatrix(2, 1, "old");
+  grid.SetRow(2);
+  grid.SetColSel(1);
+  grid.SetCellBackColor(255);
+  grid.SetRowHeight(2, 0);
+  grid.SetRows(2);
+  grid.SetRows(3);
+  EXPECT_EQ(grid.TextMatrix(2, 1), "");
+  EXPECT_EQ(grid.FormatAt(2, 1).back_color, -1);
+  EXPECT_EQ(grid.RowHeight(2), 240);
+}
+
+TEST(GridTest, LowersFixedRowsAndKeepsTheSelectionInside) {
+  Grid grid(nullptr, "g");
+  grid.SetRows(5);
+  grid.SetRow(4);
+  grid.SetRows(1);
+  EXPECT_EQ(grid.FixedRows(), 0);
+  EXPECT_EQ(grid.Row(), 0);
+  grid.SetRows(2);
+  grid.SetFixedRows(1);
+  EXPECT_EQ(grid.FixedRows(), 1);
+  EXPECT_THROW(grid.SetFixedRows(2), Error);
+  EXPECT_THROW(grid.SetRow(9), Error);
+}
+
+TEST(GridTest, SelectsAndFormatsCells) {
+  Grid grid(nullptr, "g");
+  grid.SetRows(4);
+  grid.SetCols(4);
+  grid.SetRow(1);
+  grid.SetCol(1);
+  grid.SetRowSel(2);
+  grid.SetColSel(3);
+  grid.SetCellBackColor(100);
+  EXPECT_EQ(grid.FormatAt(2, 3).back_color, 100);
+  EXPECT_EQ(grid.FormatAt(2, 0).back_color, -1);
+  EXPECT_EQ(grid.FormatAt(3, 1).back_color, -1);
+  grid.SetRow(2);
+  grid.SetCol(2);
+  EXPECT_EQ(grid.RowSel(), 2);
+  grid.SetCellFontBold(true);
+  grid.SetRowBackColor(2, 200);
+  EXPECT_EQ(grid.FormatAt(2, 2), (CellFormat{.back_color = 200, .bold = true}));
+  EXPECT_FALSE(grid.FormatAt(2, 1).bold);
+  grid.SetTextMatrix(2, 2, "x");
+  grid.SetTextMatrix(2, 3, "y");
+  grid.SetColSel(3);
+  EXPECT_EQ(grid.Clip(), "x\ty");
+  grid.SetRowSel(1);
+  EXPECT_EQ(grid.Clip(), "\t\rx\ty");
+}
+
+TEST(GridTest, SortsWholeRowsStably) {
+  const struct {
+    std::int32_t order;
+    std::int32_t col;
+    const char* names;  // of column 1 afterwards
+  } cases[] = {
+      {3, 2, "n|b|پ|a|ب|B|"}, {4, 2, "n|B|ب|a|پ|b|"}, {5, 1, "n|a|b|B|ب|پ|"},
+      {7, 1, "n|B|a|b|ب|پ|"}, {8, 1, "n|پ|ب|b|a|B|"}, {1, 2, "n|b|پ|a|ب|B|"},
+      {2, 1, "n|پ|ب|b|B|a|"}, {0, 1, "n|b|a|پ|B|ب|"}, {99, 1, "n|b|a|پ|B|ب|"},
+  };
+  for (const auto& c : cases) {
+    BoundGrid bound({{"n", kVarWChar}, {"v", kVarWChar}},
+                    {{"b", "(1/000)"}, {"a", "7"}, {"پ", "-3.5"}, {"B", "10"}, {"ب", "10"}});
+    if (c.order == 3 || c.order == 1) bound.grid.SetTextMatrix(4, 2, "11");
+    bound.grid.SetRowBackColor(1, 77);
+    bound.grid.SetCol(c.col);
+    bound.grid.Sort(c.order);
+    std::string expected = c.names;
+    EXPECT_EQ(ColumnTexts(bound.grid, 1), expected) << c.order << " by " << c.col;
+    for (std::int32_t row = 1; row < bound.grid.Rows(); ++row) {
+      const bool marked = bound.grid.TextMatrix(row, 1) == "b";
+      EXPECT_EQ(bound.grid.FormatAt(row, 1).back_color, marked ? 77 : -1);
+    }
+  }
+}
+
+TEST(GridTest, NumbersRowsInEveryOrder) {
+  BoundGrid bound(kColumns, kRows);
+  Grid& grid = bound.grid;
+  grid.SetTextMatrix(0, 0, "رديف");
+  grid.NumberRows();
+  EXPECT_EQ(ColumnTexts(grid, 0), "رديف|1|2|3|");
+  grid.SetCol(2);
+  grid.Sort(3);
+  EXPECT_EQ(ColumnTexts(grid, 0), "رديف|3|2|1|");
+  grid.NumberRows();
+  EXPECT_EQ(ColumnTexts(grid, 0), "رديف|1|2|3|");
+}
+
+TEST(GridTest, TellsSelectionChangesOnlyWhileItRedraws) {
+  Grid grid(nullptr, "g");
+  grid.SetRows(3);
+  int changes = 0;
+  grid.on_sel_change = [&] { ++changes; };
+  grid.SetRow(2);
+  grid.SetRow(2);
+  EXPECT_EQ(changes, 1);
+  grid.SetRedraw(false);
+  grid.SetRow(1);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST(GridTest, ReachesItsPropertiesByName) {
+  Grid grid(nullptr, "g");
+  grid.Set("Rows", "5");
+  grid.Set("TextMatrix", "x", {"1", "1"});
+  EXPECT_EQ(grid.Get("textmatrix", {"1", "1"}), "x");
+  grid.Set("ColWidth", "0", {"1"});
+  EXPECT_EQ(grid.Get("ColWidth", {"1"}), "0");
+  EXPECT_EQ(grid.Get("Visible"), "True");
+  EXPECT_THROW(grid.Get("Nothing"), Error);
+  EXPECT_THROW(grid.Set("MouseRow", "1"), Error);
+  EXPECT_THROW(grid.Get("TextMatrix", {"1"}), Error);
+}
+
+TEST(GridTest, DropsTextsThatWereWrittenOver) {
+  Grid grid(nullptr, "g");
+  grid.SetRows(10);
+  const std::string filler(4000, 'x');
+  for (int i = 0; i < 40000; ++i) {
+    grid.SetTextMatrix(1 + i % 9, 1, std::to_string(i) + filler);
+  }
+  EXPECT_LT(grid.Memory(), std::size_t{64} << 20U);
+  EXPECT_EQ(grid.TextMatrix(1 + 39999 % 9, 1), "39999" + filler);
+}
+
+}  // namespace
+}  // namespace vorek

@@ -1,0 +1,42 @@
+#ifndef VOREK_TESTS_SUPPORT_SCRIPTED_WINDOWS_H_
+#define VOREK_TESTS_SUPPORT_SCRIPTED_WINDOWS_H_
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/no_windows.h"
+#include "widgets/form.h"
+
+namespace vorek {
+
+// A screen whose user does what a test told before; without an answer the form is closed by its
+// close box. Keeps what each form said.
+class ScriptedWindows : public NoWindows {
+ public:
+  using Answer = std::function<void(Form&)>;
+  void Queue(Answer answer) { answers_.push_back(std::move(answer)); }
+
+  void ShowModal(Form& form) override {
+    shown.push_back(form.Name() + "|" + form.Caption() + "|" + form.MainText());
+    if (!answers_.empty()) {
+      const Answer answer = answers_.front();
+      answers_.pop_front();
+      answer(form);
+    }
+    if (form.Shown()) form.CloseBox();
+  }
+  void SetMousePointer(int shape) override { pointer = shape; }
+
+  std::vector<std::string> shown;
+  int pointer = 0;
+
+ private:
+  std::deque<Answer> answers_;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_TESTS_SUPPORT_SCRIPTED_WINDOWS_H_

@@ -1,0 +1,84 @@
+#include "text/cell_text.h"
+
+#include <gtest/gtest.h>
+
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+TEST(CellText, ReadsNumbersOffCells) {
+  const struct {
+    const char* text;
+    double value;
+  } cases[] = {{"(1/234.50)", -1234.5},
+               {"", 0},
+               {"abc", 0},
+               {"12abc", 12},
+               {"1385/02/14", 13850214},
+               {"(12abc)", 12},
+               {" 1/234/567 ", 1234567},
+               {"-5", -5},
+               {"()", 0},
+               {"(-5)", 5}};
+  for (const auto& c : cases) EXPECT_EQ(CellNumber(c.text), c.value) << c.text;
+  EXPECT_EQ(UnformatNumber("(1/234.50)"), "-1234.5");
+  EXPECT_EQ(UnformatNumber("(abc)"), "abc");
+}
+
+TEST(CellText, GroupsDigits) {
+  const struct {
+    FixedPoint value;
+    const char* text;
+  } cases[] = {{123, "123"},          {1234, "1/234"},        {12345, "12/345"},
+               {123456, "123/456"},   {1234567, "1/234/567"}, {-1234, "-1/234"},
+               {-123456, "-123/456"}, {-12, "-12"},           {0, "0"},
+               {-123, "-123"}};
+  for (const auto& c : cases) EXPECT_EQ(GroupDigits(c.value * 10000), c.text);
+}
+
+TEST(CellText, FormatsMoney) {
+  const struct {
+    std::string text;
+    const char* shown;
+  } cases[] = {{"", ""},
+               {"  ", ""},
+               {"txtMoney", ""},
+               {"1234567", "1/234/567"},
+               {"-1234567.5", "(1/234/567.5)"},
+               {"-0.5", "0.5"},
+               {".25", "0.25"},
+               {"1/234/5", "12/345"},
+               {"007", "7"},
+               {"abc", "0"},
+               {"12.3.4", "12.3.4"},
+               {"(5)", "0"},
+               {"922337203685477", "922/337/203/685/477"},
+               {"-999999999999999.9", ""}};
+  for (auto c : cases) {
+    if (c.text == "-999999999999999.9") {
+      EXPECT_THROW(FormatMoney(c.text), Error);
+      continue;
+    }
+    EXPECT_EQ(FormatMoney(c.text), c.shown);
+    EXPECT_EQ(c.text, c.shown);
+  }
+}
+
+TEST(CellText, TellsAndShowsTimes) {
+  const struct {
+    int type;
+    const char* name;
+    bool time;
+  } cases[] = {{3, "زمان", true},       {3, " زمان ", true},      {3, "زمان ورود", true},
+               {3, "کل زمان", true},    {3, "کل زمان کار", true}, {3, "زمانبندی", false},
+               {3, "EntryCTIME", true}, {3, "CTimes", false},     {20, "زمان", false}};
+  for (const auto& c : cases) EXPECT_EQ(IsTimeColumn(c.type, c.name), c.time) << c.name;
+  EXPECT_EQ(MinutesToTime(125), "02:05");
+  EXPECT_EQ(MinutesToTime(6000), "100:00");
+  EXPECT_EQ(TimeToMinutes("02:05"), 125);
+  EXPECT_EQ(TimeToMinutes("90.5"), 90);
+}
+
+}  // namespace
+}  // namespace vorek
