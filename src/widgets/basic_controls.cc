@@ -26,8 +26,8 @@ void Button::Click() {
   if (Enabled() && Visible()) Control::Click();
 }
 
-void TextBox::Type(std::string text) {
-  if (!Locked() && Enabled()) SetText(std::move(text));
+void TextBox::Type(const std::string& text) {
+  if (!Locked() && Enabled()) SetText(text);
 }
 
 void TextBox::SetText(std::string text) {

@@ -50,7 +50,7 @@ class TextBox : public Control {
   std::string_view Kind() const override { return "TextBox"; }
 
   // From the presenter: the user changed the text. Raises on_change.
-  void Type(std::string text);
+  void Type(const std::string& text) override;
 
   const std::string& Text() const { return text_; }
   bool MultiLine() const { return multi_line_; }

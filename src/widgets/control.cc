@@ -35,6 +35,9 @@ void Control::KeyDown(int key_code, int shift) {
   if (on_key_down) on_key_down(key_code, shift);
 }
 void Control::KeyPress(char32_t) {}
+void Control::Type(const std::string&) {
+  throw Error(ErrorNumber::kInvalidCall, Path() + " takes no typing");
+}
 void Control::MouseDown(int button, int shift, double x, double y) {
   if (on_mouse_down) on_mouse_down(button, shift, x, y);
 }
@@ -51,7 +54,10 @@ std::string Control::PathName() const {
 }
 
 std::string Control::Path() const {
-  return parent_ == nullptr ? PathName() : parent_->Path() + "." + PathName();
+  if (parent_ == nullptr) return PathName();
+  const Control* above = parent_;
+  while (above->parent_ != nullptr && above->Kind() == "Frame") above = above->parent_;
+  return above->Path() + "." + PathName();
 }
 
 Control& Control::Root() {
@@ -60,19 +66,26 @@ Control& Control::Root() {
   return *root;
 }
 
-Control* Control::Child(std::string_view path_name) {
-  const auto found = std::find_if(children_.begin(), children_.end(), [&](const Control* child) {
-    return text::EqualsIgnoreCase(child->PathName(), path_name);
-  });
-  return found == children_.end() ? nullptr : *found;
+// Breadth first, so that the nearest of equal names is found.
+Control* Control::Descendant(std::string_view path_name) {
+  std::vector<Control*> level = children_;
+  while (!level.empty()) {
+    std::vector<Control*> next;
+    for (Control* control : level) {
+      if (text::EqualsIgnoreCase(control->PathName(), path_name)) return control;
+      next.insert(next.end(), control->children_.begin(), control->children_.end());
+    }
+    level = std::move(next);
+  }
+  return nullptr;
 }
 
 Control* Control::Find(std::string_view path) {
   if (path.empty()) return this;
   const std::size_t dot = path.find('.');
-  Control* const child = Child(path.substr(0, dot));
-  if (child == nullptr || dot == std::string_view::npos) return child;
-  return child->Find(path.substr(dot + 1));
+  Control* const control = Descendant(path.substr(0, dot));
+  if (control == nullptr || dot == std::string_view::npos) return control;
+  return control->Find(path.substr(dot + 1));
 }
 
 std::string Control::Get(std::string_view property, const std::vector<std::string>& arguments) {

@@ -52,6 +52,9 @@ class Control {
   virtual void DblClick();
   virtual void KeyDown(int key_code, int shift);
   virtual void KeyPress(char32_t character);
+  // The user typed a text in place of the old one and left the field. Throws Error(kInvalidCall)
+  // for a control that takes no typing, or a text that it refuses.
+  virtual void Type(const std::string& text);
   virtual void MouseDown(int button, int shift, double x, double y);
   virtual void MouseMove(int button, int shift, double x, double y);
   virtual void GotFocus();
@@ -62,7 +65,7 @@ class Control {
   int Index() const { return index_; }
   // The name as a path writes it: "cmdOk", "txt(1)".
   std::string PathName() const;
-  // From the root down, joined by ".".
+  // From the root down, joined by "."; frames that only hold controls are left out.
   std::string Path() const;
   // The kind of control: "Label", "VorekDate".
   virtual std::string_view Kind() const = 0;
@@ -70,8 +73,8 @@ class Control {
   Control* Parent() const { return parent_; }
   Control& Root();
   const std::vector<Control*>& Children() const { return children_; }
-  // Follows a path below this control ("cmdOk", "panel.txt(1)", a name in any case). Null if
-  // nothing is there.
+  // Follows a path below this control ("cmdOk", "panel.txt(1)", a name in any case); each name may
+  // lie any number of frames deep, the nearest counts. Null if nothing is there.
   Control* Find(std::string_view path);
 
   std::int32_t Left() const { return left_; }
@@ -145,7 +148,7 @@ class Control {
 
  private:
   const PropertyEntry* Entry(std::string_view property) const;
-  Control* Child(std::string_view path_name);
+  Control* Descendant(std::string_view path_name);
   ControlObserver* RootObserver();
 
   Control* parent_;

@@ -24,14 +24,16 @@ std::optional<text::CalendarDate> Complete(const std::string& typed,
 
 }  // namespace
 
-bool VorekDate::Type(const std::string& text, const text::CalendarDate& today_gregorian) {
+void VorekDate::Type(const std::string& text) {
   if (text::TrimView(text).empty()) {
     Clear();
-    return true;
+    return;
   }
-  const auto date = Complete(text, text::ToPersian(today_gregorian));
-  if (date) Take(text::ToGregorian(*date));
-  return date.has_value();
+  const auto date = Complete(text, text::ToPersian(today_));
+  if (!date) {
+    throw Error(ErrorNumber::kTypeMismatch, Path() + ": \"" + text + "\" is no Persian date");
+  }
+  Take(text::ToGregorian(*date));
 }
 
 std::string VorekDate::FarsiDate() const {

@@ -17,9 +17,9 @@ class VorekDate : public Control {
 
   // --- Events from the presenter -------------------------------------------------------------
 
-  // The user typed a text and left the field. Two-digit years lie from 1350 to 1449, a missing year
-  // or month to today's; a text that is no date leaves the widget as it was. True if it was taken.
-  bool Type(const std::string& text, const text::CalendarDate& today_gregorian);
+  // Two-digit years lie from 1350 to 1449, a missing year or month is today's; a text that is no
+  // date raises Error(kTypeMismatch) and leaves the widget as it was.
+  void Type(const std::string& text) override;
 
   // --- State for the presenter ---------------------------------------------------------------
 
@@ -35,6 +35,8 @@ class VorekDate : public Control {
   // Empty text clears. Throws Error(kTypeMismatch) for a text that is no date of the calendar.
   void SetFarsiDate(const std::string& text);
   void Clear();
+  // What a typed date is completed from, Gregorian.
+  void SetToday(const text::CalendarDate& today) { today_ = today; }
 
  protected:
   const PropertyTable& OwnProperties() const override;
@@ -43,6 +45,7 @@ class VorekDate : public Control {
   void Take(std::optional<text::CalendarDate> gregorian);
 
   std::optional<text::CalendarDate> date_;
+  text::CalendarDate today_{2000, 1, 1};
 };
 
 }  // namespace vorek

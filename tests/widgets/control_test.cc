@@ -112,7 +112,7 @@ TEST(VorekDateTest, TakesPersianDates) {
   EXPECT_THROW(date.SetFarsiDate("1404/12/30"), Error);
   EXPECT_EQ(date.FarsiDate(), "1404/09/03");
   EXPECT_EQ(changes, 1);
-  const text::CalendarDate today{2026, 11, 24};
+  date.SetToday({2026, 11, 24});
   const struct {
     const char* typed;
     const char* shown;  // null: refused
@@ -127,7 +127,7 @@ TEST(VorekDateTest, TakesPersianDates) {
                {"", ""}};
   for (const auto& c : cases) {
     date.SetFarsiDate("1400/01/01");
-    EXPECT_EQ(date.Type(c.typed, today), c.shown != nullptr) << c.typed;
+    EXPECT_EQ(IgnoreErrors([&] { date.Type(c.typed); }), c.shown != nullptr) << c.typed;
     EXPECT_EQ(date.FarsiDate(), c.shown != nullptr ? c.shown : "1400/01/01") << c.typed;
   }
 }
