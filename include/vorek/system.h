@@ -3,6 +3,7 @@
 
 #include <iosfwd>
 #include <memory>
+#include <string>
 
 #include "vorek/world.h"
 
@@ -15,7 +16,16 @@ std::shared_ptr<Clock> MachineClock();
 // The stream must outlive it.
 std::shared_ptr<Windows> WindowsOnStream(std::ostream& out);
 
-// A clock, and messages on the standard error stream, where the options have none yet.
+// The machine's file system; paths are UTF-8.
+std::shared_ptr<Files> MachineFiles();
+
+// The file of the user functions of formulas: by_host, else the environment variable
+// VOREK_FUNCTIONS, else vorek/ANALIZEM.FUN in the user's settings folder ($XDG_CONFIG_HOME or
+// $HOME/.config). Empty, which means no file, where there is none of all these.
+std::string MachineFunctionFile(const std::string& by_host = "");
+
+// A clock, the machine's files, the file of functions, and messages on the standard error stream,
+// where the options have none yet.
 void AddSystemServices(WorldOptions& options);
 
 }  // namespace vorek

@@ -2,12 +2,14 @@
 #define VOREK_WORLD_H_
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace vorek {
 
 class Clock;
 class DatabaseProvider;
+class Files;
 class Windows;
 struct WorldState;
 
@@ -19,6 +21,10 @@ struct WorldOptions {
   std::shared_ptr<Windows> windows;
   // The time of day. REQUIRED.
   std::shared_ptr<Clock> clock;
+  // The file system; null for none: what lies in files is then empty and isn't kept.
+  std::shared_ptr<Files> files;
+  // The file that keeps the user functions of formulas; empty for none.
+  std::string function_file;
 };
 
 // The state that all controls of a program share: the connection, the user, the column layouts. A

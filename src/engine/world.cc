@@ -13,7 +13,8 @@ Services ServicesFrom(WorldOptions options) {
     throw Error(ErrorNumber::kInvalidCall, "A world needs a clock.");
   }
   if (options.windows == nullptr) options.windows = std::make_shared<NoWindows>();
-  return {std::move(options.providers), std::move(options.windows), std::move(options.clock)};
+  return {std::move(options.providers), std::move(options.windows), std::move(options.clock),
+          std::move(options.files), std::move(options.function_file)};
 }
 
 }  // namespace

@@ -2,10 +2,12 @@
 #define VOREK_STATE_PROCESS_H_
 
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "catalog/data_session.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/windows.h"
 #include "state/main_module.h"
 
@@ -16,6 +18,8 @@ struct Services {
   ProviderList providers;
   std::shared_ptr<Windows> windows;
   std::shared_ptr<Clock> clock;
+  std::shared_ptr<Files> files;  // null for none
+  std::string function_file;     // of the formulas; empty for none
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two

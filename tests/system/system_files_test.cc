@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <functional>
 
-#include "adapters/system/function_file_path.h"
 #include "vorek/error.h"
+#include "vorek/system.h"
 
 namespace vorek {
 namespace {
@@ -102,18 +102,18 @@ TEST_F(SystemFilesTest, MakesTheFoldersOfAPath) {
   EXPECT_NE(ErrorOf([&] { files_.MakeFoldersFor(At("a/b/file/c/file")); }), 0);
 }
 
-TEST(FunctionFilePath, HostThenEnvironmentThenSettingsFolder) {
+TEST(MachineFunctionFile, HostThenEnvironmentThenSettingsFolder) {
   ::setenv("HOME", "/home/u", 1);
   ::unsetenv("XDG_CONFIG_HOME");
   ::unsetenv("VOREK_FUNCTIONS");
-  EXPECT_EQ(FunctionFilePath(), "/home/u/.config/vorek/ANALIZEM.FUN");
+  EXPECT_EQ(MachineFunctionFile(), "/home/u/.config/vorek/ANALIZEM.FUN");
   ::setenv("XDG_CONFIG_HOME", "/settings", 1);
-  EXPECT_EQ(FunctionFilePath(), "/settings/vorek/ANALIZEM.FUN");
+  EXPECT_EQ(MachineFunctionFile(), "/settings/vorek/ANALIZEM.FUN");
   ::setenv("XDG_CONFIG_HOME", "relative", 1);
-  EXPECT_EQ(FunctionFilePath(), "/home/u/.config/vorek/ANALIZEM.FUN");
+  EXPECT_EQ(MachineFunctionFile(), "/home/u/.config/vorek/ANALIZEM.FUN");
   ::setenv("VOREK_FUNCTIONS", "/env.fun", 1);
-  EXPECT_EQ(FunctionFilePath(), "/env.fun");
-  EXPECT_EQ(FunctionFilePath("/host.fun"), "/host.fun");
+  EXPECT_EQ(MachineFunctionFile(), "/env.fun");
+  EXPECT_EQ(MachineFunctionFile("/host.fun"), "/host.fun");
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "vorek/error.h"
+#include "vorek/system.h"
 
 namespace vorek {
 namespace {
@@ -92,6 +93,8 @@ void SyncFolderOf(const std::string& path) {
 }
 
 }  // namespace
+
+std::shared_ptr<Files> MachineFiles() { return std::make_shared<SystemFiles>(); }
 
 bool SystemFiles::Exists(const std::string& path) const {
   std::error_code failed;

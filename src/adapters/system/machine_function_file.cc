@@ -1,6 +1,7 @@
-#include "adapters/system/function_file_path.h"
-
 #include <cstdlib>
+#include <string>
+
+#include "vorek/system.h"
 
 namespace vorek {
 namespace {
@@ -20,7 +21,7 @@ std::string SettingsFolder() {
 
 }  // namespace
 
-std::string FunctionFilePath(const std::string& by_host) {
+std::string MachineFunctionFile(const std::string& by_host) {
   if (!by_host.empty()) return by_host;
   const std::string named = Variable("VOREK_FUNCTIONS");
   if (!named.empty()) return named;
