@@ -22,9 +22,9 @@ struct WorldOptions {
   // The time of day. REQUIRED.
   std::shared_ptr<Clock> clock;
   // The file system; null for none: what lies in files is then empty and isn't kept.
-  std::shared_ptr<Files> files;
+  std::shared_ptr<Files> files = {};
   // The file that keeps the user functions of formulas; empty for none.
-  std::string function_file;
+  std::string function_file = {};
 };
 
 // The state that all controls of a program share: the connection, the user, the column layouts. A

@@ -18,8 +18,8 @@ struct Services {
   ProviderList providers;
   std::shared_ptr<Windows> windows;
   std::shared_ptr<Clock> clock;
-  std::shared_ptr<Files> files;  // null for none
-  std::string function_file;     // of the formulas; empty for none
+  std::shared_ptr<Files> files = {};  // null for none
+  std::string function_file = {};     // of the formulas; empty for none
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two
