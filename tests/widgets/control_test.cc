@@ -19,7 +19,7 @@ namespace {
 class Mirror : public ControlObserver {
  public:
   void PropertyChanged(Control& control, std::string_view property) override {
-    if (control.Has(property))
+    if (control.Has(property) && property != "List")
       texts[control.Path() + "." + std::string(property)] = control.Get(property);
   }
   void ChildAdded(Control& child) override { ++controls[child.PathName()]; }
