@@ -14,6 +14,7 @@ namespace vorek {
 void AddSampleCommand(CLI::App& app);
 void AddListCommand(CLI::App& app);
 void AddShowCommand(CLI::App& app);
+void AddDriveCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 
 // The database and the user of a command.

@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
   vorek::AddSampleCommand(app);
   vorek::AddListCommand(app);
   vorek::AddShowCommand(app);
+  vorek::AddDriveCommand(app);
   vorek::AddEvalCommand(app);
   try {
     return Run(app, argc, argv);

@@ -63,11 +63,11 @@ TEST(ControlTest, TellsAMirrorAllThatItShows) {
     ASSERT_NE(control, nullptr) << path;
     EXPECT_EQ(control->Get(path.substr(dot + 1)), text) << path;
   }
-  EXPECT_EQ(mirror.texts["FormSample.frame.txt(1).Text"], "سلام");
-  EXPECT_EQ(mirror.texts["FormSample.frame.txt(1).Visible"], "False");
-  EXPECT_EQ(mirror.texts["FormSample.frame.chk.Value"], "1");
-  EXPECT_EQ(mirror.texts["FormSample.frame.cmb.ListIndex"], "0");
-  EXPECT_EQ(mirror.focus, "FormSample.frame.txt(1)");
+  EXPECT_EQ(mirror.texts["FormSample.txt(1).Text"], "سلام");
+  EXPECT_EQ(mirror.texts["FormSample.txt(1).Visible"], "False");
+  EXPECT_EQ(mirror.texts["FormSample.chk.Value"], "1");
+  EXPECT_EQ(mirror.texts["FormSample.cmb.ListIndex"], "0");
+  EXPECT_EQ(mirror.focus, "FormSample.txt(1)");
   form.txt.Unload(1);
   EXPECT_EQ(mirror.controls["txt(0)"], 1);
   EXPECT_EQ(mirror.controls["txt(1)"], 0);

@@ -1,0 +1,69 @@
+#include "drive/stage.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "drive/words.h"
+#include "text/persian_date.h"
+#include "text/utf8.h"
+#include "vorek/error.h"
+
+namespace vorek::drive {
+
+void ScriptClock::Fix(const std::string& text) {
+  DateTime time;
+  const std::size_t blank = text.find(' ');
+  const auto date = text::ParseDate(text.substr(0, blank));
+  const std::string hours = blank == std::string::npos ? "00:00" : text.substr(blank + 1);
+  const bool parsed =
+      std::sscanf(hours.c_str(), "%2d:%2d:%2d", &time.hour, &time.minute, &time.second) >= 2;
+  if (!date || !text::IsGregorianDate(*date) || !parsed || time.hour > 23 || time.minute > 59) {
+    throw Error(ErrorNumber::kInvalidCall, "no time of the form 2026-11-24 10:30: " + text);
+  }
+  time.year = date->year;
+  time.month = date->month;
+  time.day = date->day;
+  fixed_ = time;
+}
+
+void Stage::Queue(const std::string& form_name, Block block) {
+  queue_[text::ToLower(form_name)].push_back(std::move(block));
+}
+
+void Stage::Announce(const Form& form) {
+  print_("form " + form.Name() + " " + Quote(form.Caption()) + " " + Quote(form.MainText()));
+}
+
+void Stage::ShowModal(Form& form) {
+  Announce(form);
+  modal_.push_back(&form);
+  std::deque<Block>& answers = queue_[text::ToLower(form.Name())];
+  if (answers.empty()) {
+    if (!failure_) failure_ = "nothing was queued for the form " + form.Name();
+  } else {
+    const Block block = std::move(answers.front());
+    answers.pop_front();
+    try {
+      play_(block);
+    } catch (const Error& error) {
+      if (!failure_) failure_ = error.Description();
+    }
+  }
+  modal_.pop_back();
+  if (form.Shown()) form.CloseBox();
+}
+
+void Stage::Show(Form& form) {
+  Announce(form);
+  if (std::find(modeless_.begin(), modeless_.end(), &form) == modeless_.end()) {
+    modeless_.push_back(&form);
+  }
+}
+
+void Stage::PopupMenu(Menu& menu) {
+  menu_ = &menu;
+  print_("menu " + menu.Name());
+}
+
+}  // namespace vorek::drive

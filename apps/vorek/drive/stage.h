@@ -1,0 +1,78 @@
+#ifndef VOREK_APPS_VOREK_DRIVE_STAGE_H_
+#define VOREK_APPS_VOREK_DRIVE_STAGE_H_
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/no_windows.h"
+#include "widgets/form.h"
+
+namespace vorek::drive {
+
+// The clock of a script: the machine's, until a script sets it.
+class ScriptClock : public Clock {
+ public:
+  explicit ScriptClock(std::shared_ptr<Clock> machine) : machine_(std::move(machine)) {}
+  DateTime Now() const override { return fixed_ ? *fixed_ : machine_->Now(); }
+  // "2026-11-24 10:30". Throws Error(kInvalidCall) for a text of another form.
+  void Fix(const std::string& text);
+
+ private:
+  std::shared_ptr<Clock> machine_;
+  std::optional<DateTime> fixed_;
+};
+
+// A line of a script, with its number from 1.
+struct ScriptLine {
+  std::size_t number = 0;
+  std::string text;
+};
+using Block = std::vector<ScriptLine>;
+
+// The screen of a script: it says which form shows, and does with it what the script has queued.
+class Stage : public NoWindows {
+ public:
+  // out takes the "form ..." lines; play runs the lines of a block.
+  Stage(std::function<void(const std::string&)> print, std::function<void(const Block&)> play)
+      : print_(std::move(print)), play_(std::move(play)) {}
+
+  void ShowModal(Form& form) override;
+  void Show(Form& form) override;
+  void PopupMenu(Menu& menu) override;
+
+  // What to do the next time that the form of that name shows modally.
+  void Queue(const std::string& form_name, Block block);
+
+  // The modal form on top, null if there is none.
+  Form* TopForm() const { return modal_.empty() ? nullptr : modal_.back(); }
+  const std::vector<Form*>& ModelessForms() const { return modeless_; }
+  Menu* OpenMenu() const { return menu_; }
+  void CloseMenu() { menu_ = nullptr; }
+
+  // The first failure inside a form: no answer was queued, or a line of a block failed. It is kept
+  // here since no exception may cross the code that shows a form.
+  const std::optional<std::string>& Failure() const { return failure_; }
+  void ClearFailure() { failure_.reset(); }
+
+ private:
+  void Announce(const Form& form);
+
+  std::function<void(const std::string&)> print_;
+  std::function<void(const Block&)> play_;
+  std::map<std::string, std::deque<Block>> queue_;  // by the form's name in small letters
+  std::vector<Form*> modal_;
+  std::vector<Form*> modeless_;
+  Menu* menu_ = nullptr;
+  std::optional<std::string> failure_;
+};
+
+}  // namespace vorek::drive
+
+#endif  // VOREK_APPS_VOREK_DRIVE_STAGE_H_
