@@ -19,6 +19,9 @@ struct ExecuteOptions {
   // Asked now and then while rows are read, with the rows read so far; false cancels the statement
   // (ErrorNumber::kCancelled). Called on the calling thread.
   std::function<bool(std::size_t rows)> progress;
+  // The text is a piece of a script that begins at this line of it: messages count their lines from
+  // there and always tell the line that failed. 0 for a text that stands by itself.
+  int script_line = 0;
 };
 
 // An open connection. Used from one thread, save for Cancel.

@@ -1,0 +1,216 @@
+#include <algorithm>
+
+#include "adapters/sqlite/define.h"
+#include "adapters/sqlite/handle.h"
+#include "text/utf8.h"
+#include "vorek/error.h"
+
+// ALTER TABLE.
+namespace vorek::sqlite {
+
+void Definer::AlterTable(const Statement& statement) {
+  const TableInfo table = NeedTable(statement.name);
+  if (statement.word.rfind("drop", 0) == 0) {
+    DropParts(table, statement);
+  } else {
+    for (const ColumnDefinition& column : statement.definitions) {
+      AddColumn(table, column, statement.word == "with values");
+    }
+    for (const Constraint& constraint : statement.constraints) {
+      AddConstraint(NeedTable(statement.name), constraint, statement.alter);
+    }
+  }
+  table.temporary ? schema_.TemporaryChanged() : schema_.Changed();
+}
+
+void Definer::AddColumn(const TableInfo& table, const ColumnDefinition& column, bool with_values) {
+  if (column.identity || column.computed != nullptr) {
+    Refuse(source_, column.at, "An identity or computed column can't be added to a table");
+  }
+  if (table.Find(column.name) != nullptr) {
+    Refuse(source_, column.at, "Column names in each table must be unique: '" + column.name + "'");
+  }
+  std::string sql = std::string("ALTER TABLE ") + (table.temporary ? "temp." : "main.") +
+                    QuoteName(table.name) + " ADD COLUMN " + QuoteName(column.name) + " " +
+                    Declaration(column.type);
+  if (column.default_value != nullptr && (!column.nullable || with_values)) {
+    // The rows that are there take the default's value of now.
+    const Variables none;
+    const Translation value =
+        Binder(schema_, none, source_).Value(*column.default_value, column.type);
+    if (!value.parameters.empty()) {
+      Refuse(source_, column.at, "A default of a new column can't depend on the time");
+    }
+    const PreparedPtr literal = Prepare(db_, "SELECT quote((" + value.sql + "))");
+    Step(db_, literal.get());
+    sql += " DEFAULT " + ColumnText(literal.get(), 0);
+  }
+  if (!column.nullable) sql += " NOT NULL";
+  Run(db_, sql);
+  schema_.EnsureCatalogue();
+  if (column.default_value != nullptr) {
+    Remember(table, column.name, "", false, column.default_source);
+  }
+  table.temporary ? schema_.TemporaryChanged() : schema_.Changed();
+}
+
+void Definer::AddConstraint(const TableInfo& table, const Constraint& constraint, bool unchecked) {
+  const TableInfo copy = table;
+  for (const std::string& name : constraint.columns) {
+    if (copy.Find(name) == nullptr) {
+      Refuse(source_, constraint.at, "Invalid column name '" + name + "'");
+    }
+  }
+  switch (constraint.kind) {
+    case Constraint::Kind::kForeignKey:
+      return AddForeignKey(copy, constraint, unchecked);
+    case Constraint::Kind::kCheck:
+      return AddCheck(copy, constraint, unchecked);
+    case Constraint::Kind::kDefault: {
+      const ColumnInfo& column = *copy.Find(constraint.columns[0]);
+      DefaultValue(*constraint.check, column.type);
+      schema_.EnsureCatalogue();
+      Remember(copy, column.name, column.row_key ? TypeName(column.type) : "", column.identity,
+               constraint.source);
+      return;
+    }
+    default:
+      break;
+  }
+  std::string columns;
+  for (const std::string& name : constraint.columns) {
+    columns += (columns.empty() ? "" : ", ") + QuoteName(name);
+  }
+  const std::string name = constraint.name.empty() ? "key " + columns : constraint.name;
+  Run(db_, std::string("CREATE UNIQUE INDEX ") + (copy.temporary ? "temp." : "main.") +
+               QuoteName(copy.name + "." + name) + " ON " + QuoteName(copy.name) + " (" + columns +
+               ")");
+  if (constraint.kind != Constraint::Kind::kPrimaryKey) return;
+  for (const std::string& column : constraint.columns) {
+    if (!copy.Find(column)->nullable) continue;
+    Refuse(source_, constraint.at,
+           "Cannot define a PRIMARY KEY on the nullable column '" + column + "'");
+  }
+}
+
+namespace {
+
+// Triggers that stand for a constraint which SQLite can only take when it makes the table.
+std::string TriggerSql(const TableInfo& table, const std::string& name, const std::string& event,
+                       const std::string& condition, const std::string& message) {
+  return "CREATE TRIGGER main." + QuoteName(table.name + "." + name + "." + event) + " BEFORE " +
+         event + " ON " + QuoteName(table.name) + " WHEN " + condition +
+         " BEGIN SELECT RAISE(ABORT, " + QuoteText(message) + "); END";
+}
+
+}  // namespace
+
+void Definer::AddForeignKey(const TableInfo& table, const Constraint& constraint, bool unchecked) {
+  if (table.temporary) return;  // a server keeps none on temporary tables either
+  if (!constraint.on_delete.empty() || !constraint.on_update.empty()) {
+    Refuse(source_, constraint.at,
+           "ON DELETE and ON UPDATE of a foreign key that is added to a table are not supported");
+  }
+  const TableInfo parent = NeedTable(constraint.references);
+  const std::vector<std::string> keys = ReferencedColumns(constraint, parent);
+  if (keys.size() != constraint.columns.size()) {
+    Refuse(source_, constraint.at, "The foreign key and what it refers to differ in their columns");
+  }
+  const std::string name = constraint.name.empty() ? "fk " + parent.name : constraint.name;
+  const auto pairs = [&](const std::string& child, const std::string& of_parent) {
+    std::string sql;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      sql += (sql.empty() ? "" : " AND ") + of_parent + QuoteName(keys[i]) + " = " + child +
+             QuoteName(constraint.columns[i]);
+    }
+    return sql;
+  };
+  std::string given;
+  for (const std::string& column : constraint.columns) {
+    given += "NEW." + QuoteName(column) + " IS NOT NULL AND ";
+  }
+  const std::string orphan = given + "NOT EXISTS (SELECT 1 FROM " + QuoteName(parent.name) +
+                             " AS p WHERE " + pairs("NEW.", "p.") + ")";
+  const std::string used =
+      "EXISTS (SELECT 1 FROM " + QuoteName(table.name) + " AS c WHERE " + pairs("c.", "OLD.") + ")";
+  std::string changed;
+  for (const std::string& key : keys) {
+    changed += (changed.empty() ? "" : " OR ") + ("OLD." + QuoteName(key)) + " IS NOT NEW." +
+               QuoteName(key);
+  }
+  const std::string message =
+      "The statement conflicted with the FOREIGN KEY constraint \"" + name + "\".";
+  if (!unchecked) {
+    std::string child;
+    for (const std::string& column : constraint.columns) {
+      child += "c." + QuoteName(column) + " IS NOT NULL AND ";
+    }
+    const PreparedPtr check =
+        Prepare(db_, "SELECT 1 FROM " + QuoteName(table.name) + " AS c WHERE " + child +
+                         "NOT EXISTS (SELECT 1 FROM " + QuoteName(parent.name) + " AS p WHERE " +
+                         pairs("c.", "p.") + ")");
+    if (Step(db_, check.get()))
+      Refuse(source_, constraint.at, message.substr(0, message.size() - 1));
+  }
+  Run(db_, TriggerSql(table, name, "INSERT", orphan, message));
+  Run(db_, TriggerSql(table, name, "UPDATE", orphan, message));
+  Run(db_, TriggerSql(parent, name + " of " + table.name, "DELETE", used, message));
+  Run(db_, TriggerSql(parent, name + " of " + table.name, "UPDATE", "(" + changed + ") AND " + used,
+                      message));
+}
+
+void Definer::AddCheck(const TableInfo& table, const Constraint& constraint, bool unchecked) {
+  const Variables none;
+  const std::string condition =
+      Binder(schema_, none, source_).ConditionOn(*constraint.check, table);
+  const std::string name = constraint.name.empty() ? "check" : constraint.name;
+  const std::string message =
+      "The statement conflicted with the CHECK constraint \"" + name + "\".";
+  const std::string row = QuoteName(table.name);
+  if (!unchecked) {
+    const PreparedPtr check =
+        Prepare(db_, "SELECT 1 FROM " + row + " WHERE NOT (" + condition + ")");
+    if (Step(db_, check.get()))
+      Refuse(source_, constraint.at, message.substr(0, message.size() - 1));
+  }
+  // Checked behind the change, on the row as it stands then.
+  for (const char* event : {"INSERT", "UPDATE"}) {
+    Run(db_, "CREATE TRIGGER main." + QuoteName(table.name + "." + name + "." + event) + " AFTER " +
+                 event + " ON " + row + " WHEN EXISTS (SELECT 1 FROM " + row +
+                 " WHERE rowid = NEW.rowid AND NOT (" + condition +
+                 ")) BEGIN SELECT RAISE(ABORT, " + QuoteText(message) + "); END");
+  }
+}
+
+void Definer::DropParts(const TableInfo& table, const Statement& statement) {
+  const std::string schema = table.temporary ? "temp." : "main.";
+  for (const std::string& name : statement.columns) {
+    if (statement.word == "drop column") {
+      Run(db_, "ALTER TABLE " + schema + QuoteName(table.name) + " DROP COLUMN " + QuoteName(name));
+      continue;
+    }
+    const std::string index = QuoteName(table.name + "." + name);
+    const PreparedPtr find =
+        Prepare(db_,
+                "SELECT type, name FROM main.sqlite_schema WHERE name = ?1 COLLATE NOCASE OR "
+                "(type = 'trigger' AND (name LIKE ?1 || '.%' OR name LIKE '%.' || ?2 || ' of "
+                "' || ?3 || '.%'))");
+    BindText(find.get(), 1, table.name + "." + name);
+    BindText(find.get(), 2, name);
+    BindText(find.get(), 3, table.name);
+    std::vector<std::string> drops;
+    while (Step(db_, find.get())) {
+      drops.push_back("DROP " + ColumnText(find.get(), 0) + " main." +
+                      QuoteName(ColumnText(find.get(), 1)));
+    }
+    if (drops.empty()) {
+      Refuse(source_, statement.at,
+             "The constraint '" + name +
+                 "' can't be dropped: it was made with the table, or is "
+                 "a default");
+    }
+    for (const std::string& drop : drops) Run(db_, drop);
+  }
+}
+
+}  // namespace vorek::sqlite

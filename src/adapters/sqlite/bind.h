@@ -1,0 +1,294 @@
+#ifndef VOREK_ADAPTERS_SQLITE_BIND_H_
+#define VOREK_ADAPTERS_SQLITE_BIND_H_
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "adapters/sqlite/schema.h"
+#include "adapters/sqlite/syntax.h"
+#include "adapters/sqlite/token.h"
+#include "adapters/sqlite/type.h"
+
+namespace vorek::sqlite {
+
+// How tightly a piece of SQLite's SQL holds together, from loose to tight.
+enum Tightness : int {
+  kLooseOr = 1,
+  kLooseAnd,
+  kLooseNot,
+  kEquality,
+  kRelation,
+  kBitwise,
+  kAdditive,
+  kMultiplicative,
+  kConcatenation,
+  kCollation,
+  kPrefix,
+  kTight,
+};
+
+// An expression in SQLite's SQL with what the dialect knows of it.
+struct Bound {
+  enum class Literal { kNone, kNumber, kText, kNull };
+
+  std::string sql;
+  Type type;
+  int tightness = kTight;
+  Literal literal = Literal::kNone;
+  std::string value;      // of a literal: the text, or the units of the number as an integer
+  bool column = false;    // a column as it stands
+  bool collated = false;  // compared by the collation VOREK without being told
+  bool nullable = true;
+  std::string name;  // the name that a select list gives it
+};
+
+struct Variable {
+  Type type;
+};
+using Variables = std::map<std::string, Variable>;  // by lower-case name with its "@"
+
+struct OutputColumn {
+  std::string name;
+  Type type;
+  bool nullable = true;
+  bool collated = false;
+};
+
+// A statement in SQLite's SQL.
+struct Translation {
+  std::string sql;
+  std::vector<OutputColumn> columns;    // empty if it gives no rows
+  std::vector<std::string> parameters;  // names of the variables behind ?1, ?2, ...
+  std::vector<std::string> assigned;    // SELECT @x = ..: the variable of each column
+  bool temporary = false;               // reads or writes a temporary table
+};
+
+// Binds names and types of one statement and writes it for SQLite. Throws Error with the place of
+// what isn't there or isn't translated.
+class Binder {
+ public:
+  Binder(Schema& schema, const Variables& variables, const SourceText& source)
+      : schema_(schema), variables_(variables), source_(source) {}
+
+  Translation Select(const Query& query);
+  // Name and types of a query's columns; a view's own column names are put over them.
+  std::vector<OutputColumn> Describe(const Query& query, const std::vector<std::string>& names);
+  Translation Insert(const Statement& statement);
+  Translation Update(const Statement& statement);
+  Translation Delete(const Statement& statement);
+  // SELECT INTO, in two steps: the table's columns, then the rows that go into it.
+  Translation InsertInto(const Query& query, const std::string& table);
+  // A select of one value, converted to the type; and one of a condition as 1 or 0.
+  Translation Value(const Expr& expr, const Type& type);
+  Translation UntypedValue(const Expr& expr);
+  Translation Condition(const Expr& expr);
+  // A constant or a condition inside a definition, for SQLite's own CREATE.
+  std::string ConditionOn(const Expr& expr, const TableInfo& table);
+  Bound ComputedColumn(const Expr& expr, const TableInfo& table);
+
+ private:
+  struct Source {
+    std::string name;  // what the columns are called by
+    std::string sql;   // the name for SQLite, quoted
+    std::vector<ColumnInfo> own;
+    const std::vector<ColumnInfo>* columns = nullptr;
+    bool nullable = false;  // on the side of an outer join that may be missing
+    bool bare = false;      // columns are written without the source's name
+
+    const std::vector<ColumnInfo>& Columns() const { return columns != nullptr ? *columns : own; }
+  };
+  struct Violation {
+    std::size_t at;
+    std::string name;
+  };
+  struct Scope {
+    Scope* outer = nullptr;
+    std::vector<Source> sources;
+    std::set<std::string> group_keys;
+    std::vector<Violation> ungrouped;  // columns outside of aggregates and of the group keys
+    int inside_aggregate = 0;
+    bool has_aggregate = false;
+  };
+  struct CommonTableInfo {
+    std::string name;
+    std::vector<ColumnInfo> columns;
+  };
+  struct SelectParts {
+    std::vector<Bound> items;
+    std::string prefix;  // "SELECT DISTINCT "
+    std::string tail;    // from FROM to HAVING
+    std::string order;
+    std::string limit;
+    std::vector<std::vector<Bound>> rows;  // VALUES in place of all that
+  };
+  struct BoundQuery {
+    std::string sql;
+    std::vector<OutputColumn> columns;
+    std::vector<std::string> assigned;
+  };
+  struct Target {
+    Type type;
+    std::string name;
+  };
+  using Targets = std::vector<Target>;
+
+  class ScopeGuard {
+   public:
+    ScopeGuard(Binder& binder, Scope& scope) : binder_(binder), saved_(binder.scope_) {
+      scope.outer = saved_;
+      binder_.scope_ = &scope;
+    }
+    ~ScopeGuard() { binder_.scope_ = saved_; }
+    ScopeGuard(const ScopeGuard&) = delete;
+    ScopeGuard& operator=(const ScopeGuard&) = delete;
+
+   private:
+    Binder& binder_;
+    Scope* saved_;
+  };
+
+  [[noreturn]] void Refuse(std::size_t at, const std::string& message) const;
+  [[noreturn]] void RefuseOperands(const Expr& expr, const Bound& a, const Bound& b) const;
+  [[noreturn]] void MissingObject(const ObjectName& name) const;
+  Translation Finish(BoundQuery query);
+
+  // Queries (bind_query.cc).
+  BoundQuery BindQuery(const Query& query, const Targets* targets = nullptr);
+  std::string BindWith(const std::vector<CommonTable>& tables);
+  std::string BindCommonTable(const CommonTable& table);
+  SelectParts BindSelect(const Query& query, const vorek::sqlite::Select& select);
+  SelectParts BindValues(const vorek::sqlite::Select& select, const Targets* targets);
+  void BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
+                 std::vector<std::string>* assigned);
+  void ExpandStar(const Expr& star, std::vector<Bound>& items);
+  void BindGroup(const vorek::sqlite::Select& select, SelectParts& parts);
+  void CheckGrouping(const vorek::sqlite::Select& select) const;
+  std::string BindOrder(const std::vector<OrderItem>& order, const std::vector<Bound>& items,
+                        bool ordinals_only);
+  std::string OrderTerm(const OrderItem& item, const std::vector<Bound>& items, bool ordinals_only);
+  std::string BindLimit(const Query& query, const vorek::sqlite::Select* select);
+  static void CollateItems(std::vector<Bound>& items);
+  std::string Render(SelectParts& parts) const;
+  std::string WriteItems(const std::vector<Bound>& items) const;
+  BoundQuery Compound(const Query& query, const Targets* targets);
+  SelectParts BranchParts(const Query& query, const Branch& branch);
+  void Unify(std::vector<SelectParts>& branches, const Targets* targets, std::size_t at);
+
+  // Tables (bind_from.cc).
+  std::string BindFrom(const std::vector<TableRef>& tables);
+  std::string BindTable(const TableRef& table, bool nullable, bool after_comma);
+  std::string BindJoin(const TableRef& join, bool nullable, bool after_comma);
+  std::string BindNamedTable(const TableRef& table, bool nullable);
+  std::string BindView(const ModuleInfo& view, const std::string& alias, Source source);
+  std::string BindSubquery(const TableRef& table, bool nullable);
+  const CommonTableInfo* FindCommonTable(const ObjectName& name) const;
+  std::string CatalogueView(const ObjectName& name);
+  void AddSource(Source source, std::size_t at);
+  static std::vector<ColumnInfo> AsColumns(const std::vector<OutputColumn>& outputs);
+  std::vector<ColumnInfo> NamedColumns(const std::vector<OutputColumn>& outputs,
+                                       const std::vector<std::string>& names,
+                                       const std::string& table, std::size_t at) const;
+
+  // Changes (bind_change.cc).
+  const TableInfo& TargetTable(const ObjectName& name);
+  std::vector<const ColumnInfo*> InsertColumns(const Statement& statement, const TableInfo& table);
+  void AddDefaults(const TableInfo& table, std::vector<const ColumnInfo*>& columns,
+                   std::vector<std::string>& defaults);
+  std::string RowsInto(const TableInfo& table, const std::vector<const ColumnInfo*>& columns,
+                       const std::vector<std::string>& defaults, const Query* rows);
+  const TableRef* FindTarget(const std::vector<TableRef>& from, const ObjectName& name) const;
+  std::string SetList(const Statement& statement, const TableInfo& table, bool inner,
+                      std::string& names, std::string& values);
+  Bound Assigned(Bound value, const ColumnInfo& column, std::size_t at);
+  std::string RowIdOf(const TableInfo& table) const;
+
+  // Expressions (bind_expression.cc).
+  Bound Bind(const Expr& expr);
+  Bound BindAny(const Expr& expr);  // without the look at the group keys
+  Bound BindValue(const Expr& expr);
+  std::string BindCondition(const Expr& expr, int tightness);
+  Bound BindChain(const Expr& expr);
+  Bound BindLiteral(const Expr& expr);
+  Bound BindNumber(const Expr& expr);
+  Bound BindVariable(const Expr& expr);
+  Bound BindColumn(const Expr& expr);
+  Bound ColumnOf(Scope& scope, const Source& source, const ColumnInfo& column, const Expr& expr);
+  Bound BindUnary(const Expr& expr);
+  Bound BindCompare(const Expr& expr);
+  Bound BindBetween(const Expr& expr);
+  Bound BindIn(const Expr& expr);
+  Bound BindLike(const Expr& expr);
+  Bound BindIsNull(const Expr& expr);
+  Bound BindSubquery(const Expr& expr);
+  Bound BindQuantified(const Expr& expr);
+  Bound BindCase(const Expr& expr);
+  Bound BindCast(const Expr& expr);
+  std::string Parameter(const std::string& name);
+
+  // Operators (bind_operator.cc).
+  Bound BindBinary(const Expr& expr);
+  Bound Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound b);
+  Bound Concatenate(Bound a, Bound b);
+  Bound AddOrSubtract(const std::string& op, Bound a, Bound b, const Type& common);
+  Bound Multiply(Bound a, Bound b, const Type& common);
+  Bound Divide(Bound a, Bound b, const Type& common);
+  Bound Modulo(Bound a, Bound b, const Type& common);
+  Bound DateArithmetic(const Expr& expr, const std::string& op, Bound a, Bound b);
+  Bound Compare(const std::string& op, Bound a, Bound b, const Expr& expr);
+  void MakeComparable(Bound& a, Bound& b, const Expr& expr);
+  static void AlignScales(Bound& a, Bound& b);
+  bool CompareIsNull(const Expr& expr, Bound& result);
+
+  // Functions (bind_function.cc, bind_aggregate.cc).
+  struct Call;
+  struct Rule;
+  Bound BindFunction(const Expr& expr);
+  Bound BindUserFunction(const Expr& expr);
+  Bound BindAggregate(const Expr& expr, const std::string& name);
+  Bound AggregateOf(const Expr& expr, const std::string& name, Bound argument);
+  Bound BindRanking(const Expr& expr, const std::string& name);
+  std::string BindWindow(const Expr& expr);
+  friend struct FunctionRules;
+
+  // Conversions (convert.cc).
+  enum class Mode { kImplicit, kAssign, kCast, kTry };
+  Bound Convert(Bound value, const Type& to, Mode mode, std::size_t at, int style = 0);
+  Bound ToWhole(Bound value, const Type& to, Mode mode, std::size_t at);
+  Bound ToScaled(Bound value, const Type& to, Mode mode, std::size_t at);
+  Bound ToFloat(Bound value, const Type& to, Mode mode, std::size_t at);
+  Bound ToText(Bound value, const Type& to, Mode mode, std::size_t at, int style);
+  Bound TextToText(Bound value, const Type& to, Mode mode);
+  Bound ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int style);
+  Bound ToBinary(Bound value, const Type& to, Mode mode, std::size_t at, int style);
+  [[noreturn]] void RefuseConversion(const Bound& value, const Type& to, std::size_t at) const;
+
+  Schema& schema_;
+  const Variables& variables_;
+  SourceText source_;
+  Scope* scope_ = nullptr;
+  std::vector<CommonTableInfo> common_tables_;
+  std::vector<std::string> views_;  // being written out, innermost last
+  std::vector<std::string> parameters_;
+  std::vector<std::string> assigned_;
+  bool temporary_ = false;
+  int depth_ = 0;
+};
+
+// Pieces of SQL.
+Bound MakeBound(std::string sql, const Type& type, int tightness = kTight);
+std::string Wrap(const Bound& value, int tightness);
+Bound NumberLiteral(long long units, const Type& type);
+Bound TextLiteral(const std::string& text, const Type& type);
+// name(a, b)
+Bound CallOf(std::string_view name, std::initializer_list<std::string> arguments, const Type& type);
+// The value with the collation VOREK, unless it carries it by itself.
+Bound Collated(Bound value);
+
+}  // namespace vorek::sqlite
+
+#endif  // VOREK_ADAPTERS_SQLITE_BIND_H_

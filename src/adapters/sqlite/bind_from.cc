@@ -1,0 +1,249 @@
+#include <algorithm>
+#include <utility>
+
+#include "adapters/sqlite/bind.h"
+#include "text/utf8.h"
+#include "vorek/error.h"
+
+// FROM: tables, views, derived tables and joins, and what their columns are called by.
+namespace vorek::sqlite {
+namespace {
+
+constexpr std::size_t kMaxViews = 32;  // that stand inside one another
+
+bool KeepsAllRows(TableRef::Join join, bool left_side) {
+  switch (join) {
+    case TableRef::Join::kLeft:
+      return left_side;
+    case TableRef::Join::kRight:
+      return !left_side;
+    case TableRef::Join::kFull:
+      return false;
+    default:
+      return true;
+  }
+}
+
+std::string_view JoinText(TableRef::Join join) {
+  switch (join) {
+    case TableRef::Join::kLeft:
+      return " LEFT JOIN ";
+    case TableRef::Join::kRight:
+      return " RIGHT JOIN ";
+    case TableRef::Join::kFull:
+      return " FULL JOIN ";
+    default:
+      return " JOIN ";
+  }
+}
+
+bool HasRightOrFull(const TableRef& table) {
+  if (table.kind != TableRef::Kind::kJoin) return false;
+  return table.join == TableRef::Join::kRight || table.join == TableRef::Join::kFull ||
+         HasRightOrFull(*table.left) || HasRightOrFull(*table.right);
+}
+
+}  // namespace
+
+void Binder::MissingObject(const ObjectName& name) const {
+  std::string path;
+  for (const std::string& part : name.parts) path += (path.empty() ? "" : ".") + part;
+  throw Error(ErrorNumber::kMissingObject,
+              "Invalid object name '" + path + "' (" + PlaceOf(source_, name.at) + ").");
+}
+
+void Binder::AddSource(Source source, std::size_t at) {
+  for (const Source& other : scope_->sources) {
+    if (text::EqualsIgnoreCase(other.name, source.name)) {
+      Refuse(at, "The objects in the FROM clause have the same exposed name \"" + source.name +
+                     "\": give them aliases");
+    }
+  }
+  scope_->sources.push_back(std::move(source));
+}
+
+std::vector<ColumnInfo> Binder::AsColumns(const std::vector<OutputColumn>& outputs) {
+  std::vector<ColumnInfo> columns;
+  columns.reserve(outputs.size());
+  for (const OutputColumn& output : outputs) {
+    ColumnInfo column;
+    column.name = output.name;
+    column.type = output.type;
+    column.nullable = output.nullable;
+    column.collated = output.collated;
+    columns.push_back(std::move(column));
+  }
+  return columns;
+}
+
+std::vector<ColumnInfo> Binder::NamedColumns(const std::vector<OutputColumn>& outputs,
+                                             const std::vector<std::string>& names,
+                                             const std::string& table, std::size_t at) const {
+  std::vector<ColumnInfo> columns = AsColumns(outputs);
+  if (!names.empty() && names.size() != columns.size()) {
+    Refuse(at, "'" + table + "' has " + std::to_string(columns.size()) + " columns, but " +
+                   std::to_string(names.size()) + " names are given");
+  }
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!names.empty()) columns[i].name = names[i];
+    if (columns[i].name.empty()) {
+      Refuse(at, "No column name was specified for column " + std::to_string(i + 1) + " of '" +
+                     table + "'");
+    }
+    for (std::size_t other = 0; other < i; ++other) {
+      if (text::EqualsIgnoreCase(columns[other].name, columns[i].name)) {
+        Refuse(at, "The column '" + columns[i].name + "' was specified multiple times for '" +
+                       table + "'");
+      }
+    }
+  }
+  return columns;
+}
+
+std::string Binder::BindFrom(const std::vector<TableRef>& tables) {
+  std::string sql;
+  for (const TableRef& table : tables) {
+    sql += (sql.empty() ? " FROM " : ", ") + BindTable(table, false, !sql.empty());
+  }
+  return sql;
+}
+
+std::string Binder::BindTable(const TableRef& table, bool nullable, bool after_comma) {
+  switch (table.kind) {
+    case TableRef::Kind::kJoin:
+      return BindJoin(table, nullable, after_comma);
+    case TableRef::Kind::kQuery:
+      return BindSubquery(table, nullable);
+    case TableRef::Kind::kTable:
+      break;
+  }
+  return BindNamedTable(table, nullable);
+}
+
+std::string Binder::BindJoin(const TableRef& join, bool nullable, bool after_comma) {
+  // A join binds tighter than a comma; for inner and left joins the order makes no difference.
+  const bool brackets = after_comma && HasRightOrFull(join);
+  std::string sql =
+      BindTable(*join.left, nullable || !KeepsAllRows(join.join, true), after_comma && !brackets);
+  sql += JoinText(join.join);
+  std::string right = BindTable(*join.right, nullable || !KeepsAllRows(join.join, false), false);
+  sql += join.right->kind == TableRef::Kind::kJoin ? "(" + right + ")" : right;
+  if (join.on != nullptr) sql += " ON " + BindCondition(*join.on, 0);
+  return brackets ? "(" + sql + ")" : sql;
+}
+
+const Binder::CommonTableInfo* Binder::FindCommonTable(const ObjectName& name) const {
+  if (name.parts.size() != 1) return nullptr;
+  const auto found = std::find_if(
+      common_tables_.rbegin(), common_tables_.rend(),
+      [&](const auto& table) { return text::EqualsIgnoreCase(table.name, name.Last()); });
+  return found == common_tables_.rend() ? nullptr : &*found;
+}
+
+std::string Binder::CatalogueView(const ObjectName& name) {
+  const std::size_t parts = name.parts.size();
+  const std::string key = NameKey(name.Last());
+  const std::string owner = parts > 1 ? NameKey(name.parts[parts - 2]) : "";
+  std::string table;
+  if (owner.empty() || owner == "dbo" || owner == "sys") {
+    if (key == "sysobjects" || key == "syscolumns") table = key;
+  }
+  if (owner == "sys" && (key == "objects" || key == "columns" || key == "tables" ||
+                         key == "views" || key == "procedures")) {
+    table = "sys." + key;
+  }
+  if (owner == "information_schema" && (key == "tables" || key == "columns")) {
+    table = "information_schema." + key;
+  }
+  return table.empty() ? table : "vorek " + table;
+}
+
+std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
+  Source source;
+  source.name = table.alias.empty() ? table.name.Last() : table.alias;
+  source.sql = QuoteName(source.name);
+  source.nullable = nullable;
+  std::string name;
+  if (const CommonTableInfo* common = FindCommonTable(table.name)) {
+    name = QuoteName(common->name);
+    source.own = common->columns;
+  } else if (const std::string view = CatalogueView(table.name); !view.empty()) {
+    schema_.FillCatalogueViews();
+    const TableInfo* info = schema_.FindTable("#" + view);
+    if (info == nullptr) MissingObject(table.name);
+    name = "temp." + QuoteName(info->name);
+    source.columns = &info->columns;
+  } else {
+    if (const ModuleInfo* module = schema_.FindModule(table.name.Last());
+        module != nullptr && module->kind == "V") {
+      const std::string alias = source.sql;
+      return BindView(*module, alias, std::move(source));
+    }
+    const TableInfo* info = schema_.FindTable(table.name.Last());
+    if (info == nullptr) MissingObject(table.name);
+    temporary_ = temporary_ || info->temporary;
+    name = (info->temporary ? "temp." : "main.") + QuoteName(info->name);
+    source.columns = &info->columns;
+  }
+  if (!table.columns.empty()) Refuse(table.at, "Only a query in FROM may name its columns");
+  const std::string alias = source.sql;
+  AddSource(std::move(source), table.at);
+  return name + " AS " + alias;
+}
+
+std::string Binder::BindView(const ModuleInfo& view, const std::string& alias, Source source) {
+  if (views_.size() >= kMaxViews ||
+      std::find(views_.begin(), views_.end(), view.name) != views_.end()) {
+    throw Error(ErrorNumber::kSyntax,
+                "The view '" + view.name + "' refers to itself, or views stand too deep");
+  }
+  // A view sees neither the columns nor the WITH tables of the text that reads it.
+  const Statement& definition = view.Definition();
+  Binder inner(schema_, Variables{}, view.source);
+  inner.views_ = views_;
+  inner.views_.push_back(view.name);
+  BoundQuery query = inner.BindQuery(*definition.query);
+  temporary_ = temporary_ || inner.temporary_;
+  source.own = inner.NamedColumns(query.columns, definition.view_columns, view.name, 0);
+  for (std::size_t i = 0; i < source.own.size(); ++i) query.columns[i].name = source.own[i].name;
+  std::string sql = "(" + query.sql + ")";
+  if (!definition.view_columns.empty()) {
+    std::string names;
+    for (const ColumnInfo& column : source.own) {
+      names += (names.empty() ? "" : ", ") + QuoteName(column.name);
+    }
+    const std::string hidden = QuoteName("view");
+    sql =
+        "(WITH " + hidden + "(" + names + ") AS (" + query.sql + ") SELECT * FROM " + hidden + ")";
+  }
+  AddSource(std::move(source), 0);
+  return sql + " AS " + alias;
+}
+
+std::string Binder::BindSubquery(const TableRef& table, bool nullable) {
+  Scope none;
+  // A derived table sees the queries around it, never the tables beside it.
+  Scope* const beside = scope_;
+  scope_ = beside->outer;
+  BoundQuery query = BindQuery(*table.query);
+  scope_ = beside;
+  Source source;
+  source.name = table.alias;
+  source.sql = QuoteName(table.alias);
+  source.nullable = nullable;
+  source.own = NamedColumns(query.columns, table.columns, table.alias, table.at);
+  std::string sql = "(" + query.sql + ")";
+  if (!table.columns.empty()) {
+    std::string names;
+    for (const std::string& name : table.columns) {
+      names += (names.empty() ? "" : ", ") + QuoteName(name);
+    }
+    sql = "(WITH " + QuoteName("names") + "(" + names + ") AS (" + query.sql + ") SELECT * FROM " +
+          QuoteName("names") + ")";
+  }
+  const std::string alias = source.sql;
+  AddSource(std::move(source), table.at);
+  return sql + " AS " + alias;
+}
+
+}  // namespace vorek::sqlite

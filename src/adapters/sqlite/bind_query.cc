@@ -1,0 +1,444 @@
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "adapters/sqlite/bind.h"
+#include "text/utf8.h"
+
+// Queries: WITH, select lists, grouping, UNION, order and TOP.
+namespace vorek::sqlite {
+
+Translation Binder::Finish(BoundQuery query) {
+  Translation result;
+  result.sql = std::move(query.sql);
+  result.columns = std::move(query.columns);
+  result.assigned = std::move(query.assigned);
+  result.parameters = std::move(parameters_);
+  result.temporary = temporary_;
+  return result;
+}
+
+Translation Binder::Select(const Query& query) { return Finish(BindQuery(query)); }
+
+std::vector<OutputColumn> Binder::Describe(const Query& query,
+                                           const std::vector<std::string>& names) {
+  BoundQuery bound = BindQuery(query);
+  const std::vector<ColumnInfo> columns = NamedColumns(bound.columns, names, "the query", query.at);
+  for (std::size_t i = 0; i < columns.size(); ++i) bound.columns[i].name = columns[i].name;
+  return std::move(bound.columns);
+}
+
+Translation Binder::Value(const Expr& expr, const Type& type) {
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  // A variable keeps as much of a text as it holds.
+  const Bound value = Convert(BindValue(expr), type, Mode::kCast, expr.at);
+  BoundQuery query;
+  query.sql = "SELECT " + value.sql;
+  query.columns.push_back({"", type, true, false});
+  return Finish(std::move(query));
+}
+
+Translation Binder::UntypedValue(const Expr& expr) {
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  const Bound value = BindValue(expr);
+  BoundQuery query;
+  query.sql = "SELECT " + value.sql;
+  query.columns.push_back({"", value.type, true, false});
+  return Finish(std::move(query));
+}
+
+Translation Binder::Condition(const Expr& expr) {
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  BoundQuery query;
+  query.sql = "SELECT CASE WHEN " + BindCondition(expr, 0) + " THEN 1 ELSE 0 END";
+  query.columns.push_back({"", Make(TypeKind::kInt), true, false});
+  return Finish(std::move(query));
+}
+
+std::string Binder::BindWith(const std::vector<CommonTable>& tables) {
+  std::string sql;
+  for (const CommonTable& table : tables) {
+    sql += (sql.empty() ? "WITH RECURSIVE " : ", ") + BindCommonTable(table);
+  }
+  return sql.empty() ? sql : sql + " ";
+}
+
+std::string Binder::BindCommonTable(const CommonTable& table) {
+  const Query& query = *table.query;
+  const bool may_recurse = query.branches.size() > 1 && query.branches[0].select != nullptr;
+  std::string names;
+  const auto declare = [&](const std::vector<OutputColumn>& outputs) {
+    CommonTableInfo info;
+    info.name = table.name;
+    info.columns = NamedColumns(outputs, table.columns, table.name, table.at);
+    for (ColumnInfo& column : info.columns) column.nullable = true;
+    names.clear();
+    for (const ColumnInfo& column : info.columns) {
+      names += (names.empty() ? "" : ", ") + QuoteName(column.name);
+    }
+    common_tables_.push_back(std::move(info));
+  };
+  BoundQuery bound;
+  if (may_recurse) {
+    // The first branch tells the columns by which the others may refer to the table itself, and a
+    // branch behind it takes their types.
+    Scope scope;
+    const ScopeGuard guard(*this, scope);
+    SelectParts anchor = BindSelect(query, *query.branches[0].select);
+    std::vector<OutputColumn> outputs;
+    Targets targets;
+    for (const Bound& item : anchor.items) {
+      outputs.push_back({item.name, item.type, true, item.collated});
+      targets.push_back({item.type, ""});
+    }
+    declare(outputs);
+    bound = BindQuery(query, &targets);
+  } else {
+    bound = BindQuery(query);
+    declare(bound.columns);
+  }
+  return QuoteName(table.name) + "(" + names + ") AS (" + bound.sql + ")";
+}
+
+Binder::BoundQuery Binder::BindQuery(const Query& query, const Targets* targets) {
+  const std::size_t tables = common_tables_.size();
+  const std::string with = BindWith(query.with);
+  BoundQuery result;
+  const Branch& first = query.branches[0];
+  const bool single = query.branches.size() == 1 && first.select != nullptr;
+  if (single && first.select->values.empty()) {
+    Scope scope;
+    const ScopeGuard guard(*this, scope);
+    std::vector<SelectParts> parts;
+    parts.push_back(BindSelect(query, *first.select));
+    result.assigned = std::move(assigned_);
+    assigned_.clear();
+    if (targets != nullptr) Unify(parts, targets, query.at);
+    for (const Bound& item : parts[0].items) {
+      result.columns.push_back({item.name, item.type, item.nullable, item.collated});
+    }
+    result.sql = Render(parts[0]);
+  } else {
+    result = Compound(query, targets);
+  }
+  result.sql.insert(0, with);
+  common_tables_.resize(tables);
+  return result;
+}
+
+Binder::SelectParts Binder::BranchParts(const Query& query, const Branch& branch) {
+  if (branch.select != nullptr && !branch.select->values.empty()) {
+    return BindValues(*branch.select, nullptr);
+  }
+  if (branch.select != nullptr) {
+    Query bare;  // ORDER BY and paging belong to the whole
+    SelectParts parts = BindSelect(bare, *branch.select);
+    if (parts.limit.empty()) return parts;
+  }
+  // A branch with its own TOP, or one in brackets, becomes a derived table.
+  (void)query;
+  Query bare;
+  SelectParts parts;
+  BoundQuery bound;
+  if (branch.query != nullptr) {
+    bound = BindQuery(*branch.query);
+  } else {
+    Scope scope;
+    const ScopeGuard guard(*this, scope);
+    SelectParts inner = BindSelect(bare, *branch.select);
+    for (const Bound& item : inner.items) {
+      bound.columns.push_back({item.name, item.type, item.nullable, item.collated});
+    }
+    bound.sql = Render(inner);
+  }
+  parts.prefix = "SELECT ";
+  std::string names;
+  for (std::size_t i = 0; i < bound.columns.size(); ++i) {
+    const std::string name = QuoteName("c" + std::to_string(i + 1));
+    names += (names.empty() ? "" : ", ") + name;
+    Bound item = MakeBound(name, bound.columns[i].type);
+    item.name = bound.columns[i].name;
+    item.column = true;
+    parts.items.push_back(std::move(item));
+  }
+  parts.tail = " FROM (WITH " + QuoteName("branch") + "(" + names + ") AS (" + bound.sql +
+               ") SELECT * FROM " + QuoteName("branch") + ")";
+  return parts;
+}
+
+void Binder::Unify(std::vector<SelectParts>& branches, const Targets* targets, std::size_t at) {
+  const std::size_t count =
+      branches[0].rows.empty() ? branches[0].items.size() : branches[0].rows[0].size();
+  for (const SelectParts& branch : branches) {
+    if (branch.items.size() != count) {
+      Refuse(at,
+             "All queries combined by UNION, INTERSECT or EXCEPT must have an equal number of "
+             "expressions");
+    }
+  }
+  if (targets != nullptr && targets->size() != count) {
+    Refuse(at, "The number of values (" + std::to_string(count) +
+                   ") doesn't match the number of columns (" + std::to_string(targets->size()) +
+                   ")");
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    Type type;
+    for (const SelectParts& branch : branches) type = CommonType(type, branch.items[i].type);
+    if (targets != nullptr) type = (*targets)[i].type;
+    for (SelectParts& branch : branches) {
+      const std::string name = branch.items[i].name;
+      branch.items[i] = Convert(std::move(branch.items[i]), type,
+                                targets != nullptr ? Mode::kAssign : Mode::kImplicit, at);
+      branch.items[i].name = name;
+    }
+  }
+}
+
+Binder::BoundQuery Binder::Compound(const Query& query, const Targets* targets) {
+  std::vector<SelectParts> branches;
+  for (const Branch& branch : query.branches) {
+    Scope scope;
+    const ScopeGuard guard(*this, scope);
+    branches.push_back(BranchParts(query, branch));
+  }
+  const bool values = branches.size() == 1 && !branches[0].rows.empty();
+  BoundQuery result;
+  if (!values) {
+    Unify(branches, targets, query.at);
+    const bool compares = std::any_of(query.branches.begin() + 1, query.branches.end(),
+                                      [](const Branch& b) { return b.link != "UNION ALL"; });
+    for (SelectParts& branch : branches) {
+      if (compares) CollateItems(branch.items);
+    }
+  }
+  for (std::size_t i = 0; i < branches.size(); ++i) {
+    // INTERSECT binds tighter than the others, which SQLite takes from left to right.
+    const bool tighter =
+        i > 1 && query.branches[i].link == "INTERSECT" && query.branches[i - 1].link != "INTERSECT";
+    if (tighter) Refuse(query.at, "INTERSECT behind UNION or EXCEPT needs brackets");
+    if (i > 0) result.sql += " " + query.branches[i].link + " ";
+    result.sql += Render(branches[i]);
+  }
+  for (std::size_t i = 0; i < branches[0].items.size(); ++i) {
+    const bool nullable = std::any_of(branches.begin(), branches.end(),
+                                      [i](const auto& branch) { return branch.items[i].nullable; });
+    const Bound& item = branches[0].items[i];
+    result.columns.push_back({item.name, item.type, nullable, false});
+  }
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  result.sql += BindOrder(query.order, branches[0].items, true);
+  result.sql += BindLimit(query, nullptr);
+  return result;
+}
+
+Binder::SelectParts Binder::BindValues(const vorek::sqlite::Select& select,
+                                       const Targets* targets) {
+  SelectParts parts;
+  for (const std::vector<ExprPtr>& row : select.values) {
+    if (row.size() != select.values[0].size()) {
+      Refuse(select.at, "The rows of VALUES must have an equal number of values");
+    }
+    std::vector<Bound> values;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (row[i] == nullptr) Refuse(select.at, "DEFAULT stands where there is no default");
+      values.push_back(BindValue(*row[i]));
+    }
+    parts.rows.push_back(std::move(values));
+  }
+  for (std::size_t i = 0; i < parts.rows[0].size(); ++i) {
+    Type type;
+    for (const auto& row : parts.rows) type = CommonType(type, row[i].type);
+    if (targets != nullptr && i < targets->size()) type = (*targets)[i].type;
+    for (auto& row : parts.rows) {
+      row[i] = Convert(std::move(row[i]), type,
+                       targets != nullptr ? Mode::kAssign : Mode::kImplicit, select.at);
+    }
+    parts.items.push_back(MakeBound("", type));
+  }
+  return parts;
+}
+
+void Binder::ExpandStar(const Expr& star, std::vector<Bound>& items) {
+  bool found = false;
+  for (const Source& source : scope_->sources) {
+    if (!star.path.empty() && !text::EqualsIgnoreCase(source.name, star.path.back())) continue;
+    found = true;
+    for (const ColumnInfo& column : source.Columns()) {
+      items.push_back(ColumnOf(*scope_, source, column, star));
+    }
+  }
+  if (!found) {
+    Refuse(star.at, star.path.empty() ? "'*' needs a FROM clause"
+                                      : "The column prefix '" + star.path.back() +
+                                            "' does not match any table of the query");
+  }
+}
+
+void Binder::BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
+                       std::vector<std::string>* assigned) {
+  for (const SelectItem& item : select.items) {
+    if (item.expr->kind == ExprKind::kStar) {
+      ExpandStar(*item.expr, parts.items);
+      continue;
+    }
+    Bound value = BindValue(*item.expr);
+    if (!item.alias.empty()) value.name = item.alias;
+    if (item.expr->kind != ExprKind::kColumn && item.alias.empty()) value.name.clear();
+    if (!item.variable.empty()) {
+      const std::string name = LowerWord(item.variable);
+      const auto variable = variables_.find(name);
+      if (variable == variables_.end()) {
+        Refuse(item.expr->at, "Must declare the scalar variable \"" + item.variable + "\"");
+      }
+      value = Convert(std::move(value), variable->second.type, Mode::kCast, item.expr->at);
+      assigned->push_back(name);
+    }
+    parts.items.push_back(std::move(value));
+  }
+  if (!assigned->empty() && assigned->size() != parts.items.size()) {
+    Refuse(select.at, "A SELECT that assigns a value to a variable must not return rows as well");
+  }
+}
+
+Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::Select& select) {
+  SelectParts parts;
+  parts.tail = BindFrom(select.from);
+  if (select.where != nullptr) parts.tail += " WHERE " + BindCondition(*select.where, 0);
+  scope_->ungrouped.clear();
+  BindGroup(select, parts);
+  std::vector<std::string> assigned;
+  BindItems(select, parts, &assigned);
+  parts.prefix = select.distinct ? "SELECT DISTINCT " : "SELECT ";
+  if (select.distinct) CollateItems(parts.items);
+  parts.order = BindOrder(query.order, parts.items, select.distinct);
+  CheckGrouping(select);
+  parts.limit = BindLimit(query, &select);
+  assigned_ = std::move(assigned);
+  return parts;
+}
+
+void Binder::BindGroup(const vorek::sqlite::Select& select, SelectParts& parts) {
+  std::string keys;
+  for (const ExprPtr& key : select.group) {
+    const Bound bound = BindValue(*key);
+    if (bound.literal != Bound::Literal::kNone) {
+      Refuse(key->at, "Each GROUP BY expression must contain a column of the query");
+    }
+    scope_->group_keys.insert(bound.sql);
+    keys += (keys.empty() ? "" : ", ") + Collated(bound).sql;
+  }
+  scope_->ungrouped.clear();
+  if (!keys.empty()) parts.tail += " GROUP BY " + keys;
+  if (select.having != nullptr) {
+    std::string having = BindCondition(*select.having, 0);
+    // Without groups SQLite takes HAVING only beside an aggregate; a query of one group is meant.
+    if (keys.empty()) scope_->has_aggregate = true;
+    parts.tail += " HAVING " + having;
+  }
+}
+
+void Binder::CheckGrouping(const vorek::sqlite::Select& select) const {
+  const bool grouped = !select.group.empty() || scope_->has_aggregate;
+  if (!grouped || scope_->ungrouped.empty()) return;
+  const Violation& first = scope_->ungrouped.front();
+  Refuse(first.at, "Column '" + first.name +
+                       "' is invalid here because it is not contained in either an aggregate "
+                       "function or the GROUP BY clause");
+}
+
+void Binder::CollateItems(std::vector<Bound>& items) {
+  for (Bound& item : items) item = Collated(std::move(item));
+}
+
+std::string Binder::OrderTerm(const OrderItem& item, const std::vector<Bound>& items,
+                              bool ordinals_only) {
+  const auto ordinal = [&](std::size_t index) {
+    std::string sql = std::to_string(index + 1);
+    if (items[index].type.IsText() && !items[index].collated) sql += " COLLATE VOREK";
+    return sql;
+  };
+  const Expr& expr = *item.expr;
+  if (expr.kind == ExprKind::kNumber) {
+    const int number = std::atoi(expr.text.c_str());
+    if (number < 1 || number > static_cast<int>(items.size())) {
+      Refuse(expr.at, "The ORDER BY position number " + expr.text + " is out of range");
+    }
+    return ordinal(static_cast<std::size_t>(number) - 1);
+  }
+  if (expr.kind == ExprKind::kColumn && expr.path.size() == 1) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      if (text::EqualsIgnoreCase(items[i].name, expr.path[0])) return ordinal(i);
+    }
+  }
+  if (ordinals_only && scope_->sources.empty()) {
+    Refuse(expr.at, "ORDER BY items must appear in the select list");
+  }
+  const Bound bound = BindValue(expr);
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i].sql == bound.sql || items[i].sql == Collated(bound).sql) return ordinal(i);
+  }
+  if (ordinals_only) Refuse(expr.at, "ORDER BY items must appear in the select list");
+  if (bound.literal != Bound::Literal::kNone) {
+    Refuse(expr.at, "A constant expression stands in the ORDER BY list");
+  }
+  return Collated(bound).sql;
+}
+
+std::string Binder::BindOrder(const std::vector<OrderItem>& order, const std::vector<Bound>& items,
+                              bool ordinals_only) {
+  std::string sql;
+  for (const OrderItem& item : order) {
+    sql += (sql.empty() ? " ORDER BY " : ", ") + OrderTerm(item, items, ordinals_only);
+    if (item.descending) sql += " DESC";
+  }
+  return sql;
+}
+
+std::string Binder::BindLimit(const Query& query, const vorek::sqlite::Select* select) {
+  const auto count = [this](const Expr& expr) {
+    Bound value = Convert(BindValue(expr), Make(TypeKind::kBigInt), Mode::kImplicit, expr.at);
+    // A negative number would lift SQLite's limit.
+    return value.literal == Bound::Literal::kNumber ? value.sql : "max(0, " + value.sql + ")";
+  };
+  if (select != nullptr && select->top != nullptr) {
+    if (select->top->kind == ExprKind::kUnary)
+      Refuse(select->top->at, "TOP takes no negative number");
+    if (!select->top_percent) return " LIMIT " + count(*select->top);
+    if (select->top->text == "100") return "";
+    Refuse(select->top->at, "TOP with PERCENT is not supported, save for TOP 100 PERCENT");
+  }
+  if (query.offset == nullptr) return "";
+  const std::string limit = query.fetch == nullptr ? "-1" : count(*query.fetch);
+  return " LIMIT " + limit + " OFFSET " + count(*query.offset);
+}
+
+std::string Binder::WriteItems(const std::vector<Bound>& items) const {
+  std::string sql;
+  for (const Bound& item : items) {
+    if (!sql.empty()) sql += ", ";
+    sql += item.sql;
+    if (!item.name.empty()) sql += " AS " + QuoteName(item.name);
+  }
+  return sql;
+}
+
+std::string Binder::Render(SelectParts& parts) const {
+  if (parts.rows.empty()) {
+    return parts.prefix + WriteItems(parts.items) + parts.tail + parts.order + parts.limit;
+  }
+  std::string sql = "VALUES ";
+  for (std::size_t row = 0; row < parts.rows.size(); ++row) {
+    sql += row == 0 ? "(" : ", (";
+    for (std::size_t i = 0; i < parts.rows[row].size(); ++i) {
+      sql += (i == 0 ? "" : ", ") + parts.rows[row][i].sql;
+    }
+    sql += ")";
+  }
+  return sql;
+}
+
+}  // namespace vorek::sqlite

@@ -1,0 +1,186 @@
+#include "adapters/sqlite/connection.h"
+
+#include <algorithm>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "adapters/sqlite/functions.h"
+#include "adapters/sqlite/handle.h"
+#include "adapters/sqlite/parser.h"
+#include "vorek/error.h"
+
+namespace vorek::sqlite {
+namespace {
+
+constexpr int kStepsBetweenQuestions = 20000;  // of SQLite's machine: some tenths of a millisecond
+constexpr std::size_t kKeptBatches = 300;
+constexpr std::size_t kKeptLength = 20000;  // longer texts, as of scripts, aren't kept
+
+int FlagsOf(OpenMode mode) {
+  switch (mode) {
+    case OpenMode::kReadOnly:
+      return SQLITE_OPEN_READONLY;
+    case OpenMode::kCreate:
+      return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    case OpenMode::kReadWrite:
+      break;
+  }
+  return SQLITE_OPEN_READWRITE;
+}
+
+}  // namespace
+
+Connection::Connection(const std::string& path, OpenMode mode) {
+  sqlite3* db = nullptr;
+  const int code = sqlite3_open_v2(
+      path.c_str(), &db, FlagsOf(mode) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  db_.reset(db);
+  if (code != SQLITE_OK) {
+    throw Error(ErrorNumber::kConnection,
+                "Cannot open the database '" + path +
+                    "': " + (db == nullptr ? "out of memory" : sqlite3_errmsg(db)) + ".");
+  }
+  try {
+    SetUp(path, mode);
+  } catch (const Error& error) {
+    throw Error(ErrorNumber::kConnection,
+                "Cannot open the database '" + path + "': " + error.Description() + ".");
+  }
+}
+
+void Connection::SetUp(const std::string&, OpenMode mode) {
+  sqlite3* db = db_.get();
+  // The file may come from anybody: nothing in it may run code, write the schema or load a library.
+  sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+  sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_limit(db, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_limit(db, SQLITE_LIMIT_LENGTH, 500'000'000);
+  sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, 100'000'000);
+  sqlite3_progress_handler(db, kStepsBetweenQuestions, OnProgress, this);
+  sqlite3_busy_handler(db, OnBusy, this);
+  RegisterFunctions(db);
+  sqlite3_create_function_v2(db, "vk_call", -1, SQLITE_UTF8 | SQLITE_INNOCUOUS, this, OnCall,
+                             nullptr, nullptr, nullptr);
+  has_deadline_ = true;
+  deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  Run(db, "PRAGMA foreign_keys = ON");
+  Run(db, "PRAGMA temp_store = MEMORY");
+  Run(db, "PRAGMA cache_size = -65536");
+  schema_ = std::make_unique<Schema>(db);
+  schema_->Refresh();  // the first read: fails for a file that is no database
+  if (mode != OpenMode::kReadOnly && sqlite3_db_readonly(db, "main") == 1 &&
+      mode == OpenMode::kCreate) {
+    throw Error(ErrorNumber::kConnection, "it can't be written");
+  }
+  runner_ = std::make_unique<Runner>(db, *schema_);
+}
+
+bool Connection::MustStop() {
+  if (stop_ != Stop::kNone) return true;
+  if (cancelled_) {
+    stop_ = Stop::kCancelled;
+    return true;
+  }
+  const Time now = std::chrono::steady_clock::now();
+  if (has_deadline_ && now >= deadline_) {
+    stop_ = Stop::kTimeout;
+    return true;
+  }
+  constexpr auto kQuestionEvery = std::chrono::milliseconds(20);
+  if (options_ != nullptr && options_->progress && now >= next_question_) {
+    next_question_ = now + kQuestionEvery;
+    if (!options_->progress(rows_)) {
+      stop_ = Stop::kCancelled;
+      return true;
+    }
+  }
+  return false;
+}
+
+int Connection::OnProgress(void* self) {
+  return static_cast<Connection*>(self)->MustStop() ? 1 : 0;
+}
+
+int Connection::OnBusy(void* self, int count) {
+  auto* connection = static_cast<Connection*>(self);
+  if (connection->MustStop()) return 0;
+  std::this_thread::sleep_for(std::chrono::milliseconds(std::min(1 + count, 25)));
+  return 1;
+}
+
+void Connection::OnCall(sqlite3_context* context, int count, sqlite3_value** values) {
+  auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
+  try {
+    if (count < 1) throw Error(ErrorNumber::kSyntax, "vk_call takes a function's name.");
+    std::vector<Cell> arguments;
+    for (int i = 1; i < count; ++i) arguments.push_back(CellOf(values[i]));
+    ResultCell(context,
+               connection->runner_->Call(std::string(TextOf(values[0])), std::move(arguments)));
+  } catch (const std::exception& error) {
+    sqlite3_result_error(context, error.what(), -1);
+  }
+}
+
+void Connection::AskProgress(std::size_t rows) {
+  rows_ = std::max(rows_, rows);
+  if (!MustStop()) return;
+  throw Error(ErrorNumber::kCancelled, "interrupted");
+}
+
+std::shared_ptr<Batch> Connection::Parse(std::string_view text, int first_line) {
+  if (first_line > 0) return Parser(SourceText(text, first_line)).ParseBatch();
+  const std::string key(text);
+  const auto found = batches_.find(key);
+  if (found != batches_.end()) return found->second;
+  std::shared_ptr<Batch> batch = Parser(text).ParseBatch();
+  if (batches_.size() >= kKeptBatches) batches_.clear();
+  if (key.size() <= kKeptLength) batches_.emplace(key, batch);
+  return batch;
+}
+
+void Connection::Rethrow(const Error& error) {
+  if (stop_ == Stop::kTimeout || (error.Is(ErrorNumber::kTimeout) && stop_ != Stop::kCancelled)) {
+    throw Error(ErrorNumber::kTimeout, error.Is(ErrorNumber::kTimeout)
+                                           ? "Timeout expired: " + error.Description() + "."
+                                           : "Timeout expired.");
+  }
+  if (stop_ == Stop::kCancelled) {
+    throw Error(ErrorNumber::kCancelled, "Operation was cancelled.");
+  }
+  throw Error(error.Number(), error.Description());
+}
+
+ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
+  if (executing_) {
+    throw Error(ErrorNumber::kInvalidCall, "The connection is busy with another statement.");
+  }
+  executing_ = true;
+  cancelled_ = false;
+  stop_ = Stop::kNone;
+  rows_ = 0;
+  options_ = &options;
+  has_deadline_ = options.timeout_seconds > 0;
+  const Time now = std::chrono::steady_clock::now();
+  deadline_ = now + std::chrono::seconds(options.timeout_seconds);
+  next_question_ = now;
+  ResultSetPtr result;
+  try {
+    schema_->Refresh();
+    const std::shared_ptr<Batch> batch = Parse(text, options.script_line);
+    result = runner_->Run(*batch, options.script_line > 0,
+                          [this](std::size_t rows) { AskProgress(rows); });
+  } catch (const Error& error) {
+    executing_ = false;
+    options_ = nullptr;
+    Rethrow(error);
+  }
+  executing_ = false;
+  options_ = nullptr;
+  return result;
+}
+
+}  // namespace vorek::sqlite

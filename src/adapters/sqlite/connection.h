@@ -1,0 +1,69 @@
+#ifndef VOREK_ADAPTERS_SQLITE_CONNECTION_H_
+#define VOREK_ADAPTERS_SQLITE_CONNECTION_H_
+
+#include <sqlite3.h>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "adapters/sqlite/runner.h"
+#include "adapters/sqlite/schema.h"
+#include "platform/database.h"
+
+namespace vorek::sqlite {
+
+enum class OpenMode { kReadWrite, kReadOnly, kCreate };
+
+// A connection to one file.
+class Connection : public DatabaseConnection {
+ public:
+  // Throws Error(kConnection), naming the file.
+  Connection(const std::string& path, OpenMode mode);
+  ~Connection() override = default;
+
+  ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) override;
+  void Cancel() noexcept override { cancelled_ = true; }
+
+  // The text as it runs in SQLite, statement by statement; nothing runs.
+  std::string Explain(std::string_view text);
+
+ private:
+  enum class Stop { kNone, kCancelled, kTimeout };
+  using Time = std::chrono::steady_clock::time_point;
+
+  static int OnProgress(void* self);
+  static int OnBusy(void* self, int count);
+  static void OnCall(sqlite3_context* context, int count, sqlite3_value** values);
+  void SetUp(const std::string& path, OpenMode mode);
+  bool MustStop();
+  void AskProgress(std::size_t rows);
+  std::shared_ptr<Batch> Parse(std::string_view text, int first_line);
+  [[noreturn]] void Rethrow(const Error& error);
+
+  struct Closer {
+    void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
+  };
+
+  std::unique_ptr<sqlite3, Closer> db_;
+  std::unique_ptr<Schema> schema_;
+  std::unordered_map<std::string, std::shared_ptr<Batch>> batches_;
+  std::unique_ptr<Runner> runner_;
+
+  // Of the text that runs now.
+  std::atomic<bool> cancelled_{false};
+  bool executing_ = false;
+  Stop stop_ = Stop::kNone;
+  bool has_deadline_ = false;
+  Time deadline_;
+  Time next_question_;
+  std::size_t rows_ = 0;
+  const ExecuteOptions* options_ = nullptr;
+};
+
+}  // namespace vorek::sqlite
+
+#endif  // VOREK_ADAPTERS_SQLITE_CONNECTION_H_

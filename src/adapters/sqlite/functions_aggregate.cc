@@ -1,0 +1,82 @@
+#include <cmath>
+
+#include "adapters/sqlite/functions.h"
+
+// STDEV, VAR and their like, and the guard of subqueries that stand for one value.
+namespace vorek::sqlite {
+namespace {
+
+struct Spread {
+  std::int64_t count;
+  double sum;
+  double squares;
+};
+
+void AddTo(sqlite3_context* context, sqlite3_value** values, double sign) {
+  if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
+  auto* spread = static_cast<Spread*>(sqlite3_aggregate_context(context, sizeof(Spread)));
+  if (spread == nullptr) return sqlite3_result_error_nomem(context);
+  const double x = sqlite3_value_double(values[0]);
+  spread->count += sign > 0 ? 1 : -1;
+  spread->sum += sign * x;
+  spread->squares += sign * x * x;
+}
+
+void Add(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, 1); }
+void Remove(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, -1); }
+
+template <bool kSample, bool kRoot>
+void Result(sqlite3_context* context) {
+  const auto* spread = static_cast<Spread*>(sqlite3_aggregate_context(context, 0));
+  const std::int64_t divisor = spread == nullptr ? 0 : spread->count - (kSample ? 1 : 0);
+  if (divisor <= 0) return sqlite3_result_null(context);
+  const auto count = static_cast<double>(spread->count);
+  const double variance = std::max(0.0, spread->squares - spread->sum * spread->sum / count) /
+                          static_cast<double>(divisor);
+  sqlite3_result_double(context, kRoot ? std::sqrt(variance) : variance);
+}
+
+template <bool kSample, bool kRoot>
+void RegisterSpread(sqlite3* db, const char* name) {
+  sqlite3_create_window_function(db, name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                 nullptr, Add, Result<kSample, kRoot>, Result<kSample, kRoot>,
+                                 Remove, nullptr);
+}
+
+struct One {
+  sqlite3_value* value;
+  bool seen;
+};
+
+void TakeOne(sqlite3_context* context, int, sqlite3_value** values) {
+  auto* one = static_cast<One*>(sqlite3_aggregate_context(context, sizeof(One)));
+  if (one == nullptr) return sqlite3_result_error_nomem(context);
+  if (one->seen) {
+    return Fail(context,
+                "Subquery returned more than 1 value. This is not permitted when the "
+                "subquery is used as an expression.");
+  }
+  one->seen = true;
+  one->value = sqlite3_value_dup(values[0]);
+}
+
+void GiveOne(sqlite3_context* context) {
+  auto* one = static_cast<One*>(sqlite3_aggregate_context(context, 0));
+  if (one == nullptr || one->value == nullptr) return sqlite3_result_null(context);
+  sqlite3_result_value(context, one->value);
+  sqlite3_value_free(one->value);
+  one->value = nullptr;
+}
+
+}  // namespace
+
+void RegisterAggregates(sqlite3* db) {
+  RegisterSpread<true, true>(db, "vk_stdev");
+  RegisterSpread<false, true>(db, "vk_stdevp");
+  RegisterSpread<true, false>(db, "vk_var");
+  RegisterSpread<false, false>(db, "vk_varp");
+  sqlite3_create_function_v2(db, "vk_one", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                             nullptr, nullptr, TakeOne, GiveOne, nullptr);
+}
+
+}  // namespace vorek::sqlite

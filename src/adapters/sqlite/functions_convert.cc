@@ -1,0 +1,409 @@
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <string>
+
+#include "adapters/sqlite/functions.h"
+#include "adapters/sqlite/type.h"
+#include "text/number.h"
+#include "text/utf8.h"
+
+// Conversions between texts and numbers. Each function that can fail has a twin "vk_try_..." that
+// gives NULL instead.
+namespace vorek::sqlite {
+namespace {
+
+struct Bounds {
+  std::int64_t least;
+  std::int64_t most;
+};
+
+Bounds BoundsOf(std::string_view type) {
+  if (type == "tinyint") return {0, 255};
+  if (type == "smallint") return {INT16_MIN, INT16_MAX};
+  if (type == "int") return {INT32_MIN, INT32_MAX};
+  return {INT64_MIN, INT64_MAX};
+}
+
+void ResultWhole(sqlite3_context* context, std::int64_t value, std::string_view type) {
+  if (type == "bit") return sqlite3_result_int(context, value != 0 ? 1 : 0);
+  const Bounds bounds = BoundsOf(type);
+  if (value < bounds.least || value > bounds.most) return FailOverflow(context, type);
+  sqlite3_result_int64(context, value);
+}
+
+// A text in a message: a short piece of it.
+std::string Shown(std::string_view s) { return text::Left(s, 60); }
+
+std::string_view KindName(std::string_view type) { return type.substr(0, type.find('(')); }
+
+void FailConversion(sqlite3_context* context, std::string_view value, std::string_view from,
+                    std::string_view to) {
+  Fail(context, "Conversion failed when converting the " + std::string(KindName(from)) +
+                    " value '" + Shown(value) + "' to data type " + std::string(KindName(to)) +
+                    ".");
+}
+
+void FailType(sqlite3_context* context, std::string_view from, std::string_view to) {
+  Fail(context, "Error converting data type " + std::string(KindName(from)) + " to " +
+                    std::string(KindName(to)) + ".");
+}
+
+std::string_view Trimmed(std::string_view s) {
+  const std::size_t begin = std::min(s.find_first_not_of(" \t\r\n"), s.size());
+  s.remove_prefix(begin);
+  while (!s.empty() && std::string_view(" \t\r\n").find(s.back()) != std::string_view::npos) {
+    s.remove_suffix(1);
+  }
+  return s;
+}
+
+// vk_int(text, from, to)
+void TextToInt(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view text = TextOf(values[0]);
+  const std::string_view from = TextOf(values[1]);
+  const std::string_view to = TextOf(values[2]);
+  std::string_view s = Trimmed(text);
+  if (to == "bit") {
+    if (text::EqualsIgnoreCase(s, "true")) return sqlite3_result_int(context, 1);
+    if (text::EqualsIgnoreCase(s, "false")) return sqlite3_result_int(context, 0);
+  }
+  if (s.empty()) return sqlite3_result_int(context, 0);
+  const bool plus = s.front() == '+';
+  if (plus) s.remove_prefix(1);
+  std::int64_t value = 0;
+  const auto [end, error] = std::from_chars(s.data(), s.data() + s.size(), value);
+  const bool digits = end == s.data() + s.size() && !s.empty() && !(plus && s.front() == '-');
+  if (digits && error == std::errc::result_out_of_range) {
+    return Fail(context, "The conversion of the " + std::string(KindName(from)) + " value '" +
+                             Shown(text) + "' overflowed an " + std::string(to) + " column.");
+  }
+  if (!digits || error != std::errc()) return FailConversion(context, text, from, to);
+  const Bounds bounds = BoundsOf(to);
+  if (to != "bit" && (value < bounds.least || value > bounds.most)) {
+    return Fail(context, "The conversion of the " + std::string(KindName(from)) + " value '" +
+                             Shown(text) + "' overflowed an " + std::string(to) + " column.");
+  }
+  ResultWhole(context, value, to);
+}
+
+// A decimal's text: sign, digits, point, digits. Digits behind the scale round the last unit.
+struct DecimalText {
+  bool well_formed = false;
+  bool fits = true;
+  std::int64_t units = 0;
+};
+
+DecimalText ReadDecimal(std::string_view s, int scale) {
+  DecimalText result;
+  const bool negative = !s.empty() && s.front() == '-';
+  if (!s.empty() && (s.front() == '-' || s.front() == '+')) s.remove_prefix(1);
+  std::uint64_t units = 0;
+  int places = -1;  // read behind the point, -1 in front of it
+  bool any = false;
+  bool round_up = false;
+  const auto push = [&](unsigned digit) {
+    if (units > (static_cast<std::uint64_t>(INT64_MAX) - digit) / 10) {
+      result.fits = false;
+    } else {
+      units = units * 10 + digit;
+    }
+  };
+  for (const char c : s) {
+    if (c == '.' && places < 0) {
+      places = 0;
+      continue;
+    }
+    if (c < '0' || c > '9') return result;
+    any = true;
+    if (places >= 0 && places == scale) {
+      round_up = c >= '5';
+      ++places;
+    } else if (places < scale) {
+      push(static_cast<unsigned>(c - '0'));
+      if (places >= 0) ++places;
+    }
+  }
+  if (!any) return result;
+  result.well_formed = true;
+  for (int place = std::max(places, 0); place < scale; ++place) push(0);
+  if (round_up) ++units;
+  if (units > static_cast<std::uint64_t>(INT64_MAX)) result.fits = false;
+  if (!result.fits) return result;
+  result.units = static_cast<std::int64_t>(units);
+  if (negative) result.units = -result.units;
+  return result;
+}
+
+bool HasDigits(std::int64_t units, int digits) {
+  if (digits > 18) return true;
+  return units < PowerOfTen(digits) && units > -PowerOfTen(digits);
+}
+
+// vk_decimal(text, from, scale, digits, to)
+void TextToDecimal(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view text = TextOf(values[0]);
+  const std::string_view to = TextOf(values[4]);
+  std::string s(Trimmed(text));
+  const bool money = KindName(to) == "money" || KindName(to) == "smallmoney";
+  if (money) {
+    s.erase(std::remove(s.begin(), s.end(), ','), s.end());
+    const std::size_t sign = s.find_first_of("$");
+    if (sign == 0 || (sign == 1 && s[0] == '-')) s.erase(sign, 1);
+    if (s.empty()) s = "0";
+  }
+  DecimalText number = ReadDecimal(s, sqlite3_value_int(values[2]));
+  if (!number.well_formed) {
+    if (money) return FailConversion(context, text, TextOf(values[1]), to);
+    return FailType(context, TextOf(values[1]), "numeric");
+  }
+  if (!number.fits || !HasDigits(number.units, sqlite3_value_int(values[3]))) {
+    return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
+  }
+  sqlite3_result_int64(context, number.units);
+}
+
+// vk_float(text, from)
+void TextToFloat(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  std::string_view s = Trimmed(TextOf(values[0]));
+  if (s.empty()) return sqlite3_result_double(context, 0);
+  if (s.front() == '+') s.remove_prefix(1);
+  double value = 0;
+  const auto [end, error] = std::from_chars(s.data(), s.data() + s.size(), value);
+  if (end != s.data() + s.size() || error != std::errc() || !std::isfinite(value)) {
+    return FailType(context, TextOf(values[1]), "float");
+  }
+  sqlite3_result_double(context, value);
+}
+
+// vk_range(integer, to)
+void Range(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  if (!IsInteger(values[0])) return FailOverflow(context, TextOf(values[1]));
+  ResultWhole(context, sqlite3_value_int64(values[0]), TextOf(values[1]));
+}
+
+// vk_whole(units, scale, rounds, to): decimals are cut off, money is rounded.
+void Whole(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::int64_t unit = PowerOfTen(sqlite3_value_int(values[1]));
+  const std::string_view to = TextOf(values[3]);
+  if (!IsInteger(values[0])) {
+    const double value = sqlite3_value_double(values[0]) / static_cast<double>(unit);
+    if (std::abs(value) >= 9.2e18) return FailOverflow(context, to);
+    return ResultWhole(context, static_cast<std::int64_t>(value), to);
+  }
+  const std::int64_t units = sqlite3_value_int64(values[0]);
+  std::int64_t whole = units / unit;
+  const std::int64_t rest = units % unit;
+  if (to == "bit") return sqlite3_result_int(context, units != 0 ? 1 : 0);
+  if (sqlite3_value_int(values[2]) != 0 && unit > 1 && std::abs(rest) * 2 >= unit) {
+    whole += units < 0 ? -1 : 1;
+  }
+  ResultWhole(context, whole, to);
+}
+
+// vk_trunc(real, to)
+void Trunc(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const double value = std::trunc(sqlite3_value_double(values[0]));
+  const std::string_view to = TextOf(values[1]);
+  if (!(std::abs(value) < 9.223372036854775e18)) return FailOverflow(context, to);
+  if (to == "bit") {
+    return sqlite3_result_int(context, sqlite3_value_double(values[0]) != 0.0 ? 1 : 0);
+  }
+  ResultWhole(context, static_cast<std::int64_t>(value), to);
+}
+
+// vk_exact(real, scale, digits, to)
+void Exact(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const int scale = sqlite3_value_int(values[1]);
+  const double value = sqlite3_value_double(values[0]);
+  const std::string_view to = TextOf(values[3]);
+  const std::string_view name = KindName(to) == "decimal" ? "numeric" : KindName(to);
+  if (!(std::abs(value) < 9.2e18)) return FailOverflow(context, name);
+  // Seventeen digits tell a double from its neighbours; fifteen is what its text is good for.
+  char digits[400];
+  std::snprintf(digits, sizeof digits, "%.*f", std::min(scale + 3, 20), value);
+  char precise[64];
+  std::snprintf(precise, sizeof precise, "%.15g", value);
+  std::string shortest = precise;
+  const bool plain = shortest.find('e') == std::string::npos;
+  const DecimalText number = ReadDecimal(plain ? shortest : digits, scale);
+  if (!number.fits || !HasDigits(number.units, sqlite3_value_int(values[2]))) {
+    return FailOverflow(context, name);
+  }
+  sqlite3_result_int64(context, number.units);
+}
+
+// vk_fit(units, digits, to): a decimal that goes where fewer digits have room.
+void Fit(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view to = TextOf(values[2]);
+  const bool fits = IsInteger(values[0]) &&
+                    HasDigits(sqlite3_value_int64(values[0]), sqlite3_value_int(values[1]));
+  if (!fits) return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
+  sqlite3_result_value(context, values[0]);
+}
+
+std::string FixedText(std::int64_t units, int scale) {
+  std::string digits = std::to_string(units);
+  const bool negative = digits[0] == '-';
+  if (negative) digits.erase(0, 1);
+  const auto places = static_cast<std::size_t>(scale);
+  if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');
+  if (places > 0) digits.insert(digits.size() - places, ".");
+  return negative ? "-" + digits : digits;
+}
+
+// vk_decimal_text(units, scale): all places of the scale.
+void DecimalToText(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const int scale = sqlite3_value_int(values[1]);
+  if (IsInteger(values[0])) {
+    return ResultText(context, FixedText(sqlite3_value_int64(values[0]), scale));
+  }
+  char digits[400];
+  std::snprintf(digits, sizeof digits, "%.*f", scale,
+                sqlite3_value_double(values[0]) / std::pow(10.0, scale));
+  ResultText(context, digits);
+}
+
+// vk_money_text(units, style): 0 two places, 1 two with commas, 2 four places.
+void MoneyToText(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const int style = sqlite3_value_int(values[1]);
+  if (!IsInteger(values[0])) return FailOverflow(context, "money");
+  const std::int64_t units = sqlite3_value_int64(values[0]);
+  if (style == 2 || style == 126) return ResultText(context, FixedText(units, 4));
+  const std::int64_t cents = (units + (units < 0 ? -50 : 50)) / 100;
+  std::string out = FixedText(cents, 2);
+  if (style == 1) {
+    const std::size_t first = out[0] == '-' ? 1 : 0;
+    for (std::size_t at = out.find('.'); at > first + 3;) {
+      at -= 3;
+      out.insert(at, ",");
+    }
+  }
+  ResultText(context, out);
+}
+
+// vk_float_text(real, style): 0 six digits, 1 eight, 2 sixteen, 3 seventeen.
+void FloatToText(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const int style = sqlite3_value_int(values[1]);
+  const double value = sqlite3_value_double(values[0]);
+  char digits[64];
+  if (style == 0) {
+    std::snprintf(digits, sizeof digits, "%.6g", value);
+  } else {
+    const int places = style == 1 ? 7 : style == 2 ? 15 : 16;
+    std::snprintf(digits, sizeof digits, "%.*e", places, value);
+  }
+  // An exponent has three digits.
+  std::string out = digits;
+  const std::size_t mark = out.find('e');
+  if (mark != std::string::npos && out.size() - mark == 4) out.insert(mark + 2, "0");
+  ResultText(context, out);
+}
+
+void IsNumeric(sqlite3_context* context, int, sqlite3_value** values) {
+  std::string s(Trimmed(TextOf(values[0])));
+  s.erase(std::remove(s.begin(), s.end(), ','), s.end());
+  if (!s.empty() && s[0] == '$') s.erase(0, 1);
+  bool numeric = ReadDecimal(s, 18).well_formed;
+  if (!numeric && !s.empty() && (s[0] == '+' || s[0] == '-' || (s[0] >= '0' && s[0] <= '9'))) {
+    double value = 0;
+    const char* begin = s.data() + (s[0] == '+' ? 1 : 0);
+    const auto [end, error] = std::from_chars(begin, s.data() + s.size(), value);
+    numeric = error == std::errc() && end == s.data() + s.size() && std::isfinite(value);
+  }
+  sqlite3_result_int(context, numeric ? 1 : 0);
+}
+
+void Guid(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  std::string s(Trimmed(TextOf(values[0])));
+  if (s.size() == 38 && s.front() == '{' && s.back() == '}') s = s.substr(1, 36);
+  bool well_formed = s.size() == 36;
+  for (std::size_t i = 0; well_formed && i < s.size(); ++i) {
+    const bool dash = i == 8 || i == 13 || i == 18 || i == 23;
+    well_formed = dash ? s[i] == '-' : std::isxdigit(static_cast<unsigned char>(s[i])) != 0;
+  }
+  if (!well_formed) {
+    return Fail(context,
+                "Conversion failed when converting from a character string to "
+                "uniqueidentifier.");
+  }
+  ResultText(context, text::ToUpper(s));
+}
+
+// vk_hex(bytes, style): style 1 has "0x" in front.
+void Hex(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto* bytes = static_cast<const unsigned char*>(sqlite3_value_blob(values[0]));
+  const int size = sqlite3_value_bytes(values[0]);
+  std::string out = sqlite3_value_int(values[1]) == 1 ? "0x" : "";
+  for (int i = 0; i < size; ++i) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    out += kDigits[bytes[i] >> 4U];
+    out += kDigits[bytes[i] & 15U];
+  }
+  ResultText(context, out);
+}
+
+void Unhex(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  std::string_view s = TextOf(values[0]);
+  const bool marked = s.size() >= 2 && s[0] == '0' && (s[1] == 'x' || s[1] == 'X');
+  if (marked) s.remove_prefix(2);
+  std::string bytes;
+  bool well_formed = s.size() % 2 == 0 && marked == (sqlite3_value_int(values[1]) == 1);
+  for (std::size_t i = 0; well_formed && i < s.size(); i += 2) {
+    unsigned byte = 0;
+    const auto [end, error] = std::from_chars(s.data() + i, s.data() + i + 2, byte, 16);
+    well_formed = error == std::errc() && end == s.data() + i + 2;
+    bytes += static_cast<char>(byte);
+  }
+  if (!well_formed) return FailType(context, "varchar", "varbinary");
+  sqlite3_result_blob(context, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+}
+
+// vk_key(value, column): a row's key can't be NULL, for which SQLite would take a new number.
+void Key(sqlite3_context* context, int, sqlite3_value** values) {
+  if (sqlite3_value_type(values[0]) != SQLITE_NULL) {
+    return sqlite3_result_value(context, values[0]);
+  }
+  Fail(context, "Cannot insert the value NULL into column '" + std::string(TextOf(values[1])) +
+                    "'; column does not allow nulls.");
+}
+
+}  // namespace
+
+void RegisterConversions(sqlite3* db) {
+  Register(db, "vk_int", 3, TextToInt, "vk_try_int");
+  Register(db, "vk_decimal", 5, TextToDecimal, "vk_try_decimal");
+  Register(db, "vk_float", 2, TextToFloat, "vk_try_float");
+  Register(db, "vk_range", 2, Range, "vk_try_range");
+  Register(db, "vk_whole", 4, Whole, "vk_try_whole");
+  Register(db, "vk_trunc", 2, Trunc, "vk_try_trunc");
+  Register(db, "vk_exact", 4, Exact, "vk_try_exact");
+  Register(db, "vk_fit", 3, Fit, "vk_try_fit");
+  Register(db, "vk_decimal_text", 2, DecimalToText);
+  Register(db, "vk_money_text", 2, MoneyToText);
+  Register(db, "vk_float_text", 2, FloatToText);
+  Register(db, "vk_isnumeric", 1, IsNumeric);
+  Register(db, "vk_guid", 1, Guid, "vk_try_guid");
+  Register(db, "vk_hex", 2, Hex);
+  Register(db, "vk_unhex", 2, Unhex);
+  Register(db, "vk_key", 2, Key);
+}
+
+}  // namespace vorek::sqlite

@@ -1,0 +1,144 @@
+#include <cmath>
+#include <optional>
+#include <string>
+
+#include "adapters/sqlite/functions.h"
+#include "adapters/sqlite/moment.h"
+
+namespace vorek::sqlite {
+namespace {
+
+constexpr char kBadDate[] =
+    "Conversion failed when converting date and/or time from character string.";
+
+std::optional<Moment> MomentOf(sqlite3_context* context, sqlite3_value* value) {
+  std::optional<Moment> moment = ReadStored(TextOf(value));
+  if (!moment) Fail(context, kBadDate);
+  return moment;
+}
+
+// vk_date(text, kind, style)
+void TextToDate(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view kind = TextOf(values[1]);
+  const std::optional<Moment> moment = ParseMoment(TextOf(values[0]), sqlite3_value_int(values[2]));
+  if (!moment) return Fail(context, kBadDate);
+  constexpr std::int64_t kFirstDateTime = -53690;  // 1753-01-01
+  if (kind == "datetime" && moment->day < kFirstDateTime) {
+    return Fail(context,
+                "The conversion of a varchar data type to a datetime data type resulted in an "
+                "out-of-range value.");
+  }
+  ResultText(context, StoredMoment(*moment, kind));
+}
+
+// vk_date_kind(stored, kind)
+void DateKind(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> moment = MomentOf(context, values[0]);
+  if (moment) ResultText(context, StoredMoment(*moment, TextOf(values[1])));
+}
+
+// vk_date_text(stored, style, kind)
+void DateToText(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> moment = MomentOf(context, values[0]);
+  if (!moment) return;
+  const int style = sqlite3_value_int(values[1]);
+  const std::optional<std::string> text = FormatMoment(*moment, style, TextOf(values[2]));
+  if (!text) return Fail(context, std::to_string(style) + " is not a valid style number.");
+  ResultText(context, *text);
+}
+
+// vk_days(stored): days from 1900-01-01 with their fraction.
+void Days(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> moment = MomentOf(context, values[0]);
+  if (!moment) return;
+  sqlite3_result_double(context, static_cast<double>(moment->day) +
+                                     static_cast<double>(moment->millisecond) / 86400000.0);
+}
+
+// vk_date_of_days(days, kind)
+void DateOfDays(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const double days = sqlite3_value_double(values[0]);
+  if (!(days >= -53690.0 && days < 2958464.0)) return FailOverflow(context, "datetime");
+  const double whole = std::floor(days);
+  Moment moment{static_cast<std::int64_t>(whole),
+                static_cast<std::int64_t>(std::llround((days - whole) * 86400000.0))};
+  moment.day += moment.millisecond / 86400000;
+  moment.millisecond %= 86400000;
+  ResultText(context, StoredMoment(moment, TextOf(values[1])));
+}
+
+// vk_dateadd(part, count, stored, kind)
+void DateAdd(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> moment = MomentOf(context, values[2]);
+  if (!moment) return;
+  const std::optional<Moment> result =
+      Added(*moment, sqlite3_value_int64(values[1]), TextOf(values[0]));
+  if (!result) {
+    return Fail(context, "Adding a value to a date column caused an overflow.");
+  }
+  ResultText(context, StoredMoment(*result, TextOf(values[3])));
+}
+
+// vk_datediff(part, from, to)
+void DateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> from = MomentOf(context, values[1]);
+  if (!from) return;
+  const std::optional<Moment> to = MomentOf(context, values[2]);
+  if (!to) return;
+  const std::int64_t difference = Difference(*from, *to, TextOf(values[0]));
+  if (difference > INT32_MAX || difference < INT32_MIN) {
+    return Fail(context, "The datediff function resulted in an overflow.");
+  }
+  sqlite3_result_int64(context, difference);
+}
+
+void DatePart(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> moment = MomentOf(context, values[1]);
+  if (moment) sqlite3_result_int64(context, PartOf(*moment, TextOf(values[0])));
+}
+
+void DateName(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> moment = MomentOf(context, values[1]);
+  if (!moment) return;
+  const std::string_view part = TextOf(values[0]);
+  if (part == "month") return ResultText(context, MonthName(CalendarOf(moment->day).month));
+  if (part == "weekday") return ResultText(context, WeekdayName(moment->day));
+  ResultText(context, std::to_string(PartOf(*moment, part)));
+}
+
+void EoMonth(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Moment> moment = MomentOf(context, values[0]);
+  if (!moment) return;
+  const std::optional<Moment> shifted = Added(*moment, sqlite3_value_int64(values[1]), "month");
+  if (!shifted) return Fail(context, "Adding a value to a date column caused an overflow.");
+  Calendar date = CalendarOf(shifted->day);
+  date.day = DaysInMonth(date.year, date.month);
+  ResultText(context, StoredMoment({DayOf(date), 0}, "date"));
+}
+
+}  // namespace
+
+void RegisterDateFunctions(sqlite3* db) {
+  Register(db, "vk_date", 3, TextToDate, "vk_try_date");
+  Register(db, "vk_date_kind", 2, DateKind);
+  Register(db, "vk_date_text", 3, DateToText);
+  Register(db, "vk_days", 1, Days);
+  Register(db, "vk_date_of_days", 2, DateOfDays);
+  Register(db, "vk_dateadd", 4, DateAdd);
+  Register(db, "vk_datediff", 3, DateDiff);
+  Register(db, "vk_datepart", 2, DatePart);
+  Register(db, "vk_datename", 2, DateName);
+  Register(db, "vk_eomonth", 2, EoMonth);
+}
+
+}  // namespace vorek::sqlite

@@ -1,0 +1,270 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <random>
+#include <string>
+
+#include "adapters/sqlite/functions.h"
+#include "text/number.h"
+#include "text/utf8.h"
+
+// Texts. Lengths and positions count code points, from 1.
+namespace vorek::sqlite {
+namespace {
+
+constexpr std::int64_t kMostCharacters = 100'000'000;  // that one call makes
+
+void Substring(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  std::int64_t start = sqlite3_value_int64(values[1]);
+  std::int64_t length = sqlite3_value_int64(values[2]);
+  if (length < 0) {
+    return Fail(context, "Invalid length parameter passed to the SUBSTRING function.");
+  }
+  length = std::min<std::int64_t>(length, INT32_MAX);
+  if (start < 1) {
+    length = std::max<std::int64_t>(0, length + std::max<std::int64_t>(start, -INT32_MAX) - 1);
+    start = 1;
+  }
+  ResultText(context, text::Mid(TextOf(values[0]), static_cast<std::size_t>(start),
+                                static_cast<std::size_t>(length)));
+}
+
+bool TakeCount(sqlite3_context* context, sqlite3_value* value, const char* function,
+               std::size_t& count) {
+  const std::int64_t given = sqlite3_value_int64(value);
+  if (given < 0) {
+    Fail(context, std::string("Invalid length parameter passed to the ") + function + " function.");
+    return false;
+  }
+  count = static_cast<std::size_t>(given);
+  return true;
+}
+
+void LeftOf(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::size_t length = 0;
+  if (AnyNull(context, count, values) || !TakeCount(context, values[1], "LEFT", length)) return;
+  ResultText(context, text::Left(TextOf(values[0]), length));
+}
+
+void RightOf(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::size_t length = 0;
+  if (AnyNull(context, count, values) || !TakeCount(context, values[1], "RIGHT", length)) return;
+  ResultText(context, text::Right(TextOf(values[0]), length));
+}
+
+void CharIndex(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view needle = TextOf(values[0]);
+  const std::string_view s = TextOf(values[1]);
+  const std::int64_t start = std::max<std::int64_t>(1, sqlite3_value_int64(values[2]));
+  const std::size_t from = text::ByteOffset(s, static_cast<std::size_t>(start - 1));
+  const std::size_t hit =
+      needle.empty() ? std::string_view::npos : text::FindIgnoreCase(s, needle, from);
+  if (hit == std::string_view::npos) return sqlite3_result_int64(context, 0);
+  sqlite3_result_int64(context, static_cast<std::int64_t>(text::Length(s.substr(0, hit))) + 1);
+}
+
+void ReplaceAll(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view s = TextOf(values[0]);
+  const std::string_view put = TextOf(values[2]);
+  if (static_cast<std::int64_t>(s.size()) * static_cast<std::int64_t>(put.size() + 1) >
+      kMostCharacters) {
+    return Fail(context, "String or binary data would be truncated.");
+  }
+  ResultText(context, text::ReplaceIgnoreCase(s, TextOf(values[1]), put));
+}
+
+void Stuff(sqlite3_context* context, int count, sqlite3_value** values) {
+  // A NULL to put in is an empty text.
+  if (AnyNull(context, std::min(count, 3), values)) return;
+  const std::string_view s = TextOf(values[0]);
+  const std::int64_t start = sqlite3_value_int64(values[1]);
+  const std::int64_t length = sqlite3_value_int64(values[2]);
+  const auto size = static_cast<std::int64_t>(text::Length(s));
+  if (start < 1 || length < 0 || start > size) return sqlite3_result_null(context);
+  const std::int64_t end = std::min(size, start - 1 + std::min(length, size));
+  std::string out(s.substr(0, text::ByteOffset(s, static_cast<std::size_t>(start - 1))));
+  out += TextOf(values[3]);
+  out += s.substr(text::ByteOffset(s, static_cast<std::size_t>(end)));
+  ResultText(context, out);
+}
+
+void Upper(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (!AnyNull(context, count, values)) ResultText(context, text::ToUpper(TextOf(values[0])));
+}
+
+void Lower(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (!AnyNull(context, count, values)) ResultText(context, text::ToLower(TextOf(values[0])));
+}
+
+void Reverse(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view s = TextOf(values[0]);
+  std::string out;
+  out.reserve(s.size());
+  for (std::size_t end = s.size(); end > 0;) {
+    std::size_t begin = end - 1;
+    while (begin > 0 && (static_cast<unsigned char>(s[begin]) & 0xC0U) == 0x80U) --begin;
+    out += s.substr(begin, end - begin);
+    end = begin;
+  }
+  ResultText(context, out);
+}
+
+void Replicate(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view s = TextOf(values[0]);
+  const std::int64_t times = sqlite3_value_int64(values[1]);
+  if (times < 0) return sqlite3_result_null(context);
+  if (times > 0 && static_cast<std::int64_t>(s.size()) > kMostCharacters / times) {
+    return Fail(context, "String or binary data would be truncated.");
+  }
+  std::string out;
+  out.reserve(s.size() * static_cast<std::size_t>(times));
+  for (std::int64_t i = 0; i < times; ++i) out += s;
+  ResultText(context, out);
+}
+
+// STR(number, length, places): right in its field, stars if it doesn't fit.
+void Str(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::int64_t length = sqlite3_value_int64(values[1]);
+  const std::int64_t places = std::clamp<std::int64_t>(sqlite3_value_int64(values[2]), 0, 16);
+  if (length < 1 || length > 8000) return sqlite3_result_null(context);
+  const auto field = static_cast<std::size_t>(length);
+  char digits[400];
+  const auto write = [&](std::int64_t shown) {
+    // Half goes away from zero, as a person rounds.
+    const double value = sqlite3_value_double(values[0]);
+    const double unit = std::pow(10.0, static_cast<double>(shown));
+    double rounded = std::round(value * unit) / unit;
+    if (!std::isfinite(rounded)) rounded = value;
+    std::snprintf(digits, sizeof digits, "%.*f", static_cast<int>(shown), rounded);
+    return std::string(digits);
+  };
+  std::string out = write(places);
+  if (out.size() > field && places > 0) {
+    const std::size_t point = out.find('.');
+    if (point <= field) {
+      out = write(std::max<std::int64_t>(
+          0, static_cast<std::int64_t>(field) - static_cast<std::int64_t>(point) - 1));
+    }
+  }
+  if (out.size() > field) out.assign(field, '*');
+  out.insert(0, field - out.size(), ' ');
+  ResultText(context, out);
+}
+
+void CharOf(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::int64_t code = sqlite3_value_int64(values[0]);
+  if (code < 0 || code > 255) return sqlite3_result_null(context);
+  std::string out;
+  text::AppendUtf8(out, static_cast<char32_t>(code));
+  ResultText(context, out);
+}
+
+void NCharOf(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::int64_t code = sqlite3_value_int64(values[0]);
+  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+  if (code < 0 || code > 0x10FFFF || surrogate) return sqlite3_result_null(context);
+  std::string out;
+  text::AppendUtf8(out, static_cast<char32_t>(code));
+  ResultText(context, out);
+}
+
+// A text for a column: cut only where blanks are cut.
+void FitText(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto length = static_cast<std::size_t>(sqlite3_value_int64(values[1]));
+  if (sqlite3_value_type(values[0]) == SQLITE_BLOB) {
+    if (static_cast<std::size_t>(sqlite3_value_bytes(values[0])) > length) {
+      return Fail(context, "String or binary data would be truncated.");
+    }
+    return sqlite3_result_value(context, values[0]);
+  }
+  const std::string_view s = TextOf(values[0]);
+  if (s.size() <= length) return sqlite3_result_value(context, values[0]);
+  const std::size_t end = text::ByteOffset(s, length);
+  if (s.find_first_not_of(' ', end) != std::string_view::npos) {
+    return Fail(context, "String or binary data would be truncated.");
+  }
+  ResultText(context, s.substr(0, end));
+}
+
+void PadTo(sqlite3_context* context, sqlite3_value** values, bool strict) {
+  const auto length = static_cast<std::size_t>(sqlite3_value_int64(values[1]));
+  std::string s(TextOf(values[0]));
+  const std::size_t has = text::Length(s);
+  if (has > length) {
+    const std::size_t end = text::ByteOffset(s, length);
+    if (strict && s.find_first_not_of(' ', end) != std::string::npos) {
+      return Fail(context, "String or binary data would be truncated.");
+    }
+    s.resize(end);
+  } else {
+    s.append(length - has, ' ');
+  }
+  ResultText(context, s);
+}
+
+void Pad(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (!AnyNull(context, count, values)) PadTo(context, values, false);
+}
+void PadStrict(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (!AnyNull(context, count, values)) PadTo(context, values, true);
+}
+
+void NumberFit(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view s = TextOf(values[0]);
+  if (s.size() <= static_cast<std::size_t>(sqlite3_value_int64(values[1]))) {
+    return sqlite3_result_value(context, values[0]);
+  }
+  const std::string_view type = TextOf(values[2]);
+  // A whole number that doesn't fit shows as a star; other numbers fail.
+  const bool whole = type == "int" || type == "smallint" || type == "tinyint";
+  if (whole) return ResultText(context, "*");
+  FailOverflow(context, "varchar");
+}
+
+void NewId(sqlite3_context* context, int, sqlite3_value**) {
+  static thread_local std::mt19937_64 random{std::random_device{}()};
+  const std::uint64_t high = (random() & ~0xF000ULL) | 0x4000ULL;
+  const std::uint64_t low = (random() & ~(3ULL << 62U)) | (1ULL << 63U);
+  char out[40];
+  std::snprintf(out, sizeof out, "%08X-%04X-%04X-%04X-%012llX", static_cast<unsigned>(high >> 32U),
+                static_cast<unsigned>((high >> 16U) & 0xFFFFU),
+                static_cast<unsigned>(high & 0xFFFFU), static_cast<unsigned>(low >> 48U),
+                static_cast<unsigned long long>(low & 0xFFFFFFFFFFFFULL));
+  ResultText(context, out);
+}
+
+}  // namespace
+
+void RegisterTextFunctions(sqlite3* db) {
+  Register(db, "vk_substring", 3, Substring);
+  Register(db, "vk_left", 2, LeftOf);
+  Register(db, "vk_right", 2, RightOf);
+  Register(db, "vk_charindex", 3, CharIndex);
+  Register(db, "vk_replace", 3, ReplaceAll);
+  Register(db, "vk_stuff", 4, Stuff);
+  Register(db, "vk_upper", 1, Upper);
+  Register(db, "vk_lower", 1, Lower);
+  Register(db, "vk_reverse", 1, Reverse);
+  Register(db, "vk_replicate", 2, Replicate);
+  Register(db, "vk_str", 3, Str);
+  Register(db, "vk_char", 1, CharOf);
+  Register(db, "vk_nchar", 1, NCharOf);
+  Register(db, "vk_fit_text", 2, FitText);
+  Register(db, "vk_pad", 2, Pad);
+  Register(db, "vk_pad_strict", 2, PadStrict);
+  Register(db, "vk_number_fit", 3, NumberFit);
+  sqlite3_create_function_v2(db, "vk_newid", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, nullptr, NewId,
+                             nullptr, nullptr, nullptr);
+}
+
+}  // namespace vorek::sqlite

@@ -1,0 +1,35 @@
+#ifndef VOREK_ADAPTERS_SQLITE_HANDLE_H_
+#define VOREK_ADAPTERS_SQLITE_HANDLE_H_
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+// SQLite's handles with an owner, and its errors as the system's Error.
+namespace vorek::sqlite {
+
+struct StatementCloser {
+  void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using PreparedPtr = std::unique_ptr<sqlite3_stmt, StatementCloser>;
+
+// Throws Error with ADO's number for SQLite's last error, in SQLite's or the function's own words.
+[[noreturn]] void ThrowDatabaseError(sqlite3* db, int code);
+// The number that goes with a message of the dialect ("Invalid object name ...").
+long NumberOf(std::string_view message);
+
+// One statement and nothing behind it. Throws Error for a text that SQLite refuses.
+PreparedPtr Prepare(sqlite3* db, std::string_view sql);
+// True for a row, false at the end. Throws Error.
+bool Step(sqlite3* db, sqlite3_stmt* statement);
+// Prepares, runs to the end and lets go.
+void Run(sqlite3* db, std::string_view sql);
+// The text of a row's column; "" for NULL.
+std::string ColumnText(sqlite3_stmt* statement, int column);
+void BindText(sqlite3_stmt* statement, int index, std::string_view text);
+
+}  // namespace vorek::sqlite
+
+#endif  // VOREK_ADAPTERS_SQLITE_HANDLE_H_

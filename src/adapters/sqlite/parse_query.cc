@@ -1,0 +1,329 @@
+#include <array>
+#include <utility>
+
+#include "adapters/sqlite/parser.h"
+
+namespace vorek::sqlite {
+
+bool Parser::AtQuery() const {
+  int brackets = 0;
+  std::size_t at = 0;
+  while (Peek(at).Is("(")) {
+    ++brackets;
+    ++at;
+  }
+  if (!Peek(at).IsWord("select")) return false;
+  if (brackets == 0) return true;
+  // "((select 1) + 2)" is an expression: what follows the bracket that closes the select decides.
+  for (int open = brackets; open >= brackets; ++at) {
+    if (Peek(at).kind == TokenKind::kEnd) return false;
+    if (Peek(at).Is("(")) ++open;
+    if (Peek(at).Is(")")) --open;
+  }
+  const Token& next = Peek(at);
+  return next.Is(")") || next.IsWord("union") || next.IsWord("except") ||
+         next.IsWord("intersect") || next.IsWord("order");
+}
+
+std::unique_ptr<Query> Parser::ParseQuery() {
+  const Level level(*this);
+  return QueryBody(With());
+}
+
+std::vector<CommonTable> Parser::With() {
+  std::vector<CommonTable> tables;
+  if (!TakeWord("with")) return tables;
+  do {
+    CommonTable table;
+    table.at = Here();
+    table.name = Name();
+    if (AtSymbol("(")) table.columns = NameList();
+    NeedWord("as");
+    NeedSymbol("(");
+    table.query = ParseQuery();
+    NeedSymbol(")");
+    tables.push_back(std::move(table));
+  } while (TakeSymbol(","));
+  return tables;
+}
+
+std::unique_ptr<Query> Parser::QueryBody(std::vector<CommonTable> with) {
+  auto query = std::make_unique<Query>();
+  query->at = Here();
+  query->with = std::move(with);
+  query->branches.push_back(ParseBranch());
+  for (;;) {
+    std::string link;
+    if (TakeWord("union")) {
+      link = TakeWord("all") ? "UNION ALL" : "UNION";
+    } else if (TakeWord("except")) {
+      link = "EXCEPT";
+    } else if (TakeWord("intersect")) {
+      link = "INTERSECT";
+    } else {
+      break;
+    }
+    query->branches.push_back(ParseBranch());
+    query->branches.back().link = std::move(link);
+  }
+  OrderAndPaging(*query);
+  Option();
+  return query;
+}
+
+Branch Parser::ParseBranch() {
+  Branch branch;
+  if (TakeSymbol("(")) {
+    branch.query = ParseQuery();
+    NeedSymbol(")");
+  } else if (AtWord("values")) {
+    branch.select = Values();
+  } else {
+    branch.select = ParseSelect();
+  }
+  return branch;
+}
+
+std::unique_ptr<Select> Parser::Values() {
+  auto select = std::make_unique<Select>();
+  select->at = Here();
+  NeedWord("values");
+  do {
+    NeedSymbol("(");
+    std::vector<ExprPtr> row;
+    do {
+      // DEFAULT stands as a null pointer.
+      row.push_back(TakeWord("default") ? nullptr : Expression());
+    } while (TakeSymbol(","));
+    select->values.push_back(std::move(row));
+    NeedSymbol(")");
+  } while (TakeSymbol(","));
+  return select;
+}
+
+void Parser::Top(ExprPtr& top, bool* percent) {
+  if (!TakeWord("top")) return;
+  if (TakeSymbol("(")) {
+    top = Expression();
+    NeedSymbol(")");
+  } else {
+    top = Literal();
+  }
+  if (AtWord("percent")) {
+    if (percent == nullptr) RefuseWord(Peek());
+    Take();
+    *percent = true;
+  }
+  if (AtWords({"with", "ties"})) RefuseWord(Peek(1));
+}
+
+std::unique_ptr<Select> Parser::ParseSelect() {
+  auto select = std::make_unique<Select>();
+  select->at = Here();
+  NeedWord("select");
+  if (!TakeWord("all")) select->distinct = TakeWord("distinct");
+  Top(select->top, &select->top_percent);
+  do select->items.push_back(Item());
+  while (TakeSymbol(","));
+  if (TakeWord("into")) select->into = Object();
+  if (TakeWord("from")) select->from = FromList();
+  if (TakeWord("where")) select->where = Expression();
+  if (TakeWords({"group", "by"})) {
+    if (AtWord("rollup") || AtWord("cube") || AtWord("grouping")) RefuseWord(Peek());
+    TakeWord("all");
+    select->group = ExpressionList();
+    if (AtWord("with")) RefuseWord(Peek(1));
+  }
+  if (TakeWord("having")) select->having = Expression();
+  if (AtWord("compute")) RefuseWord(Peek());
+  return select;
+}
+
+SelectItem Parser::Item() {
+  SelectItem item;
+  if (AtSymbol("*")) {
+    item.expr = New(ExprKind::kStar, Take().begin);
+    return item;
+  }
+  const bool assigns = Peek(1).Is("=");
+  if (assigns && Peek().kind == TokenKind::kVariable) {
+    item.variable = Take().value;
+    Take();
+    item.expr = Expression();
+    return item;
+  }
+  if (assigns && (AtName() || Peek().kind == TokenKind::kText)) {
+    item.alias = AliasName();
+    Take();
+    item.expr = Expression();
+    return item;
+  }
+  item.expr = Expression();
+  if (TakeWord("as") || AtName() || Peek().kind == TokenKind::kText) item.alias = AliasName();
+  return item;
+}
+
+std::vector<TableRef> Parser::FromList() {
+  std::vector<TableRef> tables;
+  do tables.push_back(Joined());
+  while (TakeSymbol(","));
+  return tables;
+}
+
+bool Parser::JoinWord(TableRef::Join& join) {
+  constexpr std::array<std::pair<std::string_view, TableRef::Join>, 5> kWords = {{
+      {"inner", TableRef::Join::kInner},
+      {"left", TableRef::Join::kLeft},
+      {"right", TableRef::Join::kRight},
+      {"full", TableRef::Join::kFull},
+      {"cross", TableRef::Join::kCross},
+  }};
+  join = TableRef::Join::kInner;
+  if (TakeWord("join")) return true;
+  if (AtWords({"cross", "apply"}) || AtWords({"outer", "apply"})) RefuseWord(Peek(1));
+  for (const auto& [word, kind] : kWords) {
+    if (!AtWord(word)) continue;
+    Take();
+    join = kind;
+    if (kind != TableRef::Join::kInner && kind != TableRef::Join::kCross) TakeWord("outer");
+    // A hint on how to join changes no result.
+    if (!TakeWord("hash") && !TakeWord("loop")) TakeWord("merge");
+    NeedWord("join");
+    return true;
+  }
+  return false;
+}
+
+TableRef Parser::Joined() {
+  const Level level(*this);
+  TableRef left = TableOrQuery();
+  TableRef::Join kind{};
+  while (JoinWord(kind)) {
+    TableRef join;
+    join.kind = TableRef::Kind::kJoin;
+    join.at = left.at;
+    join.join = kind;
+    join.depth = left.depth + 1;
+    if (join.depth > kMaxTreeDepth) RefuseHere("The text is nested too deeply");
+    join.left = std::make_unique<TableRef>(std::move(left));
+    // "a join b join c on .. on ..": a join that follows at once belongs to the right side.
+    TableRef right = TableOrQuery();
+    if (kind != TableRef::Join::kCross && !AtWord("on")) {
+      TableRef::Join inner{};
+      const Level deeper(*this);
+      if (!JoinWord(inner)) RefuseHere();
+      RefuseHere("A join without its ON in front of the next join is not supported");
+    }
+    join.right = std::make_unique<TableRef>(std::move(right));
+    if (kind != TableRef::Join::kCross) {
+      NeedWord("on");
+      join.on = Expression();
+    }
+    left = std::move(join);
+  }
+  if (AtWord("pivot") || AtWord("unpivot")) RefuseWord(Peek());
+  return left;
+}
+
+TableRef Parser::TableOrQuery() {
+  TableRef table;
+  table.at = Here();
+  if (AtSymbol("(") && (AtQuery() || Peek(1).IsWord("select") || Peek(1).IsWord("values"))) {
+    Take();
+    table.kind = TableRef::Kind::kQuery;
+    table.query = ParseQuery();
+    NeedSymbol(")");
+    TableAlias(table);
+    if (table.alias.empty()) RefuseHere();
+    return table;
+  }
+  if (TakeSymbol("(")) {
+    table = Joined();
+    NeedSymbol(")");
+    return table;
+  }
+  if (Peek().kind == TokenKind::kVariable) RefuseWord(Peek());
+  table.name = Object();
+  if (AtSymbol("(") && !Peek(1).IsWord("nolock") && !Peek(1).IsWord("index")) {
+    Refuse(source_, table.at,
+           "A function as a table, '" + table.name.Last() + "', is not supported");
+  }
+  Hints();
+  TableAlias(table);
+  Hints();
+  return table;
+}
+
+void Parser::TableAlias(TableRef& table) {
+  if (TakeWord("as")) {
+    table.alias = AliasName();
+  } else if (AtName() && !AtWord("nolock")) {
+    table.alias = Name();
+  }
+  if (!table.alias.empty() && AtSymbol("(") && !Peek(1).IsWord("nolock")) {
+    table.columns = NameList();
+  }
+}
+
+void Parser::Hints() {
+  // WITH (NOLOCK), (NOLOCK): they say how to lock or which index to take, never what is read.
+  const bool with = AtWord("with") && Peek(1).Is("(");
+  if (!with && !(AtSymbol("(") && Peek(1).IsWord("nolock"))) return;
+  if (with) Take();
+  Take();
+  int open = 1;
+  while (open > 0) {
+    if (Peek().kind == TokenKind::kEnd) RefuseHere();
+    if (AtSymbol("(")) ++open;
+    if (AtSymbol(")")) --open;
+    Take();
+  }
+}
+
+std::vector<OrderItem> Parser::OrderList() {
+  NeedWord("order");
+  NeedWord("by");
+  std::vector<OrderItem> items;
+  do {
+    OrderItem item;
+    if (Peek().kind == TokenKind::kText) {
+      // ORDER BY 'alias': an alias in quotes is taken for the column that bears it.
+      item.expr = New(ExprKind::kColumn, Here());
+      item.expr->path = {Take().value};
+    } else {
+      item.expr = Expression();
+    }
+    if (!TakeWord("asc")) item.descending = TakeWord("desc");
+    items.push_back(std::move(item));
+  } while (TakeSymbol(","));
+  return items;
+}
+
+void Parser::OrderAndPaging(Query& query) {
+  if (AtWord("order")) query.order = OrderList();
+  if (TakeWord("offset")) {
+    query.offset = Expression();
+    if (!TakeWord("rows")) NeedWord("row");
+    if (TakeWord("fetch")) {
+      if (!TakeWord("next")) NeedWord("first");
+      query.fetch = Expression();
+      if (!TakeWord("rows")) NeedWord("row");
+      NeedWord("only");
+    }
+  }
+  if (AtWord("for") && (Peek(1).IsWord("xml") || Peek(1).IsWord("json"))) RefuseWord(Peek(1));
+}
+
+void Parser::Option() {
+  if (!TakeWord("option")) return;
+  if (!AtSymbol("(")) RefuseHere();
+  int open = 0;
+  do {
+    if (Peek().kind == TokenKind::kEnd) RefuseHere();
+    if (AtSymbol("(")) ++open;
+    if (AtSymbol(")")) --open;
+    Take();
+  } while (open > 0);
+}
+
+}  // namespace vorek::sqlite

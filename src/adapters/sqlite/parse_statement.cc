@@ -1,0 +1,348 @@
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "adapters/sqlite/parser.h"
+
+namespace vorek::sqlite {
+
+void Parser::SkipStatementEnd() {
+  while (TakeSymbol(";")) {
+  }
+}
+
+StatementPtr Parser::NewStatement(StatementKind kind) const {
+  auto statement = std::make_unique<Statement>();
+  statement->kind = kind;
+  statement->at = Here();
+  return statement;
+}
+
+StatementPtr Parser::ParseStatement() {
+  const Level level(*this);
+  const std::size_t at = Here();
+  StatementPtr statement = StatementByWord();
+  statement->at = at;
+  statement->end = LastEnd();
+  SkipStatementEnd();
+  return statement;
+}
+
+StatementPtr Parser::StatementByWord() {
+  using Rule = StatementPtr (Parser::*)();
+  static constexpr std::array<std::pair<std::string_view, Rule>, 21> kRules = {{
+      {"insert", &Parser::Insert},
+      {"update", &Parser::Update},
+      {"delete", &Parser::Delete},
+      {"declare", &Parser::Declare},
+      {"set", &Parser::Set},
+      {"if", &Parser::If},
+      {"while", &Parser::While},
+      {"return", &Parser::Return},
+      {"exec", &Parser::Execute},
+      {"execute", &Parser::Execute},
+      {"print", &Parser::Print},
+      {"raiserror", &Parser::Raise},
+      {"commit", &Parser::Transaction},
+      {"rollback", &Parser::Transaction},
+      {"save", &Parser::Transaction},
+      {"create", &Parser::Create},
+      {"alter", &Parser::Alter},
+      {"drop", &Parser::Drop},
+      {"truncate", &Parser::Truncate},
+      {"begin", &Parser::Block},
+      {"throw", &Parser::Raise},
+  }};
+  if (AtWord("with")) {
+    std::vector<CommonTable> with = With();
+    if (AtWord("select") || AtSymbol("(")) return SelectStatement(std::move(with));
+    StatementPtr statement = AtWord("insert")   ? Insert()
+                             : AtWord("update") ? Update()
+                             : AtWord("delete") ? Delete()
+                                                : nullptr;
+    if (statement == nullptr) RefuseHere();
+    statement->with = std::move(with);
+    return statement;
+  }
+  if (AtWord("select") || AtSymbol("(")) return SelectStatement({});
+  if (TakeWord("break")) return NewStatement(StatementKind::kBreak);
+  if (TakeWord("continue")) return NewStatement(StatementKind::kContinue);
+  if (TakeWord("use")) {
+    Name();
+    return NewStatement(StatementKind::kNothing);
+  }
+  const auto* rule = std::find_if(kRules.begin(), kRules.end(),
+                                  [&](const auto& row) { return AtWord(row.first); });
+  if (rule != kRules.end()) return (this->*rule->second)();
+  // "spName 1, 2" at the head of a text calls a procedure.
+  if (at_ == 0 && AtName()) return Execute();
+  if (Peek().kind == TokenKind::kName && IsReserved(Peek().value)) RefuseWord(Peek());
+  RefuseHere();
+}
+
+StatementPtr Parser::SelectStatement(std::vector<CommonTable> with) {
+  StatementPtr statement = NewStatement(StatementKind::kSelect);
+  statement->query = QueryBody(std::move(with));
+  return statement;
+}
+
+StatementPtr Parser::Insert() {
+  StatementPtr insert = NewStatement(StatementKind::kInsert);
+  NeedWord("insert");
+  if (AtWord("top")) RefuseWord(Peek());
+  TakeWord("into");
+  insert->name = Object();
+  Hints();
+  if (AtSymbol("(") && !AtQuery()) insert->columns = NameList();
+  if (AtWord("output")) RefuseWord(Peek());
+  if (TakeWords({"default", "values"})) return insert;
+  if (AtWord("exec") || AtWord("execute")) {
+    insert->body.push_back(Execute());
+    return insert;
+  }
+  if (!AtWord("values") && !AtWord("with") && !AtQuery()) RefuseHere();
+  insert->query = ParseQuery();
+  return insert;
+}
+
+Assignment Parser::ParseAssignment() {
+  Assignment assignment;
+  assignment.at = Here();
+  if (Peek().kind == TokenKind::kVariable) {
+    assignment.variable = Take().value;
+  } else {
+    assignment.path = Object().parts;
+  }
+  constexpr std::array<std::string_view, 5> kOperators = {"+=", "-=", "*=", "/=", "%="};
+  const auto* op = std::find_if(kOperators.begin(), kOperators.end(),
+                                [&](std::string_view symbol) { return AtSymbol(symbol); });
+  if (op == kOperators.end()) {
+    NeedSymbol("=");
+    if (!TakeWord("default")) assignment.value = Expression();
+    return assignment;
+  }
+  Take();
+  ExprPtr target =
+      New(assignment.variable.empty() ? ExprKind::kColumn : ExprKind::kVariable, assignment.at);
+  target->path = assignment.path;
+  target->text = assignment.variable;
+  assignment.value =
+      Binary(ExprKind::kBinary, std::string(op->substr(0, 1)), std::move(target), Expression());
+  return assignment;
+}
+
+StatementPtr Parser::Update() {
+  StatementPtr update = NewStatement(StatementKind::kUpdate);
+  NeedWord("update");
+  Top(update->top, nullptr);
+  update->name = Object();
+  Hints();
+  NeedWord("set");
+  do update->assignments.push_back(ParseAssignment());
+  while (TakeSymbol(","));
+  if (AtWord("output")) RefuseWord(Peek());
+  if (TakeWord("from")) update->from = FromList();
+  if (TakeWord("where")) {
+    if (AtWord("current")) RefuseWord(Peek());
+    update->expr = Expression();
+  }
+  Option();
+  return update;
+}
+
+StatementPtr Parser::Delete() {
+  StatementPtr erase = NewStatement(StatementKind::kDelete);
+  NeedWord("delete");
+  Top(erase->top, nullptr);
+  TakeWord("from");
+  erase->name = Object();
+  Hints();
+  if (AtWord("output")) RefuseWord(Peek());
+  if (TakeWord("from")) erase->from = FromList();
+  if (TakeWord("where")) {
+    if (AtWord("current")) RefuseWord(Peek());
+    erase->expr = Expression();
+  }
+  Option();
+  return erase;
+}
+
+StatementPtr Parser::Declare() {
+  StatementPtr declare = NewStatement(StatementKind::kDeclare);
+  NeedWord("declare");
+  if (AtName() && Peek(1).IsWord("cursor")) RefuseWord(Peek(1));
+  do {
+    Parameter variable;
+    variable.at = Here();
+    if (Peek().kind != TokenKind::kVariable) RefuseHere();
+    variable.name = Take().value;
+    TakeWord("as");
+    if (AtWord("table") || AtWord("cursor")) RefuseWord(Peek());
+    variable.type = TypeWords();
+    if (TakeSymbol("=")) variable.default_value = Expression();
+    declare->parameters.push_back(std::move(variable));
+  } while (TakeSymbol(","));
+  return declare;
+}
+
+StatementPtr Parser::Set() {
+  StatementPtr set = NewStatement(StatementKind::kSet);
+  NeedWord("set");
+  if (Peek().kind == TokenKind::kVariable) {
+    set->assignments.push_back(ParseAssignment());
+    return set;
+  }
+  // Settings of a session: none changes what a statement gives here. IDENTITY_INSERT doesn't
+  // either, since an identity column takes the values that an insert names.
+  set->kind = StatementKind::kNothing;
+  if (TakeWords({"transaction", "isolation", "level"})) {
+    while (AtName() || AtWord("read")) Take();
+    return set;
+  }
+  static constexpr std::array<std::string_view, 4> kRefused = {"rowcount", "dateformat",
+                                                               "datefirst", "language"};
+  if (std::any_of(kRefused.begin(), kRefused.end(), [&](auto word) { return AtWord(word); })) {
+    RefuseWord(Peek());
+  }
+  do Name();
+  while (TakeSymbol(",") || AtName());
+  if (TakeWord("on") || TakeWord("off")) return set;
+  if (Peek().kind == TokenKind::kNumber || AtSymbol("-")) {
+    TakeSymbol("-");
+    Take();
+    return set;
+  }
+  RefuseHere();
+}
+
+StatementPtr Parser::If() {
+  StatementPtr statement = NewStatement(StatementKind::kIf);
+  NeedWord("if");
+  statement->expr = Expression();
+  statement->body.push_back(ParseStatement());
+  if (TakeWord("else")) statement->body.push_back(ParseStatement());
+  return statement;
+}
+
+StatementPtr Parser::While() {
+  StatementPtr statement = NewStatement(StatementKind::kWhile);
+  NeedWord("while");
+  statement->expr = Expression();
+  statement->body.push_back(ParseStatement());
+  return statement;
+}
+
+StatementPtr Parser::Block() {
+  if (Peek(1).IsWord("tran") || Peek(1).IsWord("transaction")) return Transaction();
+  if (Peek(1).IsWord("try") || Peek(1).IsWord("catch")) RefuseWord(Peek(1));
+  StatementPtr block = NewStatement(StatementKind::kBlock);
+  NeedWord("begin");
+  for (SkipStatementEnd(); !AtWord("end"); SkipStatementEnd()) {
+    if (Peek().kind == TokenKind::kEnd) RefuseHere();
+    block->body.push_back(ParseStatement());
+  }
+  Take();
+  return block;
+}
+
+StatementPtr Parser::Return() {
+  StatementPtr statement = NewStatement(StatementKind::kReturn);
+  NeedWord("return");
+  const TokenKind next = Peek().kind;
+  const bool value = next == TokenKind::kNumber || next == TokenKind::kMoney ||
+                     next == TokenKind::kText || next == TokenKind::kBytes ||
+                     next == TokenKind::kVariable || AtSymbol("(") || AtSymbol("-") ||
+                     AtSymbol("+") || AtSymbol("~") || AtName() || AtWord("case") ||
+                     AtWord("null") || AtWord("convert") || AtWord("coalesce") ||
+                     AtWord("nullif") || AtWord("left") || AtWord("right");
+  if (value) statement->expr = Expression();
+  return statement;
+}
+
+Argument Parser::ExecuteArgument() {
+  Argument argument;
+  if (Peek().kind == TokenKind::kVariable && Peek(1).Is("=")) {
+    argument.name = Take().value;
+    Take();
+  }
+  if (TakeWord("default")) return argument;
+  if (AtWord("null")) {
+    argument.value = New(ExprKind::kNull, Take().begin);
+  } else if (AtSymbol("-") || AtSymbol("+")) {
+    argument.value = New(ExprKind::kUnary, Here());
+    argument.value->text = Take().value;
+    Adopt(*argument.value, Literal());
+  } else if (AtName()) {
+    argument.value = New(ExprKind::kText, Here());  // a bare word is a text
+    argument.value->text = Take().value;
+  } else {
+    argument.value = Literal();
+  }
+  argument.output = TakeWord("output") || TakeWord("out");
+  return argument;
+}
+
+StatementPtr Parser::Execute() {
+  StatementPtr statement = NewStatement(StatementKind::kExecute);
+  if (!TakeWord("exec")) TakeWord("execute");
+  if (TakeSymbol("(")) {
+    statement->kind = StatementKind::kExecuteText;
+    statement->expr = Expression();
+    NeedSymbol(")");
+    return statement;
+  }
+  if (Peek().kind == TokenKind::kVariable && Peek(1).Is("=")) {
+    statement->variable = Take().value;
+    Take();
+  }
+  statement->name = Object();
+  const TokenKind next = Peek().kind;
+  const bool arguments = next == TokenKind::kNumber || next == TokenKind::kMoney ||
+                         next == TokenKind::kText || next == TokenKind::kBytes ||
+                         next == TokenKind::kVariable || AtSymbol("-") || AtSymbol("+") ||
+                         AtWord("null") || AtWord("default") || AtName();
+  if (AtSymbol("(")) RefuseHere();
+  if (!arguments) return statement;
+  do statement->arguments.push_back(ExecuteArgument());
+  while (TakeSymbol(","));
+  return statement;
+}
+
+StatementPtr Parser::Print() {
+  StatementPtr statement = NewStatement(StatementKind::kPrint);
+  NeedWord("print");
+  statement->expr = Expression();
+  return statement;
+}
+
+StatementPtr Parser::Raise() {
+  StatementPtr statement = NewStatement(StatementKind::kRaise);
+  if (TakeWord("throw")) {
+    Literal();
+    NeedSymbol(",");
+    statement->expr = Expression();
+    NeedSymbol(",");
+    Literal();
+    return statement;
+  }
+  NeedWord("raiserror");
+  NeedSymbol("(");
+  statement->expr = Expression();
+  while (TakeSymbol(",")) Expression();
+  NeedSymbol(")");
+  if (TakeWord("with")) Name();
+  return statement;
+}
+
+StatementPtr Parser::Transaction() {
+  StatementPtr statement = NewStatement(StatementKind::kBegin);
+  if (AtWord("save")) RefuseWord(Peek());
+  if (AtWord("commit")) statement->kind = StatementKind::kCommit;
+  if (AtWord("rollback")) statement->kind = StatementKind::kRollback;
+  Take();
+  const bool told = TakeWord("transaction") || TakeWord("tran") || TakeWord("work");
+  if (told && AtName() && !Peek(1).Is("=")) Take();  // a transaction's name
+  return statement;
+}
+
+}  // namespace vorek::sqlite

@@ -1,0 +1,147 @@
+#include "adapters/sqlite/reader.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "adapters/sqlite/handle.h"
+#include "vorek/error.h"
+
+namespace vorek::sqlite {
+namespace {
+
+using Storage = ResultColumn::Storage;
+
+struct Limits {
+  std::int64_t least = INT64_MIN;
+  std::int64_t most = INT64_MAX;
+};
+
+Limits LimitsOf(const Type& type) {
+  switch (type.kind) {
+    case TypeKind::kTinyInt:
+      return {0, 255};
+    case TypeKind::kSmallInt:
+      return {INT16_MIN, INT16_MAX};
+    case TypeKind::kInt:
+      return {INT32_MIN, INT32_MAX};
+    default:
+      return {};
+  }
+}
+
+[[noreturn]] void ThrowOverflow(const Type& type) {
+  constexpr long kDataOverflow = -2147217833;  // 80040E57
+  std::string name = TypeName(type);
+  name = type.IsDecimal() ? "numeric" : name.substr(0, name.find('('));
+  throw Error(kDataOverflow,
+              "Arithmetic overflow error converting expression to data type " + name + ".");
+}
+
+// Reads one column of the rows, for the life of a statement.
+class ColumnReader {
+ public:
+  ColumnReader(sqlite3_stmt* statement, int index, const Type& type, ResultColumn& column)
+      : statement_(statement),
+        index_(index),
+        type_(type),
+        limits_(LimitsOf(type)),
+        storage_(column.Kind()),
+        moment_(type.IsDate() && type.kind != TypeKind::kDate),
+        column_(column) {}
+
+  void Read() {
+    const int kind = sqlite3_column_type(statement_, index_);
+    if (kind == SQLITE_NULL) {
+      column_.AppendNull();
+    } else if (storage_ == Storage::kText) {
+      ReadText(kind);
+    } else if (storage_ == Storage::kDouble && kind != SQLITE_TEXT) {
+      column_.AppendDouble(sqlite3_column_double(statement_, index_));
+    } else if (storage_ == Storage::kScaled && kind == SQLITE_INTEGER) {
+      const std::int64_t value = sqlite3_column_int64(statement_, index_);
+      if (value < limits_.least || value > limits_.most) ThrowOverflow(type_);
+      column_.AppendScaled(value);
+    } else {
+      ReadOther(kind);
+    }
+  }
+
+ private:
+  void ReadText(int kind) {
+    if (kind == SQLITE_BLOB) return ReadBytes();
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, index_));
+    std::string_view s(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index_)));
+    if (moment_ && s.size() > 4 && s.substr(s.size() - 4) == ".000") s.remove_suffix(4);
+    column_.AppendText(s);
+  }
+
+  void ReadBytes() {
+    const auto* bytes = static_cast<const unsigned char*>(sqlite3_column_blob(statement_, index_));
+    const int size = sqlite3_column_bytes(statement_, index_);
+    std::string text = "0x";
+    text.reserve(2 + 2 * static_cast<std::size_t>(size));
+    for (int i = 0; i < size; ++i) {
+      constexpr std::string_view kDigits = "0123456789ABCDEF";
+      text += kDigits[bytes[i] >> 4U];
+      text += kDigits[bytes[i] & 15U];
+    }
+    column_.AppendText(text);
+  }
+
+  // A value that isn't what the column's type lets expect: a decimal beyond 63 bits, or what
+  // another program wrote into the file.
+  void ReadOther(int kind) {
+    if (kind == SQLITE_FLOAT && !type_.IsDecimal()) {
+      const double value = sqlite3_column_double(statement_, index_);
+      const bool whole = std::abs(value) < 9e15 && value == std::trunc(value);
+      if (!whole || value < static_cast<double>(limits_.least) ||
+          value > static_cast<double>(limits_.most)) {
+        ThrowOverflow(type_);
+      }
+      return column_.AppendScaled(static_cast<std::int64_t>(value));
+    }
+    column_.ConvertToText();
+    storage_ = Storage::kText;
+    if (kind != SQLITE_FLOAT) return ReadText(kind);
+    char digits[400];
+    std::snprintf(digits, sizeof digits, "%.*f", type_.scale,
+                  sqlite3_column_double(statement_, index_) / std::pow(10.0, type_.scale));
+    column_.AppendText(digits);
+  }
+
+  sqlite3_stmt* statement_;
+  int index_;
+  const Type& type_;
+  Limits limits_;
+  Storage storage_;
+  bool moment_;
+  ResultColumn& column_;
+};
+
+}  // namespace
+
+ResultSetPtr ReadRows(sqlite3* db, sqlite3_stmt* statement,
+                      const std::vector<OutputColumn>& columns,
+                      const std::function<void(std::size_t)>& checkpoint) {
+  auto result = std::make_shared<ResultSet>();
+  result->columns.reserve(columns.size());
+  std::vector<ColumnReader> readers;
+  readers.reserve(columns.size());
+  for (const OutputColumn& column : columns) {
+    result->columns.emplace_back(column.name, AdoType(column.type), StorageOf(column.type),
+                                 column.type.scale);
+    readers.emplace_back(statement, static_cast<int>(readers.size()), column.type,
+                         result->columns.back());
+  }
+  constexpr std::size_t kCheckRows = 4096;
+  while (Step(db, statement)) {
+    for (ColumnReader& reader : readers) reader.Read();
+    if (++result->rows % kCheckRows == 0) checkpoint(result->rows);
+  }
+  return result;
+}
+
+}  // namespace vorek::sqlite

@@ -1,0 +1,330 @@
+#include "adapters/sqlite/runner.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "adapters/sqlite/define.h"
+#include "adapters/sqlite/moment.h"
+#include "adapters/sqlite/parser.h"
+#include "adapters/sqlite/reader.h"
+#include "text/utf8.h"
+#include "vorek/error.h"
+
+namespace vorek::sqlite {
+namespace {
+
+// Marks a program as running and rewinds it afterwards, whatever happens.
+class Running {
+ public:
+  explicit Running(Compiled& compiled) : compiled_(compiled) { compiled_.running = true; }
+  ~Running() {
+    sqlite3_reset(compiled_.prepared.get());
+    sqlite3_clear_bindings(compiled_.prepared.get());
+    compiled_.running = false;
+  }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+ private:
+  Compiled& compiled_;
+};
+
+std::string TextOfCell(const Cell& cell) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return *text;
+  if (const auto* whole = std::get_if<std::int64_t>(&cell)) return std::to_string(*whole);
+  return "";
+}
+
+// Goes up to "SELECT ... INTO" of a query without a UNION.
+const Select* IntoOf(const Query& query) {
+  const Select* select = query.branches[0].select.get();
+  return select != nullptr && !select->into.Empty() ? select : nullptr;
+}
+
+}  // namespace
+
+Runner::Runner(sqlite3* db, Schema& schema) : db_(db), schema_(schema) {}
+
+ResultSetPtr Runner::Run(Batch& batch, bool tell_lines,
+                         const std::function<void(std::size_t)>& checkpoint) {
+  result_.reset();
+  collect_ = true;
+  checkpoint_ = checkpoint;
+  tell_lines_ = tell_lines;
+  Frame frame{SourceText(batch.source, batch.first_line), {}, {}, {}, {}, false};
+  RunAll(batch.statements, frame);
+  return std::move(result_);
+}
+
+Runner::Flow Runner::RunAll(std::vector<StatementPtr>& statements, Frame& frame) {
+  for (StatementPtr& statement : statements) {
+    const Flow flow = RunOne(*statement, frame);
+    if (flow != Flow::kNext) return flow;
+  }
+  return Flow::kNext;
+}
+
+Runner::Flow Runner::RunOne(Statement& statement, Frame& frame) {
+  try {
+    return RunFlow(statement, frame);
+  } catch (const Error& error) {
+    const bool outermost = tell_lines_ && !frame.is_module;
+    const bool told = error.Description().find("(line ") != std::string::npos;
+    if (!outermost || told) throw;
+    throw Error(error.Number(), error.Description() + " (line " +
+                                    std::to_string(LineOf(frame.source, statement.at)) + ")");
+  }
+}
+
+Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
+  switch (statement.kind) {
+    case StatementKind::kSelect:
+      RunQuery(statement, frame);
+      break;
+    case StatementKind::kInsert:
+      RunInsert(statement, frame);
+      break;
+    case StatementKind::kUpdate:
+      RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Update(statement); }),
+                frame);
+      break;
+    case StatementKind::kDelete:
+      RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Delete(statement); }),
+                frame);
+      break;
+    case StatementKind::kDeclare:
+      RunDeclare(statement, frame);
+      break;
+    case StatementKind::kSet:
+      RunSet(statement, frame);
+      break;
+    case StatementKind::kIf:
+      if (Holds(statement, frame)) return RunOne(*statement.body[0], frame);
+      if (statement.body.size() > 1) return RunOne(*statement.body[1], frame);
+      break;
+    case StatementKind::kWhile:
+      return RunWhile(statement, frame);
+    case StatementKind::kBlock:
+      return RunAll(statement.body, frame);
+    case StatementKind::kReturn:
+      if (statement.expr != nullptr) {
+        const auto type = frame.types.find("@return value");
+        frame.returned = Evaluate(statement, 0, *statement.expr,
+                                  type == frame.types.end() ? nullptr : &type->second.type, frame);
+      }
+      return Flow::kReturn;
+    case StatementKind::kBreak:
+      return Flow::kBreak;
+    case StatementKind::kContinue:
+      return Flow::kContinue;
+    case StatementKind::kExecute:
+      RunExecute(statement, frame);
+      break;
+    case StatementKind::kExecuteText:
+      RunExecuteText(statement, frame);
+      break;
+    case StatementKind::kPrint:
+      Evaluate(statement, 0, *statement.expr, nullptr, frame);  // for its errors
+      break;
+    case StatementKind::kRaise:
+      throw Error(ErrorNumber::kSyntax,
+                  TextOfCell(Evaluate(statement, 0, *statement.expr, nullptr, frame)));
+    case StatementKind::kBegin:
+    case StatementKind::kCommit:
+    case StatementKind::kRollback:
+      RunTransaction(statement);
+      break;
+    case StatementKind::kNothing:
+      break;
+    default:
+      RunDefinition(statement, frame);
+  }
+  return Flow::kNext;
+}
+
+Runner::Flow Runner::RunWhile(Statement& statement, Frame& frame) {
+  std::size_t rounds = 0;
+  while (Holds(statement, frame)) {
+    const Flow flow = RunOne(*statement.body[0], frame);
+    if (flow == Flow::kBreak) break;
+    if (flow == Flow::kReturn) return flow;
+    if (++rounds % 256 == 0) checkpoint_(0);
+  }
+  return Flow::kNext;
+}
+
+Compiled& Runner::Compile(Statement& statement, int piece, Frame& frame,
+                          const Translate& translate) {
+  std::shared_ptr<Compiled>& kept = statement.plan->pieces[piece];
+  const bool fits =
+      kept != nullptr && !kept->running && kept->stamp == schema_.Stamp() &&
+      (!kept->translation.temporary || kept->temporary_stamp == schema_.TemporaryStamp());
+  if (fits) return *kept;
+  Binder binder(schema_, frame.types, frame.source);
+  auto compiled = std::make_shared<Compiled>();
+  compiled->translation = translate(binder);
+  compiled->prepared = Prepare(db_, compiled->translation.sql);
+  compiled->stamp = schema_.Stamp();
+  compiled->temporary_stamp = schema_.TemporaryStamp();
+  // An outer run of the same statement keeps its program alive by itself.
+  if (kept != nullptr && kept->running) retired_.push_back(kept);
+  kept = std::move(compiled);
+  return *kept;
+}
+
+Cell Runner::SystemValue(const std::string& name) const {
+  if (name == "@@rowcount") return row_count_;
+  if (name == "@@trancount") return std::int64_t{transactions_};
+  if (name == "@@error") return std::int64_t{0};
+  if (name == "@@identity") return identity_;
+  return StoredMoment(Now(name == "@@utcnow"), "datetime");
+}
+
+void Runner::BindAll(Compiled& compiled, const Frame& frame) {
+  int index = 0;
+  for (const std::string& name : compiled.translation.parameters) {
+    const bool system = name.rfind("@@", 0) == 0;
+    const auto found = frame.values.find(name);
+    BindCell(compiled.prepared.get(), ++index,
+             system || found == frame.values.end() ? (system ? SystemValue(name) : Cell{})
+                                                   : found->second);
+  }
+}
+
+Cell Runner::Evaluate(Statement& statement, int piece, const Expr& expr, const Type* type,
+                      Frame& frame) {
+  Compiled& compiled = Compile(statement, piece, frame, [&](Binder& binder) {
+    return type == nullptr ? binder.UntypedValue(expr) : binder.Value(expr, *type);
+  });
+  const Running running(compiled);
+  BindAll(compiled, frame);
+  return Step(db_, compiled.prepared.get()) ? CellOf(compiled.prepared.get(), 0) : Cell{};
+}
+
+bool Runner::Holds(Statement& statement, Frame& frame) {
+  Compiled& compiled = Compile(statement, 0, frame,
+                               [&](Binder& binder) { return binder.Condition(*statement.expr); });
+  const Running running(compiled);
+  BindAll(compiled, frame);
+  return Step(db_, compiled.prepared.get()) && sqlite3_column_int(compiled.prepared.get(), 0) != 0;
+}
+
+void Runner::RunQuery(Statement& statement, Frame& frame) {
+  if (IntoOf(*statement.query) != nullptr) return RunSelectInto(statement, frame);
+  Compiled& compiled =
+      Compile(statement, 0, frame, [&](Binder& binder) { return binder.Select(*statement.query); });
+  const Running running(compiled);
+  BindAll(compiled, frame);
+  sqlite3_stmt* program = compiled.prepared.get();
+  const std::vector<std::string>& assigned = compiled.translation.assigned;
+  if (assigned.empty() && collect_) {
+    result_ = ReadRows(db_, program, compiled.translation.columns, checkpoint_);
+    collect_ = false;
+    row_count_ = static_cast<std::int64_t>(result_->rows);
+    return;
+  }
+  // The last row's values stay in the variables; without a row they stay as they were.
+  std::int64_t rows = 0;
+  while (Step(db_, program)) {
+    ++rows;
+    for (std::size_t i = 0; i < assigned.size(); ++i) {
+      frame.values[assigned[i]] = CellOf(program, static_cast<int>(i));
+    }
+    if (rows % 4096 == 0) checkpoint_(0);
+  }
+  row_count_ = rows;
+}
+
+void Runner::RunSelectInto(Statement& statement, Frame& frame) {
+  const ObjectName& name = IntoOf(*statement.query)->into;
+  Binder binder(schema_, frame.types, frame.source);
+  const std::vector<OutputColumn> columns = binder.Describe(*statement.query, {});
+  Definer(db_, schema_, frame.source).CreateTable(name, columns);
+  if (name.IsTemporary()) frame.temporary_tables.insert(name.Last());
+  RunChange(Compile(statement, 1, frame,
+                    [&](Binder& inner) { return inner.InsertInto(*statement.query, name.Last()); }),
+            frame);
+}
+
+void Runner::RunChange(Compiled& compiled, Frame& frame) {
+  const Running running(compiled);
+  BindAll(compiled, frame);
+  while (Step(db_, compiled.prepared.get())) {
+  }
+  row_count_ = sqlite3_changes64(db_);
+}
+
+void Runner::RunInsert(Statement& statement, Frame& frame) {
+  if (!statement.body.empty()) return RunInsertOfProcedure(statement, frame);
+  RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Insert(statement); }), frame);
+  if (row_count_ > 0) {
+    const TableInfo* table = schema_.FindTable(statement.name.Last());
+    const bool has_identity =
+        table != nullptr && std::any_of(table->columns.begin(), table->columns.end(),
+                                        [](const ColumnInfo& column) { return column.identity; });
+    identity_ = has_identity ? Cell{std::int64_t{sqlite3_last_insert_rowid(db_)}} : Cell{};
+  }
+}
+
+void Runner::RunDeclare(Statement& statement, Frame& frame) {
+  int piece = 0;
+  for (const Parameter& variable : statement.parameters) {
+    const std::string name = LowerWord(variable.name);
+    frame.types[name] = {variable.type};
+    frame.values[name] =
+        variable.default_value == nullptr
+            ? Cell{}
+            : Evaluate(statement, piece, *variable.default_value, &variable.type, frame);
+    ++piece;
+  }
+}
+
+void Runner::RunSet(Statement& statement, Frame& frame) {
+  const Assignment& assignment = statement.assignments[0];
+  const std::string name = LowerWord(assignment.variable);
+  const auto variable = frame.types.find(name);
+  if (variable == frame.types.end() || assignment.value == nullptr) {
+    Refuse(frame.source, assignment.at,
+           "Must declare the scalar variable \"" + assignment.variable + "\"");
+  }
+  const Type type = variable->second.type;
+  frame.values[name] = Evaluate(statement, 0, *assignment.value, &type, frame);
+}
+
+void Runner::RunDefinition(Statement& statement, Frame& frame) {
+  Definer(db_, schema_, frame.source).Define(statement);
+  if (statement.kind == StatementKind::kCreateTable && statement.name.IsTemporary()) {
+    frame.temporary_tables.insert(statement.name.Last());
+  }
+}
+
+void Runner::RunTransaction(const Statement& statement) {
+  if (statement.kind == StatementKind::kBegin) {
+    if (sqlite3_get_autocommit(db_) != 0) {
+      transactions_ = 0;
+      // Taking the writer's place at once avoids that two wait for each other.
+      vorek::sqlite::Run(db_, sqlite3_db_readonly(db_, "main") == 1 ? "BEGIN" : "BEGIN IMMEDIATE");
+    }
+    ++transactions_;
+    return;
+  }
+  if (sqlite3_get_autocommit(db_) != 0) {
+    transactions_ = 0;
+    throw Error(ErrorNumber::kSyntax,
+                std::string("The ") +
+                    (statement.kind == StatementKind::kCommit ? "COMMIT" : "ROLLBACK") +
+                    " TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+  }
+  if (statement.kind == StatementKind::kCommit) {
+    if (transactions_ <= 1) vorek::sqlite::Run(db_, "COMMIT");
+    transactions_ = std::max(0, transactions_ - 1);
+    return;
+  }
+  vorek::sqlite::Run(db_, "ROLLBACK");
+  transactions_ = 0;
+  schema_.Changed();
+  schema_.TemporaryChanged();
+}
+
+}  // namespace vorek::sqlite

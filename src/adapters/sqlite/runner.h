@@ -1,0 +1,87 @@
+#ifndef VOREK_ADAPTERS_SQLITE_RUNNER_H_
+#define VOREK_ADAPTERS_SQLITE_RUNNER_H_
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "adapters/sqlite/bind.h"
+#include "adapters/sqlite/cell.h"
+#include "adapters/sqlite/plan.h"
+#include "adapters/sqlite/schema.h"
+#include "adapters/sqlite/syntax.h"
+#include "platform/result_set.h"
+
+namespace vorek::sqlite {
+
+// Runs batches, procedures and functions statement by statement. One for each connection.
+class Runner {
+ public:
+  Runner(sqlite3* db, Schema& schema);
+
+  // Runs a batch and returns its first row set, or null. checkpoint is called while rows are read.
+  ResultSetPtr Run(Batch& batch, bool tell_lines,
+                   const std::function<void(std::size_t)>& checkpoint);
+  // A scalar function, called by SQLite in the middle of a statement.
+  Cell Call(const std::string& function, std::vector<Cell> arguments);
+
+ private:
+  enum class Flow { kNext, kBreak, kContinue, kReturn };
+
+  // One running batch or module: its variables and what it made.
+  struct Frame {
+    SourceText source;
+    Variables types;
+    std::map<std::string, Cell> values;
+    std::set<std::string> temporary_tables;
+    Cell returned;
+    bool is_module = false;
+  };
+
+  Flow RunAll(std::vector<StatementPtr>& statements, Frame& frame);
+  Flow RunOne(Statement& statement, Frame& frame);
+  Flow RunFlow(Statement& statement, Frame& frame);
+  Flow RunWhile(Statement& statement, Frame& frame);
+  void RunQuery(Statement& statement, Frame& frame);
+  void RunSelectInto(Statement& statement, Frame& frame);
+  void RunInsert(Statement& statement, Frame& frame);
+  void RunInsertOfProcedure(Statement& statement, Frame& frame);
+  void RunChange(Compiled& compiled, Frame& frame);
+  void RunDeclare(Statement& statement, Frame& frame);
+  void RunSet(Statement& statement, Frame& frame);
+  void RunExecute(Statement& statement, Frame& frame);
+  void RunExecuteText(Statement& statement, Frame& frame);
+  bool RunSystemProcedure(Statement& statement, Frame& frame);
+  void RunDefinition(Statement& statement, Frame& frame);
+  void RunTransaction(const Statement& statement);
+  bool Holds(Statement& statement, Frame& frame);
+  Cell Evaluate(Statement& statement, int piece, const Expr& expr, const Type* type, Frame& frame);
+  void TakeArguments(Statement& statement, const Statement& definition, Frame& caller,
+                     Frame& frame);
+  void GiveBack(const Statement& statement, const Statement& definition, Frame& caller,
+                const Frame& frame);
+  void LeaveModule(Frame& frame);
+
+  using Translate = std::function<Translation(Binder&)>;
+  Compiled& Compile(Statement& statement, int piece, Frame& frame, const Translate& translate);
+  void BindAll(Compiled& compiled, const Frame& frame);
+  Cell SystemValue(const std::string& name) const;
+
+  sqlite3* db_;
+  Schema& schema_;
+  ResultSetPtr result_;
+  bool collect_ = true;  // the first row set is still to come
+  std::function<void(std::size_t)> checkpoint_;
+  bool tell_lines_ = false;
+  int depth_ = 0;
+  int transactions_ = 0;
+  std::int64_t row_count_ = 0;
+  Cell identity_;
+  std::vector<std::shared_ptr<Compiled>> retired_;  // programs that a newer one took the place of
+};
+
+}  // namespace vorek::sqlite
+
+#endif  // VOREK_ADAPTERS_SQLITE_RUNNER_H_
