@@ -233,10 +233,8 @@ Bound Binder::BindNumber(const Expr& expr) {
     digits.append(static_cast<std::size_t>(4 - scale), '0');
   }
   digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-  if (digits.size() > 18 || scale > 18) {
-    if (digits.size() == 19 && scale == 0 && digits <= "9223372036854775807") {
-      return NumberLiteral(std::strtoll(digits.c_str(), nullptr, 10), Make(TypeKind::kBigInt));
-    }
+  const bool too_big = digits.size() > 19 || (digits.size() == 19 && digits > "9223372036854775807");
+  if (too_big || scale > 18) {
     Refuse(expr.at, "The number " + expr.text + " is out of range: more than 18 digits");
   }
   const long long units = std::strtoll(digits.c_str(), nullptr, 10);
