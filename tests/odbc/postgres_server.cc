@@ -2,8 +2,10 @@
 
 #include <stdlib.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
+#include <thread>
 
 #include "vorek/odbc.h"
 
@@ -35,6 +37,18 @@ std::string PostgresServer::ConnectionString() const {
 PostgresServer& SharedPostgres() {
   static PostgresServer server;
   return server;
+}
+
+void WaitUntilSleeping(const PostgresServer& server) {
+  const auto connection = ConnectTo(server.ConnectionString());
+  for (int i = 0; i < 200; ++i) {
+    const ResultSetPtr found = connection->Execute(
+        "select 1 as a from pg_stat_activity where state = 'active' and wait_event = 'PgSleep'",
+        {});
+    if (found->rows > 0) return;
+    std::this_thread::sleep_for(std::chrono::milliseconds(25));
+  }
+  throw std::runtime_error("nothing sleeps");
 }
 
 std::unique_ptr<DatabaseConnection> ConnectTo(const std::string& connection_string) {

@@ -31,6 +31,9 @@ class PostgresServer {
 // Made for the first test that asks, started again if a test killed it.
 PostgresServer& SharedPostgres();
 
+// Returns once the server runs a statement that sleeps; gives up after some seconds.
+void WaitUntilSleeping(const PostgresServer& server);
+
 std::unique_ptr<DatabaseConnection> ConnectTo(const std::string& connection_string);
 
 }  // namespace vorek::odbc

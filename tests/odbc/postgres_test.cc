@@ -126,7 +126,7 @@ TEST_F(PostgresTest, StopsAtTheTimeOut) {
 
 TEST_F(PostgresTest, IsCancelledFromAnotherThread) {
   std::thread other([this] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    WaitUntilSleeping(SharedPostgres());
     connection_->Cancel();
   });
   const auto start = steady_clock::now();
@@ -174,7 +174,7 @@ TEST_F(PostgresTest, SaysThatTheServerIsGoneAndConnectsAgain) {
 
 TEST_F(PostgresTest, NoticesAServerThatDiesInTheMiddleOfAStatement) {
   std::thread other([] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    WaitUntilSleeping(SharedPostgres());
     SharedPostgres().Kill();
   });
   EXPECT_EQ(NumberOf("select pg_sleep(20)"), -2147467259) << description_;

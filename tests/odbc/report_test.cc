@@ -95,7 +95,7 @@ TEST_F(ReportTest, TellsWhatTheServerSays) {
 
 TEST_F(ReportTest, RunsAgainOnceTheServerIsBack) {
   std::thread other([] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    WaitUntilSleeping(SharedPostgres());
     SharedPostgres().Kill();
   });
   // The run ends as a failed one; what View asks afterwards finds the server still gone.
@@ -115,7 +115,7 @@ TEST_F(ReportTest, RunsAgainOnceTheServerIsBack) {
 
 TEST_F(ReportTest, IsCancelledByTheHost) {
   std::thread other([this] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    WaitUntilSleeping(SharedPostgres());
     world_.Cancel();
   });
   EXPECT_FALSE(report_.View(6));

@@ -11,6 +11,11 @@
 #include "text/utf8.h"
 
 namespace vorek::odbc {
+namespace {
+
+Error TimeoutError() { return Error(ErrorNumber::kTimeout, "Query timeout expired"); }
+
+}  // namespace
 
 Connection::Running::Running(Connection& connection, SQLHANDLE statement, int timeout_seconds)
     : connection_(connection) {
@@ -19,13 +24,14 @@ Connection::Running::Running(Connection& connection, SQLHANDLE statement, int ti
     connection_.running_ = statement;
     connection_.stop_ = Stop::kNone;
   }
+  connection_.deadline_.reset();
   if (timeout_seconds <= 0) return;
+  connection_.deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(timeout_seconds);
   // The server's own time-out is asked for too: it frees the server when we are gone.
   SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
                  AttributeNumber(static_cast<std::size_t>(timeout_seconds)), 0);
-  connection_.watchdog_.Arm(
-      std::chrono::steady_clock::now() + std::chrono::seconds(timeout_seconds),
-      [&connection] { connection.StopNow(Stop::kTimeout); });
+  connection_.watchdog_.Arm(*connection_.deadline_,
+                            [&connection] { connection.StopNow(Stop::kTimeout); });
 }
 
 Connection::Running::~Running() {
@@ -91,16 +97,25 @@ void Connection::StopNow(Stop reason) noexcept {
 }
 
 void Connection::ThrowIfStopped() const {
-  if (stop_ == Stop::kTimeout) throw Error(ErrorNumber::kTimeout, "Query timeout expired");
+  if (stop_ == Stop::kTimeout) throw TimeoutError();
   if (stop_ == Stop::kCancelled) {
     throw Error(ErrorNumber::kCancelled, "Operation was cancelled.");
   }
 }
 
-// A statement that was told to stop fails with words about that; it is the reason that counts.
+// The server's clock and ours may differ by a little.
+bool Connection::IsOverdue() const {
+  constexpr std::chrono::milliseconds kLeeway{250};
+  return deadline_ && std::chrono::steady_clock::now() + kLeeway >= *deadline_;
+}
+
+// A statement that was told to stop fails with words about that; it is the reason that counts. A
+// server that keeps the time-out itself may be ahead of the watchdog, and says "cancelled".
 void Connection::Fail(SQLHANDLE statement) const {
   ThrowIfStopped();
-  throw StatementError(statement, handle_.Get(), traits_.unicode);
+  const Error error = StatementError(statement, handle_.Get(), traits_.unicode);
+  if (error.Is(ErrorNumber::kCancelled) && IsOverdue()) throw TimeoutError();
+  throw error;
 }
 
 SQLRETURN Connection::ExecuteDirect(SQLHANDLE statement, std::string_view text) {

@@ -4,8 +4,10 @@
 #include <sql.h>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -45,6 +47,7 @@ class Connection final : public DatabaseConnection {
   SQLRETURN ExecuteDirect(SQLHANDLE statement, std::string_view text);
   void StopNow(Stop reason) noexcept;
   void ThrowIfStopped() const;
+  bool IsOverdue() const;
   [[noreturn]] void Fail(SQLHANDLE statement) const;
   ResultSetPtr ReadFirstRows(SQLHANDLE statement, const ExecuteOptions& options);
   void FinishRest(SQLHANDLE statement);
@@ -55,6 +58,7 @@ class Connection final : public DatabaseConnection {
   std::mutex running_mutex_;
   SQLHANDLE running_ = SQL_NULL_HANDLE;
   std::atomic<Stop> stop_{Stop::kNone};
+  std::optional<std::chrono::steady_clock::time_point> deadline_;  // of the running statement
   Watchdog watchdog_;
 };
 
