@@ -233,7 +233,8 @@ Bound Binder::BindNumber(const Expr& expr) {
     digits.append(static_cast<std::size_t>(4 - scale), '0');
   }
   digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-  const bool too_big = digits.size() > 19 || (digits.size() == 19 && digits > "9223372036854775807");
+  const bool too_big =
+      digits.size() > 19 || (digits.size() == 19 && digits > "9223372036854775807");
   if (too_big || scale > 18) {
     Refuse(expr.at, "The number " + expr.text + " is out of range: more than 18 digits");
   }

@@ -189,6 +189,8 @@ Type TypeFromDeclaration(std::string_view declaration) {
 
 std::string Declaration(const Type& type) {
   std::string name = TypeName(type);
+  // SQLite takes numbers alone between the brackets; a text without any is one without a bound.
+  if (type.length == Type::kMax) name.resize(std::min(name.find('('), name.size()));
   if (type.IsMoney() || type.IsDecimal()) {
     const std::size_t open = std::min(name.find('('), name.size());
     name.insert(open, kScaledMark);
