@@ -30,6 +30,11 @@ std::string StoredLayoutQuery(std::int32_t report_id) {
          "  Order by ColumnNumber";
 }
 
+std::string ExpressionQuery(std::int32_t report_id) {
+  return "Select * from tblVorekReportExpression Where ReportID = " + std::to_string(report_id) +
+         " Order by ColumnNumber";
+}
+
 std::string TransposeLayoutQuery(std::int32_t report_id) {
   return "Select ColumnNumber,tblVorekReportTranspose.Alignment,tblVorekReportTranspose.Width,"
          "tblVorekReportTranspose.MergeType From tblVorekReportTranspose Where ReportID=" +

@@ -26,6 +26,9 @@ std::string TransposeLayoutQuery(std::int32_t report_id);
 // All columns of a layout, as AlignFlexes reads them.
 std::string WholeLayoutQuery(std::int32_t report_id, bool transposed);
 
+// The calculated columns of a report, in their order.
+std::string ExpressionQuery(std::int32_t report_id);
+
 // True if the switch of tblVorekSystemParameters is there with the value 1. Leaves the slot closed.
 bool SystemParameter(Recordset& slot, std::int32_t id);
 

@@ -19,7 +19,10 @@ constexpr int kF5 = 116;
 }  // namespace
 
 ReportControl::ReportControl(WorldState& shared, Control* parent)
-    : Frame(parent, "VorekReport1"), world(shared) {
+    : Frame(parent, "VorekReport1"),
+      world(shared),
+      Evaluation({shared.process.services.function_file, shared.process.services.files.get(),
+                  &shared.messages}) {
   lblCaption.Move(0, 0, 6000, 300);
   lblCaption.SetRightToLeft(true);
   for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {

@@ -47,12 +47,15 @@ class ReportControl : public Frame {
   // Opens the prompt dialog of the last run again.
   void mnuShowAskForm_Click();
 
-  ReportContext Context() { return {world.process, state, flxMain, flxTranspose, world.messages}; }
+  ReportContext Context() {
+    return {world.process, state, flxMain, flxTranspose, world.messages, Evaluation};
+  }
 
   WorldState& world;
   ReportState state;
   ReportEvents events;
   GeneralClass general;
+  EvaluationClass Evaluation;
 
   Label lblCaption{this, "lblCaption"};
   VorekParameters VorekParameters1{this, "VorekParameters1", world.process, world.messages};

@@ -8,6 +8,7 @@
 #include "engine/rights.h"
 #include "engine/run_handoffs.h"
 #include "engine/shared_helpers.h"
+#include "grid/expression_columns.h"
 #include "text/number.h"
 #include "text/utf8.h"
 

@@ -14,7 +14,6 @@ inline bool PrepareSpecialReport(ReportContext& /*report*/, std::string& /*query
   return false;
 }
 inline void MakeFlexMerged(ReportContext& /*report*/) {}
-inline void MakeExpressionColumns(ReportContext& /*report*/) {}
 inline void MakeSumRow(ReportContext& /*report*/) {}  // of the column flxMain.Col
 inline void MakeAvgRow(ReportContext& /*report*/) {}  // of the column flxMain.Col
 inline void SortflxMain(ReportContext& /*report*/, std::int32_t /*column*/) {}

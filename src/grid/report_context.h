@@ -5,6 +5,7 @@
 #include "state/notices.h"
 #include "state/process.h"
 #include "state/report_state.h"
+#include "vorek/evaluation.h"
 
 namespace vorek {
 
@@ -16,6 +17,7 @@ struct ReportContext {
   Grid& flxMain;
   Grid& flxTranspose;
   Notices& notices;
+  EvaluationClass& Evaluation;  // of the control, for its calculated columns
 
   // The grid that the user sees.
   Grid& ActiveGrid() { return state.isTransposedResult ? flxTranspose : flxMain; }

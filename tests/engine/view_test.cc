@@ -41,6 +41,7 @@ class ViewTest : public testing::Test {
     database->Answer(
         "tblVorekReportTranspose",
         MakeResult({{"ColumnNumber", kInteger}, {"Alignment", kInteger}, {"Width", kInteger}}, {}));
+    database->Answer("tblVorekReportExpression", MakeResult({{"Name", kVarWChar}}, {}));
     SetReport("select rows");
     SetRows(
         MakeResult({{"کد", kInteger},
