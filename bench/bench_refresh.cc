@@ -31,6 +31,7 @@ const char* const kSchema[] = {
     "create table tblVorekReportTranspose (ReportID int, ColumnNumber int, Alignment smallint, "
     "Width "
     "smallint, MergeType int)",
+    "create table tblVorekReportExpression (ReportID int, ColumnNumber int, Name nvarchar(100))",
     "create table tblVorekSystemParameters (ID int, Value int)",
     "create table tblUser (ID int, FullName nvarchar(50), BranchID int)",
     "create table tblEmployee (ID int, FirstName nvarchar(50), SureName nvarchar(50))",
@@ -42,9 +43,9 @@ const char* const kSchema[] = {
 
 // A database of so many rows, made once in the folder for temporary files.
 std::string Database(long rows) {
-  const std::string file =
-      (std::filesystem::temp_directory_path() / ("vorek-bench-" + std::to_string(rows) + ".db"))
-          .string();
+  const std::string file = (std::filesystem::temp_directory_path() /
+                            ("vorek-bench-refresh-" + std::to_string(rows) + ".db"))
+                               .string();
   const std::string connection = "Provider=VorekSQLite;Data Source=" + file;
   if (std::filesystem::exists(file)) return connection;
   DataSession session({SqliteProvider()});
