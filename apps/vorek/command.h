@@ -16,6 +16,7 @@ void AddListCommand(CLI::App& app);
 void AddShowCommand(CLI::App& app);
 void AddDriveCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
+void AddSqlCommand(CLI::App& app);
 
 // The database and the user of a command.
 struct ConnectOptions {

@@ -29,6 +29,7 @@ int main(int argc, char** argv) {
   vorek::AddShowCommand(app);
   vorek::AddDriveCommand(app);
   vorek::AddEvalCommand(app);
+  vorek::AddSqlCommand(app);
   try {
     return Run(app, argc, argv);
   } catch (const vorek::Error& error) {

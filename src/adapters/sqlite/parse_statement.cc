@@ -266,6 +266,14 @@ Argument Parser::ExecuteArgument() {
     Take();
   }
   if (TakeWord("default")) return argument;
+  if (AtSymbol("(")) {
+    // A parameter form puts a value into brackets, which a server wouldn't take.
+    const Level level(*this);
+    Take();
+    argument.value = ExecuteArgument().value;
+    NeedSymbol(")");
+    return argument;
+  }
   if (AtWord("null")) {
     argument.value = New(ExprKind::kNull, Take().begin);
   } else if (AtSymbol("-") || AtSymbol("+")) {
@@ -301,8 +309,7 @@ StatementPtr Parser::Execute() {
                          next == TokenKind::kText || next == TokenKind::kBytes ||
                          next == TokenKind::kVariable || AtSymbol("-") || AtSymbol("+") ||
                          AtWord("null") || AtWord("default") || AtName();
-  if (AtSymbol("(")) RefuseHere();
-  if (!arguments) return statement;
+  if (!arguments && !AtSymbol("(")) return statement;
   do statement->arguments.push_back(ExecuteArgument());
   while (TakeSymbol(","));
   return statement;

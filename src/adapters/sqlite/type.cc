@@ -195,6 +195,8 @@ std::string Declaration(const Type& type) {
     const std::size_t open = std::min(name.find('('), name.size());
     name.insert(open, kScaledMark);
   }
+  // SQLite takes numbers only; no length stands for all lengths.
+  if (type.length == Type::kMax) name = name.substr(0, name.find('('));
   if (type.IsText()) name += " COLLATE VOREK";
   return name;
 }

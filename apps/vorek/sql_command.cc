@@ -1,0 +1,97 @@
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "adapters/sqlite/explain.h"
+#include "command.h"
+#include "platform/script.h"
+#include "result_writer.h"
+#include "text/utf8.h"
+
+namespace vorek {
+namespace {
+
+struct SqlOptions {
+  std::string text;
+  ConnectOptions connect;
+  std::string format = "table";
+  bool explain = false;
+  bool create = false;
+  int timeout = 0;
+};
+
+std::string ReadAll(std::istream& in) {
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// The statements themselves, "-" for the standard input, or the name of a file that is there.
+std::string ScriptOf(const std::string& text) {
+  if (text == "-") return ReadAll(std::cin);
+  std::error_code error;
+  if (text.size() > 1000 || !std::filesystem::is_regular_file(text, error)) return text;
+  std::ifstream file(text, std::ios::binary);
+  if (!file) throw Error(ErrorNumber::kPathAccess, "Cannot read '" + text + "'.");
+  return ReadAll(file);
+}
+
+std::unique_ptr<DatabaseConnection> Connect(const SqlOptions& options) {
+  std::string connection_string = ConnectionString(options.connect.db);
+  if (options.create) connection_string += ";Mode=Create";
+  const std::string name = connection_string.substr(9, connection_string.find(';') - 9);
+  for (const auto& provider : ConsoleWorld().providers) {
+    if (provider->Answers(name)) return provider->Connect(connection_string);
+  }
+  throw Error(ErrorNumber::kConnection, "No provider answers to the name '" + name + "'.");
+}
+
+void WriteResults(const std::vector<ResultSetPtr>& results, const std::string& format) {
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    if (i > 0) std::cout << '\n';
+    if (format == "json") {
+      WriteJson(*results[i], std::cout);
+    } else if (format == "tsv") {
+      WriteTsv(*results[i], std::cout);
+    } else {
+      WriteTable(*results[i], std::cout);
+    }
+  }
+}
+
+void RunSql(const SqlOptions& options) {
+  const std::string script = ScriptOf(options.text);
+  const auto connection = Connect(options);
+  if (options.explain) {
+    for (const ScriptBatch& batch : SplitScript(script)) {
+      std::cout << sqlite::Explain(*connection, batch.text);
+    }
+    return;
+  }
+  ExecuteOptions execute;
+  execute.timeout_seconds = options.timeout;
+  WriteResults(RunScript(*connection, script, execute), options.format);
+}
+
+}  // namespace
+
+void AddSqlCommand(CLI::App& app) {
+  auto options = std::make_shared<SqlOptions>();
+  CLI::App* const command =
+      app.add_subcommand("sql", "Run statements, or a script with GO, in one transaction");
+  command->add_option("TEXT", options->text, "the statements, a script file, or - to read them")
+      ->required();
+  AddDatabaseOption(*command, options->connect);
+  command->add_option("--format", options->format, "of the rows: table, tsv or json")
+      ->check(CLI::IsMember({"table", "tsv", "json"}));
+  command->add_flag("--explain", options->explain, "show the translation, run nothing");
+  command->add_flag("--create", options->create,
+                    "make the file of an embedded database if it isn't there");
+  command->add_option("--timeout", options->timeout, "seconds for each piece; 0 waits for ever");
+  command->callback([options] { RunSql(*options); });
+}
+
+}  // namespace vorek
