@@ -168,12 +168,25 @@ std::string Binder::BindCondition(const Expr& expr, int tightness) {
   return Wrap(bound, tightness);
 }
 
+namespace {
+
+// 'x' = 'x', by which an empty parameter switches a condition off: "Date >= 1 or ''=''". The server
+// drops such a chain before it looks at any row, so that the rest of it can't fail.
+bool IsAlwaysTrue(const Expr& expr) {
+  return expr.kind == ExprKind::kCompare && expr.text == "=" &&
+         expr.operands[0]->kind == ExprKind::kText && expr.operands[1]->kind == ExprKind::kText &&
+         expr.operands[0]->text == expr.operands[1]->text;
+}
+
+}  // namespace
+
 Bound Binder::BindChain(const Expr& expr) {
   const bool all = expr.kind == ExprKind::kAll;
   const int tightness = all ? kLooseAnd : kLooseOr;
   std::vector<std::string> terms;
   for (const ExprPtr& operand : expr.operands) {
-    terms.push_back(BindCondition(*operand, tightness + (all ? 0 : 1)));
+    terms.push_back(IsAlwaysTrue(*operand) ? "1"
+                                           : BindCondition(*operand, tightness + (all ? 0 : 1)));
   }
   // SQLite limits how deep a chain may be: pairs of pairs keep a long one flat.
   const std::string link = all ? " AND " : " OR ";
