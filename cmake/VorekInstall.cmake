@@ -60,7 +60,7 @@ function(_vorek_install_module target name)
   install(FILES ${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
 
-# The package itself, the public headers, the manual page and the texts of the sample.
+# The package itself, the public headers and the manual page.
 function(vorek_install_package)
   configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/VorekConfig.cmake.in ${PROJECT_BINARY_DIR}/VorekConfig.cmake
@@ -70,6 +70,5 @@ function(vorek_install_package)
   install(FILES ${PROJECT_BINARY_DIR}/VorekConfig.cmake
                 ${PROJECT_BINARY_DIR}/VorekConfigVersion.cmake DESTINATION ${VOREK_CMAKE_DIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vorek DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples DESTINATION ${CMAKE_INSTALL_DATADIR}/vorek)
   install(FILES ${PROJECT_SOURCE_DIR}/docs/vorek.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endfunction()

@@ -1,6 +1,7 @@
 #include "command.h"
 
 #include "text/utf8.h"
+#include "vorek/odbc.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
 
@@ -26,6 +27,9 @@ std::string ConnectionString(const std::string& db) {
 WorldOptions ConsoleWorld() {
   WorldOptions options;
   options.providers = {SqliteProvider()};
+#ifdef VOREK_WITH_ODBC
+  options.providers.push_back(OdbcProvider());
+#endif
   AddSystemServices(options);
   return options;
 }

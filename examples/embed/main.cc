@@ -25,6 +25,7 @@ void PrintGrid(const vorek::VorekReport1& report) {
 
 void Listen(vorek::VorekReport1& report) {
   report.Events().ViewCelChange = [&report] {
+    if (report.FormTypeID() < 1) return;  // no form behind the row
     std::cout << "record: form " << report.FormTypeID() << ", " << report.UniqueWC() << '\n';
   };
   report.Events().DblClick = [](bool& cancel) {
