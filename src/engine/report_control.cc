@@ -52,9 +52,15 @@ void ReportControl::ConnectEvents() {
       if (Parent() != nullptr) Parent()->SetVisible(false);
     });
   };
-  flxMain.on_sel_change = [this] {
-    if (events.ViewCelChange) events.ViewCelChange();
-  };
+  flxMain.on_sel_change = [this] { flxMain_SelChange(); };
+}
+
+// By now a record is told by its row alone.
+void ReportControl::flxMain_SelChange() {
+  const std::int32_t row = flxMain.Row();
+  if (row < 1 || row == told_row_) return;
+  told_row_ = row;
+  if (events.ViewCelChange) events.ViewCelChange();
 }
 
 bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
@@ -120,6 +126,7 @@ void ReportControl::EndView() {
 
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
                             const std::string&) {
+  told_row_ = -1;
   return ReportRun(*this).Run(do_filter, parameter_string);
 }
 

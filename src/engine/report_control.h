@@ -81,11 +81,14 @@ class ReportControl : public Frame {
 
  private:
   void ConnectEvents();
+  void flxMain_SelChange();
   void BeginReport(std::int32_t id, const std::string& parameter_string,
                    const std::string& caller_value);
   void EndView();
   void ClearGrids();
   void TakeSearch(const std::string& query, const std::string& visual, const std::string& list);
+
+  std::int32_t told_row_ = -1;  // the row of the last ViewCelChange
 };
 
 }  // namespace vorek

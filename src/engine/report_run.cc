@@ -15,6 +15,8 @@
 namespace vorek {
 namespace {
 
+constexpr std::int32_t kLargeGrid = 20000;  // rows
+
 // Runs a part of the road; what it throws comes back, other exceptions as the error they stand for.
 template <typename Part>
 std::optional<Error> Attempt(const Part& part) {
@@ -147,6 +149,8 @@ void ReportRun::Fill(const std::string& parameter_string) {
   control_.Progress.SetVisible(true);
   control_.Progress.ZOrder();
   control_.Progress.SetValue(25);
+  // A large result and the one before it must not be held side by side.
+  if (grid.Rows() > kLargeGrid) grid.Clear();
   OpenQuery(parameter_string);
   process_.windows().SetMousePointer(0);
   FollowUpProcedure();
