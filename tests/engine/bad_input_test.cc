@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "engine/report_control.h"
+#include "support/fixed_clock.h"
+#include "support/scripted_windows.h"
+#include "vorek/report.h"
+#include "vorek/sqlite.h"
+
+namespace vorek {
+namespace {
+
+constexpr const char* kMetadata =
+    "create table tblVorekReport (ID int, Title nvarchar(50), Notes nvarchar(50), CreateDate "
+    "datetime, "
+    "SQLQuery nvarchar(max), MakeTree int, MakeTranspose bit, MakeMerge bit, MakeSecure bit, "
+    "ShowDiagram bit, FormTypeID int, FontSize int, ReportRowHeight int);"
+    "create table tblVorekReportLayout (ReportID int, ColumnNumber int, Alignment smallint, "
+    "Width smallint, MergeType int, TransposeType int, MakeSum bit);"
+    "create table tblVorekReportTranspose (ReportID int, ColumnNumber int, Alignment smallint, "
+    "Width smallint, MergeType int);"
+    "create table tblVorekReportExpression (ReportID int, ColumnNumber int, Name nvarchar(50), "
+    "GeneralExpression "
+    "nvarchar(200), FirstRowExpression nvarchar(200), JustShowPositiveValue bit);"
+    "create table tblVorekSystemParameters (ID int, Value int);"
+    "create table tblUser (ID int, FullName nvarchar(50), BranchID int);"
+    "create table tblEmployee (ID int, FirstName nvarchar(50), SureName nvarchar(50));"
+    "create table tblPosition (ID int, Name nvarchar(50));"
+    "insert into tblVorekReport values (1, N'یک', null, '2024-03-20', 'select 1 as a', 0, 0, 0, 0, "
+    "0, "
+    "null, -1, -1)";
+
+class BadInputTest : public testing::Test {
+ protected:
+  BadInputTest() {
+    std::filesystem::remove_all(folder_);
+    std::filesystem::create_directories(folder_);
+    const auto made = SqliteProvider()->Connect(Connection("good.db") + ";Mode=Create");
+    made->Execute(kMetadata, {});
+    std::ofstream(folder_ / "text.db") << "this is no database, only a text of some length";
+    std::ofstream(folder_ / "cut.db", std::ios::binary) << "SQLite format 3";
+    report.SetUserID(1);
+  }
+  ~BadInputTest() override { std::filesystem::remove_all(folder_); }
+
+  std::string Connection(const std::string& file) const {
+    return "Provider=VorekSQLite;Data Source=" + (folder_ / file).string();
+  }
+
+  std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() / ("vorek-bad-input-" + std::to_string(getpid()));
+  std::shared_ptr<ScriptedWindows> windows = std::make_shared<ScriptedWindows>();
+  World world{{.providers = {SqliteProvider()},
+               .windows = windows,
+               .clock = std::make_shared<FixedClock>()}};
+  VorekReport1 report{world};
+};
+
+TEST_F(BadInputTest, TellsWhatIsWrongWithAConnection) {
+  const struct {
+    std::string connection;
+    const char* named;  // stands in the error
+  } cases[] = {{"Provider=VorekSQLyte;Data Source=x", "VorekSQLyte"},
+               {Connection("missing.db"), "missing.db"},
+               {Connection("text.db"), "text.db"},
+               {Connection("cut.db"), "cut.db"},
+               {Connection(""), ""},
+               {"Provider=VorekSQLite;", ""}};
+  for (const auto& c : cases) {
+    report.SetOleConnectionString(c.connection);
+    try {
+      report.View(1);
+      ADD_FAILURE() << c.connection;
+    } catch (const Error& error) {
+      EXPECT_TRUE(error.Is(ErrorNumber::kConnection)) << c.connection << ": " << error.Number();
+      EXPECT_NE(error.Description().find(c.named), std::string::npos) << error.Description();
+    }
+  }
+  EXPECT_THROW(report.SetOleConnectionString("Data Source=x"), Error);
+  report.SetOleConnectionString(Connection("good.db"));
+  windows->Queue([&](Form& form) { ADD_FAILURE() << form.DetailText(); });
+  EXPECT_TRUE(report.View(1));
+}
+
+TEST_F(BadInputTest, CancelsTenMillionRows) {
+  report.SetOleConnectionString(Connection("good.db"));
+  report.SetUseThisQuery(
+      "with n(i) as (select 1 union all select i + 1 from n where i < 10000000) "
+      "select i, N'متن' as t from n");
+  std::string detail;
+  windows->Queue([&](Form& form) { detail = form.DetailText(); });
+  std::atomic<bool> done = false;
+  std::thread user([&] {
+    while (!done) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(150));
+      world.Cancel();
+    }
+  });
+  const bool shown = report.View(1);
+  done = true;
+  user.join();
+  EXPECT_FALSE(shown);
+  EXPECT_EQ(windows->shown.size(), 1U);
+  EXPECT_FALSE(detail.empty());
+  EXPECT_EQ(report.Rows(), 2);
+  report.SetUseThisQuery("");
+  EXPECT_TRUE(report.View(1));
+  EXPECT_EQ(report.TextMatrix(1, 1), "1");
+}
+
+TEST_F(BadInputTest, SurvivesHostileMetadata) {
+  report.SetOleConnectionString(Connection("good.db"));
+  const auto database = SqliteProvider()->Connect(Connection("good.db"));
+  const std::string hostile[] = {
+      std::string(200000, '('),
+      "select " + std::string(100000, 'x'),
+      "select '\xFF\xFE' as \"\xC3\"",
+      "'",
+      "@",
+      "select 1 as [a, 2 as b",
+      "/* open",
+  };
+  for (const std::string& query : hostile) {
+    report.SetUseThisQuery(query);
+    EXPECT_NO_THROW(report.View(1)) << query.substr(0, 30);
+  }
+  report.SetUseThisQuery("");
+  database->Execute(
+      "insert into tblVorekReportLayout values (1, -1, 4, 4, null, 1, 1), (1, 99999, 4, 4, 1, 2, "
+      "0), "
+      "(1, 1, 32767, -5, 1, 2, 1), (1, null, null, null, null, null, null)",
+      {});
+  EXPECT_TRUE(report.View(1));
+}
+
+}  // namespace
+}  // namespace vorek
