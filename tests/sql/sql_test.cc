@@ -51,6 +51,7 @@ std::vector<Case> ReadCases(const std::filesystem::path& path) {
   };
   for (int number = 1; std::getline(file, line); ++number) {
     if (line == "!types" || line == "!notypes") {
+      finish();
       types = line == "!types";
     } else if (in_expected && line.empty()) {
       finish();

@@ -275,6 +275,7 @@ class Binder {
   std::vector<std::string> views_;  // being written out, innermost last
   std::vector<std::string> parameters_;
   std::vector<std::string> assigned_;
+  std::set<std::string> running_;  // variables that the select around assigns, row by row
   bool temporary_ = false;
   int depth_ = 0;
 };

@@ -271,6 +271,10 @@ std::string Binder::Parameter(const std::string& name) {
 Bound Binder::BindVariable(const Expr& expr) {
   const std::string name = LowerWord(expr.text);
   const auto found = variables_.find(name);
+  if (found != variables_.end() && running_.count(name) != 0) {
+    // "SELECT @x = @x + ..": each row sees what the row before has left.
+    return CallOf("vk_variable", {QuoteText(name)}, found->second.type);
+  }
   if (found != variables_.end()) return MakeBound(Parameter(name), found->second.type);
   if (name == "@@rowcount" || name == "@@error" || name == "@@trancount") {
     return MakeBound(Parameter(name), Make(TypeKind::kInt));

@@ -71,7 +71,7 @@ struct FunctionRules {
 
   static Bound IsNull(Call& call) {
     const Bound& first = call[0];
-    if (first.literal == Bound::Literal::kNull) return call[1];
+    if (first.type.IsNull()) return call[1];
     if (!first.nullable) return first;
     Bound instead = call.binder.Convert(call[1], first.type, Binder::Mode::kCast, call.expr.at);
     Bound result = CallOf("ifnull", {first.sql, instead.sql}, first.type);

@@ -282,12 +282,12 @@ bool Binder::CompareIsNull(const Expr& expr, Bound& result) {
                        instead.value.find_first_not_of("0123456789") == std::string::npos;
     if (!numbers && !texts) continue;
     const bool same = instead.value == value.value;
-    const std::string is_null = Wrap(column, kEquality) + " IS NULL";
+    const std::string is_null = column.sql + " IS NULL";
+    const std::string not_null = column.sql + " IS NOT NULL";
     result = Compare("=", std::move(column), value, expr);
-    if (same) {
-      result.sql = result.sql + " OR " + is_null;
-      result.tightness = kLooseOr;
-    }
+    // A NULL makes the comparison false, not unknown: NOT would tell the difference.
+    result.sql += same ? " OR " + is_null : " AND " + not_null;
+    result.tightness = same ? kLooseOr : kLooseAnd;
     return true;
   }
   return false;

@@ -280,6 +280,10 @@ void Binder::ExpandStar(const Expr& star, std::vector<Bound>& items) {
 
 void Binder::BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
                        std::vector<std::string>* assigned) {
+  running_.clear();
+  for (const SelectItem& item : select.items) {
+    if (!item.variable.empty()) running_.insert(LowerWord(item.variable));
+  }
   for (const SelectItem& item : select.items) {
     if (item.expr->kind == ExprKind::kStar) {
       ExpandStar(*item.expr, parts.items);
@@ -299,6 +303,7 @@ void Binder::BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
     }
     parts.items.push_back(std::move(value));
   }
+  running_.clear();
   if (!assigned->empty() && assigned->size() != parts.items.size()) {
     Refuse(select.at, "A SELECT that assigns a value to a variable must not return rows as well");
   }

@@ -63,8 +63,13 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   sqlite3_progress_handler(db, kStepsBetweenQuestions, OnProgress, this);
   sqlite3_busy_handler(db, OnBusy, this);
   RegisterFunctions(db);
-  sqlite3_create_function_v2(db, "vk_call", -1, SQLITE_UTF8 | SQLITE_INNOCUOUS, this, OnCall,
-                             nullptr, nullptr, nullptr);
+  const auto own = [&](const char* name, int arguments, Function function) {
+    sqlite3_create_function_v2(db, name, arguments, SQLITE_UTF8 | SQLITE_INNOCUOUS, this, function,
+                               nullptr, nullptr, nullptr);
+  };
+  own("vk_call", -1, OnCall);
+  own("vk_variable", 1, OnVariable);
+  own("vk_object_id", 1, OnObjectId);
   has_deadline_ = true;
   deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   Run(db, "PRAGMA foreign_keys = ON");
@@ -120,6 +125,30 @@ void Connection::OnCall(sqlite3_context* context, int count, sqlite3_value** val
     for (int i = 1; i < count; ++i) arguments.push_back(CellOf(values[i]));
     ResultCell(context,
                connection->runner_->Call(std::string(TextOf(values[0])), std::move(arguments)));
+  } catch (const std::exception& error) {
+    sqlite3_result_error(context, error.what(), -1);
+  }
+}
+
+void Connection::OnVariable(sqlite3_context* context, int, sqlite3_value** values) {
+  auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
+  ResultCell(context, connection->runner_->Current(std::string(TextOf(values[0]))));
+}
+
+void Connection::OnObjectId(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
+  try {
+    // "owner.name", "[owner].[name]", "tempdb..#t"
+    const std::string text(TextOf(values[0]));
+    std::string name;
+    for (const Token& token : Tokenize(text)) {
+      if (token.kind == TokenKind::kName || token.kind == TokenKind::kQuotedName)
+        name = token.value;
+    }
+    Schema& schema = *connection->schema_;
+    const bool found = schema.FindTable(name) != nullptr || schema.FindModule(name) != nullptr;
+    found ? sqlite3_result_int(context, ObjectId(name)) : sqlite3_result_null(context);
   } catch (const std::exception& error) {
     sqlite3_result_error(context, error.what(), -1);
   }

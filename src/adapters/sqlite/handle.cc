@@ -13,13 +13,12 @@ constexpr long kIntegrityViolation = -2147217873;  // 80040E2F
 constexpr long kDataOverflow = -2147217833;        // 80040E57
 constexpr long kConversionFailed = -2147217913;    // 80040E07
 
-constexpr std::array<std::pair<std::string_view, long>, 12> kNumbers = {{
+constexpr std::array<std::pair<std::string_view, long>, 11> kNumbers = {{
     {"Invalid object name", static_cast<long>(ErrorNumber::kMissingObject)},
     {"Could not find stored procedure", static_cast<long>(ErrorNumber::kMissingObject)},
     {"Cannot find", static_cast<long>(ErrorNumber::kMissingObject)},
     {"no such table", static_cast<long>(ErrorNumber::kMissingObject)},
     {"Arithmetic overflow", kDataOverflow},
-    {"integer overflow", kDataOverflow},
     {"The conversion of", kDataOverflow},
     {"String or binary data would be truncated", kDataOverflow},
     {"Conversion failed", kConversionFailed},
@@ -61,7 +60,8 @@ long NumberOf(std::string_view message) {
 
 void ThrowDatabaseError(sqlite3* db, int code) {
   const char* text = sqlite3_errmsg(db);
-  const std::string message = text == nullptr ? "out of memory" : text;
+  std::string message = text == nullptr ? "out of memory" : text;
+  if (message == "integer overflow") message = "Arithmetic overflow error: the number is too big.";
   throw Error(NumberOfCode(code, message), message);
 }
 

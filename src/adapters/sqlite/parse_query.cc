@@ -25,6 +25,12 @@ bool Parser::AtQuery() const {
          next.IsWord("intersect") || next.IsWord("order");
 }
 
+bool Parser::AtBracketedSelect() const {
+  std::size_t at = 0;
+  while (Peek(at).Is("(")) ++at;
+  return Peek(at).IsWord("select");
+}
+
 std::unique_ptr<Query> Parser::ParseQuery() {
   const Level level(*this);
   return QueryBody(With());

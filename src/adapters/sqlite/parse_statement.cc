@@ -93,14 +93,14 @@ StatementPtr Parser::Insert() {
   TakeWord("into");
   insert->name = Object();
   Hints();
-  if (AtSymbol("(") && !AtQuery()) insert->columns = NameList();
+  if (AtSymbol("(") && !AtBracketedSelect()) insert->columns = NameList();
   if (AtWord("output")) RefuseWord(Peek());
   if (TakeWords({"default", "values"})) return insert;
   if (AtWord("exec") || AtWord("execute")) {
     insert->body.push_back(Execute());
     return insert;
   }
-  if (!AtWord("values") && !AtWord("with") && !AtQuery()) RefuseHere();
+  if (!AtWord("values") && !AtWord("with") && !AtBracketedSelect()) RefuseHere();
   insert->query = ParseQuery();
   return insert;
 }
@@ -204,7 +204,7 @@ StatementPtr Parser::Set() {
   if (std::any_of(kRefused.begin(), kRefused.end(), [&](auto word) { return AtWord(word); })) {
     RefuseWord(Peek());
   }
-  do Name();
+  do Object();
   while (TakeSymbol(",") || AtName());
   if (TakeWord("on") || TakeWord("off")) return set;
   if (Peek().kind == TokenKind::kNumber || AtSymbol("-")) {

@@ -96,6 +96,7 @@ class Parser {
   std::unique_ptr<Query> QueryBody(std::vector<CommonTable> with);
   Branch ParseBranch();
   bool AtQuery() const;
+  bool AtBracketedSelect() const;
   std::unique_ptr<Select> ParseSelect();
   std::unique_ptr<Select> Values();
   void Top(ExprPtr& top, bool* percent);

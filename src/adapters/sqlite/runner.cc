@@ -226,6 +226,12 @@ void Runner::RunQuery(Statement& statement, Frame& frame) {
   }
   // The last row's values stay in the variables; without a row they stay as they were.
   std::int64_t rows = 0;
+  const Frame* const outer = std::exchange(assigning_, &frame);
+  struct Restore {
+    const Frame*& slot;
+    const Frame* value;
+    ~Restore() { slot = value; }
+  } const restore{assigning_, outer};
   while (Step(db_, program)) {
     ++rows;
     for (std::size_t i = 0; i < assigned.size(); ++i) {
@@ -234,6 +240,12 @@ void Runner::RunQuery(Statement& statement, Frame& frame) {
     if (rows % 4096 == 0) checkpoint_(0);
   }
   row_count_ = rows;
+}
+
+Cell Runner::Current(const std::string& variable) const {
+  if (assigning_ == nullptr) return {};
+  const auto found = assigning_->values.find(variable);
+  return found == assigning_->values.end() ? Cell{} : found->second;
 }
 
 void Runner::RunSelectInto(Statement& statement, Frame& frame) {

@@ -26,6 +26,8 @@ class Runner {
                    const std::function<void(std::size_t)>& checkpoint);
   // A scalar function, called by SQLite in the middle of a statement.
   Cell Call(const std::string& function, std::vector<Cell> arguments);
+  // A variable's value in the middle of the SELECT that assigns to it.
+  Cell Current(const std::string& variable) const;
 
  private:
   enum class Flow { kNext, kBreak, kContinue, kReturn };
@@ -72,6 +74,7 @@ class Runner {
   sqlite3* db_;
   Schema& schema_;
   ResultSetPtr result_;
+  const Frame* assigning_ = nullptr;
   bool collect_ = true;  // the first row set is still to come
   std::function<void(std::size_t)> checkpoint_;
   bool tell_lines_ = false;
