@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "command.h"
+#include "drive/evaluation_object.h"
 #include "engine/report_control.h"
 #include "text/utf8.h"
 #include "vorek/system.h"
@@ -47,6 +48,7 @@ Driver::Driver(std::ostream& out)
   options.windows = stage_;
   world_ = std::make_unique<World>(std::move(options));
   report_ = std::make_unique<VorekReport1>(*world_);
+  objects_["evaluation"] = EvaluationObject(report_->Impl().Evaluation);
   ListenToEvents(*report_, [this](const std::string& event) { events_.push_back(event); });
 }
 
