@@ -51,21 +51,6 @@ class EvalCommand(unittest.TestCase):
         self.assertEqual(self.run_eval("@doble(4)").stdout, "0\n")
         self.assertTrue(self.functions.exists())
 
-    def test_a_script_reaches_the_evaluator(self):
-        script = "\n".join([
-            'call Evaluation.NuevaVar "a" 1', "get Evaluation.CErr", 'expect "0"',
-            "call Evaluation.NuevaVar A 2", "get Evaluation.CErr", 'expect "7"',
-            'set Evaluation.Expresion "a*2-5"', "call Evaluation.AnalizaExpr", 'expect "-3"',
-            "call Evaluation.NuevoValor a 9", "get Evaluation.Valor(1)", 'expect "9"',
-            "call Evaluation.NuevoValor a", "get Evaluation.Valor(a)", 'expect "1"',
-            'call Evaluation.NuevaFuncion doble "x*2"', "get Evaluation.NombreFuncion(1)",
-            'expect "@DOBLE"', 'call Evaluation.DefFuncion "@doble"', 'expect "X*2"',
-            'call Evaluation.RemFuncion "@NADA"', "get Evaluation.DErr",
-            'expect "تابع موجود نيست."'])
-        result = subprocess.run([VOREK, "drive", "-"], input=script, capture_output=True, text=True,
-                                check=False, env={"VOREK_FUNCTIONS": str(self.functions)})
-        self.assertEqual((result.stderr, result.returncode), ("", 0))
-
 
 if __name__ == "__main__":
     unittest.main()
