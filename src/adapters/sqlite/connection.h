@@ -30,6 +30,7 @@ class Connection : public DatabaseConnection {
 
   // The text as it runs in SQLite, statement by statement; nothing runs.
   std::string Explain(std::string_view text);
+  std::string ExplainPlan(std::string_view text);
 
  private:
   enum class Stop { kNone, kCancelled, kTimeout };

@@ -34,7 +34,7 @@ bool FitsWhole(long long value, TypeKind kind) {
 
 // The length that a text made of the type's values is told to have.
 int TextLength(const Type& type) {
-  if (type.IsWhole()) return type.kind == TypeKind::kBigInt ? 20 : 12;
+  if (type.IsWhole()) return type.kind == TypeKind::kBigInt ? 20 : 11;
   if (type.IsDecimal()) return type.precision + 3;
   if (type.IsDate()) return 27;
   return 30;
@@ -197,7 +197,11 @@ Bound Binder::ToText(Bound value, const Type& to, Mode mode, std::size_t at, int
   const Type made =
       MakeText(to.IsNational() ? TypeKind::kNVarChar : TypeKind::kVarChar, TextLength(from));
   Bound text;
-  if (from.IsWhole()) {
+  if (from.IsWhole() && to.length != Type::kMax && to.length < made.length) {
+    // A whole number that doesn't fit shows as a star.
+    text = CallOf("vk_int_text", {value.sql, std::to_string(to.length)},
+                  MakeText(made.kind, to.length));
+  } else if (from.IsWhole()) {
     text = MakeBound("CAST(" + value.sql + " AS TEXT)", made);
   } else if (from.IsDecimal()) {
     text = CallOf("vk_decimal_text", {value.sql, std::to_string(from.scale)}, made);
@@ -219,7 +223,7 @@ Bound Binder::ToText(Bound value, const Type& to, Mode mode, std::size_t at, int
   // A number that doesn't fit its text isn't cut.
   const bool number = from.IsNumber() && to.length != Type::kMax && to.length < text.type.length;
   if (number) {
-    text = CallOf("vk_number_fit", {text.sql, std::to_string(to.length), KindText(from)}, to);
+    text = CallOf("vk_number_fit", {text.sql, std::to_string(to.length)}, to);
   }
   return TextToText(std::move(text), to, mode == Mode::kAssign ? mode : Mode::kCast);
 }

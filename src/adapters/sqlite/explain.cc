@@ -1,6 +1,7 @@
 #include "adapters/sqlite/explain.h"
 
 #include "adapters/sqlite/connection.h"
+#include "adapters/sqlite/handle.h"
 #include "adapters/sqlite/parser.h"
 #include "vorek/error.h"
 
@@ -85,12 +86,35 @@ std::string Connection::Explain(std::string_view text) {
   return explainer.Take();
 }
 
-std::string Explain(DatabaseConnection& connection, std::string_view text) {
+std::string Connection::ExplainPlan(std::string_view text) {
+  schema_->Refresh();
+  const std::shared_ptr<Batch> batch = Parser(text).ParseBatch();
+  Explainer explainer(*schema_, *batch);
+  explainer.All(batch->statements);
+  const std::string sql = explainer.Take();
+  const PreparedPtr statement =
+      Prepare(db_.get(), "EXPLAIN QUERY PLAN " + sql.substr(0, sql.find(";\n")));
+  std::string plan;
+  while (Step(db_.get(), statement.get())) plan += ColumnText(statement.get(), 3) + "\n";
+  return plan;
+}
+
+namespace {
+
+Connection& Ours(DatabaseConnection& connection) {
   auto* ours = dynamic_cast<Connection*>(&connection);
-  if (ours == nullptr) {
-    throw Error(ErrorNumber::kInvalidCall, "Only the embedded database translates its statements.");
-  }
-  return ours->Explain(text);
+  if (ours != nullptr) return *ours;
+  throw Error(ErrorNumber::kInvalidCall, "Only the embedded database translates its statements.");
+}
+
+}  // namespace
+
+std::string Explain(DatabaseConnection& connection, std::string_view text) {
+  return Ours(connection).Explain(text);
+}
+
+std::string ExplainPlan(DatabaseConnection& connection, std::string_view text) {
+  return Ours(connection).ExplainPlan(text);
 }
 
 }  // namespace vorek::sqlite

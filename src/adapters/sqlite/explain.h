@@ -15,6 +15,9 @@ namespace sqlite {
 // another provider.
 std::string Explain(DatabaseConnection& connection, std::string_view text);
 
+// How SQLite will go about the first statement of a text: its query plan, a step a line.
+std::string ExplainPlan(DatabaseConnection& connection, std::string_view text);
+
 }  // namespace sqlite
 }  // namespace vorek
 

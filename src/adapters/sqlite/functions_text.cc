@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <random>
@@ -224,11 +226,19 @@ void NumberFit(sqlite3_context* context, int count, sqlite3_value** values) {
   if (s.size() <= static_cast<std::size_t>(sqlite3_value_int64(values[1]))) {
     return sqlite3_result_value(context, values[0]);
   }
-  const std::string_view type = TextOf(values[2]);
-  // A whole number that doesn't fit shows as a star; other numbers fail.
-  const bool whole = type == "int" || type == "smallint" || type == "tinyint";
-  if (whole) return ResultText(context, "*");
   FailOverflow(context, "varchar");
+}
+
+// vk_int_text(whole number, length): a star if it doesn't fit.
+void IntText(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  std::array<char, 24> digits{};
+  const auto [end, error] =
+      std::to_chars(digits.data(), digits.data() + digits.size(), sqlite3_value_int64(values[0]));
+  const auto size = static_cast<std::size_t>(end - digits.data());
+  const bool fits =
+      error == std::errc() && size <= static_cast<std::size_t>(sqlite3_value_int64(values[1]));
+  ResultText(context, fits ? std::string_view(digits.data(), size) : std::string_view("*"));
 }
 
 void NewId(sqlite3_context* context, int, sqlite3_value**) {
@@ -262,7 +272,8 @@ void RegisterTextFunctions(sqlite3* db) {
   Register(db, "vk_fit_text", 2, FitText);
   Register(db, "vk_pad", 2, Pad);
   Register(db, "vk_pad_strict", 2, PadStrict);
-  Register(db, "vk_number_fit", 3, NumberFit);
+  Register(db, "vk_number_fit", 2, NumberFit);
+  Register(db, "vk_int_text", 2, IntText);
   sqlite3_create_function_v2(db, "vk_newid", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, nullptr, NewId,
                              nullptr, nullptr, nullptr);
 }

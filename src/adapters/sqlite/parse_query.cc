@@ -202,7 +202,12 @@ bool Parser::JoinWord(TableRef::Join& join) {
 
 TableRef Parser::Joined() {
   const Level level(*this);
-  TableRef left = TableOrQuery();
+  TableRef table = JoinTail(TableOrQuery());
+  if (AtWord("pivot") || AtWord("unpivot")) RefuseWord(Peek());
+  return table;
+}
+
+TableRef Parser::JoinTail(TableRef left) {
   TableRef::Join kind{};
   while (JoinWord(kind)) {
     TableRef join;
@@ -212,13 +217,11 @@ TableRef Parser::Joined() {
     join.depth = left.depth + 1;
     if (join.depth > kMaxTreeDepth) RefuseHere("The text is nested too deeply");
     join.left = std::make_unique<TableRef>(std::move(left));
-    // "a join b join c on .. on ..": a join that follows at once belongs to the right side.
     TableRef right = TableOrQuery();
     if (kind != TableRef::Join::kCross && !AtWord("on")) {
-      TableRef::Join inner{};
-      const Level deeper(*this);
-      if (!JoinWord(inner)) RefuseHere();
-      RefuseHere("A join without its ON in front of the next join is not supported");
+      // "a join b join c on .. on ..": the inner join is closed by the first ON.
+      const Level level(*this);
+      right = JoinTail(std::move(right));
     }
     join.right = std::make_unique<TableRef>(std::move(right));
     if (kind != TableRef::Join::kCross) {
@@ -227,7 +230,6 @@ TableRef Parser::Joined() {
     }
     left = std::move(join);
   }
-  if (AtWord("pivot") || AtWord("unpivot")) RefuseWord(Peek());
   return left;
 }
 

@@ -103,6 +103,7 @@ class Parser {
   SelectItem Item();
   std::vector<TableRef> FromList();
   TableRef Joined();
+  TableRef JoinTail(TableRef left);
   bool JoinWord(TableRef::Join& join);
   TableRef TableOrQuery();
   void TableAlias(TableRef& table);

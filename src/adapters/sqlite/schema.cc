@@ -158,9 +158,11 @@ bool IsInternalName(std::string_view name) {
 }
 
 void Schema::Refresh() {
-  const PreparedPtr statement = Prepare(db_, "PRAGMA main.schema_version");
-  const long long version =
-      Step(db_, statement.get()) ? sqlite3_column_int64(statement.get(), 0) : 0;
+  if (version_query_ == nullptr) version_query_ = Prepare(db_, "PRAGMA main.schema_version");
+  sqlite3_stmt* const query = version_query_.get();
+  sqlite3_reset(query);
+  const long long version = Step(db_, query) ? sqlite3_column_int64(query, 0) : 0;
+  sqlite3_reset(query);
   if (version == version_) return;
   version_ = version;
   Changed();

@@ -7,10 +7,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "adapters/sqlite/handle.h"
 #include "adapters/sqlite/syntax.h"
 #include "adapters/sqlite/type.h"
-
-struct sqlite3;
 
 namespace vorek::sqlite {
 
@@ -85,6 +84,7 @@ class Schema {
   void FillColumns(const ObjectRow& object);
 
   sqlite3* db_;
+  PreparedPtr version_query_;
   long long stamp_ = 1;
   long long temporary_stamp_ = 1;
   long long version_ = -1;  // SQLite's schema version when the maps were empty
