@@ -7,6 +7,7 @@
 #include <string>
 
 #include "vorek/grid.h"
+#include "vorek/property_store.h"
 #include "vorek/world.h"
 
 namespace vorek {
@@ -51,6 +52,32 @@ class VorekReport1 {
   bool Refresh(bool DoFilter = false, const std::string& inParameterString = "",
                const std::string& inCallerStringValue = "");
 
+  // Members that open a report in a window of its own or with prepared values. By now they do
+  // nothing.
+  bool ShowWithParams(std::int32_t ID);
+  bool ViewRepotRelations(std::int32_t ID, const std::string& inParameterString = "");
+  void ViewReportWithoutParameters(std::int32_t& calledRepportID, std::string& CallerStr,
+                                   std::string& InvRepTitle);
+  // No report any more: the first row is emptied, headers and widths stay.
+  void Clear();
+  // Releases what the report holds. Always false.
+  bool setNull();
+  // Takes the "+" away from tree rows that have no children any more. Always false.
+  bool DropUnusedrows();
+  // Sort, merge, shared filters and average: places of commands that do nothing yet.
+  void SortflxMain(std::int32_t column);
+  void MakeFlexMerged();
+  bool SetSharedFilters();
+  void mnuAvg_Click();
+
+  // The stored properties: the defaults of a new control, and reading and writing a host's store.
+  // Reading throws Error, naming the key, for a value that a property can't hold.
+  void InitProperties();
+  void ReadProperties(PropertyStore& store);
+  void WriteProperties(PropertyStore& store);
+  // Told the key of a stored property whenever it is assigned.
+  std::function<void(const std::string& key)> PropertyChanged;
+
   // Applies the column layouts to the grids; true reads the stored layout anew.
   void AlignFlexes(bool RetriveFromDB = false);
 
@@ -88,8 +115,29 @@ class VorekReport1 {
   void SetEnable_DbClick(bool on);
   bool Editable() const;
   void SetEditable(bool on);
+  // Stored numbers, which View sets by flxMain: its rows, its height, the height of its row 1.
+  std::int32_t flxMainRows() const;
+  void SetflxMainRows(std::int32_t rows);
+  std::int32_t flxMainHeight() const;
+  void SetflxMainHeight(std::int32_t twips);
+  std::int32_t flxMainRowHeight() const;
+  void SetflxMainRowHeight(std::int32_t twips);
   std::int32_t flxMainTopRow() const;
   void SetflxMainTopRow(std::int32_t row);  // values below 1 give 1
+
+  // The public fields.
+  bool ShowDiagram() const;
+  void SetShowDiagram(bool on);
+  bool CancelVisible() const;
+  void SetCancelVisible(bool on);
+  bool isTransposedResult() const;
+  void SetisTransposedResult(bool on);
+  std::int32_t ParentID() const;  // the row whose children a tree shows; 0 and -1 for the top
+  void SetParentID(std::int32_t id);
+  std::int32_t CallerID() const;
+  void SetCallerID(std::int32_t id);
+  std::int32_t local_ParentID() const;
+  void Setlocal_ParentID(std::int32_t id);
 
   // In twips.
   void Resize(std::int32_t width, std::int32_t height);
@@ -111,6 +159,8 @@ class VorekReport1 {
   ReportControl& Impl() { return *impl_; }
 
  private:
+  void Mark(const char* key);
+
   std::unique_ptr<ReportControl> impl_;
 };
 

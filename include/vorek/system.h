@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "vorek/property_store.h"
 #include "vorek/world.h"
 
 namespace vorek {
@@ -24,8 +25,14 @@ std::shared_ptr<Files> MachineFiles();
 // $HOME/.config). Empty, which means no file, where there is none of all these.
 std::string MachineFunctionFile(const std::string& by_host = "");
 
-// A clock, the machine's files, the file of functions, and messages on the standard error stream,
-// where the options have none yet.
+// The user's settings: vorek/settings.conf in the folder above. Null where there is none.
+std::shared_ptr<Settings> MachineSettings();
+
+// A store of a control's properties in a text file, a line "key=value" each.
+std::unique_ptr<PropertyStore> PropertiesInFile(const std::string& path);
+
+// A clock, the machine's files and settings, the file of functions, and messages on the standard
+// error stream, where the options have none yet.
 void AddSystemServices(WorldOptions& options);
 
 }  // namespace vorek

@@ -9,7 +9,9 @@ namespace vorek {
 
 class Clock;
 class DatabaseProvider;
+class FileDialogs;
 class Files;
+class Settings;
 class Windows;
 struct WorldState;
 
@@ -23,6 +25,10 @@ struct WorldOptions {
   std::shared_ptr<Clock> clock;
   // The file system; null for none: what lies in files is then empty and isn't kept.
   std::shared_ptr<Files> files = {};
+  // The user's settings; null for none: nothing is then kept.
+  std::shared_ptr<Settings> settings = {};
+  // The dialogs for choosing a file; null for none: each is then cancelled.
+  std::shared_ptr<FileDialogs> file_dialogs = {};
   // The file that keeps the user functions of formulas; empty for none.
   std::string function_file = {};
 };

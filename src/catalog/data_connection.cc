@@ -2,6 +2,21 @@
 
 namespace vorek {
 
+void RunningStatement::Begin(DatabaseConnection& connection) {
+  const std::lock_guard lock(mutex_);
+  connection_ = &connection;
+}
+
+void RunningStatement::End() {
+  const std::lock_guard lock(mutex_);
+  connection_ = nullptr;
+}
+
+void RunningStatement::Cancel() noexcept {
+  const std::lock_guard lock(mutex_);
+  if (connection_ != nullptr) connection_->Cancel();
+}
+
 DatabaseProvider& DataConnection::FindProvider() const {
   for (const std::shared_ptr<DatabaseProvider>& provider : providers_) {
     if (provider->Answers(provider_)) return *provider;
@@ -22,10 +37,20 @@ void DataConnection::Open() {
   }
 }
 
+ResultSetPtr DataConnection::Run(std::string_view text, int timeout_seconds) {
+  struct Running {
+    RunningStatement& statement;
+    ~Running() { statement.End(); }
+  };
+  running_.Begin(*connection_);
+  const Running until_return{running_};
+  return connection_->Execute(text, {timeout_seconds, on_progress});
+}
+
 ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds) {
   Open();
   try {
-    ResultSetPtr result = connection_->Execute(text, {timeout_seconds, on_progress});
+    ResultSetPtr result = Run(text, timeout_seconds);
     last_error_.clear();
     return result;
   } catch (const Error& error) {
@@ -33,10 +58,6 @@ ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds)
     if (error.Is(ErrorNumber::kConnection)) connection_.reset();
     throw;
   }
-}
-
-void DataConnection::Cancel() noexcept {
-  if (connection_ != nullptr) connection_->Cancel();
 }
 
 }  // namespace vorek

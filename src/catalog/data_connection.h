@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,10 +14,25 @@ namespace vorek {
 
 using ProviderList = std::vector<std::shared_ptr<DatabaseProvider>>;
 
+// The connection whose statement runs now, so that it can be cancelled from another thread.
+class RunningStatement {
+ public:
+  void Begin(DatabaseConnection& connection);
+  void End();
+  // No effect while nothing runs.
+  void Cancel() noexcept;
+
+ private:
+  std::mutex mutex_;
+  DatabaseConnection* connection_ = nullptr;
+};
+
 // The connection `cnn` of the data object: opened by the first statement, then kept.
 class DataConnection {
  public:
-  explicit DataConnection(const ProviderList& providers) : providers_(providers) {}
+  // Both must outlive the connection.
+  DataConnection(const ProviderList& providers, RunningStatement& running)
+      : providers_(providers), running_(running) {}
 
   const std::string& Provider() const { return provider_; }
   const std::string& ConnectionString() const { return connection_string_; }
@@ -33,9 +49,6 @@ class DataConnection {
   // statement connects anew.
   ResultSetPtr Execute(std::string_view text, int timeout_seconds);
 
-  // Stops the running statement, from any thread that knows it to be running.
-  void Cancel() noexcept;
-
   // The description of the last error of a statement or a connect; empty if the last one went
   // through.
   const std::string& LastError() const { return last_error_; }
@@ -45,8 +58,10 @@ class DataConnection {
 
  private:
   DatabaseProvider& FindProvider() const;
+  ResultSetPtr Run(std::string_view text, int timeout_seconds);
 
   const ProviderList& providers_;
+  RunningStatement& running_;
   std::string provider_;
   std::string connection_string_;
   std::string last_error_;

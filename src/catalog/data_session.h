@@ -12,7 +12,7 @@ namespace vorek {
 // The data object: one connection and seven named slots, scratch space that any code may close and
 // open again. Report queries may take 6000 seconds, all others 30.
 struct DtEn {
-  explicit DtEn(const ProviderList& providers) : cnn(providers) {}
+  DtEn(const ProviderList& providers, RunningStatement& running) : cnn(providers, running) {}
 
   DataConnection cnn;
   Recordset rssqlQuery{cnn, kReportTimeout};  // the report's result
@@ -42,6 +42,9 @@ class DataSession {
   // The double pass of the entry points: the same, and once more without naming the provider.
   void RebindTwice(const std::string& connection_text);
 
+  // Stops the statement that runs now; may be called from any thread.
+  void Cancel() noexcept { running_.Cancel(); }
+
   // Asked while a report's rows are read; false cancels. Kept over re-bindings.
   void SetProgress(std::function<bool(std::size_t rows)> progress);
 
@@ -49,6 +52,7 @@ class DataSession {
   void Renew();
 
   ProviderList providers_;
+  RunningStatement running_;
   std::function<bool(std::size_t rows)> progress_;
   std::unique_ptr<DtEn> dten_;
 };

@@ -6,6 +6,7 @@
 #include "engine/report_load.h"
 #include "engine/report_run.h"
 #include "engine/rights.h"
+#include "engine/run_handoffs.h"
 #include "engine/shared_helpers.h"
 #include "text/utf8.h"
 
@@ -14,7 +15,9 @@ namespace {
 
 constexpr std::int32_t kNoReport = -1;
 constexpr std::int32_t kReportSwitch = 123;  // of tblVorekSystemParameters
+constexpr int kF3 = 114;
 constexpr int kF5 = 116;
+constexpr int kP = 80;
 
 }  // namespace
 
@@ -139,9 +142,15 @@ void ReportControl::KeyDown(int key_code, int shift) {
   auto code = static_cast<std::int16_t>(key_code);
   auto keys = static_cast<std::int16_t>(shift);
   if (events.KeyDown) events.KeyDown(code, keys);
-  if (code != kF5) return;
-  state.ReapplySort = false;
-  Refresh(false, state.LastParameterString, "");
+  ReportContext report = Context();
+  if (code == kF5) {
+    state.ReapplySort = false;
+    Refresh(false, state.LastParameterString, "");
+  } else if (code == kP && keys != 0) {
+    ExportExcel(report, state.ReportID);
+  } else if (code == kF3) {
+    mnuQuickSearch_Click(report);
+  }
 }
 
 void ReportControl::GotFocus() {

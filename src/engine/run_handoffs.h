@@ -6,8 +6,10 @@
 
 #include "grid/report_context.h"
 
-// Steps of a run that have their place in it and do nothing yet.
+// What a run and the control call by name and what does nothing yet.
 namespace vorek {
+
+// --- Steps of a run --------------------------------------------------------------------------
 
 // Prepares a hard-wired report. True if the report is done and its text isn't to be opened.
 inline bool PrepareSpecialReport(ReportContext& /*report*/, std::string& /*query*/) {
@@ -21,6 +23,20 @@ inline void SortTree(ReportContext& /*report*/, Grid& /*grid*/, std::int32_t /*c
 inline void ApplyTranspose(ReportContext& /*report*/) {}
 inline void MakeGroupTotals(ReportContext& /*report*/) {}
 inline void WidenSpecialReport(ReportContext& /*report*/) {}  // the widths of report 2844
+
+// --- Commands of the control -----------------------------------------------------------------
+
+inline void ExportExcel(ReportContext& /*report*/, std::int32_t /*report_id*/) {}
+inline void mnuQuickSearch_Click(ReportContext& /*report*/) {}
+inline void mnuAvg_Click(ReportContext& /*report*/) {}
+inline bool ShowWithParams(ReportContext& /*report*/, std::int32_t /*id*/) { return true; }
+inline bool ViewRepotRelations(ReportContext& /*report*/, std::int32_t /*id*/,
+                               const std::string& /*parameter_string*/) {
+  return true;
+}
+inline void ViewReportWithoutParameters(ReportContext& /*report*/, std::int32_t /*called*/,
+                                        const std::string& /*caller_value*/,
+                                        const std::string& /*title*/) {}
 
 }  // namespace vorek
 

@@ -13,8 +13,10 @@ Services ServicesFrom(WorldOptions options) {
     throw Error(ErrorNumber::kInvalidCall, "A world needs a clock.");
   }
   if (options.windows == nullptr) options.windows = std::make_shared<NoWindows>();
-  return {std::move(options.providers), std::move(options.windows), std::move(options.clock),
-          std::move(options.files), std::move(options.function_file)};
+  return {std::move(options.providers),     std::move(options.windows),
+          std::move(options.clock),         std::move(options.files),
+          std::move(options.function_file), std::move(options.settings),
+          std::move(options.file_dialogs)};
 }
 
 }  // namespace
@@ -24,6 +26,6 @@ World::World(WorldOptions options)
 
 World::~World() = default;
 
-void World::Cancel() noexcept { state_->process.dten().cnn.Cancel(); }
+void World::Cancel() noexcept { state_->process.data.Cancel(); }
 
 }  // namespace vorek

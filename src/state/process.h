@@ -7,7 +7,9 @@
 
 #include "catalog/data_session.h"
 #include "platform/clock.h"
+#include "platform/file_dialogs.h"
 #include "platform/files.h"
+#include "platform/settings.h"
 #include "platform/windows.h"
 #include "state/main_module.h"
 
@@ -18,8 +20,10 @@ struct Services {
   ProviderList providers;
   std::shared_ptr<Windows> windows;
   std::shared_ptr<Clock> clock;
-  std::shared_ptr<Files> files = {};  // null for none
-  std::string function_file = {};     // of the formulas; empty for none
+  std::shared_ptr<Files> files = {};               // null for none
+  std::string function_file = {};                  // of the formulas; empty for none
+  std::shared_ptr<Settings> settings = {};         // null for none
+  std::shared_ptr<FileDialogs> file_dialogs = {};  // null for none
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two

@@ -16,7 +16,8 @@ struct ReportState {
   std::int32_t PositionID = -1;
   std::int32_t EmployeeID = -1;
   std::string OleConnectionString;
-  std::string UseThisQuery;  // replaces the stored query at the next View
+  std::string UseThisQuery;    // replaces the stored query at the next View
+  std::string StoredSQLQuery;  // stored under the key "SQLQuery" and read by nobody
   bool Enable_DbClick = false;
   bool Editable = false;
   bool CancelVisible = false;
@@ -70,6 +71,7 @@ struct ReportState {
   bool ReapplySort = false;
   std::int32_t RememberedRow = 0;
   std::int32_t RememberedSearchRow = 0;
+  std::int32_t ClearedRow = 0;
   bool AskFormFromMenu = false;
   std::string ReportDistributed;
 

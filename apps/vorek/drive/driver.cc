@@ -42,10 +42,12 @@ Driver::Driver(std::ostream& out)
     : out_(out),
       clock_(std::make_shared<ScriptClock>(MachineClock())),
       stage_(std::make_shared<Stage>([this](const std::string& line) { Print(line); },
-                                     [this](const Block& block) { Play(block); })) {
+                                     [this](const Block& block) { Play(block); })),
+      files_(std::make_shared<FileStage>([this](const std::string& line) { Print(line); })) {
   WorldOptions options = ConsoleWorld();
   options.clock = clock_;
   options.windows = stage_;
+  options.file_dialogs = files_;
   world_ = std::make_unique<World>(std::move(options));
   report_ = std::make_unique<VorekReport1>(*world_);
   objects_["evaluation"] = EvaluationObject(report_->Impl().Evaluation);
@@ -60,7 +62,7 @@ const std::map<std::string, Driver::Command>& Driver::Commands() {
       {"type", &Driver::Type},       {"move", &Driver::Move},         {"select", &Driver::Select},
       {"menu", &Driver::ChooseMenu}, {"dump", &Driver::Dump},         {"format", &Driver::Format},
       {"events", &Driver::Events},   {"expect", &Driver::Expect},     {"clock", &Driver::SetClock},
-      {"close", &Driver::CloseForm}};
+      {"close", &Driver::CloseForm}, {"file", &Driver::QueueFile}};
   return commands;
 }
 
@@ -342,6 +344,8 @@ void Driver::Expect(const Words& words) {
 }
 
 void Driver::SetClock(const Words& words) { clock_->Fix(Word(words, 1)); }
+
+void Driver::QueueFile(const Words& words) { files_->Queue(Word(words, 1)); }
 
 void Driver::CloseForm(const Words&) {
   if (stage_->TopForm() == nullptr) Refuse("no form is open");

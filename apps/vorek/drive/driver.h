@@ -70,6 +70,7 @@ class Driver {
   void Events(const Words& words);
   void Expect(const Words& words);
   void SetClock(const Words& words);
+  void QueueFile(const Words& words);
   void CloseForm(const Words& words);
 
   std::ostream& out_;
@@ -77,6 +78,7 @@ class Driver {
   std::vector<std::string> events_;
   std::shared_ptr<ScriptClock> clock_;
   std::shared_ptr<Stage> stage_;
+  std::shared_ptr<FileStage> files_;
   std::unique_ptr<World> world_;
   std::unique_ptr<VorekReport1> report_;
   std::map<std::string, std::unique_ptr<Object>> objects_;  // by name in small letters

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/file_dialogs.h"
 #include "engine/report_control.h"
 #include "grid/grid.h"
+#include "text/key_list.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/system.h"
 #include "widgets/form.h"
 #include "widgets/property.h"
 
@@ -69,6 +72,77 @@ std::vector<Method> ReportMethods(VorekReport1& report) {
        [&](const Arguments&) { return ToText(report.isTransposeFlexTree()); }},
       {"TextMatrix",
        [&](const Arguments& a) { return report.TextMatrix(Argument(a, 0), Argument(a, 1)); }},
+      {"Clear",
+       [&](const Arguments&) {
+         report.Clear();
+         return std::string();
+       }},
+      {"setNull", [&](const Arguments&) { return ToText(report.setNull()); }},
+      {"DropUnusedrows", [&](const Arguments&) { return ToText(report.DropUnusedrows()); }},
+      {"ShowWithParams",
+       [&](const Arguments& a) { return ToText(report.ShowWithParams(Argument(a, 0))); }},
+      {"ViewRepotRelations",
+       [&](const Arguments& a) {
+         return ToText(report.ViewRepotRelations(Argument(a, 0), TextArgument(a, 1)));
+       }},
+      {"ViewReportWithoutParameters",
+       [&](const Arguments& a) {
+         std::int32_t called = Argument(a, 0);
+         std::string caller = TextArgument(a, 1);
+         std::string title = TextArgument(a, 2);
+         report.ViewReportWithoutParameters(called, caller, title);
+         return std::string();
+       }},
+      {"SortflxMain",
+       [&](const Arguments& a) {
+         report.SortflxMain(Argument(a, 0));
+         return std::string();
+       }},
+      {"MakeFlexMerged",
+       [&](const Arguments&) {
+         report.MakeFlexMerged();
+         return std::string();
+       }},
+      {"SetSharedFilters", [&](const Arguments&) { return ToText(report.SetSharedFilters()); }},
+      {"mnuAvg_Click",
+       [&](const Arguments&) {
+         report.mnuAvg_Click();
+         return std::string();
+       }},
+      {"InitProperties",
+       [&](const Arguments&) {
+         report.InitProperties();
+         return std::string();
+       }},
+      {"ReadProperties",
+       [&](const Arguments& a) {
+         report.ReadProperties(*PropertiesInFile(TextArgument(a, 0)));
+         return std::string();
+       }},
+      {"WriteProperties",
+       [&](const Arguments& a) {
+         report.WriteProperties(*PropertiesInFile(TextArgument(a, 0)));
+         return std::string();
+       }},
+      {"getParameterValue",
+       [&](const Arguments& a) {
+         return getParameterValue(TextArgument(a, 0), TextArgument(a, 1));
+       }},
+      {"SaveFileDialog",
+       [&](const Arguments& a) {
+         std::string name = TextArgument(a, 0);
+         const bool chosen = SaveFileDialog(report.Impl().world.process, name, TextArgument(a, 1));
+         return ToText(chosen) + " " + name;
+       }},
+      {"OpenFileDialog",
+       [&](const Arguments& a) {
+         std::string name = TextArgument(a, 0);
+         ReportControl& control = report.Impl();
+         const bool chosen =
+             OpenFileDialog(control.world.process, control.world.messages, name, TextArgument(a, 1),
+                            TextArgument(a, 2), TextArgument(a, 3));
+         return ToText(chosen) + " " + name;
+       }},
       {"Rows", [&](const Arguments&) { return ToText(report.Rows()); }},
       {"Cols", [&](const Arguments&) { return ToText(report.Cols()); }},
       {"Resize",

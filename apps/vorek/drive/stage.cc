@@ -66,4 +66,16 @@ void Stage::PopupMenu(Menu& menu) {
   print_("menu " + menu.Name());
 }
 
+bool FileStage::Choose(const char* kind, FileDialogRequest& request) {
+  print_(std::string("dialog ") + kind + " " + Quote(request.title) + " " + Quote(request.filter));
+  std::string name;
+  if (!names_.empty()) {
+    name = std::move(names_.front());
+    names_.pop_front();
+  }
+  if (name.empty()) return false;
+  request.file_name = name;
+  return true;
+}
+
 }  // namespace vorek::drive

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/clock.h"
+#include "platform/file_dialogs.h"
 #include "platform/no_windows.h"
 #include "widgets/form.h"
 
@@ -71,6 +72,23 @@ class Stage : public NoWindows {
   std::vector<Form*> modeless_;
   Menu* menu_ = nullptr;
   std::optional<std::string> failure_;
+};
+
+// The file dialogs of a script: each takes the next name that was queued; an empty name, or none,
+// is a cancel.
+class FileStage : public FileDialogs {
+ public:
+  explicit FileStage(std::function<void(const std::string&)> print) : print_(std::move(print)) {}
+  void Queue(std::string name) { names_.push_back(std::move(name)); }
+
+  bool Save(FileDialogRequest& request) override { return Choose("save", request); }
+  bool Open(FileDialogRequest& request) override { return Choose("open", request); }
+
+ private:
+  bool Choose(const char* kind, FileDialogRequest& request);
+
+  std::function<void(const std::string&)> print_;
+  std::deque<std::string> names_;
 };
 
 }  // namespace vorek::drive

@@ -23,6 +23,7 @@ std::shared_ptr<Windows> WindowsOnStream(std::ostream& out) {
 void AddSystemServices(WorldOptions& options) {
   if (options.clock == nullptr) options.clock = MachineClock();
   if (options.files == nullptr) options.files = MachineFiles();
+  if (options.settings == nullptr) options.settings = MachineSettings();
   options.function_file = MachineFunctionFile(options.function_file);
   if (options.windows == nullptr) options.windows = WindowsOnStream(std::cerr);
 }

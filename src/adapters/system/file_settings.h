@@ -1,0 +1,52 @@
+#ifndef VOREK_ADAPTERS_SYSTEM_FILE_SETTINGS_H_
+#define VOREK_ADAPTERS_SYSTEM_FILE_SETTINGS_H_
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "platform/files.h"
+#include "platform/settings.h"
+#include "text/key_value_file.h"
+#include "vorek/property_store.h"
+
+namespace vorek {
+
+// Settings in a text file, read at each question so that programs may share it.
+class FileSettings : public Settings {
+ public:
+  FileSettings(std::shared_ptr<Files> files, std::string path)
+      : files_(std::move(files)), path_(std::move(path)) {}
+
+  std::string Get(const std::string& section, const std::string& key,
+                  const std::string& missing) const override;
+  void Save(const std::string& section, const std::string& key, const std::string& value) override;
+
+ private:
+  text::Sections Read() const;
+
+  std::shared_ptr<Files> files_;
+  std::string path_;
+};
+
+// Properties in a text file, a line "key=value" each; every write goes to the file at once.
+class FilePropertyStore : public PropertyStore {
+ public:
+  FilePropertyStore(std::shared_ptr<Files> files, std::string path)
+      : settings_(std::move(files), std::move(path)) {}
+
+  std::string ReadProperty(const std::string& key, const std::string& default_value) override {
+    return settings_.Get("", key, default_value);
+  }
+  void WriteProperty(const std::string& key, const std::string& value,
+                     const std::string& /*default_value*/) override {
+    settings_.Save("", key, value);
+  }
+
+ private:
+  FileSettings settings_;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_ADAPTERS_SYSTEM_FILE_SETTINGS_H_
