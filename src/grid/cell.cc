@@ -28,7 +28,7 @@ std::string_view TextArena::Store(std::string_view text) {
 
 Cell::Cell(std::string_view text, TextArena& arena) {
   if (text.size() <= kLast) {
-    std::memcpy(bytes_.data(), text.data(), text.size());
+    std::copy(text.begin(), text.end(), bytes_.begin());  // an empty view may have no address
     bytes_[kLast] = static_cast<char>(text.size());
     return;
   }

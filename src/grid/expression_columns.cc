@@ -100,10 +100,15 @@ class ExpressionColumn {
 
   // Fills the cell of the row.
   void Fill(Grid& grid, std::int32_t row, RowNumbers& numbers) {
-    const bool by_text = row == 1 || !prepared_;
-    const WorkingValue value = by_text ? EvaluateText(grid, row) : EvaluatePrepared(numbers);
+    by_text_ = row == 1 || !prepared_;
+    const WorkingValue value = by_text_ ? EvaluateText(grid, row) : EvaluatePrepared(numbers);
     numbers.Write(column_, Show(value));
     grid.WriteCell(row, column_, cell_);
+  }
+
+  // Puts the formula of the last row that was filled into the evaluator.
+  void LeaveFormula() {
+    if (!by_text_) evaluation_.Expresion(prepared_->Template().Fill(values_));
   }
 
  private:
@@ -158,6 +163,7 @@ class ExpressionColumn {
   std::optional<PreparedFormula> prepared_;
   std::vector<Source> sources_;  // by slot of the formula
   std::vector<double> values_;
+  bool by_text_ = true;
   std::string cell_;
   std::string plain_;
 };
@@ -201,6 +207,7 @@ void FillColumns(Grid& grid, EvaluationClass& evaluation, std::vector<Expression
       if (evaluation.CuentaVar() > given) ForgetVariables(evaluation, given);
     }
   }
+  calculated.back().LeaveFormula();
 }
 
 }  // namespace

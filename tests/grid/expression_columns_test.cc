@@ -129,6 +129,7 @@ TEST_F(ExpressionColumnsTest, ColumnsReadOneAnother) {
   Make();
   EXPECT_EQ(Texts(4), "a|1|2|3|");  // to the right, a cell of this row is still empty
   EXPECT_EQ(Texts(5), "b|2|6|12|");
+  EXPECT_EQ(evaluation.Expresion(), "3*2+6");
 }
 
 TEST_F(ExpressionColumnsTest, TheSumRowIsLeftOutAndReadByTheNext) {
