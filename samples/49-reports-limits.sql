@@ -5,7 +5,6 @@ insert into tblVorekReport (ID, Title, SQLQuery) values
   (902, N'تقسيم بر صفر', N'Select tblSaleInvoice.Code as [شماره فاكتور], tblSaleInvoice.NetValue / (tblSaleInvoice.DiscountValue - tblSaleInvoice.DiscountValue) as [نسبت] from tblSaleInvoice'),
   (903, N'جدول ناموجود', N'Select * from tblSaleWarehouse'),
   (904, N'گزارش بدون متن', N''),
-  (905, N'نشانه بدون پارامتر', N'Select tblSaleInvoice.Code from tblSaleInvoice Where (tblSaleInvoice.CustomerID = @7)'),
   (906, N'همه انواع با مقدار تهي', N'Select cast(null as int) as IntValue, cast(null as bigint) as BigValue, cast(null as decimal(18,3)) as DecimalValue, cast(null as float) as FloatValue, cast(null as money) as MoneyValue, cast(null as nvarchar(20)) as TextValue, cast(null as datetime) as DateValue, cast(null as bit) as BitValue, cast(null as int) as [زمان]'),
   (907, N'همه انواع', N'Select cast(7 as int) as IntValue, cast(9000000000 as bigint) as BigValue, cast(12.500 as decimal(18,3)) as DecimalValue, cast(0.25 as float) as FloatValue, cast(-1234567.5 as money) as MoneyValue, cast(N''متن'' as nvarchar(20)) as TextValue, cast(''2025-03-21'' as datetime) as DateValue, cast(1 as bit) as BitValue, cast(125 as int) as [زمان]'),
   (908, N'ستون نامهاي تهي', N'Select tblGoods.Code as '''', tblGoods.Name as '''' from tblGoods'),
@@ -41,10 +40,9 @@ insert into tblVorekReportExpression (ReportID, ColumnNumber, Name, GeneralExpre
   (918, 1, N'تقسيم بر صفر', 'C2/C3'), (918, 2, N'ناتمام', 'C2+(C1'), (918, 3, N'درست', 'C2*2')
 GO
 
--- Row security that can't work: the query groups its rows, and names no key.
+-- Row security that can't work: the query groups its rows.
 insert into tblVorekReport (ID, Title, SQLQuery, MakeSecure, FormTypeID) values
-  (919, N'امنيت در گزارش گروهي', N'Select tblSaleInvoice.ID, count(*) as [تعداد] from tblSaleInvoice group by tblSaleInvoice.ID', 1, 901),
-  (920, N'امنيت بدون كليد', N'Select tblSaleInvoice.Code as [شماره] from tblSaleInvoice', 1, 901)
+  (919, N'امنيت در گزارش گروهي', N'Select tblSaleInvoice.ID, count(*) as [تعداد] from tblSaleInvoice group by tblSaleInvoice.ID', 1, 901)
 GO
 
 -- A procedure that leaves nothing: no rows, no reading query, no table of its name.

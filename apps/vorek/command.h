@@ -15,6 +15,7 @@ void AddSampleCommand(CLI::App& app);
 void AddListCommand(CLI::App& app);
 void AddShowCommand(CLI::App& app);
 void AddDriveCommand(CLI::App& app);
+void AddCheckCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddSqlCommand(CLI::App& app);
 

@@ -28,6 +28,7 @@ int main(int argc, char** argv) {
   vorek::AddListCommand(app);
   vorek::AddShowCommand(app);
   vorek::AddDriveCommand(app);
+  vorek::AddCheckCommand(app);
   vorek::AddEvalCommand(app);
   vorek::AddSqlCommand(app);
   try {

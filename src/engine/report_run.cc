@@ -170,7 +170,7 @@ void ReportRun::Fill(const std::string& parameter_string) {
 
 void ReportRun::OpenQuery(const std::string& parameter_string) {
   Query().Close();
-  if (state_.MakeSecure) ApplySecurityClause(report_, state_.QueryText);
+  if (state_.MakeSecure) ApplySecurityClause(process_, state_, state_.QueryText);
   process_.windows().SetMousePointer(11);
   if (parameter_string.empty() && PrepareSpecialReport(report_, state_.QueryText)) return;
   Query().Open(DropEmptyAliases(state_.QueryText));

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "grid/report_context.h"
+#include "state/process.h"
+#include "state/report_state.h"
 
 namespace vorek {
 
@@ -14,7 +15,7 @@ bool HasReportRight(Process& process, std::int32_t report_id, std::int32_t user_
 
 // Restricts a query to the records that the user's position may see, by a condition in front of its
 // "Order By". A text on which this can't work runs unrestricted and takes MakeSecure away.
-void ApplySecurityClause(ReportContext& report, std::string& query);
+void ApplySecurityClause(Process& process, ReportState& state, std::string& query);
 
 }  // namespace vorek
 

@@ -14,7 +14,8 @@ constexpr std::string_view kFrom = " FROM ";
 // Works on one query. Positions are byte offsets; all text that is looked for is Latin.
 class SecurityClause {
  public:
-  SecurityClause(ReportContext& report, std::string& query) : report_(report), query_(query) {}
+  SecurityClause(Process& process, ReportState& state, const std::string& query)
+      : process_(process), state_(state), query_(query) {}
 
   // The condition without "Where"; nothing if the query can't be restricted.
   std::optional<std::string> Build();
@@ -28,11 +29,12 @@ class SecurityClause {
   bool FindKeyOfTable();
   bool FindKeyInSelectList();
   std::string Head() const { return query_.substr(0, from_); }
-  std::string Position() const { return std::to_string(report_.process.main.GlobalPositionID); }
-  Recordset& Slot() { return report_.process.dten().rssqlGeneral1; }
+  std::string Position() const { return std::to_string(process_.main.GlobalPositionID); }
+  Recordset& Slot() { return process_.dten().rssqlGeneral1; }
 
-  ReportContext& report_;
-  std::string& query_;
+  Process& process_;
+  ReportState& state_;
+  const std::string& query_;
   std::size_t from_ = 0;        // where " FROM " stands
   std::string form_type_text_;  // an SQL expression or number
   std::string id_text_;         // an SQL expression
@@ -55,7 +57,7 @@ std::optional<std::string> SecurityClause::Build() {
   from_ = text::ToUpper(query_).find(kFrom);
   if (from_ == std::string::npos || !FindFormType()) return std::nullopt;
   OpenSlot(Slot(), "Select * from tblVorekTableFormRelationship Where IsMaster =1 and FormTypeID=" +
-                       std::to_string(report_.state.FormTypeID));
+                       std::to_string(state_.FormTypeID));
   master_table_ = Slot().RecordCount() > 0 ? TextOf(Slot(), "TableName") : "";
   if (IsDetailOfForms()) return DetailClause();
   if (!FindKey()) return std::nullopt;
@@ -64,9 +66,9 @@ std::optional<std::string> SecurityClause::Build() {
 }
 
 bool SecurityClause::FindFormType() {
-  if (report_.state.ReportFormTypeID != -1) {
-    form_type_text_ = std::to_string(report_.state.ReportFormTypeID);
-    report_.state.FormTypeID = report_.state.ReportFormTypeID;
+  if (state_.ReportFormTypeID != -1) {
+    form_type_text_ = std::to_string(state_.ReportFormTypeID);
+    state_.FormTypeID = state_.ReportFormTypeID;
     return true;
   }
   const std::string head = Head();
@@ -105,7 +107,7 @@ std::string SecurityClause::DetailClause() {
 std::string SecurityClause::ParentCondition() {
   const std::string table = TextOf(Slot(), "ReferenceTable");
   const std::string key = table + "." + TextOf(Slot(), "ReferenceKey");
-  Recordset& deps = report_.process.dten().rssqlDeps;
+  Recordset& deps = process_.dten().rssqlDeps;
   OpenSlot(
       deps,
       "Select * from tblVorekFormType Where SecurityTypeID=1 and ID in (Select FormTypeID from "
@@ -133,7 +135,7 @@ bool SecurityClause::FindKey() {
 
 bool SecurityClause::FindKeyOfTable() {
   OpenSlot(Slot(), "Select * from tblVorekTableFormRelationship Where FormTypeID=" +
-                       std::to_string(report_.state.FormTypeID));
+                       std::to_string(state_.FormTypeID));
   const std::string upper = text::ToUpper(query_);
   for (; !Slot().AtEnd(); Slot().MoveNext()) {
     const std::string key = TextOf(Slot(), "TableName") + ".ID";
@@ -171,12 +173,12 @@ std::string WithCondition(const std::string& query, const std::string& clause) {
 
 }  // namespace
 
-void ApplySecurityClause(ReportContext& report, std::string& query) {
-  report.state.MakeSecure = false;
-  const std::optional<std::string> clause = SecurityClause(report, query).Build();
-  report.process.dten().rssqlGeneral1.Close();
+void ApplySecurityClause(Process& process, ReportState& state, std::string& query) {
+  state.MakeSecure = false;
+  const std::optional<std::string> clause = SecurityClause(process, state, query).Build();
+  process.dten().rssqlGeneral1.Close();
   if (!clause) return;
-  report.state.MakeSecure = true;
+  state.MakeSecure = true;
   if (clause->empty() || text::ContainsIgnoreCase(query, *clause)) return;
   query = WithCondition(query, *clause);
 }

@@ -1,0 +1,22 @@
+#ifndef VOREK_ENGINE_SELECT_LIST_H_
+#define VOREK_ENGINE_SELECT_LIST_H_
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorek {
+
+// The column names that a query's text gives, read off its outermost select list without running
+// it: an item's alias, else its last name, else "". Nothing for a text in which they can't be seen:
+// one that doesn't begin with SELECT (or WITH ... SELECT), or whose list holds "*".
+std::optional<std::vector<std::string>> SelectListNames(std::string_view query);
+
+// True at every byte of the query that lies in a text in single quotes, in a comment, or in a
+// bracketed or double-quoted name.
+std::vector<bool> QuotedBytes(std::string_view query);
+
+}  // namespace vorek
+
+#endif  // VOREK_ENGINE_SELECT_LIST_H_

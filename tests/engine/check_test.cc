@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include "engine/report_check.h"
+#include "engine/select_list.h"
+#include "platform/script.h"
+#include "state/process.h"
+#include "support/fixed_clock.h"
+#include "support/scripted_windows.h"
+#include "vorek/sqlite.h"
+
+namespace vorek {
+namespace {
+
+TEST(SelectListTest, ReadsTheNamesOfColumns) {
+  const struct {
+    const char* query;
+    const char* names;  // with "|" behind each; null: can't be seen
+  } cases[] = {
+      {"select a, t.b, c as d, [e f], 'g' = h, count(*) as n from t", "a|b|d|e f|g|n|"},
+      {"select distinct top 5 a x, 1, isnull(b, ',') from t", "x|||"},
+      {"select top (5) percent a from t", "a|"},
+      {"with q as (select z from t) select a, (select max(b) from t) as m from q", "a|m|"},
+      {"select a /* , b */, 'x, y' as s -- , c\n from t union select 1, 2", "a|s|"},
+      {"select * from t", nullptr},
+      {"select t.*, a from t", nullptr},
+      {"exec spX 1, 2", nullptr},
+      {"", nullptr},
+      {"select 'open", "open|"},
+  };
+  for (const auto& c : cases) {
+    const auto names = SelectListNames(c.query);
+    ASSERT_EQ(names.has_value(), c.names != nullptr) << c.query;
+    std::string joined;
+    for (const std::string& name : names.value_or(std::vector<std::string>())) joined += name + "|";
+    EXPECT_EQ(joined, c.names == nullptr ? "" : c.names) << c.query;
+  }
+}
+
+constexpr const char* kCatalogue =
+    "create table tblVorekReport (ID int, Title nvarchar(50), SQLQuery nvarchar(max), SQLSP "
+    "nvarchar(max), IsStoredProcedure bit, MakeSecure bit, FormTypeID int);"
+    "create table tblVorekReportParameter (ReportID int, ParameterID int);"
+    "create table tblVorekReportLayout (ReportID int, ColumnNumber int, Alignment int, Width int, "
+    "MergeType int, TransposeType int, MakeSum bit);"
+    "create table tblVorekReportExpression (ReportID int, ColumnNumber int, Name nvarchar(50), "
+    "GeneralExpression nvarchar(99), FirstRowExpression nvarchar(99));"
+    "create table tblVorekRelatedReports (CallerReportID int, CalledReportID int, "
+    "CallerReportColumn nvarchar(50));"
+    "create table tblVorekTableFormRelationship (FormTypeID int, TableName nvarchar(50), IsMaster "
+    "int);"
+    "create table tblVorekRelatedTables (ReferenceTable nvarchar(50), ReferenceKey nvarchar(50), "
+    "DependentTable nvarchar(50), ForeignKey nvarchar(50));"
+    "create table tblVorekColumn (TableName nvarchar(50), Name nvarchar(50), IsPrimaryKey bit);"
+    "create table tblVorekFormType (ID int, SecurityTypeID int);";
+
+class CheckTest : public testing::Test {
+ protected:
+  CheckTest() {
+    process.data.Rebind("Provider=VorekSQLite;Data Source=:memory:;Mode=Create");
+    Run(kCatalogue);
+  }
+  void Run(const std::string& text) { process.dten().rssqlGeneral5.Open(text); }
+
+  // "field: what" of each finding, an error with "!" in front.
+  std::string Findings() {
+    std::string all;
+    for (const Finding& finding : CheckReports(process, {1})) {
+      all += std::string(finding.error ? "!" : "") + finding.field + ": " + finding.what + "\n";
+    }
+    return all;
+  }
+
+  Process process{{.providers = {SqliteProvider()},
+                   .windows = std::make_shared<ScriptedWindows>(),
+                   .clock = std::make_shared<FixedClock>()}};
+};
+
+TEST_F(CheckTest, TellsEachFault) {
+  const struct {
+    const char* rows;  // beside the report
+    const char* query;
+    const char* findings;  // a part of them; "" for none at all
+  } cases[] = {
+      {"insert into tblVorekReportParameter values (1, 1)", "select a from t where (a = @1)", ""},
+      {"", "select a from t where (a = @1)", "!SQLQuery: the marker @1 has no parameter"},
+      {"insert into tblVorekReportParameter values (1, 1)",
+       "select a from t where (a = @1) and (b = @12)",
+       "!SQLQuery: the marker @12 has no parameter"},
+      {"insert into tblVorekReportParameter values (1, 1), (1, 2)",
+       "select a from t where (a = @1)", "parameter 2: no marker of the query uses it"},
+      {"insert into tblVorekReportParameter values (1, 1)",
+       "select a from t where a = @1 and b = 2",
+       "parameter 1: no closing bracket stands behind @1"},
+      {"insert into tblVorekReportParameter values (1, 1)", "select a from t where a = @1",
+       "!parameter 1: @1 stands at the very end of the query"},
+      {"", "select a from t where mail = ''x@y''", "!SQLQuery: an \"@\" that is no marker"},
+      {"", "select ''<UserID>'' as u", "SQLQuery: the token <UserID> stands in a text or a name"},
+      {"insert into tblVorekReportLayout values (1, 3, 4, 4, 0, 0, 0)", "select a, b from t",
+       "layout column 3: the result has 2 columns"},
+      {"insert into tblVorekReportLayout values (1, 2501, 4, 4, 0, 0, 0)", "select * from t",
+       "!layout column 2501: columns end at 2500"},
+      {"insert into tblVorekReportLayout values (1, 1, 4, 4, 0, 1, 0), (1, 2, 4, 4, 0, 1, 0)",
+       "select a, b from t", "!TransposeType: 2 columns are to be spread"},
+      {"insert into tblVorekReportExpression values (1, 1, N'x', ''C2+P3'', null)",
+       "select a from t", "!GeneralExpression of x: P3 refers to a column beyond the 2"},
+      {"insert into tblVorekRelatedReports values (1, 9, ''a'')", "select a from t",
+       "!link to report 9: there is no such report"},
+      {"insert into tblVorekRelatedReports values (1, 1, ''z'')", "select a from t",
+       "!link to report 1: the result has no column \"z\""},
+      {"update tblVorekReport set MakeSecure = 1", "select a from t",
+       "!MakeSecure: the query gives no form type or no key"},
+      {"update tblVorekReport set MakeSecure = 1, FormTypeID = 5",
+       "select t.ID from t group by t.ID",
+       "MakeSecure: the condition comes behind the query's GROUP BY"},
+      {"update tblVorekReport set MakeSecure = 1, FormTypeID = 5", "select t.ID from t", ""},
+  };
+  for (const auto& c : cases) {
+    Run("delete tblVorekReport; delete tblVorekReportParameter; delete tblVorekReportLayout; "
+        "delete "
+        "tblVorekReportExpression; delete tblVorekRelatedReports");
+    Run(std::string("insert into tblVorekReport values (1, N'x', N'") + c.query +
+        "', null, 0, 0, null)");
+    std::string rows = c.rows;
+    for (std::size_t at; (at = rows.find("''")) != std::string::npos;) rows.replace(at, 2, "'");
+    if (!rows.empty()) Run(rows);
+    const std::string findings = Findings();
+    if (*c.findings == '\0') {
+      EXPECT_EQ(findings, "") << c.query;
+    } else {
+      EXPECT_NE(findings.find(c.findings), std::string::npos) << c.query << "\n" << findings;
+    }
+  }
+  Run("delete tblVorekReport");
+  EXPECT_EQ(Findings(), "!ID: there is no report 1\n");
+}
+
+}  // namespace
+}  // namespace vorek
