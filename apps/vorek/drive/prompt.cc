@@ -64,6 +64,7 @@ void RunText(Driver& driver, const std::string& text) {
 void RunPrompt(Driver& driver) {
   g_driver = &driver;
   rl_attempted_completion_function = Complete;
+  rl_completion_append_character = 0;  // a path goes on behind its dot
   char word_breaks[] = " \t\"";
   rl_completer_word_break_characters = word_breaks;
   while (true) {
