@@ -12,6 +12,7 @@ namespace vorek {
 class Files;
 class Notices;
 class PreparedFormula;
+class World;
 
 // A variable of a formula.
 class VariableClass {
@@ -65,6 +66,10 @@ struct EvaluationOptions {
   Files* files = nullptr;     // reads and writes that file
   Notices* notices = nullptr;  // shows warnings about the size of numbers
 };
+
+// What the controls of a world give their evaluators: the world's function file, its files and its
+// message forms. The world has to outlive the evaluator.
+EvaluationOptions EvaluationOptionsOf(World& world);
 
 // Computes formulas written as text; docs/formulas.md tells the language. Used from one thread.
 //

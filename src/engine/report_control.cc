@@ -22,10 +22,7 @@ constexpr int kP = 80;
 }  // namespace
 
 ReportControl::ReportControl(WorldState& shared, Control* parent)
-    : Frame(parent, "VorekReport1"),
-      world(shared),
-      Evaluation({shared.process.services.function_file, shared.process.services.files.get(),
-                  &shared.messages}) {
+    : Frame(parent, "VorekReport1"), world(shared), Evaluation(shared.ForEvaluation()) {
   lblCaption.Move(0, 0, 6000, 300);
   lblCaption.SetRightToLeft(true);
   for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {

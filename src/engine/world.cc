@@ -26,6 +26,8 @@ World::World(WorldOptions options)
 
 World::~World() = default;
 
+EvaluationOptions EvaluationOptionsOf(World& world) { return world.State().ForEvaluation(); }
+
 void World::Cancel() noexcept { state_->process.data.Cancel(); }
 
 }  // namespace vorek
