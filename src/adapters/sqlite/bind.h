@@ -113,6 +113,7 @@ class Binder {
     std::vector<Violation> ungrouped;  // columns outside of aggregates and of the group keys
     int inside_aggregate = 0;
     bool has_aggregate = false;
+    bool takes_aggregates = false;  // select list, HAVING and ORDER BY do
   };
   struct CommonTableInfo {
     std::string name;

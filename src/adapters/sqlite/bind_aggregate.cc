@@ -51,7 +51,12 @@ Bound Binder::BindAggregate(const Expr& expr, const std::string& name) {
     Refuse(expr.at,
            "The function '" + expr.path[0] + "' takes " + std::to_string(takes) + " argument(s)");
   }
-  if (scope_ == nullptr) Refuse(expr.at, "An aggregate stands outside of a query");
+  if (scope_ == nullptr || !scope_->takes_aggregates) {
+    Refuse(expr.at, "An aggregate may not stand here: a select list, HAVING and ORDER BY take one");
+  }
+  if (scope_->inside_aggregate > 0) {
+    Refuse(expr.at, "An aggregate may not stand inside of an aggregate");
+  }
   const bool whole_query = expr.window == nullptr;
   if (whole_query) {
     scope_->has_aggregate = true;
@@ -120,6 +125,9 @@ Bound Binder::AggregateOf(const Expr& expr, const std::string& name, Bound argum
 }
 
 Bound Binder::BindRanking(const Expr& expr, const std::string& name) {
+  if (scope_ == nullptr || !scope_->takes_aggregates) {
+    Refuse(expr.at, "A window function may not stand here: a select list and ORDER BY take one");
+  }
   if (expr.window == nullptr)
     Refuse(expr.at, "The function '" + name + "' must have an OVER clause");
   const bool ranks = name == "row_number" || name == "rank" || name == "dense_rank";

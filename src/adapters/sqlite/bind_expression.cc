@@ -432,7 +432,9 @@ Bound Binder::BindLike(const Expr& expr) {
   const Bound pattern = as_text(*expr.operands[1]);
   std::string escape;
   if (expr.operands.size() == 3) escape = ", " + as_text(*expr.operands[2]).sql;
-  std::string sql = "vk_like(" + value.sql + ", " + pattern.sql + escape + ")";
+  const bool national = value.type.IsNational() || pattern.type.IsNational();
+  std::string sql =
+      (national ? "vk_like(" : "vk_like_char(") + value.sql + ", " + pattern.sql + escape + ")";
   // What stands in front of the first wildcard bounds the column from below, and the whole pattern
   // is the only text if there is none: an index then finds the few rows that are looked at.
   int tightness = kTight;

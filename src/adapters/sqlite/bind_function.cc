@@ -363,6 +363,10 @@ struct FunctionRules {
   static Bound ObjectIdOf(Call& call) {
     return CallOf("vk_object_id", {call.Text(0).sql}, Make(TypeKind::kInt));
   }
+  static Bound ObjectProperty(Call& call) {
+    return CallOf("vk_object_property", {call.Whole(0).sql, call.Text(1).sql},
+                  Make(TypeKind::kInt));
+  }
   static Bound ScopeIdentity(Call& call) {
     return MakeBound(call.binder.Parameter("@@identity"), MakeDecimal(18, 0));
   }
@@ -375,7 +379,7 @@ struct FunctionRules {
 
 const Binder::Rule* FunctionRules::Find(std::string_view name) {
   using R = FunctionRules;
-  static constexpr std::array<Rule, 72> kRules = {{
+  static constexpr std::array<Rule, 73> kRules = {{
       {"isnull", 2, 2, R::IsNull},
       {"coalesce", 2, kMany, R::Coalesce},
       {"nullif", 2, 2, R::NullIf},
@@ -434,6 +438,7 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
       {"atan", 1, 1, R::Atan},
       {"pi", 0, 0, R::Pi},
       {"object_id", 1, 2, R::ObjectIdOf},
+      {"objectproperty", 2, 2, R::ObjectProperty},
       {"scope_identity", 0, 0, R::ScopeIdentity},
       {"newid", 0, 0, R::NewId},
       {"user_name", 0, 1, R::UserName},

@@ -315,6 +315,7 @@ Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::
   if (select.where != nullptr) parts.tail += " WHERE " + BindCondition(*select.where, 0);
   scope_->ungrouped.clear();
   BindGroup(select, parts);
+  scope_->takes_aggregates = true;
   std::vector<std::string> assigned;
   BindItems(select, parts, &assigned);
   parts.prefix = select.distinct ? "SELECT DISTINCT " : "SELECT ";
@@ -339,6 +340,7 @@ void Binder::BindGroup(const vorek::sqlite::Select& select, SelectParts& parts) 
   scope_->ungrouped.clear();
   if (!keys.empty()) parts.tail += " GROUP BY " + keys;
   if (select.having != nullptr) {
+    scope_->takes_aggregates = true;
     std::string having = BindCondition(*select.having, 0);
     // Without groups SQLite takes HAVING only beside an aggregate; a query of one group is meant.
     if (keys.empty()) scope_->has_aggregate = true;

@@ -1,6 +1,7 @@
 #include "adapters/sqlite/connection.h"
 
 #include <algorithm>
+#include <array>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -70,6 +71,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   own("vk_call", -1, OnCall);
   own("vk_variable", 1, OnVariable);
   own("vk_object_id", 1, OnObjectId);
+  own("vk_object_property", 2, OnObjectProperty);
   has_deadline_ = true;
   deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   Run(db, "PRAGMA foreign_keys = ON");
@@ -149,6 +151,33 @@ void Connection::OnObjectId(sqlite3_context* context, int count, sqlite3_value**
     Schema& schema = *connection->schema_;
     const bool found = schema.FindTable(name) != nullptr || schema.FindModule(name) != nullptr;
     found ? sqlite3_result_int(context, ObjectId(name)) : sqlite3_result_null(context);
+  } catch (const std::exception& error) {
+    sqlite3_result_error(context, error.what(), -1);
+  }
+}
+
+void Connection::OnObjectProperty(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kProperties = {{
+      {"isusertable", "U"},
+      {"istable", "U"},
+      {"isview", "V"},
+      {"isprocedure", "P"},
+      {"isscalarfunction", "FN"},
+      {"istablefunction", "TF"},
+  }};
+  auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
+  const std::string_view wanted = TextOf(values[1]);
+  const auto* property =
+      std::find_if(kProperties.begin(), kProperties.end(),
+                   [wanted](const auto& row) { return SameWord(row.first, wanted); });
+  if (property == kProperties.end()) return sqlite3_result_null(context);
+  try {
+    for (const ObjectRow& object : connection->schema_->Objects()) {
+      if (object.id != sqlite3_value_int64(values[0])) continue;
+      return sqlite3_result_int(context, object.kind == property->second ? 1 : 0);
+    }
+    sqlite3_result_null(context);
   } catch (const std::exception& error) {
     sqlite3_result_error(context, error.what(), -1);
   }

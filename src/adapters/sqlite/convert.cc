@@ -1,9 +1,11 @@
 #include <array>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "adapters/sqlite/bind.h"
+#include "adapters/sqlite/moment.h"
 #include "text/utf8.h"
 
 // Values from one type to another, as CAST, CONVERT and an assignment ask for it, or as two types
@@ -30,6 +32,13 @@ bool FitsWhole(long long value, TypeKind kind) {
     default:
       return true;
   }
+}
+
+// True for a literal of up to nine digits: an int as it stands.
+bool IsShortNumber(const Bound& value) {
+  return value.literal == Bound::Literal::kText && !value.value.empty() &&
+         value.value.size() <= 9 &&
+         value.value.find_first_not_of("0123456789") == std::string::npos;
 }
 
 // The length that a text made of the type's values is told to have.
@@ -94,7 +103,13 @@ Bound Binder::ToWhole(Bound value, const Type& to, Mode mode, std::size_t at) {
   }
   if (from.IsFloat())
     return CallOf(is_try ? "vk_try_trunc" : "vk_trunc", {value.sql, KindText(to)}, to);
+  if (from.IsBinary() && mode == Mode::kCast && to.kind != TypeKind::kBit) {
+    return CallOf("vk_int_of_bytes", {value.sql, KindText(to)}, to);
+  }
   if (from.IsText()) {
+    if (IsShortNumber(value) && to.kind == TypeKind::kInt) {
+      return NumberLiteral(std::strtoll(value.value.c_str(), nullptr, 10), to);
+    }
     return CallOf(is_try ? "vk_try_int" : "vk_int", {value.sql, KindText(from), KindText(to)}, to);
   }
   if (from.IsDate() && mode != Mode::kAssign) {
@@ -232,6 +247,14 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
   const Type from = value.type;
   const std::string kind = KindText(Make(to.kind));
   if (from.IsText()) {
+    if (value.literal == Bound::Literal::kText && mode != Mode::kTry) {
+      const std::optional<Moment> moment = ParseMoment(value.value, style);
+      if (moment && moment->day >= kFirstDateTimeDay) {
+        Bound folded = TextLiteral(StoredMoment(*moment, TypeName(Make(to.kind))), to);
+        folded.literal = Bound::Literal::kNone;
+        return folded;
+      }
+    }
     return CallOf(mode == Mode::kTry ? "vk_try_date" : "vk_date",
                   {value.sql, kind, std::to_string(style)}, to);
   }
@@ -245,6 +268,9 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
       return MakeBound(Wrap(value, kConcatenation) + " || ' 00:00:00.000'", to, kConcatenation);
     }
     return CallOf("vk_date_kind", {value.sql, kind}, to);
+  }
+  if (from.IsBinary() && (to.kind == TypeKind::kDateTime || to.kind == TypeKind::kSmallDateTime)) {
+    return CallOf("vk_date_of_bytes", {value.sql, kind}, to);
   }
   if (from.IsNumber() && to.kind != TypeKind::kDate && to.kind != TypeKind::kTime) {
     Bound days = ToFloat(std::move(value), Make(TypeKind::kFloat), mode, at);

@@ -31,7 +31,7 @@ bool Like(std::string_view text, std::string_view pattern, char32_t escape);
 
 using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
 // arguments is -1 for any number. With try_name, the function is registered a second time under it,
-// and Fail makes NULL there.
+// and Fail makes NULL there (sqlite3_user_data tells which of both runs).
 void Register(sqlite3* db, const char* name, int arguments, Function function,
               const char* try_name = nullptr);
 

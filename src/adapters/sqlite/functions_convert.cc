@@ -376,6 +376,20 @@ void Unhex(sqlite3_context* context, int count, sqlite3_value** values) {
   sqlite3_result_blob(context, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
 }
 
+// vk_int_of_bytes(bytes, to): the last bytes, the highest first.
+void IntOfBytes(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto* bytes = static_cast<const unsigned char*>(sqlite3_value_blob(values[0]));
+  const int size = sqlite3_value_bytes(values[0]);
+  const std::string_view to = TextOf(values[1]);
+  const int takes = to == "bigint" ? 8 : to == "int" ? 4 : to == "smallint" ? 2 : 1;
+  std::uint64_t value = 0;
+  for (int i = std::max(0, size - takes); i < size; ++i) value = (value << 8U) | bytes[i];
+  const auto whole = static_cast<std::int64_t>(value);
+  if (takes == 4) return sqlite3_result_int64(context, static_cast<std::int32_t>(value));
+  sqlite3_result_int64(context, takes == 2 ? static_cast<std::int16_t>(value) : whole);
+}
+
 // vk_key(value, column): a row's key can't be NULL, for which SQLite would take a new number.
 void Key(sqlite3_context* context, int, sqlite3_value** values) {
   if (sqlite3_value_type(values[0]) != SQLITE_NULL) {
@@ -403,6 +417,7 @@ void RegisterConversions(sqlite3* db) {
   Register(db, "vk_guid", 1, Guid, "vk_try_guid");
   Register(db, "vk_hex", 2, Hex);
   Register(db, "vk_unhex", 2, Unhex);
+  Register(db, "vk_int_of_bytes", 2, IntOfBytes);
   Register(db, "vk_key", 2, Key);
 }
 

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -23,8 +24,7 @@ void TextToDate(sqlite3_context* context, int count, sqlite3_value** values) {
   const std::string_view kind = TextOf(values[1]);
   const std::optional<Moment> moment = ParseMoment(TextOf(values[0]), sqlite3_value_int(values[2]));
   if (!moment) return Fail(context, kBadDate);
-  constexpr std::int64_t kFirstDateTime = -53690;  // 1753-01-01
-  if (kind == "datetime" && moment->day < kFirstDateTime) {
+  if (kind == "datetime" && moment->day < kFirstDateTimeDay) {
     return Fail(context,
                 "The conversion of a varchar data type to a datetime data type resulted in an "
                 "out-of-range value.");
@@ -115,6 +115,31 @@ void DateName(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultText(context, std::to_string(PartOf(*moment, part)));
 }
 
+// vk_date_of_bytes(bytes, kind): days and 300ths of a second, or days and minutes, as a server's
+// tools script them.
+void DateOfBytes(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view kind = TextOf(values[1]);
+  const bool small = kind == "smalldatetime";
+  const auto* bytes = static_cast<const unsigned char*>(sqlite3_value_blob(values[0]));
+  const int half = small ? 2 : 4;
+  if (sqlite3_value_bytes(values[0]) != 2 * half) return Fail(context, kBadDate);
+  const auto number = [bytes, half](int from) {
+    std::uint32_t value = 0;
+    for (int i = from; i < from + half; ++i) value = (value << 8U) | bytes[i];
+    return value;
+  };
+  const std::uint32_t day = number(0);
+  const std::uint32_t rest = number(half);
+  Moment moment;
+  moment.day = small ? static_cast<std::int64_t>(day) : static_cast<std::int32_t>(day);
+  moment.millisecond = small ? rest * 60000LL : (rest * 10LL + 1) / 3;
+  if (moment.day < kFirstDateTimeDay || moment.day > 2958463 || moment.millisecond >= 86400000) {
+    return Fail(context, kBadDate);
+  }
+  ResultText(context, StoredMoment(moment, kind));
+}
+
 void EoMonth(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
   const std::optional<Moment> moment = MomentOf(context, values[0]);
@@ -138,6 +163,7 @@ void RegisterDateFunctions(sqlite3* db) {
   Register(db, "vk_datediff", 3, DateDiff);
   Register(db, "vk_datepart", 2, DatePart);
   Register(db, "vk_datename", 2, DateName);
+  Register(db, "vk_date_of_bytes", 2, DateOfBytes);
   Register(db, "vk_eomonth", 2, EoMonth);
 }
 

@@ -142,7 +142,14 @@ void LikeFunction(sqlite3_context* context, int count, sqlite3_value** values) {
   }
   std::unique_ptr<Pattern> own;
   const Pattern* pattern = PatternOf(context, values[1], escape, own);
-  sqlite3_result_int(context, pattern->Matches(Folded(TextOf(values[0]))) ? 1 : 0);
+  const std::u32string s = Folded(TextOf(values[0]));
+  bool matches = pattern->Matches(s);
+  if (!matches && sqlite3_user_data(context) != nullptr && !s.empty() && s.back() == U' ') {
+    // Of texts that aren't national the blanks behind don't count.
+    const std::size_t end = s.find_last_not_of(U' ') + 1;
+    matches = pattern->Matches(std::u32string_view(s).substr(0, end));
+  }
+  sqlite3_result_int(context, matches ? 1 : 0);
 }
 
 void PatIndex(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -168,8 +175,9 @@ bool Like(std::string_view text, std::string_view pattern, char32_t escape) {
 }
 
 void RegisterLike(sqlite3* db) {
-  Register(db, "vk_like", 2, LikeFunction);
-  Register(db, "vk_like", 3, LikeFunction);
+  // The twin is no attempt: it takes blanks behind a text as none.
+  Register(db, "vk_like", 2, LikeFunction, "vk_like_char");
+  Register(db, "vk_like", 3, LikeFunction, "vk_like_char");
   Register(db, "vk_patindex", 2, PatIndex);
 }
 

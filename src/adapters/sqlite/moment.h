@@ -20,6 +20,8 @@ struct Calendar {
   int day = 1;
 };
 
+inline constexpr std::int64_t kFirstDateTimeDay = -53690;  // 1753-01-01: datetime begins
+
 Calendar CalendarOf(std::int64_t day);
 std::int64_t DayOf(const Calendar& date);
 int DaysInMonth(int year, int month);

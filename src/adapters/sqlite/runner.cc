@@ -48,6 +48,7 @@ Runner::Runner(sqlite3* db, Schema& schema) : db_(db), schema_(schema) {}
 
 ResultSetPtr Runner::Run(Batch& batch, bool tell_lines,
                          const std::function<void(std::size_t)>& checkpoint) {
+  if (depth_ == 0) retired_.clear();
   result_.reset();
   collect_ = true;
   checkpoint_ = checkpoint;
