@@ -230,5 +230,71 @@ TEST(GridTest, DropsTextsThatWereWrittenOver) {
   EXPECT_EQ(grid.TextMatrix(1 + 39999 % 9, 1), "39999" + filler);
 }
 
+// A presenter in small: it reads the grid only when it is told that something is another.
+class GridMirror : public ControlObserver {
+ public:
+  explicit GridMirror(Grid& grid) : grid_(grid) { grid.SetObserver(this); }
+  ~GridMirror() override { grid_.SetObserver(nullptr); }
+  void PropertyChanged(Control&, std::string_view) override { shown_ = Look(); }
+  void ChildAdded(Control&) override {}
+  void ChildRemoved(Control&) override {}
+  void FocusSet(Control&) override {}
+  bool IsTrue() const { return shown_ == Look(); }
+
+ private:
+  std::string Look() const {
+    std::string look;
+    for (std::int32_t row = 0; row < grid_.Rows(); ++row) {
+      look += std::to_string(grid_.RowHeight(row)) + ":";
+      for (std::int32_t col = 0; col < grid_.Cols(); ++col) {
+        look += grid_.TextMatrix(row, col) + "/" +
+                std::to_string(grid_.FormatAt(row, col).back_color) + "/" +
+                std::to_string(grid_.ColWidth(col)) + "|";
+      }
+    }
+    return look + std::to_string(grid_.Row()) + "," + std::to_string(grid_.ColSel()) + "," +
+           std::to_string(grid_.TopRow());
+  }
+
+  Grid& grid_;
+  std::string shown_;
+};
+
+TEST(GridTest, TellsAMirrorEverythingThatItShows) {
+  BoundGrid bound(kColumns, kRows);
+  Grid& grid = bound.grid;
+  GridMirror mirror(grid);
+  const std::function<void()> steps[] = {[&] { grid.Bind(bound.Slot()); },
+                                         [&] { grid.SetTextMatrix(1, 1, "x"); },
+                                         [&] { grid.SetRow(2); },
+                                         [&] { grid.SetColSel(3); },
+                                         [&] { grid.SetCellBackColor(9); },
+                                         [&] { grid.SetRowBackColor(1, 7); },
+                                         [&] { grid.SetColWidth(2, 0); },
+                                         [&] { grid.SetRowHeight(3, 0); },
+                                         [&] { grid.AddItem("sum"); },
+                                         [&] { grid.RemoveItem(2); },
+                                         [&] { grid.Sort(5); },
+                                         [&] { grid.ReformColumn(3, CellForm::kMoney); },
+                                         [&] { grid.NumberRows(); },
+                                         [&] { grid.SetTopRow(2); },
+                                         [&] { grid.SetCols(6); },
+                                         [&] { grid.SetRows(9); },
+                                         [&] { grid.SetRowHeightMin(500); },
+                                         [&] { grid.Clear(); },
+                                         [&] { grid.SelectByUser(1, 1, 2, 2); },
+                                         [&] { grid.ResizeByUser(1, 77); }};
+  int number = 0;
+  for (const auto& step : steps) {
+    step();
+    EXPECT_TRUE(mirror.IsTrue()) << "step " << number;
+    ++number;
+  }
+  grid.SetRedraw(false);
+  for (const auto& step : steps) step();
+  grid.SetRedraw(true);
+  EXPECT_TRUE(mirror.IsTrue());
+}
+
 }  // namespace
 }  // namespace vorek
