@@ -118,12 +118,17 @@ ReportRun::Decision ReportRun::AskPanel() {
 }
 
 ReportRun::Decision ReportRun::AskDialog() {
+  // The dialog on show from the menu has just been confirmed; an "@" is part of a value.
+  if (state_.AskFormFromMenu) return Decision::kRun;
   ignore_errors_ = true;
   bool ok = false;
   IgnoreErrors([&] {
     control_.aFormAskUser = std::make_unique<FormAskUser>(process_, control_.world.messages);
     FormAskUser& form = *control_.aFormAskUser;
-    form.on_search = [this](const std::string& query) { control_.SearchFromDialog(query); };
+    // The form outlives this run: its menu entry shows it again.
+    form.on_search = [&control = control_](const std::string& query) {
+      control.SearchFromDialog(query);
+    };
     form.Title = state_.Title;
     form.PeriodID = state_.PeriodID;
     ok = form.View(state_.ReportID, state_.roughSQL);

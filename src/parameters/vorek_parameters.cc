@@ -1,24 +1,123 @@
 #include "parameters/vorek_parameters.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "text/utf8.h"
+#include "widgets/property.h"
+
+// What the form is and does once it stands; see parameter_form.cc for its building and
+// parameter_confirmation.cc for its confirmation.
 namespace vorek {
+namespace {
+
+constexpr int kEnter = 13;
+constexpr int kDelete = 46;
+constexpr std::int32_t kButtonHeight = 400;  // twips
+
+// Keeps Enter for itself.
+bool TakesEnter(const Control& widget) {
+  const std::string& array = widget.Name();
+  return array == "slt" || array == "ntp";
+}
+
+}  // namespace
 
 VorekParameters::VorekParameters(Control* parent, std::string name, Process& process,
                                  Notices& notices)
-    : Frame(parent, std::move(name)), process_(process), notices_(notices) {
+    : Frame(parent, std::move(name)),
+      widgets(frame, process),
+      process_(process),
+      notices_(notices) {
   SetVisible(false);
+  lblCaption.Move(0, 50, 0, 300);
+  lblCaption.SetRightToLeft(true);
+  for (Button* button : {&cmdOk, &cmdNew, &cmdCancel}) button->Move(50, 50, 1000, kButtonHeight);
+  for (Button* button : {&cmdSaveParameterConfig, &cmdLoadParameterConfig}) {
+    button->Move(50, 50, kButtonHeight, kButtonHeight);
+    button->SetVisible(false);
+  }
+  cmdCancel.SetVisible(false);
+  ConnectEvents();
 }
 
-bool VorekParameters::View(std::int32_t, std::string&, std::int32_t) {
-  result = false;
-  static_cast<void>(process_);
-  static_cast<void>(notices_);
-  return false;
+void VorekParameters::ConnectEvents() {
+  on_resize = [this] { Resize(); };
+  cmdOk.on_click = [this] { Confirm(); };
+  cmdNew.on_click = [this] { Reset(); };
+  cmdCancel.on_click = [this] {
+    if (on_cancel) on_cancel();
+  };
+  frame.on_key_down = [this](int key_code, int) {
+    if (key_code == kEnter) cmdOk.Click();
+  };
+}
+
+void VorekParameters::ListenToKeys(Control& widget) {
+  widget.on_key_down = [this, &widget](int key_code, int) {
+    if (key_code == kDelete && widget.Name() == "cmb") ResetWidget(widget);
+    if (key_code == kEnter && !TakesEnter(widget)) cmdOk.Click();
+  };
+}
+
+void VorekParameters::KeyDown(int key_code, int shift) {
+  Frame::KeyDown(key_code, shift);
+  if (key_code != kEnter) return;
+  const Control* const active = Root().ActiveControl();
+  const std::string array = active == nullptr ? "" : active->Name();
+  if (array != "dat" && array != "cmb" && array != "slt" && array != "ntp") cmdOk.Click();
 }
 
 void VorekParameters::SetReportCaption(const std::string& caption) {
   lblCaption.SetCaption(caption);
+  lblCaption.SetWidth(process_.windows().TextWidth(caption, 0) + 100);
+  lblCaption.SetLeft((Width() - lblCaption.Width()) / 2);
+}
+
+void VorekParameters::Reset() {
+  widgets.ForEach(ResetWidget);
+  if (on_clear) on_clear();
+}
+
+void VorekParameters::Resize() {
+  lblCaption.SetLeft((Width() - lblCaption.Width()) / 2);
+  const std::int32_t change = Width() - std::exchange(measures_.last_width, Width());
+  widgets.ForEachWithLabels([&](Control& control) { control.SetLeft(control.Left() + change); });
+  frame.SetWidth(frame.Width() + change);
+  LayoutButtons();
+}
+
+// --- As a script reaches it
+// -----------------------------------------------------------------------
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+template <typename T>
+PropertyEntry PublicField(std::string_view name, T VorekParameters::*field) {
+  return {name,
+          [field](Control& c, const Arguments&) {
+            return property::ToText(static_cast<VorekParameters&>(c).*field);
+          },
+          [field](Control& c, const Arguments&, const std::string& value) {
+            static_cast<VorekParameters&>(c).*field = property::FromText<T>(value);
+          }};
+}
+
+}  // namespace
+
+const PropertyTable& VorekParameters::OwnProperties() const {
+  static const PropertyTable table = {
+      PublicField("ListOfParameters", &VorekParameters::ListOfParameters),
+      PublicField("ListOfVisualParameters", &VorekParameters::ListOfVisualParameters),
+      PublicField("userChoice", &VorekParameters::userChoice),
+      PublicField("result", &VorekParameters::result),
+      PublicField("CancelVisible", &VorekParameters::CancelVisible),
+      PublicField("GivenValue", &VorekParameters::GivenValue),
+      PublicField("CallByReport", &VorekParameters::CallByReport),
+      PublicField("PeriodID", &VorekParameters::PeriodID)};
+  return table;
 }
 
 }  // namespace vorek

@@ -4,31 +4,41 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
+#include "parameters/cell_cursor.h"
+#include "parameters/parameter_kind.h"
+#include "parameters/parameter_widgets.h"
 #include "state/notices.h"
 #include "state/process.h"
 #include "widgets/form.h"
 
 namespace vorek {
 
-// The parameter panel. By now it has nothing to ask.
+// The form that asks for a report's parameters, made anew by each View from the catalogue: one
+// widget for each parameter that the query uses, in a grid of cells from right to left. Confirmed,
+// it writes the values into the query's text and hands that on.
 class VorekParameters : public Frame {
  public:
   VorekParameters(Control* parent, std::string name, Process& process, Notices& notices);
 
   std::string_view Kind() const override { return "VorekParameters"; }
 
+  // Enter confirms, unless a widget that needs the key for itself is active.
+  void KeyDown(int key_code, int shift) override;
+
   // The public fields.
-  std::string ListOfVisualParameters;
-  std::string ListOfParameters;
-  bool userChoice = false;
-  bool result = false;
+  std::string ListOfVisualParameters;  // key list of what a person reads, of the last confirmation
+  std::string ListOfParameters;        // key list of the literals
+  bool userChoice = false;             // the form was confirmed; taken back by who runs the report
+  bool result = false;                 // the form was confirmed
   bool CancelVisible = false;
-  std::int32_t GivenValue = 0;
+  std::int32_t GivenValue = 0;  // stands for "#" in a WhereClause
   bool CallByReport = false;
   std::int32_t PeriodID = -1;
 
-  // Builds the form. True if the query has parameters and the form stands.
+  // Builds the form for new_width twips. True if the query has parameters and the form stands; a
+  // marker without a parameter is told to the user. Throws what the database throws.
   bool View(std::int32_t inReportID, std::string& roughSQL, std::int32_t new_width);
   void SetReportCaption(const std::string& caption);
   void FillInitially() {}
@@ -38,11 +48,68 @@ class VorekParameters : public Frame {
   std::function<void()> on_clear;
   std::function<void()> on_cancel;
 
+  // A parameter on the form. The widget goes with the next View.
+  struct Field {
+    ParameterRow row;
+    Control* widget = nullptr;
+  };
+  const std::vector<Field>& Fields() const { return fields_; }
+
   Label lblCaption{this, "lblCaption"};
+  Button cmdOk{this, "cmdOk"};
+  Button cmdNew{this, "cmdNew"};
+  Button cmdCancel{this, "cmdCancel"};
+  Button cmdSaveParameterConfig{this, "cmdSaveParameterConfig"};
+  Button cmdLoadParameterConfig{this, "cmdLoadParameterConfig"};
+  Frame frame{this, "frame"};
+  ParameterWidgets widgets;
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
 
  private:
+  // The measures of the form, in twips.
+  struct Measures {
+    std::int32_t last_width = 0;  // of the control at its last resize
+    std::int32_t label_width = 0;
+    std::int32_t row_height = 0;
+    std::int32_t column_width = 4000;
+    std::int64_t used_rows = 0;
+  };
+
+  void ConnectEvents();
+  void NameButtons();
+
+  // Building.
+  bool BuildForm();
+  void ReadMeasures();
+  bool Uses(const ParameterRow& row) const;
+  void AddParameterControl(const ParameterRow& row);
+  void AddLabel(const ParameterRow& row, const ParameterKind& kind, Control& widget);
+  void PlaceWidget(const ParameterRow& row, const ParameterKind& kind, Control& widget);
+  void Mirror(Control& control);
+  void ListenToKeys(Control& widget);
+  void NumberButtons();
+  void LayoutButtons();
+  void Resize();
+  std::int32_t CellLeft() const;
+  std::int32_t CellTop() const;
+
+  // Using.
+  void Confirm();
+  bool WriteValues(std::string& query);
+  bool WriteValue(const ParameterRow& row, std::string& query);
+  void Reset();
+
   Process& process_;
   Notices& notices_;
+  std::int32_t report_id_ = -1;
+  std::int32_t form_width_ = 0;
+  std::string query_;  // with its markers
+  Measures measures_;
+  CellCursor cells_;
+  std::int32_t tab_counter_ = 0;
+  std::vector<Field> fields_;
 };
 
 }  // namespace vorek

@@ -20,8 +20,8 @@ class Form : public CaptionControl {
 
   // --- Events from the presenter -------------------------------------------------------------
 
-  // The close box, or Alt+F4: asks nobody and unloads.
-  void CloseBox() { Unload(); }
+  // The close box, or Alt+F4: asks nobody and unloads, unless a form has its own way.
+  virtual void CloseBox() { Unload(); }
   // A key down anywhere in the form, before the active control sees it (on_form_key_down).
   void FormKeyDown(int key_code, int shift);
 

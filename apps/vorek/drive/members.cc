@@ -12,6 +12,10 @@
 #include "vorek/system.h"
 #include "widgets/form.h"
 #include "widgets/property.h"
+#include "widgets/vorek_date.h"
+#include "widgets/vorek_multi_select.h"
+#include "widgets/vorek_selector.h"
+#include "widgets/vorek_time.h"
 
 namespace vorek::drive {
 namespace {
@@ -48,6 +52,52 @@ std::vector<Method> GridMethods(Grid& grid) {
              grid.Clear();
              return std::string();
            }}};
+}
+
+// A method without arguments and result.
+template <typename Action>
+Method Plain(std::string_view name, Action action) {
+  return {name, [action](const Arguments&) {
+            action();
+            return std::string();
+          }};
+}
+
+std::vector<Method> ListMethods(ListControl& list) {
+  std::vector<Method> methods = {Plain("setNull", [&list] { list.setNull(); }),
+                                 Plain("FillList", [&list] { list.FillList(); }),
+                                 {"Search",
+                                  [&list](const Arguments& a) {
+                                    list.Search(TextArgument(a, 0));
+                                    return ToText(list.ListCount());
+                                  }},
+                                 {"Choose", [&list](const Arguments& a) {
+                                    list.Choose(Argument(a, 0));
+                                    return std::string();
+                                  }}};
+  if (auto* const selector = dynamic_cast<VorekSelector*>(&list)) {
+    methods.push_back({"FillTree", [selector](const Arguments& a) {
+                         selector->FillTree(Argument(a, 0));
+                         return ToText(selector->ListCount());
+                       }});
+  }
+  if (auto* const multiple = dynamic_cast<VorekMultiSelect*>(&list)) {
+    methods.push_back(Plain("SelectAll", [multiple] { multiple->SelectAll(); }));
+  }
+  return methods;
+}
+
+// The methods of the kind of control that it is.
+std::vector<Method> KindMethods(Control& control) {
+  if (auto* const grid = dynamic_cast<Grid*>(&control)) return GridMethods(*grid);
+  if (auto* const list = dynamic_cast<ListControl*>(&control)) return ListMethods(*list);
+  if (auto* const date = dynamic_cast<VorekDate*>(&control)) {
+    return {Plain("Clear", [date] { date->Clear(); })};
+  }
+  if (auto* const minutes = dynamic_cast<MinutesControl*>(&control)) {
+    return {Plain("Clear", [minutes] { minutes->Clear(); })};
+  }
+  return {};
 }
 
 }  // namespace
@@ -159,16 +209,9 @@ std::vector<Method> ReportMethods(VorekReport1& report) {
 }
 
 std::vector<Method> ControlMethods(Control& control) {
-  std::vector<Method> methods;
-  if (auto* grid = dynamic_cast<Grid*>(&control)) methods = GridMethods(*grid);
-  methods.push_back({"SetFocus", [&control](const Arguments&) {
-                       control.SetFocus();
-                       return std::string();
-                     }});
-  methods.push_back({"ZOrder", [&control](const Arguments&) {
-                       control.ZOrder();
-                       return std::string();
-                     }});
+  std::vector<Method> methods = KindMethods(control);
+  methods.push_back(Plain("SetFocus", [&control] { control.SetFocus(); }));
+  methods.push_back(Plain("ZOrder", [&control] { control.ZOrder(); }));
   return methods;
 }
 
