@@ -107,11 +107,12 @@ TEST(DiagnosticsTest, GivesTheServersOwnWords) {
 }
 
 TEST(DiagnosticsTest, KnowsAdosNumbers) {
-  EXPECT_EQ(NumberOfState("08S01"), ErrorNumber::kConnection);
-  EXPECT_EQ(NumberOfState("HYT00"), ErrorNumber::kTimeout);
-  EXPECT_EQ(NumberOfState("42S02"), ErrorNumber::kMissingObject);
-  EXPECT_EQ(NumberOfState("42000"), ErrorNumber::kSyntax);
-  EXPECT_EQ(NumberOfState("22012"), ErrorNumber::kSyntax);
+  EXPECT_EQ(NumberOfState("08S01"), -2147467259);
+  EXPECT_EQ(NumberOfState("HYT00"), -2147217871);
+  EXPECT_EQ(NumberOfState("42S02"), -2147217865);
+  EXPECT_EQ(NumberOfState("42000"), -2147217900);
+  EXPECT_EQ(NumberOfState("22012"), -2147217900);  // a division by zero
+  EXPECT_EQ(NumberOfState("23505"), -2147217873);
 }
 
 TEST(ValueTextTest, ScalesDecimalsExactly) {

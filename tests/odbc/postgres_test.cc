@@ -113,6 +113,10 @@ TEST_F(PostgresTest, GivesAdosNumbersAndTheServersWords) {
   EXPECT_EQ(NumberOf("selec 1"), -2147217900);
   EXPECT_EQ(NumberOf("select 1/0"), -2147217900);
   EXPECT_EQ(description_, "ERROR: division by zero");
+  EXPECT_EQ(NumberOf("select cast('abc' as int)"), -2147217913);
+  EXPECT_EQ(NumberOf("select cast(300000 as smallint)"), -2147217833);
+  EXPECT_EQ(NumberOf("create temporary table k (a int not null); insert into k values (null)"),
+            -2147217873);
   EXPECT_EQ(NumberOf("select 1/(500 - n) from generate_series(1, 1000) as t(n)"), -2147217900);
   EXPECT_EQ(Run("select 1 as a")->rows, 1u) << "the connection is as good as before";
 }

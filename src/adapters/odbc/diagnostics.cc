@@ -37,22 +37,34 @@ std::string ServerWords(std::string_view message) {
   return text::Trim(message);
 }
 
-ErrorNumber NumberOfState(std::string_view state) {
-  static constexpr std::array<std::pair<std::string_view, ErrorNumber>, 10> kStates = {
-      {{"08", ErrorNumber::kConnection},          // any failure of the connection
-       {"57P", ErrorNumber::kConnection},         // PostgreSQL: the server shuts down
-       {"28", ErrorNumber::kConnection},          // the login is refused
-       {"HYT", ErrorNumber::kTimeout},            //
-       {"HY008", ErrorNumber::kCancelled},        //
-       {"57014", ErrorNumber::kCancelled},        // PostgreSQL: cancelled
-       {"42S02", ErrorNumber::kMissingObject},    // no such table or view
-       {"42P01", ErrorNumber::kMissingObject},    // PostgreSQL: the same
-       {"42883", ErrorNumber::kMissingObject},    // PostgreSQL: no such function
-       {"3F000", ErrorNumber::kMissingObject}}};  // no such schema
+long NumberOfState(std::string_view state) {
+  constexpr long kIntegrityViolation = -2147217873;  // 80040E2F
+  constexpr long kDataOverflow = -2147217833;        // 80040E57
+  constexpr long kConversionFailed = -2147217913;    // 80040E07
+  constexpr auto number_of = [](ErrorNumber number) { return static_cast<long>(number); };
+  // What a state begins with; those of PostgreSQL beside ODBC's own.
+  static constexpr std::array<std::pair<std::string_view, long>, 17> kStates = {
+      {{"08", number_of(ErrorNumber::kConnection)},
+       {"28", number_of(ErrorNumber::kConnection)},   // the login is refused
+       {"57P", number_of(ErrorNumber::kConnection)},  // PostgreSQL shuts down
+       {"HYT", number_of(ErrorNumber::kTimeout)},
+       {"HY008", number_of(ErrorNumber::kCancelled)},
+       {"57014", number_of(ErrorNumber::kCancelled)},
+       {"42S02", number_of(ErrorNumber::kMissingObject)},
+       {"42P01", number_of(ErrorNumber::kMissingObject)},
+       {"42883", number_of(ErrorNumber::kMissingObject)},  // no such function
+       {"3F000", number_of(ErrorNumber::kMissingObject)},  // no such schema
+       {"23", kIntegrityViolation},
+       {"22001", kDataOverflow},
+       {"22003", kDataOverflow},
+       {"22007", kConversionFailed},
+       {"22008", kConversionFailed},
+       {"22018", kConversionFailed},
+       {"22P02", kConversionFailed}}};
   for (const auto& [prefix, number] : kStates) {
     if (state.starts_with(prefix)) return number;
   }
-  return ErrorNumber::kSyntax;
+  return number_of(ErrorNumber::kSyntax);
 }
 
 std::string WithoutPassword(std::string message, const std::string& password) {
@@ -69,7 +81,7 @@ Error StatementError(SQLHANDLE statement, SQLHANDLE connection, bool unicode) {
   // PostgreSQL's driver says so in words alone.
   const bool lost = (SQL_SUCCEEDED(asked) && dead == SQL_CD_TRUE) ||
                     text::Contains(diagnostic.message, "no connection to the server");
-  return Error(lost ? ErrorNumber::kConnection : NumberOfState(diagnostic.state),
+  return Error(lost ? static_cast<long>(ErrorNumber::kConnection) : NumberOfState(diagnostic.state),
                ServerWords(diagnostic.message));
 }
 

@@ -22,7 +22,7 @@ Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle, bool unicode);
 std::string ServerWords(std::string_view message);
 
 // The number by which ADO knows a state.
-ErrorNumber NumberOfState(std::string_view state);
+long NumberOfState(std::string_view state);
 
 // The message without the password, should a driver repeat it.
 std::string WithoutPassword(std::string message, const std::string& password);
