@@ -44,7 +44,7 @@ std::optional<FixedPoint> ParseAmount(const std::string& digits) {
       continue;
     }
     if (c < '0' || c > '9' || decimals == kScale) return std::nullopt;
-    if (amount > (kMost - 9) / 10) return std::nullopt;
+    if (amount > (kMost - (c - '0')) / 10) return std::nullopt;
     amount = amount * 10 + (c - '0');
     if (decimals >= 0) ++decimals;
     any = true;
