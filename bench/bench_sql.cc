@@ -74,6 +74,10 @@ const std::vector<Query> kQueries = {
      "i.customer group by c.city collate nocase order by net desc"},
     {"Concatenation", "select Code + ' - ' + cast(Quantity as nvarchar(10)) as T from tblInvoice",
      "select code || ' - ' || cast(quantity as text) from p_invoice"},
+    {"Lookup",
+     "select i.ID, (select c.Name from tblCustomer c where c.ID = i.CustomerID) as N from "
+     "tblInvoice i",
+     "select i.id, (select c.name from p_customer c where c.id = i.customer) from p_invoice i"},
     {"SumOfMoney",
      "select sum(Value) as A, sum(Value * Quantity) as B, sum(Discount) as C from tblInvoice",
      "select sum(value), sum(value * quantity), sum(discount) from p_invoice"},

@@ -226,6 +226,8 @@ class Binder {
   Bound BindLike(const Expr& expr);
   Bound BindIsNull(const Expr& expr);
   Bound BindSubquery(const Expr& expr);
+  bool GivesOneRow(const Query& query);  // it can't give two
+  bool NamesRowKey(const vorek::sqlite::Select& select);
   Bound BindQuantified(const Expr& expr);
   Bound BindCase(const Expr& expr);
   Bound BindCast(const Expr& expr);

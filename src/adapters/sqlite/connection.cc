@@ -216,7 +216,15 @@ ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& op
   if (executing_) {
     throw Error(ErrorNumber::kInvalidCall, "The connection is busy with another statement.");
   }
-  executing_ = true;
+  // Ends the run for whatever reason.
+  struct Guard {
+    Connection& connection;
+    explicit Guard(Connection& self) : connection(self) { connection.executing_ = true; }
+    ~Guard() {
+      connection.executing_ = false;
+      connection.options_ = nullptr;
+    }
+  } const guard(*this);
   cancelled_ = false;
   stop_ = Stop::kNone;
   rows_ = 0;
@@ -225,20 +233,14 @@ ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& op
   const Time now = std::chrono::steady_clock::now();
   deadline_ = now + std::chrono::seconds(options.timeout_seconds);
   next_question_ = now;
-  ResultSetPtr result;
   try {
     schema_->Refresh();
     const std::shared_ptr<Batch> batch = Parse(text, options.script_line);
-    result = runner_->Run(*batch, options.script_line > 0,
-                          [this](std::size_t rows) { AskProgress(rows); });
+    return runner_->Run(*batch, options.script_line > 0,
+                        [this](std::size_t rows) { AskProgress(rows); });
   } catch (const Error& error) {
-    executing_ = false;
-    options_ = nullptr;
     Rethrow(error);
   }
-  executing_ = false;
-  options_ = nullptr;
-  return result;
 }
 
 }  // namespace vorek::sqlite

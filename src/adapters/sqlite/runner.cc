@@ -60,6 +60,7 @@ ResultSetPtr Runner::Run(Batch& batch, bool tell_lines,
 
 Runner::Flow Runner::RunAll(std::vector<StatementPtr>& statements, Frame& frame) {
   for (StatementPtr& statement : statements) {
+    checkpoint_(0);
     const Flow flow = RunOne(*statement, frame);
     if (flow != Flow::kNext) return flow;
   }
@@ -145,12 +146,11 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
 }
 
 Runner::Flow Runner::RunWhile(Statement& statement, Frame& frame) {
-  std::size_t rounds = 0;
   while (Holds(statement, frame)) {
+    checkpoint_(0);
     const Flow flow = RunOne(*statement.body[0], frame);
     if (flow == Flow::kBreak) break;
     if (flow == Flow::kReturn) return flow;
-    if (++rounds % 256 == 0) checkpoint_(0);
   }
   return Flow::kNext;
 }
