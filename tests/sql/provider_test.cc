@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -26,11 +27,10 @@ constexpr char kEndless[] =
 class ProviderTest : public testing::Test {
  protected:
   void SetUp() override {
-    folder_ =
-        std::filesystem::temp_directory_path() /
-        ("vorek-sql-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
+    // Runs of several checkouts at once don't meet.
+    std::string name = (std::filesystem::temp_directory_path() / "vorek-sql-XXXXXX").string();
+    ASSERT_NE(mkdtemp(name.data()), nullptr);
+    folder_ = name;
   }
   void TearDown() override { std::filesystem::remove_all(folder_); }
 
@@ -148,7 +148,7 @@ TEST_F(ProviderTest, StopsWhenCancelledFromAnotherThread) {
     running = true;
     return true;
   };
-  std::thread other([&] {
+  std::jthread other([&] {
     while (!running) std::this_thread::yield();
     connection->Cancel();
   });
@@ -182,7 +182,7 @@ TEST_F(ProviderTest, WaitsForABusyDatabaseWithinTheTimeOut) {
   EXPECT_EQ(NumberOf([&] { Run(*other, "insert t values (2)", 1); }, &text),
             Number(ErrorNumber::kTimeout));
   EXPECT_NE(text.find("locked"), std::string::npos) << text;
-  std::thread release([&] {
+  std::jthread release([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     Run(*writer, "commit");
   });
