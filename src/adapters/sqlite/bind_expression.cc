@@ -427,12 +427,15 @@ Bound Binder::BindLike(const Expr& expr) {
   if (pattern.literal == Bound::Literal::kText && value.column && escape.empty()) {
     const std::string head = pattern.value.substr(0, pattern.value.find_first_of("%_["));
     const std::string column = Wrap(Collated(value), kRelation + 1);
+    const auto literal = [&](const std::string& text) {
+      return TextLiteral(text, pattern.type).sql;
+    };
     if (head.size() == pattern.value.size()) {
-      sql = column + " = " + QuoteText(head) + " AND " + sql;
+      sql = column + " = " + literal(head) + " AND " + sql;
       tightness = kLooseAnd;
     } else if (!head.empty()) {
-      sql = column + " >= " + QuoteText(head) + " AND " + column + " < " +
-            QuoteText(head + "\xF4\x8F\xBF\xBF") + " AND " + sql;
+      sql = column + " >= " + literal(head) + " AND " + column + " < " +
+            literal(head + "\xF4\x8F\xBF\xBF") + " AND " + sql;
       tightness = kLooseAnd;
     }
   }

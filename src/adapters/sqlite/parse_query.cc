@@ -297,7 +297,7 @@ std::vector<OrderItem> Parser::OrderList() {
     if (Peek().kind == TokenKind::kText) {
       // ORDER BY 'alias': an alias in quotes is taken for the column that bears it.
       item.expr = New(ExprKind::kColumn, Here());
-      item.expr->path = {Take().value};
+      item.expr->path = {AliasName()};
     } else {
       item.expr = Expression();
     }

@@ -128,8 +128,9 @@ std::string Parser::Name() {
 }
 
 std::string Parser::AliasName() {
-  if (Peek().kind == TokenKind::kText) return Take().value;
-  return Name();
+  if (Peek().kind != TokenKind::kText) return Name();
+  if (Peek().value.find('\0') != std::string::npos) RefuseHere("A name holds a NUL character");
+  return Take().value;
 }
 
 ObjectName Parser::Object() {

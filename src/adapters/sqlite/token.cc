@@ -108,6 +108,9 @@ class Tokenizer {
         break;
       }
     }
+    if (kind == TokenKind::kQuotedName && value.find('\0') != std::string::npos) {
+      Refuse(source_, at_, "A name holds a NUL character");
+    }
     Add(kind, end + 1, std::move(value), prefix == 1);
   }
 
