@@ -1,6 +1,7 @@
 #include "engine/report_control.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "catalog/report_row.h"
 #include "engine/report_load.h"
@@ -21,8 +22,8 @@ constexpr int kP = 80;
 
 }  // namespace
 
-ReportControl::ReportControl(WorldState& shared, Control* parent)
-    : Frame(parent, "VorekReport1"), world(shared), Evaluation(shared.ForEvaluation()) {
+ReportControl::ReportControl(WorldState& shared, Control* parent, std::string name)
+    : Frame(parent, std::move(name)), world(shared), Evaluation(shared.ForEvaluation()) {
   lblCaption.Move(0, 0, 6000, 300);
   lblCaption.SetRightToLeft(true);
   for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {
@@ -48,9 +49,11 @@ void ReportControl::ConnectEvents() {
   VorekParameters1.on_clear = [this] { ClearGrids(); };
   VorekParameters1.on_cancel = [this] {
     if (events.Cancel) events.Cancel();
-    IgnoreErrors([&] {
-      if (Parent() != nullptr) Parent()->SetVisible(false);
-    });
+    if (auto* const form = dynamic_cast<Form*>(Parent())) {
+      form->Hide();
+    } else if (Parent() != nullptr) {
+      Parent()->SetVisible(false);
+    }
   };
   flxMain.on_sel_change = [this] { flxMain_SelChange(); };
 }

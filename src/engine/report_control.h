@@ -22,7 +22,8 @@ namespace vorek {
 // over them (report_load, report_run, report_layout, and those of the lower floors).
 class ReportControl : public Frame {
  public:
-  explicit ReportControl(WorldState& world, Control* parent = nullptr);
+  explicit ReportControl(WorldState& world, Control* parent = nullptr,
+                         std::string name = "VorekReport1");
 
   std::string_view Kind() const override { return "VorekReport1"; }
   void KeyDown(int key_code, int shift) override;

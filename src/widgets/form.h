@@ -36,6 +36,8 @@ class Form : public CaptionControl {
 
   // --- Changes by the program ------------------------------------------------------------------
 
+  // Begins with a fresh form (on_load) if it isn't loaded; showing does the same.
+  void Load();
   // Returns when the form is hidden or unloaded.
   void ShowModal();
   void Show();
@@ -50,8 +52,6 @@ class Form : public CaptionControl {
   std::function<void(int key_code, int shift)> on_form_key_down;
 
  private:
-  void Load();
-
   Windows& windows_;
   bool loaded_ = false;
   bool shown_ = false;
