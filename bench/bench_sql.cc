@@ -129,8 +129,7 @@ sqlite3* Plain() {
     Ours();
     sqlite3* db = nullptr;
     sqlite3_open_v2(Path().c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-    sqlite3_exec(db, "pragma cache_size = -65536; pragma temp_store = memory", nullptr, nullptr,
-                 nullptr);
+    sqlite3_exec(db, "pragma cache_size = -65536", nullptr, nullptr, nullptr);
     return db;
   }());
   return plain.get();

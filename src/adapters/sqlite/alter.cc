@@ -105,58 +105,101 @@ std::string TriggerSql(const TableInfo& table, const std::string& name, const st
 
 }  // namespace
 
+namespace {
+
+// The two sides of a foreign key, and the conditions that its triggers go by.
+struct Link {
+  std::string child;
+  std::string parent;
+  std::vector<std::string> columns;  // of the child
+  std::vector<std::string> keys;     // of the parent
+
+  // "p.key = NEW.column AND ..."
+  std::string Pairs(const std::string& of_child, const std::string& of_parent) const {
+    return Each(" AND ", [&](std::size_t i) {
+      return of_parent + QuoteName(keys[i]) + " = " + of_child + QuoteName(columns[i]);
+    });
+  }
+  // No row of the parent has the key that a row of the child names.
+  std::string Orphan(const std::string& row) const {
+    return Each(" AND ",
+                [&](std::size_t i) { return row + QuoteName(columns[i]) + " IS NOT NULL"; }) +
+           " AND NOT EXISTS (SELECT 1 FROM " + QuoteName(parent) + " AS p WHERE " +
+           Pairs(row, "p.") + ")";
+  }
+  std::string Used() const {
+    return "EXISTS (SELECT 1 FROM " + QuoteName(child) + " AS c WHERE " + Pairs("c.", "OLD.") + ")";
+  }
+  std::string KeyChanged() const {
+    return "(" +
+           Each(" OR ",
+                [&](std::size_t i) {
+                  return "OLD." + QuoteName(keys[i]) + " IS NOT NEW." + QuoteName(keys[i]);
+                }) +
+           ")";
+  }
+  // The rows of the child that name the old key take the new one, or NULL.
+  std::string Follow(bool null) const {
+    return "UPDATE " + QuoteName(child) + " SET " +
+           Each(", ",
+                [&](std::size_t i) {
+                  return QuoteName(columns[i]) + " = " +
+                         (null ? "NULL" : "NEW." + QuoteName(keys[i]));
+                }) +
+           " WHERE " + Pairs("", "OLD.");
+  }
+
+  template <typename Text>
+  std::string Each(const std::string& between, Text&& text) const {
+    std::string sql;
+    for (std::size_t i = 0; i < keys.size(); ++i) sql += (i == 0 ? "" : between) + text(i);
+    return sql;
+  }
+};
+
+}  // namespace
+
 void Definer::AddForeignKey(const TableInfo& table, const Constraint& constraint, bool unchecked) {
   if (table.temporary) return;  // a server keeps none on temporary tables either
-  if (!constraint.on_delete.empty() || !constraint.on_update.empty()) {
-    Refuse(source_, constraint.at,
-           "ON DELETE and ON UPDATE of a foreign key that is added to a table are not supported");
-  }
   const TableInfo parent = NeedTable(constraint.references);
-  const std::vector<std::string> keys = ReferencedColumns(constraint, parent);
-  if (keys.size() != constraint.columns.size()) {
+  const Link link{table.name, parent.name, constraint.columns,
+                  ReferencedColumns(constraint, parent)};
+  if (link.keys.size() != link.columns.size()) {
     Refuse(source_, constraint.at, "The foreign key and what it refers to differ in their columns");
   }
   const std::string name = constraint.name.empty() ? "fk " + parent.name : constraint.name;
-  const auto pairs = [&](const std::string& child, const std::string& of_parent) {
-    std::string sql;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      sql += (sql.empty() ? "" : " AND ") + of_parent + QuoteName(keys[i]) + " = " + child +
-             QuoteName(constraint.columns[i]);
-    }
-    return sql;
-  };
-  std::string given;
-  for (const std::string& column : constraint.columns) {
-    given += "NEW." + QuoteName(column) + " IS NOT NULL AND ";
-  }
-  const std::string orphan = given + "NOT EXISTS (SELECT 1 FROM " + QuoteName(parent.name) +
-                             " AS p WHERE " + pairs("NEW.", "p.") + ")";
-  const std::string used =
-      "EXISTS (SELECT 1 FROM " + QuoteName(table.name) + " AS c WHERE " + pairs("c.", "OLD.") + ")";
-  std::string changed;
-  for (const std::string& key : keys) {
-    changed += (changed.empty() ? "" : " OR ") + ("OLD." + QuoteName(key)) + " IS NOT NEW." +
-               QuoteName(key);
-  }
   const std::string message =
-      "The statement conflicted with the FOREIGN KEY constraint \"" + name + "\".";
+      "The statement conflicted with the FOREIGN KEY constraint \"" + name + "\"";
   if (!unchecked) {
-    std::string child;
-    for (const std::string& column : constraint.columns) {
-      child += "c." + QuoteName(column) + " IS NOT NULL AND ";
-    }
     const PreparedPtr check =
-        Prepare(db_, "SELECT 1 FROM " + QuoteName(table.name) + " AS c WHERE " + child +
-                         "NOT EXISTS (SELECT 1 FROM " + QuoteName(parent.name) + " AS p WHERE " +
-                         pairs("c.", "p.") + ")");
-    if (Step(db_, check.get()))
-      Refuse(source_, constraint.at, message.substr(0, message.size() - 1));
+        Prepare(db_, "SELECT 1 FROM " + QuoteName(table.name) + " AS c WHERE " + link.Orphan("c."));
+    if (Step(db_, check.get())) Refuse(source_, constraint.at, message);
   }
-  Run(db_, TriggerSql(table, name, "INSERT", orphan, message));
-  Run(db_, TriggerSql(table, name, "UPDATE", orphan, message));
-  Run(db_, TriggerSql(parent, name + " of " + table.name, "DELETE", used, message));
-  Run(db_, TriggerSql(parent, name + " of " + table.name, "UPDATE", "(" + changed + ") AND " + used,
-                      message));
+  const std::string of_parent = name + " of " + table.name;
+  const auto follow = [&](const char* event, const std::string& when, const std::string& action) {
+    Run(db_, "CREATE TRIGGER main." + QuoteName(parent.name + "." + of_parent + "." + event) +
+                 " AFTER " + event + " ON " + QuoteName(parent.name) + when + " BEGIN " + action +
+                 "; END");
+  };
+  Run(db_, TriggerSql(table, name, "INSERT", link.Orphan("NEW."), message + "."));
+  Run(db_, TriggerSql(table, name, "UPDATE", link.Orphan("NEW."), message + "."));
+  if (constraint.on_delete == "SET DEFAULT" || constraint.on_update == "SET DEFAULT") {
+    Refuse(source_, constraint.at, "SET DEFAULT of an added foreign key is not supported");
+  }
+  if (constraint.on_delete == "CASCADE") {
+    follow("DELETE", "",
+           "DELETE FROM " + QuoteName(table.name) + " WHERE " + link.Pairs("", "OLD."));
+  } else if (constraint.on_delete == "SET NULL") {
+    follow("DELETE", "", link.Follow(true));
+  } else {
+    Run(db_, TriggerSql(parent, of_parent, "DELETE", link.Used(), message + "."));
+  }
+  if (!constraint.on_update.empty()) {
+    follow("UPDATE", " WHEN " + link.KeyChanged(), link.Follow(constraint.on_update == "SET NULL"));
+  } else {
+    Run(db_, TriggerSql(parent, of_parent, "UPDATE", link.KeyChanged() + " AND " + link.Used(),
+                        message + "."));
+  }
 }
 
 void Definer::AddCheck(const TableInfo& table, const Constraint& constraint, bool unchecked) {

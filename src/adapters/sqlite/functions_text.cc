@@ -3,7 +3,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <random>
 #include <string>
 
 #include "adapters/sqlite/functions.h"
@@ -242,9 +241,12 @@ void IntText(sqlite3_context* context, int count, sqlite3_value** values) {
 }
 
 void NewId(sqlite3_context* context, int, sqlite3_value**) {
-  static thread_local std::mt19937_64 random{std::random_device{}()};
-  const std::uint64_t high = (random() & ~0xF000ULL) | 0x4000ULL;
-  const std::uint64_t low = (random() & ~(3ULL << 62U)) | (1ULL << 63U);
+  std::uint64_t high = 0;
+  std::uint64_t low = 0;
+  sqlite3_randomness(sizeof high, &high);
+  sqlite3_randomness(sizeof low, &low);
+  high = (high & ~0xF000ULL) | 0x4000ULL;
+  low = (low & ~(3ULL << 62U)) | (1ULL << 63U);
   char out[40];
   std::snprintf(out, sizeof out, "%08X-%04X-%04X-%04X-%012llX", static_cast<unsigned>(high >> 32U),
                 static_cast<unsigned>((high >> 16U) & 0xFFFFU),

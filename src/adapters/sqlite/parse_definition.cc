@@ -85,7 +85,7 @@ void Parser::TableParts(Statement& table) {
   do {
     if (AtSymbol(")")) return;  // a comma behind the last one, as some tools script it
     const bool constraint = AtWord("constraint") || AtWord("primary") || AtWord("unique") ||
-                            AtWord("foreign") || AtWord("check");
+                            AtWord("foreign") || AtWord("check") || AtWord("default");
     if (constraint) {
       table.constraints.push_back(TableConstraint());
     } else {
