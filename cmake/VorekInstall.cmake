@@ -5,11 +5,13 @@ include(CMakePackageConfigHelpers)
 
 set(VOREK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Vorek)
 
-# vorek_component(TARGET NAME [MODULES PREFIX MODULE...]) names the target Vorek::NAME inside and
-# outside the project and installs it. MODULES are pairs for pkg_check_modules: what the library
-# links besides the core, which a consumer's build has to find again.
+# vorek_component(TARGET NAME [MODULES PREFIX MODULE...] [PACKAGES PACKAGE COMPONENT...]) names the
+# target Vorek::NAME inside and outside the project and installs it. MODULES are pairs for
+# pkg_check_modules, PACKAGES pairs for find_package: what the library links besides the core, which
+# a consumer's build has to find again. The pkg-config module of a package's component is its name
+# behind the package's.
 function(vorek_component target name)
-  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" MODULES)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "MODULES;PACKAGES")
   add_library(Vorek::${name} ALIAS ${target})
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
   if(NOT VOREK_INSTALL)
@@ -18,14 +20,26 @@ function(vorek_component target name)
   install(TARGETS ${target} EXPORT vorek-${name} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(EXPORT vorek-${name} NAMESPACE Vorek:: FILE Vorek-${name}.cmake
           DESTINATION ${VOREK_CMAKE_DIR})
-  _vorek_install_needs(${name} ${arg_MODULES})
-  _vorek_install_module(${target} ${name} ${arg_MODULES})
+  _vorek_install_needs(${name} "${arg_MODULES}" "${arg_PACKAGES}")
+  set(modules ${arg_MODULES})
+  while(arg_PACKAGES)
+    list(POP_FRONT arg_PACKAGES package component)
+    list(APPEND modules ${package} ${package}${component})
+  endwhile()
+  _vorek_install_module(${target} ${name} ${modules})
 endfunction()
 
-# The lines by which the package finds the component's modules again.
-function(_vorek_install_needs name)
+# The lines by which the package finds the component's modules and packages again.
+function(_vorek_install_needs name modules packages)
   set(lines "")
-  set(pairs ${ARGN})
+  while(packages)
+    list(POP_FRONT packages package component)
+    string(APPEND lines "find_package(${package} QUIET COMPONENTS ${component})\n"
+                        "if(NOT ${package}_FOUND)\n"
+                        "  list(APPEND _vorek_missing ${package})\n"
+                        "endif()\n")
+  endwhile()
+  set(pairs ${modules})
   while(pairs)
     list(POP_FRONT pairs prefix module)
     string(APPEND lines "pkg_check_modules(${prefix} QUIET IMPORTED_TARGET ${module})\n"

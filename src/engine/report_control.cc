@@ -20,12 +20,19 @@ constexpr int kF3 = 114;
 constexpr int kF5 = 116;
 constexpr int kP = 80;
 
+// A width that the user drew stays over later runs.
+void KeepWidth(ColumnLayoutTable& layouts, const Grid& grid, std::int32_t col) {
+  if (col > ColumnLayoutTable::kLast) return;
+  layouts[col].width = static_cast<std::int16_t>(std::min(grid.ColWidth(col), 32767));
+}
+
 }  // namespace
 
 ReportControl::ReportControl(WorldState& shared, Control* parent, std::string name)
     : Frame(parent, std::move(name)), world(shared), Evaluation(shared.ForEvaluation()) {
   lblCaption.Move(0, 0, 6000, 300);
   lblCaption.SetRightToLeft(true);
+  lblCaption.SetAlignment(Label::kCentre);
   for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {
     button->Move(0, 0, 1000, 400);
     button->SetVisible(false);
@@ -54,6 +61,12 @@ void ReportControl::ConnectEvents() {
     } else if (Parent() != nullptr) {
       Parent()->SetVisible(false);
     }
+  };
+  flxMain.on_user_resize = [this](std::int32_t col) {
+    KeepWidth(world.process.main.ColumnLayouts, flxMain, col);
+  };
+  flxTranspose.on_user_resize = [this](std::int32_t col) {
+    KeepWidth(world.process.main.TransposeLayouts, flxTranspose, col);
   };
   flxMain.on_sel_change = [this] { flxMain_SelChange(); };
 }

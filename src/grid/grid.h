@@ -66,6 +66,8 @@ class Grid final : public Control, public FlexGrid {
   std::int32_t CellLeft() const;  // of the current cell, from the grid's own left edge
   std::int32_t ColWidth(std::int32_t col) const override { return Column(col).width; }
   std::int32_t RowHeight(std::int32_t row) const override;
+  // False while every row has the same height, so that none needs to be asked for its own.
+  bool RowHeightsDiffer() const { return !row_heights_.empty(); }
   std::int32_t RowHeightMin() const { return row_height_min_; }
   std::int32_t ColAlignment(std::int32_t col) const override { return Column(col).alignment; }
   std::int32_t FixedAlignment(std::int32_t col) const { return Column(col).fixed_alignment; }

@@ -28,6 +28,14 @@ class Label : public CaptionControl {
  public:
   using CaptionControl::CaptionControl;
   std::string_view Kind() const override { return "Label"; }
+
+  static constexpr std::int32_t kLeading = 0;  // right in a right-to-left label
+  static constexpr std::int32_t kCentre = 2;
+  std::int32_t Alignment() const { return alignment_; }
+  void SetAlignment(std::int32_t alignment) { Assign(alignment_, alignment, "Alignment"); }
+
+ private:
+  std::int32_t alignment_ = kLeading;
 };
 
 class Button : public CaptionControl {

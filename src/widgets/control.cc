@@ -18,7 +18,10 @@ Control::Control(Control* parent, std::string name, int index)
 
 Control::~Control() {
   for (Control* child : children_) child->parent_ = nullptr;
-  if (parent_ == nullptr) return;
+  if (parent_ == nullptr) {
+    if (observer_ != nullptr) observer_->RootGone();
+    return;
+  }
   if (ControlObserver* observer = RootObserver()) observer->ChildRemoved(*this);
   Control& root = Root();
   if (root.active_ == this) root.active_ = nullptr;

@@ -22,6 +22,8 @@ class ControlObserver {
   virtual void ChildAdded(Control& child) = 0;
   virtual void ChildRemoved(Control& child) = 0;  // still whole, gone after the call
   virtual void FocusSet(Control& control) = 0;
+  // The root itself is going; its children are gone already. Nothing may be asked of it any more.
+  virtual void RootGone() {}
 };
 
 // A property or method as a script reaches it: by name, with arguments and values as texts.

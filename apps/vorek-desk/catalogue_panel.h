@@ -1,0 +1,40 @@
+#ifndef VOREK_APPS_VOREK_DESK_CATALOGUE_PANEL_H_
+#define VOREK_APPS_VOREK_DESK_CATALOGUE_PANEL_H_
+
+#include <QWidget>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "catalog/report_row.h"
+
+class QLineEdit;
+class QTreeWidget;
+
+namespace vorek::desk {
+
+// A text as it is searched: one letter for the Persian and the Arabic form, digits in Latin.
+QString SearchForm(QString text);
+
+// The reports of a catalogue in groups of a hundred numbers, with a search over numbers and titles.
+class CataloguePanel : public QWidget {
+ public:
+  explicit CataloguePanel(QWidget* parent);
+
+  void Show(const std::vector<CatalogEntry>& catalogue);
+  std::function<void(std::int32_t report)> on_open;
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  void Filter(const QString& words);
+  void OpenCurrent();
+
+  QLineEdit* search_;
+  QTreeWidget* tree_;
+};
+
+}  // namespace vorek::desk
+
+#endif  // VOREK_APPS_VOREK_DESK_CATALOGUE_PANEL_H_

@@ -1,0 +1,104 @@
+#include "connect_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSettings>
+
+namespace vorek::desk {
+namespace {
+
+constexpr int kMostRecent = 10;
+constexpr int kLargest = 2147483647;
+
+QString LoginKey(const QString& db) {
+  return "logins/" + QString::fromLatin1(db.toUtf8().toBase64(QByteArray::Base64UrlEncoding));
+}
+
+QSpinBox* MakeNumber(QDialog* dialog, int largest) {
+  auto* const box = new QSpinBox(dialog);
+  box->setRange(-1, largest);
+  box->setValue(-1);
+  return box;
+}
+
+}  // namespace
+
+QStringList RecentList::All() const { return settings_.value("recent").toStringList(); }
+
+void RecentList::Add(const Login& login) {
+  const QString db = WithoutPasswords(login.db);
+  QStringList all = All();
+  all.removeAll(db);
+  all.prepend(db);
+  settings_.setValue("recent", QStringList(all.mid(0, kMostRecent)));
+  settings_.setValue(LoginKey(db),
+                     QVariantList{login.user, login.position, login.employee, login.period});
+}
+
+Login RecentList::LoginOf(const QString& db) const {
+  const QVariantList numbers = settings_.value(LoginKey(db)).toList();
+  Login login{.db = db};
+  if (numbers.size() != 4) return login;
+  login.user = numbers[0].toInt();
+  login.position = numbers[1].toInt();
+  login.employee = numbers[2].toInt();
+  login.period = numbers[3].toInt();
+  return login;
+}
+
+ConnectDialog::ConnectDialog(const RecentList& recent, QWidget* parent)
+    : QDialog(parent),
+      db_(new QComboBox(this)),
+      user_(MakeNumber(this, 32767)),
+      position_(MakeNumber(this, 32767)),
+      employee_(MakeNumber(this, 32767)),
+      period_(MakeNumber(this, kLargest)) {
+  setWindowTitle("اتصال به پايگاه داده");
+  setLayoutDirection(Qt::RightToLeft);
+  db_->setEditable(true);
+  db_->setLayoutDirection(Qt::LeftToRight);
+  db_->setMinimumContentsLength(48);
+  db_->addItems(recent.All());
+  auto* const browse = new QPushButton("...انتخاب فايل", this);
+  browse->setAutoDefault(false);
+  auto* const buttons = new QDialogButtonBox(this);
+  buttons->addButton("تاييد", QDialogButtonBox::AcceptRole);
+  buttons->addButton("انصراف", QDialogButtonBox::RejectRole);
+  auto* const layout = new QFormLayout(this);
+  auto* const row = new QHBoxLayout;
+  row->addWidget(db_, 1);
+  row->addWidget(browse);
+  layout->addRow("فايل يا رشته اتصال", row);
+  layout->addRow("شماره كاربر", user_);
+  layout->addRow("شماره پست", position_);
+  layout->addRow("شماره كارمند", employee_);
+  layout->addRow("دوره مالي", period_);
+  layout->addRow(buttons);
+  connect(browse, &QPushButton::clicked, this, [this] { Browse(); });
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  const auto take = [this, recent](const QString& db) {
+    const Login login = recent.LoginOf(db);
+    user_->setValue(login.user);
+    position_->setValue(login.position);
+    employee_->setValue(login.employee);
+    period_->setValue(login.period);
+  };
+  connect(db_, &QComboBox::textActivated, this, take);
+  if (db_->count() > 0) take(db_->currentText());
+}
+
+Login ConnectDialog::Given() const {
+  return {db_->currentText(), user_->value(), position_->value(), employee_->value(),
+          period_->value()};
+}
+
+void ConnectDialog::Browse() {
+  const QString file = QFileDialog::getOpenFileName(this, "انتخاب فايل", db_->currentText());
+  if (!file.isEmpty()) db_->setCurrentText(file);
+}
+
+}  // namespace vorek::desk

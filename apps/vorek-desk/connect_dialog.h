@@ -1,0 +1,45 @@
+#ifndef VOREK_APPS_VOREK_DESK_CONNECT_DIALOG_H_
+#define VOREK_APPS_VOREK_DESK_CONNECT_DIALOG_H_
+
+#include <QComboBox>
+#include <QDialog>
+#include <QSpinBox>
+
+#include "session.h"
+
+class QSettings;
+
+namespace vorek::desk {
+
+// The connections that were used, the last one first; passwords aren't kept.
+class RecentList {
+ public:
+  explicit RecentList(QSettings& settings) : settings_(settings) {}
+  QStringList All() const;
+  void Add(const Login& login);
+  // The user's numbers that were last given for a connection.
+  Login LoginOf(const QString& db) const;
+
+ private:
+  QSettings& settings_;
+};
+
+// Asks for a database and for the user's numbers.
+class ConnectDialog : public QDialog {
+ public:
+  ConnectDialog(const RecentList& recent, QWidget* parent);
+  Login Given() const;
+
+ private:
+  void Browse();
+
+  QComboBox* db_;
+  QSpinBox* user_;
+  QSpinBox* position_;
+  QSpinBox* employee_;
+  QSpinBox* period_;
+};
+
+}  // namespace vorek::desk
+
+#endif  // VOREK_APPS_VOREK_DESK_CONNECT_DIALOG_H_

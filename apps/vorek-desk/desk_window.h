@@ -1,0 +1,57 @@
+#ifndef VOREK_APPS_VOREK_DESK_DESK_WINDOW_H_
+#define VOREK_APPS_VOREK_DESK_DESK_WINDOW_H_
+
+#include <QMainWindow>
+#include <memory>
+
+#include "catalogue_panel.h"
+#include "session.h"
+
+class QLabel;
+class QSettings;
+class QSplitter;
+class QTabWidget;
+
+namespace vorek::desk {
+
+class ReportTab;
+
+// The window: the catalogue on the right, reports in tabs, the user and the day below.
+class DeskWindow : public QMainWindow {
+ public:
+  // The settings must outlive the window.
+  explicit DeskWindow(QSettings& settings);
+  ~DeskWindow() override;
+
+  // Connects and shows the catalogue; a failure is told, and false returned.
+  bool Connect(const Login& login);
+  // Asks for a database and a user, until a connection stands or the user gives up.
+  void AskForConnection();
+  // Opens the reports that were open when the window was last closed on this database.
+  void ReopenTabs();
+  // Shows a report in a tab of its own, or the tab that shows it already.
+  ReportTab* OpenReport(std::int32_t report);
+  ReportTab* CurrentTab() const;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void MakeActions();
+  void MakeStatusBar();
+  void CloseTab(int index);
+  void Remember();
+  QString TabsKey() const;
+
+  QSettings& settings_;
+  std::unique_ptr<Session> session_;
+  QSplitter* splitter_;
+  CataloguePanel* catalogue_;
+  QTabWidget* tabs_;
+  QLabel* user_;
+  QLabel* day_;
+};
+
+}  // namespace vorek::desk
+
+#endif  // VOREK_APPS_VOREK_DESK_DESK_WINDOW_H_

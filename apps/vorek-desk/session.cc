@@ -1,0 +1,80 @@
+#include "session.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <utility>
+
+#include "engine/shared_helpers.h"
+#include "engine/world_state.h"
+#include "text/persian_date.h"
+#include "text/utf8.h"
+#include "vorek/qt.h"
+#include "vorek/sqlite.h"
+#include "vorek/system.h"
+#ifdef VOREK_WITH_ODBC
+#include "vorek/odbc.h"
+#endif
+
+namespace vorek::desk {
+
+std::string ConnectionString(const QString& db) {
+  std::string text = db.trimmed().toStdString();
+  if (text::StartsWithIgnoreCase(text, "Provider=")) return text;
+  return "Provider=VorekSQLite;Data Source=" + text;
+}
+
+QString WithoutPasswords(const QString& db) {
+  QStringList kept;
+  for (const QString& piece : db.split(';')) {
+    const QString key = piece.section('=', 0, 0).trimmed().toLower();
+    if (key != "pwd" && key != "password") kept << piece;
+  }
+  return kept.join(';');
+}
+
+Session::Session(Login login) : login_(std::move(login)), world_(MakeWorld()) {
+  Process& process = world_->State().process;
+  process.data.Rebind(ConnectionString(login_.db));
+  catalogue_ = ReadCatalog(process.dten().rssqlGeneral1);
+  process.main.GlobalUserID = login_.user;
+  process.main.GlobalPositionID = login_.position;
+  process.main.GlobalEmployeeID = login_.employee;
+  LoadUserInfo(process);
+  user_name_ = process.main.UserFullName;
+}
+
+std::unique_ptr<World> Session::MakeWorld() const {
+  WorldOptions options;
+  options.providers = {SqliteProvider()};
+#ifdef VOREK_WITH_ODBC
+  options.providers.push_back(OdbcProvider());
+#endif
+  AddQtServices(options);
+  AddSystemServices(options);
+  return std::make_unique<World>(std::move(options));
+}
+
+QString Session::TitleOf(std::int32_t report) const {
+  const auto found =
+      std::find_if(catalogue_.begin(), catalogue_.end(),
+                   [report](const CatalogEntry& entry) { return entry.id == report; });
+  return found == catalogue_.end() ? QString() : QString::fromStdString(found->title);
+}
+
+QString TodayInPersian() {
+  static constexpr const char* kDays[] = {"شنبه",     "يكشنبه",  "دوشنبه", "سه شنبه",
+                                          "چهارشنبه", "پنجشنبه", "جمعه"};
+  static constexpr const char* kMonths[] = {"فروردين", "ارديبهشت", "خرداد", "تير",
+                                            "مرداد",   "شهريور",   "مهر",   "آبان",
+                                            "آذر",     "دي",       "بهمن",  "اسفند"};
+  const DateTime now = MachineClock()->Now();
+  const text::CalendarDate today{now.year, now.month, now.day};
+  const text::CalendarDate persian = text::ToPersian(today);
+  return QString("%1 %2 %3 %4")
+      .arg(kDays[text::PersianWeekday(today)])
+      .arg(persian.day)
+      .arg(kMonths[persian.month - 1])
+      .arg(persian.year);
+}
+
+}  // namespace vorek::desk

@@ -1,0 +1,55 @@
+#ifndef VOREK_APPS_VOREK_DESK_SESSION_H_
+#define VOREK_APPS_VOREK_DESK_SESSION_H_
+
+#include <QString>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "catalog/report_row.h"
+#include "vorek/world.h"
+
+namespace vorek::desk {
+
+// Who works with which database.
+struct Login {
+  QString db;  // a connection string, or the file of an embedded database
+  int user = -1;
+  int position = -1;
+  int employee = -1;
+  int period = -1;
+};
+
+// The connection string that a text stands for.
+std::string ConnectionString(const QString& db);
+// The same text without passwords, to be kept.
+QString WithoutPasswords(const QString& db);
+
+// A database that is open for one user. Each report gets a world of its own, so that reports in
+// two tabs don't share their column layouts.
+class Session {
+ public:
+  // Connects. Throws Error with the provider's reason.
+  explicit Session(Login login);
+
+  const Login& Who() const { return login_; }
+  const std::vector<CatalogEntry>& Catalogue() const { return catalogue_; }
+  // Empty for a report that isn't in the catalogue.
+  QString TitleOf(std::int32_t report) const;
+  const std::string& UserName() const { return user_name_; }
+  std::unique_ptr<World> MakeWorld() const;
+
+ private:
+  Login login_;
+  std::unique_ptr<World> world_;
+  std::vector<CatalogEntry> catalogue_;
+  std::string user_name_;
+};
+
+// "سه شنبه 3 آذر 1404", by the machine's clock.
+QString TodayInPersian();
+
+}  // namespace vorek::desk
+
+#endif  // VOREK_APPS_VOREK_DESK_SESSION_H_

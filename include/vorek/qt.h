@@ -1,0 +1,84 @@
+#ifndef VOREK_QT_H_
+#define VOREK_QT_H_
+
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+#include "vorek/report.h"
+#include "vorek/world.h"
+
+namespace vorek {
+
+// Gives the options a screen by Qt, and has their providers, which must stand in them already, run
+// statements on threads of their own: windows stay alive meanwhile, and Escape or a button cancels.
+// REQUIRES a QApplication; the world is to be used from its thread.
+void AddQtServices(WorldOptions& options);
+
+// A report control as a widget of a host. It takes the width and height that its layout gives it,
+// and follows the application's font and palette.
+class VorekReportWidget : public QWidget {
+  Q_OBJECT
+  Q_PROPERTY(int UserID READ UserID WRITE SetUserID)
+  Q_PROPERTY(int PositionID READ PositionID WRITE SetPositionID)
+  Q_PROPERTY(int EmployeeID READ EmployeeID WRITE SetEmployeeID)
+  Q_PROPERTY(int PeriodID READ PeriodID WRITE SetPeriodID)
+  Q_PROPERTY(QString OleConnectionString READ OleConnectionString WRITE SetOleConnectionString)
+  Q_PROPERTY(bool Editable READ Editable WRITE SetEditable)
+  Q_PROPERTY(QString Title READ Title)
+
+ public:
+  // The world must outlive the widget.
+  explicit VorekReportWidget(World& world, QWidget* parent = nullptr);
+  ~VorekReportWidget() override;
+
+  // The control behind it, with everything that isn't repeated here. Its Events() are taken by the
+  // signals below; a host that assigns one of them takes the event over.
+  VorekReport1& Report();
+
+  // See VorekReport1::View. An error on the way goes to Failed and gives false.
+  bool View(int ID, const QString& inParameterString = {}, const QString& inCallerStringValue = {});
+
+  int UserID() const;
+  void SetUserID(int id);
+  int PositionID() const;
+  void SetPositionID(int id);
+  int EmployeeID() const;
+  void SetEmployeeID(int id);
+  int PeriodID() const;
+  void SetPeriodID(int id);
+  QString OleConnectionString() const;
+  void SetOleConnectionString(const QString& text);
+  bool Editable() const;
+  void SetEditable(bool on);
+  QString Title() const;
+
+ Q_SIGNALS:
+  // A slot that is connected directly may set *Cancel, which ends the drill-through.
+  void DblClick(bool* Cancel);
+  void KeyDown(int KeyCode, int Shift);
+  void Cancel();
+  void ViewCelChange();
+  void InvokeClearShow(int FormTypeID, const QString& InvokedValueStr);
+  void InvokeView(int FormTypeID, const QString& UniqueWC, const QString& InvokedValueStr);
+  // An error that nothing in the control caught. Unless a slot is connected, it is shown.
+  void Failed(const QString& description);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  bool event(QEvent* event) override;
+
+ private:
+  struct Parts;
+
+  void ConnectEvents();
+  void TakeSize();
+  void Tell(const QString& failure);
+
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_QT_H_

@@ -1,0 +1,107 @@
+#include "adapters/qt/form_window.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <utility>
+
+#include "adapters/qt/control_view.h"
+
+namespace vorek::qt {
+
+FormWindow::FormWindow(Form& form, QWidget* over)
+    : QWidget(over, Qt::Dialog), form_(&form), fixed_(!form.on_resize) {
+  setLayoutDirection(Qt::RightToLeft);
+  presenter_ = std::make_unique<Presenter>(form, *this);
+  presenter_->on_root_changed = [this](std::string_view property) { Follow(property); };
+  presenter_->on_failure = [this](const QString& text) {
+    if (on_failure) on_failure(text);
+  };
+  presenter_->on_root_gone = [this] {
+    form_ = nullptr;
+    Ended();
+  };
+  Follow("Caption");
+  TakeSize();
+}
+
+void FormWindow::Open() {
+  const QWidget* const over = parentWidget();
+  const QRect around = over != nullptr ? over->window()->frameGeometry()
+                                       : QGuiApplication::primaryScreen()->availableGeometry();
+  QRect place(QPoint(0, 0), size());
+  place.moveCenter(around.center());
+  move(place.topLeft());
+  show();
+  activateWindow();
+}
+
+void FormWindow::Follow(std::string_view property) {
+  if (property == "Caption") setWindowTitle(ToQt(form_->Caption()));
+  if (property == "Width" || property == "Height") TakeSize();
+  if (property == "Visible" && !form_->Visible()) Ended();
+}
+
+void FormWindow::Ended() {
+  hide();
+  if (on_hidden) on_hidden();
+}
+
+void FormWindow::TakeSize() {
+  const bool was_sizing = std::exchange(sizing_, true);
+  const Scale& scale = presenter_->Measure();
+  const QSize size(scale.Pixels(form_->Width()), scale.Pixels(form_->Height()));
+  if (fixed_) {
+    setFixedSize(size);
+  } else {
+    resize(size);
+  }
+  sizing_ = was_sizing;
+}
+
+void FormWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (form_ == nullptr || std::exchange(sizing_, true)) return;
+  const Scale& scale = presenter_->Measure();
+  if (!fixed_) {
+    presenter_->Feed([&] {
+      form_->Move(form_->Left(), form_->Top(), scale.Twips(width()), scale.Twips(height()));
+    });
+  }
+  sizing_ = false;
+}
+
+void FormWindow::Release() {
+  presenter_.reset();
+  form_ = nullptr;
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+  if (form_ == nullptr) return;
+  if (form_->Shown()) presenter_->Feed([this] { form_->CloseBox(); });
+  if (form_->Shown()) event->ignore();
+}
+
+// A key that no control of the form has the focus for.
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+  if (form_ == nullptr) return;
+  if (focusWidget() == nullptr || focusWidget() == this) presenter_->KeyDown(*form_, *event);
+}
+
+// The control that the form made the active one, else the first one, gets the focus.
+void FormWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (presenter_ != nullptr) presenter_->Sync();
+  if (focusWidget() == nullptr) focusNextChild();
+}
+
+bool FormWindow::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationFontChange && form_ != nullptr) {
+    presenter_->SetAll();
+    TakeSize();
+  }
+  return QWidget::event(event);
+}
+
+}  // namespace vorek::qt

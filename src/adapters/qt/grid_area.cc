@@ -1,0 +1,143 @@
+#include "adapters/qt/grid_area.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+#include "adapters/qt/grid_painter.h"
+
+// What the area shows; grid_area_input.cc holds what the user does in it.
+namespace vorek::qt {
+
+GridArea::GridArea(Grid& grid, QWidget* parent,
+                   std::function<void(const std::function<void()>&)> feed)
+    : QAbstractScrollArea(parent),
+      grid_(&grid),
+      geometry_(std::make_unique<GridGeometry>(grid)),
+      feed_(std::move(feed)) {
+  setFocusPolicy(Qt::StrongFocus);
+  viewport()->setMouseTracking(true);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
+    connect(bar, &QScrollBar::valueChanged, this, [this] { BarMoved(); });
+  }
+  Restyle();
+}
+
+QRect GridArea::CellRect(std::int32_t row, std::int32_t col) const {
+  return grid_ == nullptr ? QRect() : geometry_->CellRect({row, col});
+}
+
+void GridArea::RowsChanged() {
+  geometry_->Invalidate();
+  LayoutChanged();
+}
+
+void GridArea::LayoutChanged() {
+  viewport()->update();
+  if (std::exchange(bars_pending_, true)) return;
+  QMetaObject::invokeMethod(
+      this, [this] { SyncBars(); }, Qt::QueuedConnection);
+}
+
+void GridArea::SelectionChanged() { viewport()->update(); }
+
+void GridArea::Restyle() {
+  if (grid_ == nullptr) return;
+  setFont(Scale::Font(grid_->FontSize()));
+  geometry_->SetFont(font(), Scale::OfApplication());
+  LayoutChanged();
+}
+
+void GridArea::SyncBars() {
+  bars_pending_ = false;
+  if (grid_ == nullptr) return;
+  syncing_ = true;
+  geometry_->SetViewport(viewport()->size());
+  verticalScrollBar()->setRange(0, geometry_->LastTopPlace());
+  verticalScrollBar()->setPageStep(geometry_->PageRows());
+  verticalScrollBar()->setSingleStep(1);
+  verticalScrollBar()->setValue(geometry_->Visible().PlaceOf(grid_->TopRow()));
+  const std::vector<std::int32_t> columns = geometry_->ScrollColumns();
+  horizontalScrollBar()->setRange(0, geometry_->LastLeftPlace(columns));
+  horizontalScrollBar()->setPageStep(1);
+  horizontalScrollBar()->setValue(static_cast<int>(
+      std::lower_bound(columns.begin(), columns.end(), grid_->LeftCol()) - columns.begin()));
+  syncing_ = false;
+}
+
+void GridArea::BarMoved() {
+  if (syncing_ || grid_ == nullptr) return;
+  const std::vector<std::int32_t> columns = geometry_->ScrollColumns();
+  const VisibleRows& rows = geometry_->Visible();
+  const auto place = static_cast<std::size_t>(horizontalScrollBar()->value());
+  const std::int32_t left = place < columns.size() ? columns[place] : grid_->LeftCol();
+  const std::int32_t top = verticalScrollBar()->value() < rows.Count()
+                               ? rows.RowAt(verticalScrollBar()->value())
+                               : grid_->TopRow();
+  feed_([&] { grid_->ScrollByUser(top, left); });
+  viewport()->update();
+}
+
+void GridArea::paintEvent(QPaintEvent* event) {
+  QPainter painter(viewport());
+  if (grid_ == nullptr) {
+    painter.fillRect(event->rect(), palette().base());
+    return;
+  }
+  painter.setFont(font());
+  GridPainter(*grid_, *geometry_, painter, palette(), hasFocus()).Paint(event->rect());
+}
+
+void GridArea::resizeEvent(QResizeEvent* event) {
+  QAbstractScrollArea::resizeEvent(event);
+  geometry_->SetViewport(viewport()->size());
+  LayoutChanged();
+}
+
+void GridArea::focusInEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusInEvent(event);
+  viewport()->update();
+}
+
+void GridArea::focusOutEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusOutEvent(event);
+  viewport()->update();
+}
+
+void GridArea::changeEvent(QEvent* event) {
+  QAbstractScrollArea::changeEvent(event);
+  if (event->type() == QEvent::LayoutDirectionChange || event->type() == QEvent::PaletteChange) {
+    LayoutChanged();
+  }
+}
+
+double GridArea::Twips(double pixels) const { return Scale::OfApplication().Twips(pixels); }
+
+// Shows the cell, if it isn't in view already.
+void GridArea::ScrollTo(std::int32_t row, std::int32_t col) {
+  const VisibleRows& rows = geometry_->Visible();
+  std::int32_t top = grid_->TopRow();
+  if (row >= grid_->FixedRows()) {
+    const std::int32_t place = rows.PlaceOf(row);
+    const std::int32_t first = rows.PlaceOf(top);
+    const std::int32_t page = geometry_->PageRows();
+    if (place < first) top = row;
+    if (place >= first + page) top = rows.RowAt(std::max(place - page + 1, 0));
+  }
+  std::int32_t left = grid_->LeftCol();
+  if (col >= grid_->FixedCols() && col < left) left = col;
+  while (left < col && left < grid_->Cols() - 1) {
+    grid_->ScrollByUser(top, left);
+    const QRect rect = geometry_->CellRect({row, col});
+    if (!rect.isEmpty() && viewport()->rect().contains(rect)) break;
+    ++left;
+  }
+  if (top != grid_->TopRow() || left != grid_->LeftCol()) grid_->ScrollByUser(top, left);
+  LayoutChanged();
+}
+
+}  // namespace vorek::qt

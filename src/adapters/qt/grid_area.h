@@ -1,0 +1,76 @@
+#ifndef VOREK_ADAPTERS_QT_GRID_AREA_H_
+#define VOREK_ADAPTERS_QT_GRID_AREA_H_
+
+#include <QAbstractScrollArea>
+#include <functional>
+#include <memory>
+
+#include "adapters/qt/grid_geometry.h"
+#include "grid/grid.h"
+
+namespace vorek::qt {
+
+// A window onto a headless grid: paints from it, scrolls by whole rows and columns, and tells the
+// grid what mouse and keys do. It keeps no cell.
+class GridArea : public QAbstractScrollArea {
+ public:
+  // feed runs what the user does. The grid may go before the area does, after Forget.
+  GridArea(Grid& grid, QWidget* parent, std::function<void(const std::function<void()>&)> feed);
+
+  void Forget() { grid_ = nullptr; }
+  Grid* Shown() const { return grid_; }
+  GridGeometry& Geometry() { return *geometry_; }
+  // For tests and accessibility: where a cell stands in the viewport, empty if out of view.
+  QRect CellRect(std::int32_t row, std::int32_t col) const;
+
+  // The grid has changed: scroll bars follow when the event loop is back, the picture too.
+  void RowsChanged();
+  void LayoutChanged();
+  void SelectionChanged();
+  void Restyle();
+  // Brings the scroll bars up to date now.
+  void SyncBars();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void Press(GridCell cell, QMouseEvent& event);
+  void SelectAt(GridCell cell, bool extend);
+  void DragTo(QPoint point);
+  void BarMoved();
+  void DragEdge(int x);
+  bool MoveByKey(const QKeyEvent& event);
+  void MoveTo(std::int32_t row, std::int32_t col, bool extend);
+  std::int32_t StepRow(std::int32_t by) const;
+  std::int32_t StepCol(std::int32_t by) const;
+  void ScrollTo(std::int32_t row, std::int32_t col);
+  void PressHeader(int button);
+  void Copy();
+  double Twips(double pixels) const;
+
+  Grid* grid_;
+  std::unique_ptr<GridGeometry> geometry_;
+  std::function<void(const std::function<void()>&)> feed_;
+  bool bars_pending_ = false;
+  bool syncing_ = false;
+  GridCell pressed_;             // of the left button, until it is up
+  bool dragging_ = false;        // the left button is down in the data
+  bool double_clicked_ = false;  // the next release ends a double click
+  std::int32_t drawn_col_ = -1;  // the column whose edge is being drawn
+};
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_ADAPTERS_QT_GRID_AREA_H_

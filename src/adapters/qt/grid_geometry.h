@@ -1,0 +1,76 @@
+#ifndef VOREK_ADAPTERS_QT_GRID_GEOMETRY_H_
+#define VOREK_ADAPTERS_QT_GRID_GEOMETRY_H_
+
+#include <QFont>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <cstdint>
+#include <vector>
+
+#include "adapters/qt/scale.h"
+#include "adapters/qt/visible_rows.h"
+#include "grid/grid.h"
+
+namespace vorek::qt {
+
+// A row or column in view, in pixels; start is the left or top edge.
+struct Span {
+  std::int32_t index = 0;
+  int start = 0;
+  int size = 0;
+};
+
+struct GridCell {
+  std::int32_t row = -1;
+  std::int32_t col = -1;
+  bool operator==(const GridCell&) const = default;
+};
+
+// Where the cells of a grid stand in a viewport: fixed rows and columns first, then those from
+// TopRow and LeftCol on; columns run from the right in a right-to-left grid.
+class GridGeometry {
+ public:
+  explicit GridGeometry(const Grid& grid) : grid_(grid), rows_(grid) {}
+
+  // After a change of the grid's rows or of the grid's font.
+  void Invalidate() { rows_.Invalidate(); }
+  void SetFont(const QFont& font, const Scale& scale);
+  void SetViewport(QSize size) { viewport_ = size; }
+
+  std::vector<Span> Columns() const;
+  std::vector<Span> Rows() const;
+  int ColumnPixels(std::int32_t col) const { return scale_.Pixels(grid_.ColWidth(col)); }
+  // Never less than a line of the font needs, unless it is hidden.
+  int RowPixels(std::int32_t row) const;
+
+  // -1 outside.
+  GridCell CellAt(QPoint point) const;
+  // Empty for a cell that isn't in view.
+  QRect CellRect(GridCell cell) const;
+  // The column whose trailing edge lies under a point of the header, -1 for none.
+  std::int32_t EdgeAt(QPoint point) const;
+
+  const VisibleRows& Visible() const { return rows_; }
+  // How many rows fit whole from the top row on; at least 1.
+  std::int32_t PageRows() const;
+  // The place of the last row that may stand on top.
+  std::int32_t LastTopPlace() const;
+  // The scrollable columns that aren't hidden, and the last of them that may stand first.
+  std::vector<std::int32_t> ScrollColumns() const;
+  std::int32_t LastLeftPlace(const std::vector<std::int32_t>& columns) const;
+
+ private:
+  int FixedPixels() const;
+  int HeaderPixels() const;
+
+  const Grid& grid_;
+  VisibleRows rows_;
+  Scale scale_ = Scale::OfApplication();
+  int line_pixels_ = 16;
+  QSize viewport_;
+};
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_ADAPTERS_QT_GRID_GEOMETRY_H_

@@ -1,0 +1,145 @@
+#include "adapters/qt/grid_painter.h"
+
+#include <QStyle>
+#include <QStyleOption>
+#include <algorithm>
+
+#include "adapters/qt/colors.h"
+#include "adapters/qt/control_view.h"
+
+namespace vorek::qt {
+namespace {
+
+constexpr int kMargin = 3;  // pixels between a cell's edge and its text
+constexpr std::int8_t kFlat = 0;
+constexpr std::int8_t kRaised = 1;
+
+QFont Bold(QFont font) {
+  font.setBold(true);
+  return font;
+}
+
+// 1 left, 4 centre, 7 right; the numbers beside each of them are its top and its bottom.
+Qt::Alignment Horizontal(std::int32_t alignment) {
+  if (alignment >= 6 && alignment <= 8) return Qt::AlignRight | Qt::AlignAbsolute;
+  if (alignment >= 3 && alignment <= 5) return Qt::AlignHCenter;
+  return Qt::AlignLeft | Qt::AlignAbsolute;
+}
+
+// A text runs from the right as soon as it holds a letter that does, so that a name with a number
+// before it stays in order, and a negative number keeps its sign on its left.
+bool RunsFromRight(const QString& text) {
+  return std::any_of(text.begin(), text.end(), [](QChar character) {
+    const QChar::Direction direction = character.direction();
+    return direction == QChar::DirR || direction == QChar::DirAL;
+  });
+}
+
+QColor Mixed(const QColor& a, const QColor& b, double part) {
+  const auto mix = [part](int x, int y) { return qRound(x * (1 - part) + y * part); };
+  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+}  // namespace
+
+GridPainter::GridPainter(const Grid& grid, const GridGeometry& geometry, QPainter& painter,
+                         const QPalette& palette, bool focused)
+    : grid_(grid),
+      geometry_(geometry),
+      painter_(painter),
+      palette_(palette),
+      focused_(focused),
+      plain_(painter.font()),
+      bold_(Bold(painter.font())),
+      metrics_(plain_),
+      bold_metrics_(bold_),
+      lines_(Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.25)) {}
+
+void GridPainter::Paint(QRect area) {
+  painter_.fillRect(area, palette_.color(QPalette::Base));
+  const std::vector<Span> columns = geometry_.Columns();
+  for (const Span& row : geometry_.Rows()) {
+    if (row.start > area.bottom() || row.start + row.size <= area.top()) continue;
+    for (const Span& col : columns) {
+      const QRect rect(col.start, row.start, col.size, row.size);
+      if (rect.intersects(area)) PaintCell({row.index, col.index}, rect);
+    }
+  }
+  PaintFocus();
+}
+
+bool GridPainter::IsSelected(GridCell cell) const {
+  constexpr std::int32_t kWithFocus = 2;
+  if (grid_.HighLight() == 0 || (grid_.HighLight() == kWithFocus && !focused_)) return false;
+  const auto [top, bottom] = std::minmax(grid_.Row(), grid_.RowSel());
+  const auto [first, last] = std::minmax(grid_.Col(), grid_.ColSel());
+  return cell.row >= top && cell.row <= bottom && cell.col >= first && cell.col <= last;
+}
+
+GridPainter::Look GridPainter::LookOf(GridCell cell) const {
+  const CellFormat format = grid_.FormatAt(cell.row, cell.col);
+  Look look;
+  const bool fixed = IsFixed(cell);
+  look.alignment = format.alignment >= 0 ? format.alignment
+                   : fixed               ? grid_.FixedAlignment(cell.col)
+                                         : grid_.ColAlignment(cell.col);
+  look.style = format.text_style;
+  look.bold = format.bold;
+  const CellColors colors = ColorsOf(format.back_color, format.fore_color, palette_);
+  look.back = colors.back;
+  look.text = colors.text;
+  if (fixed && format.back_color < 0) {
+    look.back = palette_.color(QPalette::Button);
+    if (format.fore_color < 0) look.text = palette_.color(QPalette::ButtonText);
+  }
+  if (!fixed && IsSelected(cell)) {
+    look.back =
+        palette_.color(focused_ ? QPalette::Active : QPalette::Inactive, QPalette::Highlight);
+    look.text =
+        palette_.color(focused_ ? QPalette::Active : QPalette::Inactive, QPalette::HighlightedText);
+  }
+  return look;
+}
+
+void GridPainter::PaintCell(GridCell cell, QRect rect) {
+  const Look look = LookOf(cell);
+  painter_.fillRect(rect, look.back);
+  painter_.setPen(lines_);
+  painter_.drawLine(rect.bottomLeft(), rect.bottomRight());
+  if (grid_.RightToLeft()) {
+    painter_.drawLine(rect.topLeft(), rect.bottomLeft());
+  } else {
+    painter_.drawLine(rect.topRight(), rect.bottomRight());
+  }
+  const std::string_view text = grid_.CellView(cell.row, cell.col, scratch_);
+  if (!text.empty()) PaintText(ToQt(text), rect.adjusted(kMargin, 0, -kMargin, -1), look);
+}
+
+void GridPainter::PaintText(const QString& text, QRect rect, const Look& look) {
+  const QFontMetrics& metrics = look.bold ? bold_metrics_ : metrics_;
+  painter_.setFont(look.bold ? bold_ : plain_);
+  painter_.setLayoutDirection(RunsFromRight(text) ? Qt::RightToLeft : Qt::LeftToRight);
+  const int flags =
+      static_cast<int>(Horizontal(look.alignment) | Qt::AlignVCenter) | Qt::TextSingleLine;
+  // A number that doesn't fit must not look like a smaller one.
+  const bool fits = metrics.horizontalAdvance(text) <= rect.width();
+  const QString shown = fits ? text : metrics.elidedText(text, Qt::ElideRight, rect.width());
+  if (look.style != kFlat) {
+    const int step = look.style == kRaised ? -1 : 1;
+    painter_.setPen(Mixed(look.back, Qt::white, 0.8));
+    painter_.drawText(rect.translated(step, step), flags, shown);
+  }
+  painter_.setPen(look.text);
+  painter_.drawText(rect, flags, shown);
+}
+
+void GridPainter::PaintFocus() {
+  if (!focused_ || grid_.FocusRect() == 0) return;
+  const QRect rect = geometry_.CellRect({grid_.Row(), grid_.Col()});
+  if (rect.isEmpty()) return;
+  painter_.setPen(QPen(palette_.color(QPalette::Text), 1, Qt::DotLine));
+  painter_.setBrush(Qt::NoBrush);
+  painter_.drawRect(rect.adjusted(0, 0, -1, -2));
+}
+
+}  // namespace vorek::qt

@@ -1,0 +1,55 @@
+#ifndef VOREK_ADAPTERS_QT_GRID_PAINTER_H_
+#define VOREK_ADAPTERS_QT_GRID_PAINTER_H_
+
+#include <QFont>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QPalette>
+#include <string>
+
+#include "adapters/qt/grid_geometry.h"
+#include "grid/grid.h"
+
+namespace vorek::qt {
+
+// Paints what of a grid is in view, straight from its texts and formats.
+class GridPainter {
+ public:
+  GridPainter(const Grid& grid, const GridGeometry& geometry, QPainter& painter,
+              const QPalette& palette, bool focused);
+
+  void Paint(QRect area);
+
+ private:
+  struct Look {
+    QColor back;
+    QColor text;
+    std::int32_t alignment = 1;
+    std::int8_t style = 0;
+    bool bold = false;
+  };
+  void PaintCell(GridCell cell, QRect rect);
+  void PaintText(const QString& text, QRect rect, const Look& look);
+  void PaintFocus();
+  Look LookOf(GridCell cell) const;
+  bool IsFixed(GridCell cell) const {
+    return cell.row < grid_.FixedRows() || cell.col < grid_.FixedCols();
+  }
+  bool IsSelected(GridCell cell) const;
+
+  const Grid& grid_;
+  const GridGeometry& geometry_;
+  QPainter& painter_;
+  const QPalette& palette_;
+  bool focused_;
+  QFont plain_;
+  QFont bold_;
+  QFontMetrics metrics_;
+  QFontMetrics bold_metrics_;
+  QColor lines_;
+  std::string scratch_;
+};
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_ADAPTERS_QT_GRID_PAINTER_H_

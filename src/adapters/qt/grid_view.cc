@@ -1,0 +1,64 @@
+#include <algorithm>
+#include <array>
+
+#include "adapters/qt/grid_accessible.h"
+#include "adapters/qt/grid_area.h"
+#include "adapters/qt/view_registry.h"
+
+namespace vorek::qt {
+namespace {
+
+class GridView : public ControlView {
+ public:
+  GridView(Presenter& presenter, Grid& grid, QWidget& parent)
+      : ControlView(presenter, grid,
+                    new GridArea(grid, &parent,
+                                 [this](const std::function<void()>& event) { Feed(event); })),
+        grid_(grid) {
+    InstallGridAccessibility();
+  }
+
+  void Set(std::string_view property) override {
+    constexpr std::array<std::string_view, 3> kRows = {"Rows", "Cells", "RowHeight"};
+    constexpr std::array<std::string_view, 7> kLayout = {
+        "Cols", "ColWidth", "FixedRows", "FixedCols", "TopRow", "LeftCol", "ColAlignment"};
+    const auto is_in = [property](const auto& names) {
+      return std::find(names.begin(), names.end(), property) != names.end();
+    };
+    if (is_in(kRows)) {
+      Area().RowsChanged();
+    } else if (is_in(kLayout)) {
+      Area().LayoutChanged();
+    } else if (property == "FontSize") {
+      Area().Restyle();
+    } else if (property == "Selection") {
+      Area().SelectionChanged();
+      TellSelection(Area());
+    } else if (property == "Formats" || property == "FocusRect" || property == "HighLight") {
+      Area().viewport()->update();
+    } else {
+      ControlView::Set(property);
+    }
+  }
+  void SetAll() override {
+    ControlView::SetAll();
+    Area().Restyle();
+    Area().RowsChanged();
+  }
+
+ protected:
+  void Forget() override { Area().Forget(); }
+
+ private:
+  GridArea& Area() { return static_cast<GridArea&>(Widget()); }
+
+  Grid& grid_;
+};
+
+}  // namespace
+
+ControlView* MakeGridView(Presenter& presenter, Control& control, QWidget& parent) {
+  return new GridView(presenter, static_cast<Grid&>(control), parent);
+}
+
+}  // namespace vorek::qt

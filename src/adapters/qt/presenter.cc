@@ -1,0 +1,162 @@
+#include "adapters/qt/presenter.h"
+
+#include <QLabel>
+#include <QMetaObject>
+#include <algorithm>
+
+#include "adapters/qt/control_view.h"
+#include "adapters/qt/key_codes.h"
+#include "adapters/qt/view_registry.h"
+#include "widgets/form.h"
+
+namespace vorek::qt {
+
+Presenter::Presenter(Control& root, QWidget& window) : root_(&root), window_(window) {
+  Sync();
+  root.SetObserver(this);
+}
+
+Presenter::~Presenter() {
+  if (root_ != nullptr) root_->SetObserver(nullptr);
+  for (const auto& [control, view] : views_) view->Retire();
+}
+
+ControlView* Presenter::ViewOf(const Control& control) const {
+  const auto found = views_.find(&control);
+  return found == views_.end() ? nullptr : found->second;
+}
+
+void Presenter::Sync() {
+  sync_pending_ = false;
+  if (root_ == nullptr) return;
+  MakeViews(*root_, window_);
+  TieLabels();
+  OrderTabs();
+  TakeFocus();
+}
+
+// A child that stands behind its siblings in the list stands before them on the screen, which is
+// the order in which Qt stacks new widgets.
+void Presenter::MakeViews(Control& control, QWidget& parent) {
+  ControlView* view = ViewOf(control);
+  if (view == nullptr) {
+    view =
+        &control == root_ ? MakeRootView(*this, control, parent) : MakeView(*this, control, parent);
+    if (view == nullptr) return;
+    views_[&control] = view;
+    view->SetAll();
+  }
+  for (Control* child : control.Children()) MakeViews(*child, view->Widget());
+}
+
+void Presenter::SetAll() {
+  scale_ = Scale::OfApplication();
+  for (const auto& [control, view] : views_) view->SetAll();
+}
+
+void Presenter::SyncLater() {
+  if (std::exchange(sync_pending_, true)) return;
+  QMetaObject::invokeMethod(
+      this, [this] { Sync(); }, Qt::QueuedConnection);
+}
+
+void Presenter::Feed(const std::function<void()>& event) {
+  try {
+    event();
+  } catch (const Error& error) {
+    if (on_failure) on_failure(ToQt(error.Description()));
+  }
+}
+
+void Presenter::KeyDown(Control& control, const QKeyEvent& event) {
+  const int code = KeyCode(event);
+  const int shift = ShiftState(event.modifiers());
+  Feed([&] {
+    if (auto* const form = dynamic_cast<Form*>(root_)) {
+      form->FormKeyDown(code, shift);
+      return;
+    }
+    if (root_ == nullptr) return;
+    root_->KeyDown(code, shift);
+    if (&control != root_ && ViewOf(control) != nullptr) control.KeyDown(code, shift);
+  });
+}
+
+void Presenter::PropertyChanged(Control& control, std::string_view property) {
+  if (ControlView* const view = ViewOf(control)) view->Set(property);
+  if (&control == root_ && on_root_changed) on_root_changed(property);
+}
+
+// Its kind can't be asked for yet: it is just being made.
+void Presenter::ChildAdded(Control&) { SyncLater(); }
+
+void Presenter::ChildRemoved(Control& child) {
+  if (focus_ == &child) focus_ = nullptr;
+  const auto found = views_.find(&child);
+  if (found == views_.end()) return;
+  ControlView* const view = found->second;
+  views_.erase(found);
+  view->Retire();
+}
+
+void Presenter::FocusSet(Control& control) {
+  focus_ = &control;
+  if (ViewOf(control) != nullptr) TakeFocus();
+}
+
+void Presenter::TakeFocus() {
+  if (focus_ == nullptr) return;
+  ControlView* const view = ViewOf(*focus_);
+  if (view == nullptr) return;
+  focus_ = nullptr;
+  view->Widget().setFocus(Qt::OtherFocusReason);
+}
+
+void Presenter::RootGone() {
+  for (const auto& [control, view] : views_) view->Retire();
+  views_.clear();
+  root_ = nullptr;
+  if (on_root_gone) on_root_gone();
+}
+
+void Presenter::OrderTabsLater() {
+  if (std::exchange(tabs_pending_, true)) return;
+  QMetaObject::invokeMethod(
+      this, [this] { OrderTabs(); }, Qt::QueuedConnection);
+}
+
+void Presenter::OrderTabs() {
+  tabs_pending_ = false;
+  if (root_ == nullptr) return;
+  std::vector<ControlView*> views;
+  const std::function<void(Control&)> collect = [&](Control& control) {
+    if (ControlView* const view = ViewOf(control); view != nullptr && &control != root_) {
+      views.push_back(view);
+    }
+    for (Control* child : control.Children()) collect(*child);
+  };
+  collect(*root_);
+  std::stable_sort(views.begin(), views.end(), [](const ControlView* a, const ControlView* b) {
+    return a->Shown().TabIndex() < b->Shown().TabIndex();
+  });
+  for (std::size_t i = 1; i < views.size(); ++i) {
+    QWidget::setTabOrder(&views[i - 1]->Widget(), &views[i]->Widget());
+  }
+}
+
+// A label and a control beside it that carry the same tag belong together.
+void Presenter::TieLabels() {
+  for (const auto& [control, view] : views_) {
+    auto* const label = qobject_cast<QLabel*>(&view->Widget());
+    if (label == nullptr || control->Tag().empty() || control->Parent() == nullptr) continue;
+    for (const Control* sibling : control->Parent()->Children()) {
+      if (sibling == control || sibling->Tag() != control->Tag()) continue;
+      ControlView* const tied = ViewOf(*sibling);
+      if (tied == nullptr || qobject_cast<QLabel*>(&tied->Widget()) != nullptr) continue;
+      label->setBuddy(&tied->Widget());
+      tied->Widget().setAccessibleName(label->text());
+    }
+  }
+}
+
+}  // namespace vorek::qt

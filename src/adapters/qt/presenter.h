@@ -1,0 +1,75 @@
+#ifndef VOREK_ADAPTERS_QT_PRESENTER_H_
+#define VOREK_ADAPTERS_QT_PRESENTER_H_
+
+#include <QKeyEvent>
+#include <QObject>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <unordered_map>
+#include <vector>
+
+#include "adapters/qt/scale.h"
+#include "vorek/error.h"
+#include "widgets/control.h"
+
+namespace vorek::qt {
+
+class ControlView;
+
+// Shows a tree of controls in a widget: hears of every change as the root's observer, and has a
+// view for each control. No rule of a control lives here.
+class Presenter : public QObject, public ControlObserver {
+ public:
+  // window stands for the root. Both must outlive the presenter, save for a root that says that it
+  // goes.
+  Presenter(Control& root, QWidget& window);
+  ~Presenter() override;
+
+  // Makes the views of controls that came since; a new control is shown when the event loop is
+  // back, or by this.
+  void Sync();
+  // Sets every view anew, after a change of font, palette or screen.
+  void SetAll();
+  // Null for a control that has no view (yet).
+  ControlView* ViewOf(const Control& control) const;
+  const Scale& Measure() const { return scale_; }
+  void OrderTabsLater();
+
+  // Runs what the user does in the system. An error that nobody caught there goes to on_failure.
+  void Feed(const std::function<void()>& event);
+  // A key down on a control: the root hears of it first.
+  void KeyDown(Control& control, const QKeyEvent& event);
+
+  std::function<void(const QString& description)> on_failure;
+  // A property of the root itself changed; the view of the window follows it.
+  std::function<void(std::string_view property)> on_root_changed;
+  std::function<void()> on_root_gone;
+
+  // --- ControlObserver -------------------------------------------------------------------------
+
+  void PropertyChanged(Control& control, std::string_view property) override;
+  void ChildAdded(Control& child) override;
+  void ChildRemoved(Control& child) override;
+  void FocusSet(Control& control) override;
+  void RootGone() override;
+
+ private:
+  void SyncLater();
+  void MakeViews(Control& control, QWidget& parent);
+  void TakeFocus();
+  void OrderTabs();
+  void TieLabels();
+
+  Control* root_;
+  QWidget& window_;
+  Scale scale_ = Scale::OfApplication();
+  std::unordered_map<const Control*, ControlView*> views_;
+  Control* focus_ = nullptr;  // the control that shall get the focus
+  bool sync_pending_ = false;
+  bool tabs_pending_ = false;
+};
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_ADAPTERS_QT_PRESENTER_H_

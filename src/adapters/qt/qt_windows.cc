@@ -1,0 +1,126 @@
+#include "adapters/qt/qt_windows.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QEventLoop>
+#include <QFontMetricsF>
+#include <QMenu>
+#include <QMessageBox>
+#include <QOperatingSystemVersion>
+#include <cmath>
+#include <utility>
+
+#include "adapters/qt/control_view.h"
+
+namespace vorek::qt {
+namespace {
+
+constexpr int kHourglass = 11;
+
+// Dots before a caption say that more is asked for; in a menu that runs from the right they belong
+// behind the words.
+QString MenuText(const Menu& menu) {
+  QString text = ToQt(menu.Caption());
+  if (text.startsWith("...")) text = text.mid(3) + "...";
+  return text;
+}
+
+void Fill(QMenu& shown, Menu& menu) {
+  for (Control* const child : menu.Children()) {
+    auto* const entry = dynamic_cast<Menu*>(child);
+    if (entry == nullptr || !entry->Visible()) continue;
+    if (entry->Caption() == "-") {
+      shown.addSeparator();
+      continue;
+    }
+    if (!entry->Children().empty()) {
+      QMenu* const below = shown.addMenu(MenuText(*entry));
+      below->setEnabled(entry->Enabled());
+      Fill(*below, *entry);
+      continue;
+    }
+    QAction* const action = shown.addAction(MenuText(*entry));
+    action->setEnabled(entry->Enabled());
+    action->setObjectName(ToQt(entry->Name()));
+    action->setData(QVariant::fromValue(static_cast<void*>(entry)));
+  }
+}
+
+}  // namespace
+
+void ShowFailure(QWidget* over, const QString& description) {
+  QMessageBox box(QMessageBox::Warning, "خطا", description, QMessageBox::NoButton, over);
+  box.addButton("تاييد", QMessageBox::AcceptRole);
+  box.exec();
+}
+
+QtWindows::~QtWindows() {
+  for (const auto& [form, window] : std::exchange(modeless_, {})) delete window;
+  if (hourglass_ && qApp != nullptr) QGuiApplication::restoreOverrideCursor();
+}
+
+void QtWindows::ShowModal(Form& form) {
+  Drop(form);
+  FormWindow window(form, QApplication::activeWindow());
+  window.setWindowModality(Qt::ApplicationModal);
+  QEventLoop loop;
+  window.on_hidden = [&loop] { loop.quit(); };
+  window.on_failure = [&window](const QString& text) { ShowFailure(&window, text); };
+  window.Open();
+  if (form.Shown()) loop.exec();
+}
+
+void QtWindows::Show(Form& form) {
+  FormWindow*& window = modeless_[&form];
+  if (window == nullptr) {
+    window = new FormWindow(form, QApplication::activeWindow());
+    window->on_hidden = [this, &form] { Drop(form); };
+    window->on_failure = [window](const QString& text) { ShowFailure(window, text); };
+  }
+  window->Open();
+}
+
+// The window may be in the midst of an event.
+void QtWindows::Drop(const Form& form) {
+  const auto found = modeless_.find(&form);
+  if (found == modeless_.end()) return;
+  FormWindow* const window = found->second;
+  modeless_.erase(found);
+  window->on_hidden = nullptr;
+  window->Release();
+  window->hide();
+  window->deleteLater();
+}
+
+void QtWindows::PopupMenu(Menu& menu) {
+  QMenu shown(QApplication::activeWindow());
+  shown.setLayoutDirection(Qt::RightToLeft);
+  Fill(shown, menu);
+  const QAction* const chosen = shown.exec(QCursor::pos());
+  if (chosen == nullptr) return;
+  static_cast<Menu*>(chosen->data().value<void*>())->Click();
+}
+
+std::int32_t QtWindows::TextWidth(std::string_view text, double size) const {
+  const QFontMetricsF metrics(Scale::Font(size));
+  return Scale::OfApplication().Twips(std::ceil(metrics.horizontalAdvance(ToQt(text))));
+}
+
+void QtWindows::SetMousePointer(int shape) {
+  const bool wanted = shape == kHourglass;
+  if (std::exchange(hourglass_, wanted) == wanted) return;
+  if (wanted) {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QGuiApplication::restoreOverrideCursor();
+  }
+}
+
+void QtWindows::Beep() { QApplication::beep(); }
+
+int QtWindows::OsMajorVersion() const {
+  const QOperatingSystemVersion system = QOperatingSystemVersion::current();
+  return system.type() == QOperatingSystemVersion::Windows ? system.majorVersion() : 0;
+}
+
+}  // namespace vorek::qt

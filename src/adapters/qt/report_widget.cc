@@ -1,0 +1,132 @@
+#include <QMetaMethod>
+#include <QResizeEvent>
+#include <QTimer>
+
+#include "adapters/qt/background_provider.h"
+#include "adapters/qt/control_view.h"
+#include "adapters/qt/presenter.h"
+#include "adapters/qt/qt_windows.h"
+#include "engine/report_control.h"
+#include "vorek/qt.h"
+
+namespace vorek {
+
+void AddQtServices(WorldOptions& options) {
+  const auto windows = std::make_shared<qt::QtWindows>();
+  options.windows = windows;
+  for (std::shared_ptr<DatabaseProvider>& provider : options.providers) {
+    provider = std::make_shared<qt::BackgroundProvider>(std::move(provider), windows->Busy());
+  }
+}
+
+struct VorekReportWidget::Parts {
+  Parts(World& world, QWidget& widget) : report(world), presenter(report.Root(), widget) {}
+
+  // A world without a screen of ours has nothing to wait for.
+  bool Busy() {
+    Windows& windows = report.Impl().world.process.windows();
+    const auto* const screen = dynamic_cast<const qt::QtWindows*>(&windows);
+    return screen != nullptr && screen->Busy()->Active();
+  }
+
+  VorekReport1 report;
+  qt::Presenter presenter;
+};
+
+VorekReportWidget::VorekReportWidget(World& world, QWidget* parent)
+    : QWidget(parent), parts_(std::make_unique<Parts>(world, *this)) {
+  setLayoutDirection(Qt::RightToLeft);
+  setFocusPolicy(Qt::StrongFocus);
+  setMinimumSize(200, 120);
+  parts_->presenter.on_failure = [this](const QString& text) { Tell(text); };
+  ConnectEvents();
+}
+
+VorekReportWidget::~VorekReportWidget() = default;
+
+VorekReport1& VorekReportWidget::Report() { return parts_->report; }
+
+void VorekReportWidget::ConnectEvents() {
+  ReportEvents& events = parts_->report.Events();
+  events.DblClick = [this](bool& cancel) { Q_EMIT DblClick(&cancel); };
+  events.KeyDown = [this](std::int16_t& key, std::int16_t& shift) { Q_EMIT KeyDown(key, shift); };
+  events.Cancel = [this] { Q_EMIT Cancel(); };
+  events.ViewCelChange = [this] { Q_EMIT ViewCelChange(); };
+  events.InvokeClearShow = [this](std::int32_t& type, std::string& value) {
+    Q_EMIT InvokeClearShow(type, qt::ToQt(value));
+  };
+  events.InvokeView = [this](std::int32_t& type, std::string& condition, std::string& value) {
+    Q_EMIT InvokeView(type, qt::ToQt(condition), qt::ToQt(value));
+  };
+}
+
+bool VorekReportWidget::View(int ID, const QString& inParameterString,
+                             const QString& inCallerStringValue) {
+  bool shown = false;
+  parts_->presenter.Feed([&] {
+    shown =
+        parts_->report.View(ID, inParameterString.toStdString(), inCallerStringValue.toStdString());
+  });
+  parts_->presenter.Sync();
+  return shown;
+}
+
+void VorekReportWidget::Tell(const QString& failure) {
+  if (isSignalConnected(QMetaMethod::fromSignal(&VorekReportWidget::Failed))) {
+    Q_EMIT Failed(failure);
+  } else {
+    qt::ShowFailure(this, failure);
+  }
+}
+
+// While a run waits for the database the control keeps its size.
+void VorekReportWidget::TakeSize() {
+  constexpr int kAgain = 50;  // milliseconds
+  if (parts_->Busy()) {
+    QTimer::singleShot(kAgain, this, [this] { TakeSize(); });
+    return;
+  }
+  const qt::Scale& scale = parts_->presenter.Measure();
+  parts_->report.Resize(scale.Twips(width()), scale.Twips(height()));
+}
+
+void VorekReportWidget::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  TakeSize();
+}
+
+void VorekReportWidget::focusInEvent(QFocusEvent* event) { QWidget::focusInEvent(event); }
+
+bool VorekReportWidget::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationFontChange && parts_ != nullptr) {
+    parts_->presenter.SetAll();
+    TakeSize();
+  }
+  return QWidget::event(event);
+}
+
+int VorekReportWidget::UserID() const { return parts_->report.UserID(); }
+void VorekReportWidget::SetUserID(int id) {
+  parts_->report.SetUserID(static_cast<std::int16_t>(id));
+}
+int VorekReportWidget::PositionID() const { return parts_->report.PositionID(); }
+void VorekReportWidget::SetPositionID(int id) {
+  parts_->report.SetPositionID(static_cast<std::int16_t>(id));
+}
+int VorekReportWidget::EmployeeID() const { return parts_->report.EmployeeID(); }
+void VorekReportWidget::SetEmployeeID(int id) {
+  parts_->report.SetEmployeeID(static_cast<std::int16_t>(id));
+}
+int VorekReportWidget::PeriodID() const { return parts_->report.PeriodID(); }
+void VorekReportWidget::SetPeriodID(int id) { parts_->report.SetPeriodID(id); }
+QString VorekReportWidget::OleConnectionString() const {
+  return qt::ToQt(parts_->report.OleConnectionString());
+}
+void VorekReportWidget::SetOleConnectionString(const QString& text) {
+  parts_->presenter.Feed([&] { parts_->report.SetOleConnectionString(text.toStdString()); });
+}
+bool VorekReportWidget::Editable() const { return parts_->report.Editable(); }
+void VorekReportWidget::SetEditable(bool on) { parts_->report.SetEditable(on); }
+QString VorekReportWidget::Title() const { return qt::ToQt(parts_->report.Title()); }
+
+}  // namespace vorek

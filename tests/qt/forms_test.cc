@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QtTest/QTest>
+
+#include "adapters/qt/control_view.h"
+#include "adapters/qt/qt_windows.h"
+#include "messages/form_confirm.h"
+#include "messages/form_error.h"
+#include "messages/form_message.h"
+#include "qt_environment.h"
+
+namespace vorek::qt {
+namespace {
+
+QPushButton* Button(QWidget* window, const char* name) {
+  auto* const button = window->findChild<QPushButton*>(name);
+  EXPECT_NE(button, nullptr) << name;
+  return button;
+}
+
+TEST(FormsTest, AMessageIsReadAndClosedByItsButton) {
+  QtWindows windows;
+  FormMessage form(windows);
+  form.SetCaption("خطا");
+  form.lblMessage.SetCaption("شما مجاز به مشاهده اين گزارش نيستيد.");
+  When(ModalWindow, [](QWidget* window) {
+    EXPECT_EQ(window->windowTitle(), "خطا");
+    const auto* const label = window->findChild<QLabel*>("lblMessage");
+    EXPECT_EQ(label->text(), "شما مجاز به مشاهده اين گزارش نيستيد.");
+    EXPECT_EQ(label->layoutDirection(), Qt::RightToLeft);
+    QTest::mouseClick(Button(window, "cmdContinue"), Qt::LeftButton);
+  });
+  form.ShowModal();
+  EXPECT_FALSE(form.Shown());
+}
+
+struct Answer {
+  const char* what;
+  std::function<void(QWidget*)> act;
+  int answer;
+};
+
+TEST(FormsTest, AQuestionIsAnsweredByMouseKeyAndCloseBox) {
+  const Answer kAnswers[] = {
+      {"yes by mouse",
+       [](QWidget* window) { QTest::mouseClick(Button(window, "cmdYes"), Qt::LeftButton); }, 1},
+      {"no by Tab and Enter",
+       [](QWidget* window) {
+         Button(window, "cmdYes")->setFocus();
+         QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+         EXPECT_EQ(window->focusWidget()->objectName(), "cmdNo");
+         QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+       },
+       2},
+      {"close box", [](QWidget* window) { window->close(); }, 9},
+  };
+  QtWindows windows;
+  for (const Answer& expected : kAnswers) {
+    std::int32_t answer = 9;
+    FormConfirm form(windows, answer);
+    When(ModalWindow, expected.act);
+    form.ShowModal();
+    EXPECT_EQ(answer, expected.answer) << expected.what;
+  }
+}
+
+TEST(FormsTest, AnErrorUnfoldsItsDetailAndClosesByEscape) {
+  QtWindows windows;
+  FormError form(windows);
+  form.lblError.SetCaption("نمايش گزارش با اشکال مواجه شد.");
+  form.txtError.SetText("no such table: tblMissing");
+  When(ModalWindow, [](QWidget* window) {
+    const auto* const detail = window->findChild<QPlainTextEdit*>("txtError");
+    const int folded = window->height();
+    const auto in_view = [&] { return window->rect().contains(detail->geometry()); };
+    EXPECT_FALSE(in_view());
+    QTest::mouseClick(Button(window, "cmdDetail"), Qt::LeftButton);
+    EXPECT_TRUE(in_view());
+    EXPECT_EQ(detail->toPlainText(), "no such table: tblMissing");
+    EXPECT_EQ(Button(window, "cmdDetail")->text(), "جزييات <<");
+    QTest::mouseClick(Button(window, "cmdDetail"), Qt::LeftButton);
+    EXPECT_EQ(window->height(), folded);
+    QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+  });
+  form.ShowModal();
+  EXPECT_FALSE(form.Shown());
+}
+
+// A window that stays while the program goes on, and a form that goes before its window.
+TEST(FormsTest, AFormMayGoWhileItsWindowIsOpen) {
+  QtWindows windows;
+  auto form = std::make_unique<FormMessage>(windows);
+  form->Show();
+  QTest::qWait(1);
+  EXPECT_EQ(QApplication::topLevelWidgets().size(), 1);
+  form.reset();
+  QTest::qWait(1);
+  EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+}
+
+}  // namespace
+}  // namespace vorek::qt

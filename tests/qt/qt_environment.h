@@ -1,0 +1,34 @@
+#ifndef VOREK_TESTS_QT_QT_ENVIRONMENT_H_
+#define VOREK_TESTS_QT_QT_ENVIRONMENT_H_
+
+#include <QApplication>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+
+namespace vorek::qt {
+
+// Runs `act` as soon as `ready` gives a widget, also inside a nested event loop.
+template <typename Ready, typename Act>
+void When(Ready ready, Act act) {
+  constexpr int kAskEvery = 5;  // milliseconds
+  auto* const ask = new QTimer(qApp);
+  QObject::connect(ask, &QTimer::timeout, ask, [=] {
+    auto* const widget = ready();
+    if (widget == nullptr) return;
+    ask->stop();
+    ask->deleteLater();
+    act(widget);
+  });
+  ask->start(kAskEvery);
+}
+
+// The modal window in front, once it is on the screen and takes keys; null before.
+inline QWidget* ModalWindow() {
+  QWidget* const window = QApplication::activeModalWidget();
+  return window != nullptr && window->isActiveWindow() ? window : nullptr;
+}
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_TESTS_QT_QT_ENVIRONMENT_H_
