@@ -57,6 +57,21 @@ constexpr auto MakeRanks() {
 }
 constexpr auto kRanks = MakeRanks();
 
+// The same letters one behind the other, then what else stands among them, by code point: the
+// numbers of the block in another order, so that they keep their place between the other blocks.
+constexpr auto MakeOrder() {
+  std::array<std::uint16_t, kLast - kFirst + 1> order{};
+  std::uint16_t next = kFirst;
+  for (const std::u32string_view group : kAlphabet) {
+    for (const char32_t letter : group) order[letter - kFirst] = next++;
+  }
+  for (std::uint16_t& place : order) {
+    if (place == 0) place = next++;
+  }
+  return order;
+}
+constexpr auto kOrder = MakeOrder();
+
 bool IsMark(char32_t c) {
   return (c >= 0x64B && c <= 0x65F) || c == 0x640 || c == 0x670 || (c >= 0x200B && c <= 0x200F) ||
          (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
@@ -69,6 +84,8 @@ char32_t Weight(char32_t c) {
 }
 
 }  // namespace
+
+char32_t LetterOrder(char32_t c) { return c < kFirst || c > kLast ? c : kOrder[c - kFirst]; }
 
 std::string SortKey(std::string_view s, bool ignore_case) {
   std::string key;

@@ -11,6 +11,10 @@ namespace vorek::text {
 // marks and directional controls left out. Without regard to case if ignore_case is set.
 std::string SortKey(std::string_view s, bool ignore_case);
 
+// A number for a code point in the same order, but another one for each: Arabic ك comes right
+// behind Persian ک instead of beside it. For comparisons that tell such letters apart.
+char32_t LetterOrder(char32_t c);
+
 }  // namespace vorek::text
 
 #endif  // VOREK_TEXT_COLLATION_H_

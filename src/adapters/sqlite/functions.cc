@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/collation.h"
 #include "text/utf8.h"
 
 namespace vorek::sqlite {
@@ -43,7 +44,7 @@ int CompareTexts(std::string_view a, std::string_view b) {
     }
     const char32_t c = text::ToLower(text::DecodeAt(a, i));
     const char32_t d = text::ToLower(text::DecodeAt(b, j));
-    if (c != d) return c < d ? -1 : 1;
+    if (c != d) return text::LetterOrder(c) < text::LetterOrder(d) ? -1 : 1;
   }
   if (i < a.size()) return 1;
   return j < b.size() ? -1 : 0;

@@ -10,7 +10,8 @@
 // begin with "vk_". None of them depends on anything but its arguments.
 namespace vorek::sqlite {
 
-// All of them, and the collation VOREK: no regard to case nor to trailing blanks.
+// All of them, and the collation VOREK: the Persian alphabet, no regard to case nor to trailing
+// blanks.
 void RegisterFunctions(sqlite3* db);
 
 // The order of the collation: less than, equal to or greater than 0.
