@@ -280,6 +280,7 @@ class Binder {
   std::vector<std::string> assigned_;
   std::set<std::string> running_;  // variables that the select around assigns, row by row
   bool temporary_ = false;
+  bool calls_ = false;  // a function of the database
   int depth_ = 0;
 };
 

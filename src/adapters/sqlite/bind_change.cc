@@ -319,7 +319,11 @@ std::string Binder::ConditionOn(const Expr& expr, const TableInfo& table) {
   source.bare = true;
   AddSource(std::move(source), expr.at);
   std::string sql = BindCondition(expr, 0);
-  if (!parameters_.empty()) Refuse(expr.at, "A condition of a table can't depend on the time");
+  if (!parameters_.empty() || calls_) {
+    Refuse(expr.at,
+           "A condition of a table can't depend on the time or call a function of the "
+           "database");
+  }
   return sql;
 }
 
@@ -333,7 +337,10 @@ Bound Binder::ComputedColumn(const Expr& expr, const TableInfo& table) {
   source.bare = true;
   AddSource(std::move(source), expr.at);
   Bound bound = BindValue(expr);
-  if (!parameters_.empty()) Refuse(expr.at, "A computed column can't depend on the time");
+  if (!parameters_.empty() || calls_) {
+    Refuse(expr.at,
+           "A computed column can't depend on the time or call a function of the database");
+  }
   return bound;
 }
 

@@ -507,6 +507,7 @@ Bound Binder::BindUserFunction(const Expr& expr) {
     Refuse(expr.at, "The function '" + module->name + "' takes " +
                         std::to_string(definition.parameters.size()) + " argument(s)");
   }
+  calls_ = true;
   std::string sql = "vk_call(" + QuoteText(module->name);
   for (std::size_t i = 0; i < expr.operands.size(); ++i) {
     Bound argument = BindValue(*expr.operands[i]);

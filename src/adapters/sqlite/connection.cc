@@ -66,7 +66,8 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   sqlite3_busy_handler(db, OnBusy, this);
   RegisterFunctions(db);
   const auto own = [&](const char* name, int arguments, Function function) {
-    sqlite3_create_function_v2(db, name, arguments, SQLITE_UTF8 | SQLITE_INNOCUOUS, this, function,
+    // Never from a view or a trigger that the file brings along.
+    sqlite3_create_function_v2(db, name, arguments, SQLITE_UTF8 | SQLITE_DIRECTONLY, this, function,
                                nullptr, nullptr, nullptr);
   };
   own("vk_call", -1, OnCall);

@@ -368,6 +368,33 @@ void Parser::FunctionBody(Statement& function) {
   TakeWord("as");
   if (!AtWord("begin")) RefuseHere();
   function.body.push_back(ParseStatement());
+  RefuseEffects(*function.body[0]);
+}
+
+void Parser::RefuseEffects(const Statement& statement) const {
+  // A function computes: whatever reads it must not change anything by that.
+  switch (statement.kind) {
+    case StatementKind::kDeclare:
+    case StatementKind::kSet:
+    case StatementKind::kReturn:
+    case StatementKind::kBreak:
+    case StatementKind::kContinue:
+    case StatementKind::kIf:
+    case StatementKind::kWhile:
+    case StatementKind::kBlock:
+      for (const StatementPtr& inner : statement.body) RefuseEffects(*inner);
+      return;
+    case StatementKind::kSelect: {
+      const Select* select = statement.query->branches[0].select.get();
+      const bool assigns = select != nullptr && select->into.Empty() && !select->items.empty() &&
+                           !select->items[0].variable.empty();
+      if (assigns) return;
+      Refuse(source_, statement.at,
+             "Select statements within a function cannot return data to a client");
+    }
+    default:
+      Refuse(source_, statement.at, "A function may not change anything nor call a procedure");
+  }
 }
 
 StatementPtr Parser::AlterTable() {

@@ -146,6 +146,7 @@ class Parser {
   void ViewBody(Statement& view);
   void ProcedureBody(Statement& procedure);
   void FunctionBody(Statement& function);
+  void RefuseEffects(const Statement& statement) const;
   StatementPtr AlterTable();
   void TableParts(Statement& table);
   ColumnDefinition Column();
