@@ -263,6 +263,8 @@ bool Binder::CompareIsNull(const Expr& expr, Bound& result) {
   // "IsNull(column, 0) = 5" holds where "column = 5" does, and "IsNull(column, 5) = 5" also where
   // the column is NULL: written so, an index on the column serves.
   if (expr.text != "=") return false;
+  // Behind GROUP BY the call stands for a group, and no index is searched.
+  if (scope_ != nullptr && (scope_->takes_aggregates || !scope_->group_keys.empty())) return false;
   for (std::size_t side = 0; side < 2; ++side) {
     const Expr& call = *expr.operands[side];
     const Expr& other = *expr.operands[1 - side];

@@ -31,7 +31,7 @@ std::u32string Folded(std::string_view s) {
 
 class Pattern {
  public:
-  Pattern(std::string_view pattern, char32_t escape) {
+  Pattern(std::string_view pattern, char32_t escape) : escape_(escape) {
     const std::u32string letters = Folded(pattern);
     escape = text::ToLower(escape);
     for (std::size_t at = 0; at < letters.size(); ++at) {
@@ -50,6 +50,8 @@ class Pattern {
       steps_.push_back(std::move(step));
     }
   }
+
+  char32_t Escape() const { return escape_; }
 
   bool Matches(std::u32string_view s) const {
     if (never_) return false;
@@ -110,6 +112,7 @@ class Pattern {
     return in != step.negated;
   }
 
+  char32_t escape_;
   std::vector<Step> steps_;
   bool never_ = false;
 };
@@ -118,12 +121,12 @@ class Pattern {
 const Pattern* PatternOf(sqlite3_context* context, sqlite3_value* pattern, char32_t escape,
                          std::unique_ptr<Pattern>& own) {
   const auto* kept = static_cast<const Pattern*>(sqlite3_get_auxdata(context, 1));
-  if (kept != nullptr) return kept;
+  if (kept != nullptr && kept->Escape() == escape) return kept;
   auto made = std::make_unique<Pattern>(TextOf(pattern), escape);
   sqlite3_set_auxdata(context, 1, made.release(),
                       [](void* p) { std::unique_ptr<Pattern>(static_cast<Pattern*>(p)).reset(); });
   kept = static_cast<const Pattern*>(sqlite3_get_auxdata(context, 1));
-  if (kept != nullptr) return kept;
+  if (kept != nullptr && kept->Escape() == escape) return kept;
   own = std::make_unique<Pattern>(TextOf(pattern), escape);
   return own.get();
 }
@@ -134,8 +137,9 @@ void LikeFunction(sqlite3_context* context, int count, sqlite3_value** values) {
   if (count == 3) {
     const std::string_view text = TextOf(values[2]);
     if (text::Length(text) != 1) {
-      return Fail(context, "The invalid escape character \"" + std::string(text) +
-                               "\" was specified in a LIKE predicate.");
+      const std::string message = "The invalid escape character \"" + std::string(text) +
+                                  "\" was specified in a LIKE predicate.";
+      return sqlite3_result_error(context, message.c_str(), -1);
     }
     std::size_t at = 0;
     escape = text::DecodeAt(text, at);
