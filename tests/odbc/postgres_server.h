@@ -20,6 +20,10 @@ class PostgresServer {
   void Kill() { Run("kill"); }
   void Start() { Run("start"); }
 
+  // Answers nothing between these, as when the network is gone.
+  void Freeze() { Run("freeze"); }
+  void Thaw() { Run("thaw"); }
+
   std::string ConnectionString() const;
 
  private:

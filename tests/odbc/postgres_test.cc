@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -184,6 +185,37 @@ TEST_F(PostgresTest, NoticesAServerThatDiesInTheMiddleOfAStatement) {
   EXPECT_EQ(NumberOf("select pg_sleep(20)"), -2147467259) << description_;
   other.join();
   SharedPostgres().Start();
+}
+
+// The driver itself waits for ever here, also when it is told to cancel.
+TEST_F(PostgresTest, GivesUpAServerThatDoesNotAnswer) {
+  const auto cancelled = ConnectTo(SharedPostgres().ConnectionString());
+  SharedPostgres().Freeze();
+  const auto start = steady_clock::now();
+  std::thread other([&] {
+    try {
+      cancelled->Execute("select 1 as a", {600, {}});
+      ADD_FAILURE() << "answered";
+    } catch (const Error& error) {
+      EXPECT_TRUE(error.Is(ErrorNumber::kConnection)) << error.what();
+    }
+  });
+  std::atomic<bool> ended = false;
+  std::thread canceller([&] {
+    while (!ended) {
+      cancelled->Cancel();
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+  });
+  EXPECT_EQ(NumberOf("select 1 as a", 1), -2147467259) << description_;
+  other.join();
+  ended = true;
+  canceller.join();
+  EXPECT_LT(steady_clock::now() - start, seconds(20));
+  EXPECT_EQ(NumberOf("select 1 as a"), -2147467259) << "it stays lost";
+  SharedPostgres().Thaw();
+  connection_ = ConnectTo(SharedPostgres().ConnectionString());
+  EXPECT_EQ(Run("select 1 as a")->rows, 1u);
 }
 
 }  // namespace

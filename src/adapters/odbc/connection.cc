@@ -1,170 +1,54 @@
 #include "adapters/odbc/connection.h"
 
-#include <sqlext.h>
-
-#include <array>
 #include <chrono>
+#include <string>
 #include <utility>
 
-#include "adapters/odbc/diagnostics.h"
-#include "adapters/odbc/wide_text.h"
-#include "text/utf8.h"
+#include "vorek/error.h"
 
 namespace vorek::odbc {
 namespace {
 
-Error TimeoutError() { return Error(ErrorNumber::kTimeout, "Query timeout expired"); }
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+
+// How long a server may take to stop what it was told to stop.
+constexpr seconds kGrace{5};
+
+Error NoAnswer() { return Error(ErrorNumber::kConnection, "The server doesn't answer any more."); }
 
 }  // namespace
 
-Connection::Running::Running(Connection& connection, SQLHANDLE statement, int timeout_seconds)
-    : connection_(connection) {
-  {
-    const std::lock_guard lock(connection_.running_mutex_);
-    connection_.running_ = statement;
-    connection_.stop_ = Stop::kNone;
-  }
-  connection_.deadline_.reset();
-  if (timeout_seconds <= 0) return;
-  connection_.deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(timeout_seconds);
-  // The server's own time-out is asked for too: it frees the server when we are gone.
-  SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
-                 AttributeNumber(static_cast<std::size_t>(timeout_seconds)), 0);
-  connection_.watchdog_.Arm(*connection_.deadline_,
-                            [&connection] { connection.StopNow(Stop::kTimeout); });
-}
-
-Connection::Running::~Running() {
-  connection_.watchdog_.Disarm();
-  const std::lock_guard lock(connection_.running_mutex_);
-  connection_.running_ = SQL_NULL_HANDLE;
-}
-
 Connection::Connection(std::shared_ptr<Environment> environment, const ConnectionText& text)
-    : environment_(std::move(environment)), handle_(environment_->Get()) {
-  Connect(text);
-  ReadTraits();
-}
-
-Connection::~Connection() { SQLDisconnect(handle_.Get()); }
-
-void Connection::Connect(const ConnectionText& text) {
-  SQLSetConnectAttrW(handle_.Get(), SQL_ATTR_LOGIN_TIMEOUT,
-                     AttributeNumber(static_cast<std::size_t>(text.login_seconds)), 0);
-  std::vector<SQLWCHAR> wide = ToWide(text.odbc);
-  SQLSMALLINT length = 0;
-  const SQLRETURN code =
-      SQLDriverConnectW(handle_.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
-                        nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
-  if (SQL_SUCCEEDED(code)) return;
-  const Diagnostic diagnostic = ReadDiagnostic(SQL_HANDLE_DBC, handle_.Get(), true);
-  throw Error(ErrorNumber::kConnection,
-              WithoutPassword(ServerWords(diagnostic.message), text.password));
-}
-
-void Connection::ReadTraits() {
-  SQLUINTEGER extensions = 0;
-  SQLGetInfoW(handle_.Get(), SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
-  traits_.get_any_column = (extensions & SQL_GD_ANY_COLUMN) != 0;
-  traits_.get_bound_columns = (extensions & SQL_GD_BOUND) != 0;
-  traits_.get_in_block = (extensions & SQL_GD_BLOCK) != 0;
-  std::array<SQLWCHAR, 64> name{};
-  SQLGetInfoW(handle_.Get(), SQL_DBMS_NAME, name.data(), static_cast<SQLSMALLINT>(sizeof name),
-              nullptr);
-  traits_.unicode = KnowsUnicode();
-  traits_.exact_sizes = text::ContainsIgnoreCase(FromDriver(name, traits_.unicode), "SQL Server");
-}
-
-// A driver without Unicode gets its texts from the driver manager cut to bytes, which this shows:
-// alef cut to its lower byte is a quote. A driver that doesn't answer is taken for a newer one.
-bool Connection::KnowsUnicode() {
-  std::vector<SQLWCHAR> text = ToWide("'\u0627'");
-  text.push_back(0);
-  std::array<SQLWCHAR, 16> same{};
-  SQLINTEGER length = 0;
-  const SQLRETURN code = SQLNativeSqlW(handle_.Get(), text.data(), SQL_NTS, same.data(),
-                                       static_cast<SQLINTEGER>(same.size()), &length);
-  return !SQL_SUCCEEDED(code) || same[1] == text[1];
-}
-
-void Connection::Cancel() noexcept { StopNow(Stop::kCancelled); }
-
-void Connection::StopNow(Stop reason) noexcept {
-  const std::lock_guard lock(running_mutex_);
-  if (running_ == SQL_NULL_HANDLE) return;
-  Stop none = Stop::kNone;
-  if (stop_.compare_exchange_strong(none, reason)) SQLCancel(running_);
-}
-
-void Connection::ThrowIfStopped() const {
-  if (stop_ == Stop::kTimeout) throw TimeoutError();
-  if (stop_ == Stop::kCancelled) {
-    throw Error(ErrorNumber::kCancelled, "Operation was cancelled.");
+    : session_(std::make_shared<Session>(std::move(environment))) {
+  const auto latest = text.login_seconds == 0
+                          ? Worker::Time::max()
+                          : steady_clock::now() + seconds(text.login_seconds) + kGrace;
+  if (!worker_.Run([session = session_, text] { session->Open(text); }, latest, {})) {
+    throw NoAnswer();
   }
-}
-
-// The server's clock and ours may differ by a little.
-bool Connection::IsOverdue() const {
-  constexpr std::chrono::milliseconds kLeeway{250};
-  return deadline_ && std::chrono::steady_clock::now() + kLeeway >= *deadline_;
-}
-
-// A statement that was told to stop fails with words about that; it is the reason that counts. A
-// server that keeps the time-out itself may be ahead of the watchdog, and says "cancelled".
-void Connection::Fail(SQLHANDLE statement) const {
-  ThrowIfStopped();
-  const Error error = StatementError(statement, handle_.Get(), traits_.unicode);
-  if (error.Is(ErrorNumber::kCancelled) && IsOverdue()) throw TimeoutError();
-  throw error;
-}
-
-SQLRETURN Connection::ExecuteDirect(SQLHANDLE statement, std::string_view text) {
-  if (!traits_.unicode) {
-    std::vector<SQLCHAR> bytes(text.begin(), text.end());
-    bytes.push_back(0);
-    return SQLExecDirect(statement, bytes.data(), SQL_NTS);
-  }
-  std::vector<SQLWCHAR> wide = ToWide(text);
-  wide.push_back(0);  // not every driver reads a length as one of characters
-  return SQLExecDirectW(statement, wide.data(), SQL_NTS);
 }
 
 ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
-  const Statement statement(handle_.Get());
-  const Running running(*this, statement.Get(), options.timeout_seconds);
-  const SQLRETURN code = ExecuteDirect(statement.Get(), text);
-  if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) Fail(statement.Get());
-  ResultSetPtr rows = ReadFirstRows(statement.Get(), options);
-  if (rows != nullptr) FinishRest(statement.Get());
-  return rows;
+  if (lost_) throw NoAnswer();
+  const auto result = std::make_shared<ResultSetPtr>();
+  const Worker::Progress progress = options.progress ? worker_.Ask() : nullptr;
+  const auto latest = options.timeout_seconds <= 0
+                          ? Worker::Time::max()
+                          : steady_clock::now() + seconds(options.timeout_seconds) + kGrace;
+  const bool ended = worker_.Run(
+      [session = session_, statement = std::string(text), timeout = options.timeout_seconds,
+       progress, result] { *result = session->Execute(statement, timeout, progress); },
+      latest, options.progress);
+  if (!ended) {
+    lost_ = true;
+    throw NoAnswer();
+  }
+  return *result;
 }
 
-// The first result that has columns; those of statements in front of it are passed over.
-ResultSetPtr Connection::ReadFirstRows(SQLHANDLE statement, const ExecuteOptions& options) {
-  for (;;) {
-    SQLSMALLINT columns = 0;
-    SQLNumResultCols(statement, &columns);
-    if (columns > 0) {
-      RowReader reader(statement, traits_, [this, statement] { Fail(statement); });
-      return reader.Read(columns, [this, &options](std::size_t rows) {
-        if (options.progress && !options.progress(rows)) Cancel();
-        ThrowIfStopped();
-      });
-    }
-    const SQLRETURN code = SQLMoreResults(statement);
-    if (code == SQL_NO_DATA) return nullptr;
-    if (!SQL_SUCCEEDED(code)) Fail(statement);
-  }
-}
-
-// What stands behind the first rows in the same text is carried out, and its failure is one of the
-// whole; its rows are nobody's.
-void Connection::FinishRest(SQLHANDLE statement) {
-  for (;;) {
-    const SQLRETURN code = SQLMoreResults(statement);
-    if (code == SQL_NO_DATA) return;
-    if (!SQL_SUCCEEDED(code)) Fail(statement);
-  }
+void Connection::Cancel() noexcept {
+  if (!lost_ && session_->Cancel()) worker_.GiveUpAt(steady_clock::now() + kGrace);
 }
 
 }  // namespace vorek::odbc

@@ -1,0 +1,114 @@
+#include "adapters/odbc/worker.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace vorek::odbc {
+
+// What the caller and the thread tell each other; it lives as long as either.
+struct Worker::Shared {
+  std::mutex mutex;
+  std::condition_variable for_caller;
+  std::condition_variable for_thread;
+  std::thread thread;
+  std::function<void()> job;
+  bool running = false;
+  bool left_behind = false;
+  bool ends = false;
+  std::exception_ptr failure;
+  std::optional<std::size_t> question;
+  std::optional<bool> answer;
+  Time latest;
+};
+
+Worker::Worker() : shared_(std::make_shared<Shared>()) {
+  shared_->thread = std::thread([shared = shared_] { Serve(shared); });
+}
+
+Worker::~Worker() {
+  {
+    const std::lock_guard lock(shared_->mutex);
+    shared_->ends = true;
+    if (shared_->left_behind) return;
+  }
+  shared_->for_thread.notify_one();
+  shared_->thread.join();
+}
+
+void Worker::Serve(const std::shared_ptr<Shared>& shared) {
+  std::unique_lock lock(shared->mutex);
+  for (;;) {
+    shared->for_thread.wait(lock, [&] { return shared->job || shared->ends; });
+    if (!shared->job) return;
+    std::function<void()> job = std::exchange(shared->job, nullptr);
+    lock.unlock();
+    std::exception_ptr failure;
+    try {
+      job();
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    job = nullptr;  // what it holds is let go here, not by the caller
+    lock.lock();
+    shared->failure = failure;
+    shared->running = false;
+    shared->for_caller.notify_one();
+    if (shared->left_behind) return;
+  }
+}
+
+bool Worker::Run(std::function<void()> job, Time latest, const Progress& progress) {
+  Shared& shared = *shared_;
+  std::unique_lock lock(shared.mutex);
+  shared.latest = latest;
+  shared.failure = nullptr;
+  shared.running = true;
+  shared.job = std::move(job);
+  shared.for_thread.notify_one();
+  while (shared.running) {
+    if (shared.question) {
+      const std::size_t rows = *std::exchange(shared.question, std::nullopt);
+      lock.unlock();
+      const bool goes_on = progress(rows);
+      lock.lock();
+      shared.answer = goes_on;
+      shared.for_thread.notify_one();
+    } else if (std::chrono::steady_clock::now() >= shared.latest) {
+      shared.left_behind = true;
+      shared.thread.detach();
+      shared.for_thread.notify_one();
+      return false;
+    } else {
+      shared.for_caller.wait_until(lock, shared.latest);
+    }
+  }
+  if (shared.failure) std::rethrow_exception(std::exchange(shared.failure, nullptr));
+  return true;
+}
+
+Worker::Progress Worker::Ask() const {
+  return [shared = shared_](std::size_t rows) {
+    std::unique_lock lock(shared->mutex);
+    if (shared->left_behind) return false;
+    shared->question = rows;
+    shared->answer.reset();
+    shared->for_caller.notify_one();
+    shared->for_thread.wait(lock, [&] { return shared->answer || shared->left_behind; });
+    return shared->answer.value_or(false);
+  };
+}
+
+void Worker::GiveUpAt(Time moment) {
+  {
+    const std::lock_guard lock(shared_->mutex);
+    shared_->latest = std::min(shared_->latest, moment);
+  }
+  shared_->for_caller.notify_one();
+}
+
+}  // namespace vorek::odbc
