@@ -141,6 +141,10 @@ ObjectName Parser::Object() {
     if (TakeSymbol(".")) name.parts.emplace_back();  // database..table
     name.parts.push_back(Name());
   }
+  if (name.parts.size() > 3) {
+    Refuse(source_, name.at,
+           "A table of another server, '" + text::Left(name.parts[0], 60) + "', is not supported");
+  }
   return name;
 }
 
