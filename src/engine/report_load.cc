@@ -110,11 +110,22 @@ void OfferPanel(ReportControl& control) {
   control.VorekParameters1.SetTag(std::string("ParametersShowed=") + (shown ? "True" : "FALSE"));
 }
 
+// The hourglass while it lives: a load that fails must not leave it behind.
+class Hourglass {
+ public:
+  explicit Hourglass(Windows& windows) : windows_(windows) { windows_.SetMousePointer(11); }
+  ~Hourglass() { windows_.SetMousePointer(0); }
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+
+ private:
+  Windows& windows_;
+};
+
 }  // namespace
 
 void LoadReportDefinition(ReportControl& control, std::int32_t report_id) {
-  Windows& windows = control.world.process.windows();
-  windows.SetMousePointer(11);
+  const Hourglass hourglass(control.world.process.windows());
   const bool found = ReadReportRow(control, report_id);
   control.VorekParameters1.SetReportCaption(control.state.Title);
   OfferPanel(control);
@@ -126,7 +137,6 @@ void LoadReportDefinition(ReportControl& control, std::int32_t report_id) {
     ReadColumnLayout(report);
   }
   control.state.ReportDistributed = "توزيع شده";
-  windows.SetMousePointer(0);
 }
 
 }  // namespace vorek

@@ -182,6 +182,7 @@ TEST_F(ViewTest, OldAndBrokenCatalogues) {
   EXPECT_TRUE(report.View(7));
   SetReport("select rows", "");
   EXPECT_THROW(report.View(7), Error);
+  EXPECT_EQ(windows->pointer, 0);
   SetReport("");
   database->ClearFaults();
   EXPECT_FALSE(report.View(7));
