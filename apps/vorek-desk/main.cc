@@ -1,6 +1,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
+#include <QPainter>
 #include <QPixmap>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -39,20 +39,29 @@ void OpenReports(DeskWindow& window, const QStringList& reports) {
   for (const QString& report : reports) window.OpenReport(report.toInt());
 }
 
-// The picture is taken when everything has come to rest.
-int Render(QApplication& app, DeskWindow& window, const QString& file) {
-  constexpr int kRest = 300;  // milliseconds
-  bool written = false;
-  QTimer::singleShot(kRest, &window, [&] {
-    written = window.grab().save(file);
-    QApplication::exit(0);
-  });
-  app.exec();
-  if (!written) QTextStream(stderr) << "vorek-desk: " << file << " can't be written\n";
-  return written ? 0 : 1;
+// The window with the form that stands before it, if there is one.
+QPixmap Picture(DeskWindow& window) {
+  QPixmap picture = window.grab();
+  QWidget* const modal = QApplication::activeModalWidget();
+  if (modal == nullptr) return picture;
+  QPainter painter(&picture);
+  const QRect place(modal->pos() - window.pos(), modal->size());
+  painter.fillRect(place.adjusted(-2, -2, 2, 2), Qt::darkGray);
+  painter.drawPixmap(place.topLeft(), modal->grab());
+  return picture;
 }
 
-int Main(QApplication& app) {
+// Takes the picture when everything has come to rest, and ends the program, also out of a form.
+void RenderLater(DeskWindow& window, const QString& file) {
+  constexpr int kRest = 600;  // milliseconds
+  QTimer::singleShot(kRest, &window, [&window, file] {
+    const bool written = Picture(window).save(file);
+    if (!written) QTextStream(stderr) << "vorek-desk: " << file << " can't be written\n";
+    QApplication::exit(written ? 0 : 1);
+  });
+}
+
+int Main(const QApplication& app) {
   QCommandLineParser parser;
   AddOptions(parser);
   parser.process(app);
@@ -65,14 +74,18 @@ int Main(QApplication& app) {
       QSettings::IniFormat);
   DeskWindow window(settings);
   window.show();
-  if (!parser.isSet("db")) {
-    window.AskForConnection();
-  } else if (window.Connect(LoginFrom(parser))) {
-    OpenReports(window, parser.values("report"));
-  } else {
-    return 1;
-  }
-  return render ? Render(app, window, parser.value("render")) : QApplication::exec();
+  if (render) RenderLater(window, parser.value("render"));
+  // Out of the event loop, so that ending the program ends a form too.
+  QTimer::singleShot(0, &window, [&] {
+    if (!parser.isSet("db")) {
+      window.AskForConnection();
+    } else if (window.Connect(LoginFrom(parser))) {
+      OpenReports(window, parser.values("report"));
+    } else {
+      QApplication::exit(1);
+    }
+  });
+  return QApplication::exec();
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #define VOREK_TESTS_QT_QT_ENVIRONMENT_H_
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -21,6 +22,16 @@ void When(Ready ready, Act act) {
     act(widget);
   });
   ask->start(kAskEvery);
+}
+
+// Types letters of any script.
+inline void TypeText(QWidget* widget, const QString& text) {
+  for (const QChar letter : text) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, 0, Qt::NoModifier, QString(letter));
+      QApplication::sendEvent(widget, &event);
+    }
+  }
 }
 
 // The modal window in front, once it is on the screen and takes keys; null before.

@@ -1,12 +1,8 @@
-#include <QAction>
 #include <QCalendarWidget>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QStyle>
 #include <QTextCharFormat>
-#include <QToolTip>
 #include <QVBoxLayout>
 
+#include "adapters/qt/typed_edit_view.h"
 #include "adapters/qt/view_registry.h"
 #include "widgets/vorek_date.h"
 
@@ -41,67 +37,27 @@ class CalendarPopup : public QFrame {
 };
 
 // A text in which "/" is filled in while it is typed at its end, with a calendar behind a button.
-class DateView : public ControlView {
+class DateView : public TypedEditView {
  public:
   DateView(Presenter& presenter, VorekDate& date, QWidget& parent)
-      : ControlView(presenter, date, new QLineEdit(&parent)), date_(date) {
+      : TypedEditView(presenter, date, parent), date_(date) {
     Edit().setMaxLength(10);
     Edit().setAlignment(Qt::AlignCenter);
-    const QIcon icon = Edit().style()->standardIcon(QStyle::SP_ArrowDown);
-    QAction* const open = Edit().addAction(icon, QLineEdit::TrailingPosition);
-    open->setText("تقويم");
-    connect(open, &QAction::triggered, this, [this] { OpenCalendar(); });
-    connect(&Edit(), &QLineEdit::textEdited, this, [this](const QString& text) { Typed(text); });
+    AddOpener("تقويم", [this] { OpenCalendar(); });
   }
 
   void Set(std::string_view property) override {
-    if (property == "FarsiDate") {
-      ShowDate();
-    } else if (property == "RightToLeft") {
+    if (property == "RightToLeft") {
       Edit().setLayoutDirection(Qt::LeftToRight);  // the parts of a date never turn round
     } else {
-      ControlView::Set(property);
+      TypedEditView::Set(property);
     }
-  }
-  void SetAll() override {
-    ControlView::SetAll();
-    ShowDate();
-  }
-
-  void Commit() override {
-    if (!std::exchange(half_typed_, false)) return;
-    const std::string text = Edit().text().toStdString();
-    try {
-      date_.Type(text);
-    } catch (const Error& error) {
-      QToolTip::showText(Edit().mapToGlobal(QPoint(0, Edit().height())), ToQt(error.Description()),
-                         &Edit());
-    }
-    if (!Retired()) ShowDate();
   }
 
  protected:
-  bool eventFilter(QObject* object, QEvent* event) override {
-    if (object == &Widget() && event->type() == QEvent::KeyPress) {
-      const auto* const key = static_cast<QKeyEvent*>(event);
-      const bool alt_down = key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier;
-      if (alt_down || key->key() == Qt::Key_F4) {
-        OpenCalendar();
-        return true;
-      }
-    }
-    return ControlView::eventFilter(object, event);
-  }
+  QString ShownText() const override { return ToQt(date_.FarsiDate()); }
 
- private:
-  QLineEdit& Edit() { return static_cast<QLineEdit&>(Widget()); }
-
-  void ShowDate() {
-    if (!half_typed_) Edit().setText(ToQt(date_.FarsiDate()));
-  }
-
-  void Typed(const QString& text) {
-    half_typed_ = true;
+  void Typed(const QString& text) override {
     const bool grew = text.size() > length_;
     length_ = text.size();
     const bool part_ends = (text.size() == 4 && !text.contains('/')) ||
@@ -111,6 +67,7 @@ class DateView : public ControlView {
     length_ = Edit().text().size();
   }
 
+ private:
   void OpenCalendar() {
     Commit();
     auto* const popup = new CalendarPopup(&Edit());
@@ -132,7 +89,6 @@ class DateView : public ControlView {
   }
 
   VorekDate& date_;
-  bool half_typed_ = false;
   qsizetype length_ = 0;
 };
 

@@ -10,7 +10,6 @@ class LabelView : public ControlView {
  public:
   LabelView(Presenter& presenter, Label& label, QWidget& parent)
       : ControlView(presenter, label, new QLabel(&parent)), label_(label) {
-    Text().setWordWrap(true);
     Text().setTextFormat(Qt::PlainText);
     Text().setTextInteractionFlags(Qt::NoTextInteraction);
   }
@@ -18,10 +17,12 @@ class LabelView : public ControlView {
   void Set(std::string_view property) override {
     if (property == "Caption") {
       Text().setText(ToQt(label_.Caption()));
+      Fit();
     } else if (property == "Alignment") {
       Align();
     } else {
       ControlView::Set(property);
+      if (property == "Width" || property == "Height") Fit();
     }
   }
   void SetAll() override {
@@ -35,6 +36,16 @@ class LabelView : public ControlView {
   void Align() {
     const bool centred = label_.Alignment() == Label::kCentre;
     Text().setAlignment((centred ? Qt::AlignHCenter : Qt::AlignLeading) | Qt::AlignTop);
+  }
+  // Words wrap where there is room for a second line; what is cut off is told by a tip.
+  void Fit() {
+    const int line = Text().fontMetrics().lineSpacing();
+    const bool wraps = Text().height() >= 2 * line;
+    Text().setWordWrap(wraps);
+    if (!label_.ToolTipText().empty()) return;
+    const bool cut =
+        !wraps && Text().fontMetrics().horizontalAdvance(Text().text()) > Text().width();
+    Text().setToolTip(cut ? Text().text() : QString());
   }
 
   Label& label_;

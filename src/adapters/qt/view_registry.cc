@@ -22,8 +22,15 @@ constexpr KnownKind kKinds[] = {
     {"Label", MakeLabelView},
     {"Menu", NoView},
     {"TextBox", MakeTextBoxView},
+    {"VorekCurrency", MakeCurrencyView},
     {"VorekDate", MakeDateView},
+    {"VorekDuration", MakeMinutesView},
+    {"VorekEntityPicker", MakeListView},
+    {"VorekMultiSelect", MakeListView},
+    {"VorekPickerPanel", MakeListView},
     {"VorekProgressBar", MakeProgressView},
+    {"VorekSelector", MakeListView},
+    {"VorekTime", MakeMinutesView},
 };
 
 }  // namespace

@@ -12,10 +12,13 @@ using ViewMaker = ControlView* (*)(Presenter& presenter, Control& control, QWidg
 ControlView* MakeButtonView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeCheckBoxView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeComboBoxView(Presenter& presenter, Control& control, QWidget& parent);
+ControlView* MakeCurrencyView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeDateView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeFrameView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeGridView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeLabelView(Presenter& presenter, Control& control, QWidget& parent);
+ControlView* MakeListView(Presenter& presenter, Control& control, QWidget& parent);
+ControlView* MakeMinutesView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeProgressView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeTextBoxView(Presenter& presenter, Control& control, QWidget& parent);
 

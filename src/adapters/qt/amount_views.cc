@@ -1,0 +1,109 @@
+#include <algorithm>
+
+#include "adapters/qt/typed_edit_view.h"
+#include "adapters/qt/view_registry.h"
+#include "widgets/vorek_currency.h"
+#include "widgets/vorek_time.h"
+
+// Amounts of time and of money.
+namespace vorek::qt {
+namespace {
+
+QString LatinDigits(QString text) {
+  for (QChar& character : text) {
+    if (character.digitValue() >= 0) character = QChar('0' + character.digitValue());
+  }
+  return text;
+}
+
+// Hours and minutes with ":" filled in behind the second digit of a time of the day.
+class MinutesView : public TypedEditView {
+ public:
+  MinutesView(Presenter& presenter, MinutesControl& minutes, QWidget& parent)
+      : TypedEditView(presenter, minutes, parent), minutes_(minutes) {
+    Edit().setAlignment(Qt::AlignCenter);
+    Edit().setPlaceholderText("--:--");
+    Edit().setMaxLength(OfDay() ? 5 : 8);
+  }
+
+  void Set(std::string_view property) override {
+    if (property == "RightToLeft") {
+      Edit().setLayoutDirection(Qt::LeftToRight);
+    } else {
+      TypedEditView::Set(property);
+    }
+  }
+
+ protected:
+  QString ShownText() const override {
+    return ToQt(OfDay() ? static_cast<VorekTime&>(minutes_).GetTimeFormatted()
+                        : static_cast<VorekDuration&>(minutes_).GetDuration());
+  }
+  void Typed(const QString& text) override {
+    const bool grew = text.size() > length_;
+    length_ = text.size();
+    if (!OfDay() || !grew || text.size() != 2 || text.contains(':')) return;
+    Edit().setText(text + ':');
+    length_ = Edit().text().size();
+  }
+
+ private:
+  bool OfDay() const { return minutes_.Kind() == "VorekTime"; }
+
+  MinutesControl& minutes_;
+  qsizetype length_ = 0;
+};
+
+// Digits are grouped while they are typed; the cursor stays behind the digit that it was behind.
+class CurrencyView : public TypedEditView {
+ public:
+  CurrencyView(Presenter& presenter, VorekCurrency& amount, QWidget& parent)
+      : TypedEditView(presenter, amount, parent), amount_(amount) {
+    Edit().setAlignment(Qt::AlignRight | Qt::AlignAbsolute);
+  }
+
+  void Set(std::string_view property) override {
+    if (property == "RightToLeft") {
+      Edit().setLayoutDirection(Qt::LeftToRight);
+    } else {
+      TypedEditView::Set(property);
+    }
+  }
+
+ protected:
+  QString ShownText() const override { return ToQt(amount_.Text()); }
+  void Typed(const QString& text) override {
+    const auto counted = [](const QString& part) { return part.size() - part.count('/'); };
+    const qsizetype behind = counted(text.mid(Edit().cursorPosition()));
+    const QString grouped = Grouped(LatinDigits(text));
+    Edit().setText(grouped);
+    qsizetype cursor = grouped.size();
+    while (cursor > 0 && counted(grouped.mid(cursor)) < behind) --cursor;
+    Edit().setCursorPosition(static_cast<int>(cursor));
+  }
+
+ private:
+  static QString Grouped(QString text) {
+    text.remove('/').remove(',');
+    qsizetype first = 0;
+    while (first < text.size() && !text.at(first).isDigit()) ++first;
+    qsizetype end = first;
+    while (end < text.size() && text.at(end).isDigit()) ++end;
+    for (qsizetype at = end - 3; at > first; at -= 3) text.insert(at, '/');
+    return text;
+  }
+
+  VorekCurrency& amount_;
+};
+
+}  // namespace
+
+ControlView* MakeCurrencyView(Presenter& presenter, Control& control, QWidget& parent) {
+  return new CurrencyView(presenter, static_cast<VorekCurrency&>(control), parent);
+}
+
+ControlView* MakeMinutesView(Presenter& presenter, Control& control, QWidget& parent) {
+  return new MinutesView(presenter, static_cast<MinutesControl&>(control), parent);
+}
+
+}  // namespace vorek::qt

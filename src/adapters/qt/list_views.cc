@@ -1,0 +1,111 @@
+#include <QFrame>
+#include <QPointer>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "adapters/qt/list_panel.h"
+#include "adapters/qt/typed_edit_view.h"
+#include "adapters/qt/view_registry.h"
+#include "widgets/vorek_entity_picker.h"
+#include "widgets/vorek_multi_select.h"
+#include "widgets/vorek_selector.h"
+
+// Lists: a line with a pop-up list behind a button, or the list itself where there is room for it.
+namespace vorek::qt {
+namespace {
+
+// What a list control says of its choice.
+QString ChoiceText(const ListControl& list) {
+  if (const auto* const choice = dynamic_cast<const ChoiceControl*>(&list)) {
+    return ToQt(choice->Description());
+  }
+  if (const auto* const many = dynamic_cast<const VorekMultiSelect*>(&list)) {
+    if (many->AllSelected()) return "همه";
+    if (many->NoneSelected()) return {};
+    const std::string ids = many->SelectedIDs();
+    return QString("%1 مورد").arg(std::count(ids.begin(), ids.end(), ',') + 1);
+  }
+  const auto* const entity = dynamic_cast<const VorekEntityPicker*>(&list);
+  if (entity == nullptr || entity->IsNull()) return {};
+  return QString("%1:%2").arg(entity->FormTypeID()).arg(entity->FormID());
+}
+
+class ListFieldView : public TypedEditView {
+ public:
+  ListFieldView(Presenter& presenter, ListControl& list, QWidget& parent)
+      : TypedEditView(presenter, list, parent), list_(list) {
+    AddOpener("فهرست", [this] { Open(); });
+    Edit().setReadOnly(dynamic_cast<VorekMultiSelect*>(&list) != nullptr);
+  }
+
+ protected:
+  QString ShownText() const override { return ChoiceText(list_); }
+  void Forget() override { delete popup_.data(); }
+
+ private:
+  void Open() {
+    DropTyping();
+    auto* const popup = new QFrame(&Edit(), Qt::Popup);
+    popup->setAttribute(Qt::WA_DeleteOnClose);
+    popup->setFrameShape(QFrame::StyledPanel);
+    popup->setLayoutDirection(Qt::RightToLeft);
+    auto* const panel = new ListPanel(
+        list_, [this](const std::function<void()>& event) { Feed(event); }, popup);
+    auto* const layout = new QVBoxLayout(popup);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(panel);
+    panel->on_chosen = [popup] { popup->close(); };
+    const int letter = Edit().fontMetrics().averageCharWidth();
+    popup->resize(std::max(Edit().width(), letter * 44), letter * 44);
+    popup->move(Edit().mapToGlobal(QPoint(Edit().width() - popup->width(), Edit().height())));
+    popup_ = popup;
+    panel->Fill();
+    popup->show();
+    panel->setFocus();
+  }
+
+  ListControl& list_;
+  QPointer<QWidget> popup_;
+};
+
+class ListPanelView : public ControlView {
+ public:
+  ListPanelView(Presenter& presenter, ListControl& list, QWidget& parent)
+      : ControlView(
+            presenter, list,
+            new ListPanel(
+                list, [this](const std::function<void()>& event) { Feed(event); }, &parent)) {}
+
+  void Set(std::string_view property) override {
+    if (property == "List") {
+      Panel().ShowRows();
+    } else if (property == "SelectedIDs") {
+      Panel().ShowChoice();
+    } else {
+      ControlView::Set(property);
+    }
+  }
+  void SetAll() override {
+    ControlView::SetAll();
+    Panel().ShowRows();
+  }
+
+ protected:
+  void Forget() override { Panel().Forget(); }
+
+ private:
+  ListPanel& Panel() const { return static_cast<ListPanel&>(Widget()); }
+};
+
+}  // namespace
+
+ControlView* MakeListView(Presenter& presenter, Control& control, QWidget& parent) {
+  constexpr int kLeastLines = 5;
+  auto& list = static_cast<ListControl&>(control);
+  const int lines = presenter.Measure().Pixels(control.Height()) / parent.fontMetrics().height();
+  const bool opens = control.Kind() == "VorekSelector" || control.Kind() == "VorekEntityPicker";
+  if (opens || lines < kLeastLines) return new ListFieldView(presenter, list, parent);
+  return new ListPanelView(presenter, list, parent);
+}
+
+}  // namespace vorek::qt

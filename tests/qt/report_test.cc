@@ -1,0 +1,191 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+#include <QtTest/QTest>
+#include <filesystem>
+
+#include "adapters/qt/grid_area.h"
+#include "adapters/system/system_files.h"
+#include "desk_window.h"
+#include "engine/report_control.h"
+#include "platform/script.h"
+#include "qt_environment.h"
+#include "report_tab.h"
+#include "slow_database.h"
+#include "vorek/qt.h"
+#include "vorek/sqlite.h"
+#include "vorek/system.h"
+
+namespace vorek::qt {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The sample, made once for all tests of a run.
+const std::string& SampleFile() {
+  static const QTemporaryDir folder;
+  static const std::string file = [] {
+    const std::string path = folder.filePath("sample.db").toStdString();
+    const auto connection =
+        SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=" + path + ";Mode=Create");
+    std::vector<fs::path> scripts;
+    for (const fs::directory_entry& entry : fs::directory_iterator("samples")) {
+      if (entry.path().extension() == ".sql") scripts.push_back(entry.path());
+    }
+    std::sort(scripts.begin(), scripts.end());
+    const SystemFiles files;
+    for (const fs::path& script : scripts) {
+      RunScript(*connection, files.Read(script.string()), {.timeout_seconds = 600, .progress = {}});
+    }
+    return path;
+  }();
+  return file;
+}
+
+class DeskTest : public testing::Test {
+ protected:
+  DeskTest() {
+    desk = std::make_unique<desk::DeskWindow>(settings);
+    desk->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(desk.get()));
+    EXPECT_TRUE(desk->Connect({QString::fromStdString(SampleFile()), 1, 1, -1, -1}));
+  }
+  ReportControl& Control() { return desk->CurrentTab()->Widget().Report().Impl(); }
+  template <typename Widget>
+  Widget* Child(const QString& name) {
+    auto* const found = desk->CurrentTab()->findChild<Widget*>(name);
+    EXPECT_NE(found, nullptr) << name.toStdString();
+    return found;
+  }
+
+  QTemporaryDir folder;
+  QSettings settings{folder.filePath("desk.ini"), QSettings::IniFormat};
+  std::unique_ptr<desk::DeskWindow> desk;
+};
+
+TEST_F(DeskTest, FindsAReportByWordsAndShowsWhatTheGridHolds) {
+  auto* const search = desk->findChild<QLineEdit*>("search");
+  TypeText(search, "مشتری فاكتور");  // words in any order, ی for ي
+  const auto* const list = desk->findChild<QTreeWidget*>("catalogue");
+  ASSERT_NE(list->currentItem(), nullptr);
+  EXPECT_EQ(list->currentItem()->text(0), "203");
+  search->clear();
+  TypeText(search, "۱۰۱");
+  QTest::keyClick(search, Qt::Key_Return);
+  ASSERT_NE(desk->CurrentTab(), nullptr);
+  EXPECT_EQ(desk->CurrentTab()->ReportNumber(), 101);
+  EXPECT_EQ(Child<QLabel>("lblCaption")->text().toStdString(), Control().state.Title);
+  const Grid& grid = Control().flxMain;
+  EXPECT_GT(grid.Rows(), 10);
+  auto* const area = Child<GridArea>("flxMain");
+  QTest::qWait(1);
+  EXPECT_TRUE(area->isVisible());
+  EXPECT_FALSE(area->CellRect(grid.Row(), 3).isEmpty());
+  EXPECT_EQ(desk->findChild<QLabel*>("user")->text(), "بهرام كياني");
+}
+
+TEST_F(DeskTest, FillsThePanelAndSearches) {
+  desk->OpenReport(106);
+  QTest::qWait(1);
+  EXPECT_EQ(Control().state.QueryRecordCount, -1);
+  auto* const name = Child<QLineEdit>("txt(1)");
+  name->setFocus();
+  TypeText(name, "%كارون%");
+  EXPECT_EQ(name->accessibleName(), "نام مشتري");
+  QTest::keyClick(name, Qt::Key_Return);
+  const Grid& grid = Control().flxMain;
+  ASSERT_GT(grid.Rows(), 2) << Control().state.QueryText;
+  std::string scratch;
+  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    std::string cells;
+    for (std::int32_t col = 1; col < grid.Cols(); ++col) cells += grid.TextMatrix(row, col) + "|";
+    EXPECT_NE(cells.find("كارون"), std::string::npos) << cells;
+  }
+}
+
+TEST_F(DeskTest, ShowsTheErrorOfAReportThatFails) {
+  QString detail;
+  When(ModalWindow, [&](QWidget* window) {
+    detail = window->findChild<QPlainTextEdit*>("txtError")->toPlainText();
+    EXPECT_EQ(window->findChild<QLabel*>("lblError")->text(), "نمايش گزارش با اشکال مواجه شد.");
+    QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+  });
+  desk->OpenReport(903);
+  EXPECT_FALSE(detail.isEmpty());
+  EXPECT_EQ(Control().flxMain.Rows(), 2);
+}
+
+TEST_F(DeskTest, RemembersTabsAndDrawnWidths) {
+  desk->OpenReport(101);
+  desk->OpenReport(201);
+  Control().flxMain.ResizeByUser(2, 3333);
+  desk->close();
+  desk = std::make_unique<desk::DeskWindow>(settings);
+  desk->show();
+  ASSERT_TRUE(desk->Connect({QString::fromStdString(SampleFile()), 1, 1, -1, -1}));
+  desk->ReopenTabs();
+  EXPECT_EQ(desk->OpenReport(101)->ReportNumber(), 101);
+  EXPECT_NE(Control().flxMain.ColWidth(2), 3333);
+  desk->OpenReport(201);
+  EXPECT_EQ(Control().flxMain.ColWidth(2), 3333);
+}
+
+// The window lives while the query runs, takes nothing but the wish to cancel, and the run ends as
+// one that failed.
+TEST(CancelTest, EndsARunInItsFailurePath) {
+  for (const bool by_button : {true, false}) {
+    WorldOptions options;
+    options.providers = {std::make_shared<SlowProvider>(SqliteProvider(), "slow_view")};
+    AddQtServices(options);
+    AddSystemServices(options);
+    World world(std::move(options));
+    QWidget host;
+    VorekReportWidget widget(world, &host);
+    host.resize(700, 400);
+    widget.resize(700, 400);
+    host.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
+    widget.SetOleConnectionString("Provider=VorekSQLite;Data Source=" +
+                                  QString::fromStdString(SampleFile()));
+    widget.SetUserID(1);
+    widget.SetPositionID(1);
+    widget.Report().SetUseThisQuery("select * from slow_view");
+    bool refused = false;
+    const auto panel = [&host] { return host.findChild<QWidget*>("busyPanel"); };
+    When(panel, [&](QWidget* busy) {
+      try {
+        widget.Report().Refresh(true);
+      } catch (const Error&) {
+        refused = true;
+      }
+      if (by_button) {
+        QTest::mouseClick(busy->findChild<QPushButton*>("busyCancel"), Qt::LeftButton);
+      } else {
+        QTest::keyClick(&host, Qt::Key_Escape);
+      }
+    });
+    QString detail;
+    When(ModalWindow, [&](QWidget* window) {
+      detail = window->findChild<QPlainTextEdit*>("txtError")->toPlainText();
+      window->close();
+    });
+    EXPECT_FALSE(widget.View(101));
+    EXPECT_EQ(detail, "The statement was cancelled.");
+    EXPECT_EQ(panel(), nullptr);
+    // Nothing else is lost: the report runs again.
+    widget.Report().SetUseThisQuery("");
+    EXPECT_TRUE(widget.View(101));
+    EXPECT_GT(widget.Report().QueryRecordCount(), 0);
+  }
+}
+
+}  // namespace
+}  // namespace vorek::qt
