@@ -28,3 +28,11 @@ insert into tblVorekReportParameter (ReportID, ParameterID, Sequence, Name, Desc
   (225, 13, 14, N'فعال', N'فقط مشتريان فعال', 1006, 'bit', 1, 1, null, null, null),
   (225, 15, 15, N'راهنما', N'هر چه خالي بماند محدود نميكند', 1001, 'nvarchar', 1, 1, null, null, null)
 GO
+
+-- A text that is searched for, asked in the dialog.
+insert into tblVorekReport (ID, Title, SQLQuery, FormTypeID, ShowFlatternParameters, Cols) values
+  (226, N'جستجوي كالا', N'Select tblGoods.Code as [كد كالا], tblGoods.Name as [نام كالا] from tblGoods Where (tblGoods.Name like @1) Order By tblGoods.Code', 905, 0, 1)
+GO
+insert into tblVorekReportParameter (ReportID, ParameterID, Sequence, Name, Description, ControlTypeID, Type) values
+  (226, 1, 1, N'نام كالا', N'نام كالا', 1002, 'nvarchar')
+GO

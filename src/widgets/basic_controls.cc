@@ -1,7 +1,9 @@
 #include "widgets/basic_controls.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "text/utf8.h"
 #include "vorek/error.h"
 #include "widgets/property.h"
 
@@ -71,6 +73,22 @@ const PropertyTable& CheckBox::OwnProperties() const {
 void ComboBox::Choose(std::int32_t index) {
   SetListIndex(index);
   Control::Click();
+}
+
+void ComboBox::Type(const std::string& text) {
+  if (!Enabled()) return;
+  if (text::TrimView(text).empty()) {
+    SetListIndex(-1);
+    return;
+  }
+  const auto line = std::find_if(items_.begin(), items_.end(), [&](const Item& item) {
+    return text::EqualsIgnoreCase(item.text, text::TrimView(text));
+  });
+  if (line == items_.end()) {
+    throw Error(ErrorNumber::kTypeMismatch,
+                Path() + " has no line \"" + text::Left(text, 50) + "\"");
+  }
+  Choose(static_cast<std::int32_t>(line - items_.begin()));
 }
 
 const ComboBox::Item& ComboBox::At(std::int32_t index) const {

@@ -105,6 +105,9 @@ class ComboBox : public Control {
 
   // From the presenter: the user chose a line. Raises on_change and on_click.
   void Choose(std::int32_t index);
+  // Chooses the first line with this text, in any case; empty text takes the choice back. Throws
+  // Error(kTypeMismatch) if there is none.
+  void Type(const std::string& text) override;
 
   const std::vector<Item>& Items() const { return items_; }
   std::int32_t ListCount() const { return static_cast<std::int32_t>(items_.size()); }

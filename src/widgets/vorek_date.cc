@@ -5,6 +5,7 @@
 #include "text/utf8.h"
 #include "vorek/error.h"
 #include "widgets/property.h"
+#include "widgets/typed_text.h"
 
 namespace vorek {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 // Completes what was typed, "5", "2/5" or "4/2/5", with the parts of today's date.
 std::optional<text::CalendarDate> Complete(const std::string& typed,
                                            const text::CalendarDate& today) {
-  std::string text = text::Trim(typed);
+  std::string text = PlainTyped(typed);
   std::size_t separators = 0;
   for (const char c : text) separators += c == '/' || c == '-' ? 1 : 0;
   if (separators == 0) text = std::to_string(today.month) + "/" + text;
@@ -22,16 +23,22 @@ std::optional<text::CalendarDate> Complete(const std::string& typed,
   return date && text::IsPersianDate(*date) ? date : std::nullopt;
 }
 
+[[noreturn]] void RefuseDate(const Control& control, const std::string& text) {
+  throw Error(ErrorNumber::kTypeMismatch,
+              control.Path() + ": \"" + text::Left(text, 50) + "\" is no Persian date");
+}
+
 }  // namespace
 
 void VorekDate::Type(const std::string& text) {
-  if (text::TrimView(text).empty()) {
+  if (!Enabled()) return;
+  if (PlainTyped(text).empty()) {
     Clear();
     return;
   }
   const auto date = Complete(text, text::ToPersian(today_));
   if (!date) {
-    throw Error(ErrorNumber::kTypeMismatch, Path() + ": \"" + text + "\" is no Persian date");
+    RefuseDate(*this, text);
   }
   Take(text::ToGregorian(*date));
 }
@@ -56,7 +63,7 @@ void VorekDate::SetFarsiDate(const std::string& text) {
   }
   const auto date = text::ParseDate(text);
   if (!date || !text::IsPersianDate(*date)) {
-    throw Error(ErrorNumber::kTypeMismatch, Path() + ": \"" + text + "\" is no Persian date");
+    RefuseDate(*this, text);
   }
   Take(text::ToGregorian(*date));
 }

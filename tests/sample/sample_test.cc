@@ -104,6 +104,7 @@ const ReportCase kReports[] = {
     {223, kWaits},
     {224, 211},
     {225, kWaits},
+    {226, kFails},  // nobody answers its dialog
     {301, 624},
     {302, 9, "@1=5"},
     {303, 33, "@1=1&@2=1"},
