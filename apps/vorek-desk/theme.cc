@@ -1,12 +1,32 @@
 #include "theme.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 
 namespace vorek::desk {
 namespace {
+
+// Draws the outline of a check box, which the style leaves as dark as its ground.
+class DarkStyle : public QProxyStyle {
+ public:
+  DarkStyle() : QProxyStyle("Fusion") {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element != PE_IndicatorItemViewItemCheck && element != PE_IndicatorCheckBox) return;
+    painter->save();
+    painter->setPen(option->palette.color(QPalette::PlaceholderText));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+  }
+};
 
 QPalette Dark() {
   QPalette palette(QColor(0x35, 0x36, 0x3A), QColor(0x2B, 0x2C, 0x30));
@@ -29,8 +49,13 @@ QPalette Dark() {
 
 void ApplyTheme(const QString& theme) {
   if (theme != "light" && theme != "dark") return;
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
-  QApplication::setPalette(theme == "dark" ? Dark() : QApplication::style()->standardPalette());
+  if (theme == "dark") {
+    QApplication::setStyle(new DarkStyle);
+    QApplication::setPalette(Dark());
+  } else {
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+  }
 }
 
 }  // namespace vorek::desk
