@@ -79,6 +79,7 @@ class CurrencyView : public TypedEditView {
     Edit().setText(grouped);
     qsizetype cursor = grouped.size();
     while (cursor > 0 && counted(grouped.mid(cursor)) < behind) --cursor;
+    while (cursor > 0 && grouped.at(cursor - 1) == '/') --cursor;
     Edit().setCursorPosition(static_cast<int>(cursor));
   }
 

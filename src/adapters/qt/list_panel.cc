@@ -73,17 +73,17 @@ ListPanel::ListPanel(ListControl& list, Feed feed, QWidget* parent)
 
 void ListPanel::MakeButtons() {
   auto* const row = new QHBoxLayout;
-  const auto add = [&](const QString& text, const char* name, void (VorekMultiSelect::*act)()) {
+  const auto add = [&](const QString& text, const char* name, bool all) {
     auto* const button = new QPushButton(text, this);
     button->setObjectName(name);
-    connect(button, &QPushButton::clicked, this, [this, act] {
-      if (list_ != nullptr) feed_([&] { (many_->*act)(); });
+    connect(button, &QPushButton::clicked, this, [this, all] {
+      if (list_ != nullptr) feed_([&] { all ? many_->SelectAll() : many_->setNull(); });
       ShowChoice();
     });
     row->addWidget(button);
   };
-  add("همه", "listAll", &VorekMultiSelect::SelectAll);
-  add("هيچكدام", "listNone", &VorekMultiSelect::setNull);
+  add("همه", "listAll", true);
+  add("هيچكدام", "listNone", false);
   row->addStretch();
   static_cast<QVBoxLayout*>(layout())->addLayout(row);
 }
