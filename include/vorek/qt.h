@@ -10,7 +10,7 @@
 
 namespace vorek {
 
-// Gives the options a screen by Qt, and has their providers, which must stand in them already, run
+// Gives the options a screen and file dialogs by Qt, and has their providers, which must stand in them already, run
 // statements on threads of their own: windows stay alive meanwhile, and Escape or a button cancels.
 // REQUIRES a QApplication; the world is to be used from its thread.
 void AddQtServices(WorldOptions& options);

@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QtTest/QTest>
 
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
 #include "messages/form_confirm.h"
 #include "messages/form_error.h"
@@ -87,6 +91,26 @@ TEST(FormsTest, AnErrorUnfoldsItsDetailAndClosesByEscape) {
   });
   form.ShowModal();
   EXPECT_FALSE(form.Shown());
+}
+
+TEST(FormsTest, AFileIsChosenByItsName) {
+  const QTemporaryDir folder;
+  FileDialogRequest request{folder.filePath("old.txt").toStdString(), "متن|*.txt|همه|*.*", "ذخيره",
+                            "txt"};
+  const auto choose = [](QWidget* window) {
+    auto* const dialog = qobject_cast<QFileDialog*>(window);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->nameFilters(), QStringList({"متن (*.txt)", "همه (*)"}));
+    auto* const name = dialog->findChild<QLineEdit*>("fileNameEdit");
+    EXPECT_EQ(name->text(), "old.txt");
+    name->setText("گزارش");
+    QTest::keyClick(name, Qt::Key_Return);
+  };
+  When(ModalWindow, choose);
+  ASSERT_TRUE(QtFileDialogs().Save(request));
+  EXPECT_EQ(request.file_name, folder.filePath("گزارش.txt").toStdString());
+  When(ModalWindow, [](QWidget* window) { window->close(); });
+  EXPECT_FALSE(QtFileDialogs().Save(request));
 }
 
 // A window that stays while the program goes on, and a form that goes before its window.

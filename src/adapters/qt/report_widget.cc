@@ -5,6 +5,7 @@
 #include "adapters/qt/background_provider.h"
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/presenter.h"
+#include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
 #include "engine/report_control.h"
 #include "vorek/qt.h"
@@ -14,6 +15,7 @@ namespace vorek {
 void AddQtServices(WorldOptions& options) {
   const auto windows = std::make_shared<qt::QtWindows>();
   options.windows = windows;
+  options.file_dialogs = std::make_shared<qt::QtFileDialogs>();
   for (std::shared_ptr<DatabaseProvider>& provider : options.providers) {
     provider = std::make_shared<qt::BackgroundProvider>(std::move(provider), windows->Busy());
   }

@@ -1,0 +1,45 @@
+#include "adapters/qt/qt_file_dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+
+#include "adapters/qt/control_view.h"
+
+namespace vorek::qt {
+namespace {
+
+// "Texts|*.txt;*.csv|All|*.*" as Qt writes it: "Texts (*.txt *.csv)", "All (*)".
+QStringList NameFilters(const std::string& filter) {
+  const QStringList parts = ToQt(filter).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QString patterns = parts[i + 1];
+    patterns.replace("*.*", "*").replace(';', ' ');
+    filters << parts[i] + " (" + patterns + ")";
+  }
+  return filters;
+}
+
+bool Ask(FileDialogRequest& request, QFileDialog::AcceptMode mode, QFileDialog::FileMode file) {
+  QFileDialog dialog(QApplication::activeWindow(), ToQt(request.title));
+  dialog.setAcceptMode(mode);
+  dialog.setFileMode(file);
+  dialog.setNameFilters(NameFilters(request.filter));
+  dialog.setDefaultSuffix(ToQt(request.default_extension));
+  if (!request.file_name.empty()) dialog.selectFile(ToQt(request.file_name));
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
+  request.file_name = dialog.selectedFiles().front().toStdString();
+  return true;
+}
+
+}  // namespace
+
+bool QtFileDialogs::Save(FileDialogRequest& request) {
+  return Ask(request, QFileDialog::AcceptSave, QFileDialog::AnyFile);
+}
+
+bool QtFileDialogs::Open(FileDialogRequest& request) {
+  return Ask(request, QFileDialog::AcceptOpen, QFileDialog::ExistingFile);
+}
+
+}  // namespace vorek::qt
