@@ -78,6 +78,9 @@ class VorekReport1 {
   // Told the key of a stored property whenever it is assigned.
   std::function<void(const std::string& key)> PropertyChanged;
 
+  // An event of a widget beside the report: "Changed", in any case, runs the report again.
+  void ObjectEvent(const std::string& name);
+
   // Applies the column layouts to the grids; true reads the stored layout anew.
   void AlignFlexes(bool RetriveFromDB = false);
 

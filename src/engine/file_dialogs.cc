@@ -3,9 +3,13 @@
 namespace vorek {
 namespace {
 
+// The folder that a dialog leaves as the current one: the chosen file's. A root keeps its slash, a
+// bare name stands in the folder that is current already.
 std::string FolderOf(const std::string& file_name) {
   const std::size_t slash = file_name.find_last_of("/\\");
-  return slash == std::string::npos ? "" : file_name.substr(0, slash);
+  if (slash == std::string::npos) return ".";
+  const bool root = slash == 0 || file_name[slash - 1] == ':';
+  return file_name.substr(0, root ? slash + 1 : slash);
 }
 
 }  // namespace

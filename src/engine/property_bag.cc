@@ -76,7 +76,7 @@ const std::vector<StoredProperty>& StoredProperties() {
       Number32("FormID", &ReportState::FormID, "0"),
       Number32("FormTypeID", &ReportState::FormTypeID, "0"),
       Text("UniqueWC", &ReportState::UniqueWC, "''<>''", true),
-      {"Enabled", "True", true, [](ReportControl& c) { return property::ToText(c.Enabled()); },
+      {"Enabled", "True", true, [](ReportControl& c) { return property::ToText(c.state.Enabled); },
        [](ReportControl& c, const std::string& text) {
          c.SetEnabledGrids(property::FromText<bool>(text));
        }},

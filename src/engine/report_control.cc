@@ -151,6 +151,10 @@ bool ReportControl::ReportRefreshOnChange() {
   return Refresh(false, state.LastParameterString, state.CallerStringValue);
 }
 
+void ReportControl::ObjectEvent(const std::string& name) {
+  if (text::EqualsIgnoreCase(name, "Changed")) ReportRefreshOnChange();
+}
+
 void ReportControl::KeyDown(int key_code, int shift) {
   auto code = static_cast<std::int16_t>(key_code);
   auto keys = static_cast<std::int16_t>(shift);
@@ -182,7 +186,7 @@ void ReportControl::SetEditable(bool on) {
 }
 
 void ReportControl::SetEnabledGrids(bool on) {
-  SetEnabled(on);
+  state.Enabled = on;
   flxMain.SetEnabled(on);
   flxTranspose.SetEnabled(on);
 }

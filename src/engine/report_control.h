@@ -35,6 +35,8 @@ class ReportControl : public Frame {
                const std::string& caller_value);
   // Runs again when something that the report shows has changed.
   bool ReportRefreshOnChange();
+  // An event of a widget that a host placed beside the report: "Changed" runs it again.
+  void ObjectEvent(const std::string& name);
   void SetConnection(const std::string& text);
   void SetEditable(bool on);
   void SetEnabledGrids(bool on);

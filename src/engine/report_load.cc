@@ -103,11 +103,14 @@ bool ShowParameterPanel(ReportControl& control) {
 }
 
 void OfferPanel(ReportControl& control) {
-  bool shown = false;
+  std::string shown = "FALSE";
   if (control.state.ParameterString.empty() && control.state.ShowFlatternParameters) {
-    IgnoreErrors([&] { shown = ShowParameterPanel(control); });
+    shown = "False";
+    IgnoreErrors([&] {
+      if (ShowParameterPanel(control)) shown = "True";
+    });
   }
-  control.VorekParameters1.SetTag(std::string("ParametersShowed=") + (shown ? "True" : "FALSE"));
+  control.VorekParameters1.SetTag("ParametersShowed=" + shown);
 }
 
 // The hourglass while it lives: a load that fails must not leave it behind.

@@ -81,7 +81,8 @@ const PropertyTable& ReportControl::OwnProperties() const {
          [](Control& c, const Arguments&, const std::string& value) {
            Report(c).state.OperationMode = static_cast<std::int16_t>(FromText<std::int32_t>(value));
          }});
-    all.push_back({"Enabled", [](Control& c, const Arguments&) { return ToText(c.Enabled()); },
+    all.push_back({"Enabled",
+                   [](Control& c, const Arguments&) { return ToText(Report(c).state.Enabled); },
                    [](Control& c, const Arguments&, const std::string& value) {
                      Report(c).SetEnabledGrids(FromText<bool>(value));
                    }});

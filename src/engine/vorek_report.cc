@@ -21,6 +21,8 @@ bool VorekReport1::Refresh(bool DoFilter, const std::string& inParameterString,
   return impl_->Refresh(DoFilter, inParameterString, inCallerStringValue);
 }
 
+void VorekReport1::ObjectEvent(const std::string& name) { impl_->ObjectEvent(name); }
+
 void VorekReport1::AlignFlexes(bool RetriveFromDB) {
   ReportContext report = impl_->Context();
   vorek::AlignFlexes(report, RetriveFromDB);
@@ -127,7 +129,7 @@ void VorekReport1::SetFormTypeID(std::int32_t id) {
   Mark("FormTypeID");
 }
 const std::string& VorekReport1::UniqueWC() const { return impl_->state.UniqueWC; }
-bool VorekReport1::Enabled() const { return impl_->Enabled(); }
+bool VorekReport1::Enabled() const { return impl_->state.Enabled; }
 void VorekReport1::SetEnabled(bool on) {
   impl_->SetEnabledGrids(on);
   Mark("Enabled");

@@ -83,6 +83,10 @@ bool VorekParameters::Uses(const ParameterRow& row) const {
 void VorekParameters::AddParameterControl(const ParameterRow& row) {
   const ParameterKind* const kind = FindKind(row.control_type);
   if (kind == nullptr) return;
+  if (!row.has_spans) {
+    throw Error(ErrorNumber::kNullUse, "Report " + std::to_string(report_id_) + ", parameter " +
+                                           row.Id() + ": ColSpan or RowSpan is NULL");
+  }
   if (row.name.starts_with("از ") || row.name.starts_with("from ")) {
     cells_.BeginPair(row.col_span);
   }

@@ -7,15 +7,22 @@
 namespace vorek {
 namespace {
 
+// A span that is NULL matters only if the query uses the row.
+void ReadSpans(const Recordset& slot, ParameterRow& row) {
+  row.has_spans = !slot.Field("ColSpan").IsNull() && !slot.Field("RowSpan").IsNull();
+  if (!row.has_spans) return;
+  row.col_span = slot.Field("ColSpan").Number();
+  row.row_span = slot.Field("RowSpan").Number();
+}
+
 ParameterRow ReadRow(const Recordset& slot) {
   ParameterRow row;
   row.parameter_id = slot.Field("ParameterID").Number();
   row.name = TextOf(slot, "Name");
   row.description = TextOf(slot, "Description");
   row.control_type = NumberOf(slot, "ControlTypeID");
-  row.type = text::ToLower(TextOf(slot, "Type"));
-  row.col_span = slot.Field("ColSpan").Number();
-  row.row_span = slot.Field("RowSpan").Number();
+  if (slot.HasField("Type")) row.type = text::ToLower(TextOf(slot, "Type"));
+  ReadSpans(slot, row);
   row.visible = FlagOf(slot, "Visible", true);
   row.major_view = TextOf(slot, "MajorView");
   row.minor_view = TextOf(slot, "MinorView");

@@ -19,6 +19,7 @@ struct ParameterRow {
   std::string type;  // of the column that it is compared with, in small letters
   std::int32_t col_span = 1;
   std::int32_t row_span = 1;
+  bool has_spans = true;  // false if one of them is NULL
   bool visible = true;
   std::string major_view;
   std::string minor_view;
@@ -30,8 +31,7 @@ struct ParameterRow {
 };
 
 // In the form's order, and in that of the confirmation: a longer number before its head, 12 before
-// 1. Leave the slot closed. Throw what the database throws, and Error(kNullUse) for a span that is
-// NULL.
+// 1. Leave the slot closed. Throw what the database throws.
 std::vector<ParameterRow> ReadFormRows(Recordset& slot, std::int32_t report_id);
 std::vector<ParameterRow> ReadConditionRows(Recordset& slot, std::int32_t report_id);
 

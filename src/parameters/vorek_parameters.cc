@@ -42,7 +42,10 @@ VorekParameters::VorekParameters(Control* parent, std::string name, Process& pro
 }
 
 void VorekParameters::ConnectEvents() {
-  on_resize = [this] { Resize(); };
+  // A change of the height alone, as by hiding the panel, moves nothing.
+  on_resize = [this] {
+    if (Width() != measures_.last_width) Resize();
+  };
   cmdOk.on_click = [this] { Confirm(); };
   cmdNew.on_click = [this] { Reset(); };
   cmdCancel.on_click = [this] {

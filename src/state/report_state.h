@@ -19,6 +19,7 @@ struct ReportState {
   std::string UseThisQuery;    // replaces the stored query at the next View
   std::string StoredSQLQuery;  // stored under the key "SQLQuery" and read by nobody
   bool Enable_DbClick = false;
+  bool Enabled = true;  // of both grids
   bool Editable = false;
   bool CancelVisible = false;
   std::int32_t ParentID = 0;  // parent row whose children are shown; 0 and -1 for the top level

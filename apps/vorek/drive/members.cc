@@ -127,6 +127,11 @@ std::vector<Method> ReportMethods(VorekReport1& report) {
          report.Clear();
          return std::string();
        }},
+      {"ObjectEvent",
+       [&](const Arguments& a) {
+         report.ObjectEvent(TextArgument(a, 0));
+         return std::string();
+       }},
       {"setNull", [&](const Arguments&) { return ToText(report.setNull()); }},
       {"DropUnusedrows", [&](const Arguments&) { return ToText(report.DropUnusedrows()); }},
       {"ShowWithParams",
