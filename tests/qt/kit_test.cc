@@ -61,6 +61,7 @@ TEST_F(KitTest, PicksADateFromAPersianCalendar) {
   ASSERT_NE(days, nullptr);
   EXPECT_EQ(days->calendar().name(), "Jalali");
   EXPECT_EQ(days->firstDayOfWeek(), Qt::Saturday);
+  SavePicture(*days, "calendar");
   QTest::keyClick(days->focusWidget() != nullptr ? days->focusWidget() : days, Qt::Key_Left);
   Q_EMIT days->clicked(days->selectedDate());
   EXPECT_NE(date.FarsiDate(), "");

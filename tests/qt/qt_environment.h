@@ -2,6 +2,7 @@
 #define VOREK_TESTS_QT_QT_ENVIRONMENT_H_
 
 #include <QApplication>
+#include <QDir>
 #include <QKeyEvent>
 #include <QTimer>
 #include <QWidget>
@@ -32,6 +33,12 @@ inline void TypeText(QWidget* widget, const QString& text) {
       QApplication::sendEvent(widget, &event);
     }
   }
+}
+
+// A picture for a person to look at: out/NAME.png.
+inline void SavePicture(QWidget& widget, const QString& name) {
+  QDir().mkpath("out");
+  widget.grab().save("out/" + name + ".png");
 }
 
 // The modal window in front, once it is on the screen and takes keys; null before.

@@ -111,6 +111,28 @@ TEST_F(DeskTest, FillsThePanelAndSearches) {
   }
 }
 
+TEST_F(DeskTest, ChoosesARowOfASearchedList) {
+  desk->OpenReport(225);
+  QTest::qWait(1);
+  auto* const field = Child<QLineEdit>("slt(1)");
+  field->setFocus();
+  QTest::keyClick(field, Qt::Key_F4);
+  auto* const search = field->findChild<QLineEdit*>("listSearch");
+  ASSERT_NE(search, nullptr);
+  const auto* const rows = field->findChild<QTreeWidget*>("listRows");
+  const int all = rows->topLevelItemCount();
+  TypeText(search, "كارون");
+  QTest::keyClick(search, Qt::Key_Down);
+  EXPECT_LT(rows->topLevelItemCount(), all);
+  ASSERT_GT(rows->topLevelItemCount(), 0);
+  SavePicture(*QApplication::activePopupWidget(), "list");
+  const QString chosen = rows->topLevelItem(0)->text(0);
+  QTest::keyClick(field->findChild<QWidget*>("listRows"), Qt::Key_Return);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  EXPECT_TRUE(chosen.contains(field->text())) << chosen.toStdString();
+  EXPECT_FALSE(field->text().isEmpty());
+}
+
 TEST_F(DeskTest, ShowsTheErrorOfAReportThatFails) {
   QString detail;
   When(ModalWindow, [&](QWidget* window) {
