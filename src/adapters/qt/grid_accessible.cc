@@ -108,13 +108,13 @@ class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
   }
 
   bool IsRowSelected(int row) const {
-    const auto [top, bottom] = std::minmax(Shown()->Row(), Shown()->RowSel());
+    const auto [top, bottom] = std::minmax({Shown()->Row(), Shown()->RowSel()});
     return row >= top && row <= bottom;
   }
   bool isRowSelected(int row) const override { return Shown() != nullptr && IsRowSelected(row); }
   bool isColumnSelected(int column) const override {
     if (Shown() == nullptr) return false;
-    const auto [first, last] = std::minmax(Shown()->Col(), Shown()->ColSel());
+    const auto [first, last] = std::minmax({Shown()->Col(), Shown()->ColSel()});
     return column >= first && column <= last;
   }
   int selectedCellCount() const override { return static_cast<int>(selectedCells().size()); }

@@ -71,8 +71,8 @@ void GridPainter::Paint(QRect area) {
 bool GridPainter::IsSelected(GridCell cell) const {
   constexpr std::int32_t kWithFocus = 2;
   if (grid_.HighLight() == 0 || (grid_.HighLight() == kWithFocus && !focused_)) return false;
-  const auto [top, bottom] = std::minmax(grid_.Row(), grid_.RowSel());
-  const auto [first, last] = std::minmax(grid_.Col(), grid_.ColSel());
+  const auto [top, bottom] = std::minmax({grid_.Row(), grid_.RowSel()});
+  const auto [first, last] = std::minmax({grid_.Col(), grid_.ColSel()});
   return cell.row >= top && cell.row <= bottom && cell.col >= first && cell.col <= last;
 }
 
