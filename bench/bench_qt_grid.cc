@@ -5,8 +5,12 @@
 
 #include <QApplication>
 #include <QScrollBar>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlTableModel>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <memory>
 
 #include "adapters/qt/grid_area.h"
@@ -141,6 +145,51 @@ void ItemModelPageDown(benchmark::State& state) {
   }
 }
 BENCHMARK(ItemModelPageDown)->Unit(benchmark::kMillisecond);
+
+// The same rows in a file, read by Qt's own model to their end, as a scroll bar over all of them
+// needs.
+class SqlRows {
+ public:
+  SqlRows() {
+    database_ = QSqlDatabase::addDatabase("QSQLITE", "bench");
+    database_.setDatabaseName(folder_.filePath("rows.db"));
+    database_.open();
+    QSqlQuery query(database_);
+    query.exec("create table tblRows (c0, c1, c2, c3, c4, c5, c6, c7, c8, c9)");
+    database_.transaction();
+    query.prepare("insert into tblRows values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    for (const MemoryRow& row : Records()) {
+      for (int col = 0; col < kCols; ++col) {
+        query.bindValue(col, QString::fromStdString(*row[static_cast<std::size_t>(col)]));
+      }
+      query.exec();
+    }
+    database_.commit();
+  }
+  QSqlDatabase& Database() { return database_; }
+
+ private:
+  QTemporaryDir folder_;
+  QSqlDatabase database_;
+};
+
+void SqlModelFirstPaint(benchmark::State& state) {
+  static SqlRows rows;
+  for (auto step : state) {
+    QSqlTableModel model(nullptr, rows.Database());
+    model.setTable("tblRows");
+    model.select();
+    while (model.canFetchMore()) model.fetchMore();
+    if (model.rowCount() != kRows) state.SkipWithError("not all rows");
+    QTableView view;
+    view.setLayoutDirection(Qt::RightToLeft);
+    view.setModel(&model);
+    view.resize(1300, 850);
+    view.show();
+    benchmark::DoNotOptimize(view.viewport()->grab());
+  }
+}
+BENCHMARK(SqlModelFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 }  // namespace
 }  // namespace vorek::qt

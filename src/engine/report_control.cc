@@ -30,7 +30,7 @@ void KeepWidth(ColumnLayoutTable& layouts, const Grid& grid, std::int32_t col) {
 
 ReportControl::ReportControl(WorldState& shared, Control* parent, std::string name)
     : Frame(parent, std::move(name)), world(shared), Evaluation(shared.ForEvaluation()) {
-  lblCaption.Move(0, 0, 6000, 300);
+  lblCaption.Move(0, 0, kCaptionWidth, 300);
   lblCaption.SetRightToLeft(true);
   lblCaption.SetAlignment(Label::kCentre);
   for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {

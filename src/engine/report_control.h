@@ -54,6 +54,8 @@ class ReportControl : public Frame {
     return {world.process, state, flxMain, flxTranspose, world.messages, Evaluation};
   }
 
+  static constexpr std::int32_t kCaptionWidth = 6000;  // twips, of a short title
+
   WorldState& world;
   ReportState state;
   ReportEvents events;

@@ -1,5 +1,7 @@
 #include "engine/report_load.h"
 
+#include <algorithm>
+
 #include "catalog/report_row.h"
 #include "grid/column_layout_pass.h"
 #include "text/number.h"
@@ -42,6 +44,9 @@ void ReadIdentity(ReportControl& control, const Recordset& row) {
   state.ReportNotes = TextOf(row, "Notes");
   state.Title = TextOf(row, "Title");
   control.lblCaption.SetCaption(state.Title);
+  // A long title makes its label wider; the layout then centres it.
+  const std::int32_t width = control.world.process.windows().TextWidth(state.Title, 0) + 200;
+  control.lblCaption.SetWidth(std::max(width, ReportControl::kCaptionWidth));
   SetCreateDate(control, row);
 }
 

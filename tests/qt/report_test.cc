@@ -92,6 +92,30 @@ TEST_F(DeskTest, FindsAReportByWordsAndShowsWhatTheGridHolds) {
   EXPECT_EQ(desk->findChild<QLabel*>("user")->text(), "بهرام كياني");
 }
 
+TEST_F(DeskTest, AsksForParametersInADialog) {
+  When(ModalWindow, [](QWidget* window) {
+    EXPECT_EQ(window->objectName(), "FormAskUser");
+    SavePicture(*window, "ask-user");
+    for (const auto& [name, date] : {std::pair{"dat(1)", "14040101"}, {"dat(2)", "14040231"}}) {
+      auto* const field = window->findChild<QWidget*>(name);
+      ASSERT_NE(field, nullptr) << name;
+      auto* edit = qobject_cast<QLineEdit*>(field);
+      if (edit == nullptr) edit = field->findChild<QLineEdit*>();
+      ASSERT_NE(edit, nullptr) << name;
+      edit->setFocus();
+      edit->clear();
+      TypeText(edit, date);
+    }
+    auto* const ok = window->findChild<QPushButton*>("cmdOk");
+    ok->setFocus();
+    QTest::mouseClick(ok, Qt::LeftButton);
+  });
+  desk->OpenReport(219);
+  const ReportState& state = Control().state;
+  EXPECT_EQ(state.ListOfVisualParameters, "@2=1404/02/31&@1=1404/01/01");
+  EXPECT_GT(state.QueryRecordCount, 0);
+}
+
 TEST_F(DeskTest, FillsThePanelAndSearches) {
   desk->OpenReport(106);
   QTest::qWait(1);
