@@ -21,7 +21,8 @@ void AddUserOptions(CLI::App& command, ConnectOptions& options) {
 
 std::string ConnectionString(const std::string& db) {
   if (text::StartsWithIgnoreCase(db, "Provider=")) return db;
-  return "Provider=VorekSQLite;Data Source=" + db;
+  // A file's name may hold what parts the pieces.
+  return "Provider=VorekSQLite;Data Source=\"" + text::Replace(db, "\"", "\"\"") + "\"";
 }
 
 WorldOptions ConsoleWorld() {

@@ -42,8 +42,8 @@ std::vector<fs::path> Scripts(const fs::path& folder) {
 }
 
 void RunScripts(const fs::path& database, const std::vector<fs::path>& scripts) {
-  const auto connection = SqliteProvider()->Connect(
-      "Provider=VorekSQLite;Data Source=" + database.string() + ";Mode=Create");
+  const auto connection =
+      SqliteProvider()->Connect(ConnectionString(database.string()) + ";Mode=Create");
   const SystemFiles files;
   for (const fs::path& script : scripts) {
     try {

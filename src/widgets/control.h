@@ -135,7 +135,7 @@ class Control {
   std::function<void()> on_resize;
 
  protected:
-  // The properties of this kind alone; Parents() leads to those of its base.
+  // The properties of this kind beside those that every control has.
   virtual const PropertyTable& OwnProperties() const;
   // Tells the observer of the root.
   void Changed(std::string_view property);
