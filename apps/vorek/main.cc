@@ -1,4 +1,9 @@
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
 #include <iostream>
+#include <new>
 
 #include "command.h"
 #include "vorek/error.h"
@@ -18,6 +23,32 @@ int Run(CLI::App& app, int argc, char** argv) {
   return 0;
 }
 
+// What failed, in a way that works without memory as well.
+int Tell(const char* what) {
+  std::fprintf(stderr, "vorek: %s\n", what);
+  return 1;
+}
+
+int RunToTheEnd(CLI::App& app, int argc, char** argv) {
+  try {
+    return Run(app, argc, argv);
+  } catch (const std::bad_alloc&) {
+    return Tell("out of memory");
+  } catch (const std::exception& error) {
+    return Tell(error.what());
+  }
+}
+
+// A full disk shows when the last of the output is written.
+bool OutputIsWritten() {
+  errno = 0;
+  std::cout.flush();
+  if (std::cout.good() && std::fflush(stdout) == 0) return true;
+  std::fprintf(stderr, "vorek: the output can't be written%s%s\n", errno == 0 ? "" : ": ",
+               errno == 0 ? "" : std::strerror(errno));
+  return false;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -31,10 +62,6 @@ int main(int argc, char** argv) {
   vorek::AddCheckCommand(app);
   vorek::AddEvalCommand(app);
   vorek::AddSqlCommand(app);
-  try {
-    return Run(app, argc, argv);
-  } catch (const vorek::Error& error) {
-    std::cerr << "vorek: " << error.Description() << '\n';
-    return 1;
-  }
+  const int code = RunToTheEnd(app, argc, argv);
+  return OutputIsWritten() ? code : 1;
 }

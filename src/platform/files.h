@@ -12,14 +12,15 @@ class Files {
  public:
   virtual ~Files() = default;
 
-  // True if a file (no folder) stands under the path.
+  // True if a file (no folder, no device) stands under the path. Throws kPathAccess if that can't
+  // be found out, so that a file that can't be seen isn't taken for one that isn't there.
   virtual bool Exists(const std::string& path) const = 0;
 
   virtual std::string Read(const std::string& path) const = 0;
 
   // Puts the bytes under the path through a temporary file beside it and a rename: whoever reads
   // sees the old file or the new one, and a failure half-way leaves the old one. The folder has to
-  // be there.
+  // be there; what isn't a file (a device, a folder) is refused.
   virtual void Write(const std::string& path, std::string_view bytes) = 0;
 
   // Makes the folders that the path's file lies in, as far as they are missing.

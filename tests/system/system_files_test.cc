@@ -70,6 +70,24 @@ TEST_F(SystemFilesTest, AFailedWriteLeavesTheOldFileAndNothingElse) {
   EXPECT_EQ(FilesInFolder(), 2U);
 }
 
+TEST_F(SystemFilesTest, ADeviceIsNeitherAFileNorReplacedByOne) {
+  ASSERT_EQ(::mkfifo(At("device").c_str(), 0600), 0);
+  for (const std::string& path : {At("device"), std::string("/dev/null")}) {
+    EXPECT_FALSE(files_.Exists(path)) << path;
+    EXPECT_EQ(ErrorOf([&] { files_.Write(path, "x"); }), 75) << path;
+    EXPECT_FALSE(fs::is_regular_file(path)) << path;
+  }
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(SystemFilesTest, WhatCantBeSeenIsntTakenForMissing) {
+  fs::create_symlink(At("loop"), At("loop"));
+  EXPECT_EQ(ErrorOf([&] { files_.Exists(At("loop")); }), 75);
+  EXPECT_EQ(ErrorOf([&] { files_.Exists(At(std::string(300, 'x'))); }), 75);
+  files_.Write(At("file"), "x");
+  EXPECT_FALSE(files_.Exists(At("file/none")));
+}
+
 TEST_F(SystemFilesTest, AWriteThatRunsOutOfRoomLeavesTheOldFile) {
   files_.Write(At("keep"), "old");
   rlimit before{};

@@ -74,6 +74,15 @@ std::string FollowLink(const std::string& path) {
   return failed ? path : target.string();
 }
 
+// A rename would put a file in the place of a device or a folder.
+void RefuseAllButFiles(const std::string& path) {
+  struct stat old {};
+  if (::stat(path.c_str(), &old) != 0 || S_ISREG(old.st_mode)) return;
+  throw Error(
+      ErrorNumber::kPathAccess,
+      path + ": " + std::generic_category().message(S_ISDIR(old.st_mode) ? EISDIR : EINVAL));
+}
+
 void WriteTemporary(const std::string& temporary, const std::string& path, std::string_view bytes) {
   Descriptor out(temporary, O_WRONLY | O_CREAT | O_EXCL);
   struct stat old {};
@@ -97,9 +106,10 @@ void SyncFolderOf(const std::string& path) {
 std::shared_ptr<Files> MachineFiles() { return std::make_shared<SystemFiles>(); }
 
 bool SystemFiles::Exists(const std::string& path) const {
-  std::error_code failed;
-  const fs::file_status status = fs::status(path, failed);
-  return fs::exists(status) && !fs::is_directory(status);
+  struct stat found {};
+  if (::stat(path.c_str(), &found) == 0) return S_ISREG(found.st_mode);
+  if (errno != ENOENT && errno != ENOTDIR) Fail(path, errno);
+  return false;
 }
 
 std::string SystemFiles::Read(const std::string& path) const {
@@ -117,6 +127,7 @@ std::string SystemFiles::Read(const std::string& path) const {
 
 void SystemFiles::Write(const std::string& path, std::string_view bytes) {
   const std::string target = FollowLink(path);
+  RefuseAllButFiles(target);
   const std::string temporary = TemporaryName(target);
   try {
     WriteTemporary(temporary, target, bytes);
