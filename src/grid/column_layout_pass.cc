@@ -125,7 +125,8 @@ bool IsCentred(int type) {
 
 void SetDefaults(ReportContext& report, const std::vector<FieldInfo>& fields, std::int32_t column) {
   ColumnLayout& layout = report.layouts()[column];
-  layout.width = ToInt16(report.flxMain.ColWidth(column));
+  // As wide as the layout can say: a column may be drawn wider.
+  layout.width = static_cast<std::int16_t>(std::min(report.flxMain.ColWidth(column), 32767));
   // Below the field count, not equal: the last field's column keeps its alignment, as a calculated
   // column does.
   if (column < static_cast<std::int32_t>(fields.size())) {

@@ -1,6 +1,7 @@
 #ifndef VOREK_GRID_FORMAT_STORE_H_
 #define VOREK_GRID_FORMAT_STORE_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <unordered_map>
 #include <vector>
@@ -9,11 +10,15 @@
 
 namespace vorek {
 
-// The formats of a grid's cells by row handle: one for all data columns of a row, and single cells
-// that differ from it. Equal formats are kept once.
+// The formats of a grid's cells by row handle: one for the data columns that a row had when it was
+// set, and single cells that differ from it. Equal formats are kept once.
 class FormatStore {
  public:
   FormatStore() : table_(1) {}
+
+  // Rows of more columns take their formats cell by cell.
+  static constexpr std::int32_t kMostRowColumns = 0xFFFF;
+  static constexpr std::size_t kRowBytes = 4;  // that a row takes
 
   const CellFormat& At(std::uint32_t handle, std::int32_t col) const;
 
@@ -24,27 +29,42 @@ class FormatStore {
     change(format);
     cells_[Key(handle, col)] = Intern(format);
   }
+  // REQUIRES: cols <= kMostRowColumns.
   template <typename Change>
   void ChangeRow(std::uint32_t handle, std::int32_t cols, const Change& change) {
     if (!cells_.empty()) ChangeCells(handle, cols, change);
-    CellFormat format = table_[RowFormat(handle)];
+    const RowFormat old = RowAt(handle);
+    CellFormat format = table_[old.format];
     change(format);
-    SetRow(handle, Intern(format));
+    const RowFormat changed{Intern(format), static_cast<std::uint16_t>(cols)};
+    if (!Covers(old, cols)) ChangeUncovered(handle, old, changed, change);
+    SetRow(handle, changed);
   }
 
   // The back colour of all data columns of a row, for passes over many rows.
   void SetRowBackColor(std::uint32_t handle, std::int32_t color, std::int32_t cols);
 
-  // Forgets the formats of a row, or all.
+  // Forgets the formats of a row, of the columns from `cols` on, of all rows but the one of handle
+  // 0, or all.
   void Drop(std::uint32_t handle, std::int32_t cols);
+  void DropColumns(std::int32_t cols);
+  void KeepFirstRow();
   void Clear();
 
  private:
   static std::uint64_t Key(std::uint32_t handle, std::int32_t col) {
     return (static_cast<std::uint64_t>(handle) << 32U) | static_cast<std::uint32_t>(col);
   }
-  std::uint16_t RowFormat(std::uint32_t handle) const {
-    return handle < rows_.size() ? rows_[handle] : 0;
+  // A column that is added later has no format of its row's.
+  struct RowFormat {
+    std::uint16_t format = 0;
+    std::uint16_t cols = 0;  // the columns from 1 to this less 1
+  };
+  RowFormat RowAt(std::uint32_t handle) const {
+    return handle < rows_.size() ? rows_[handle] : RowFormat();
+  }
+  static bool Covers(RowFormat row, std::int32_t cols) {
+    return row.format == 0 || row.cols >= cols;
   }
   template <typename Change>
   void ChangeCells(std::uint32_t handle, std::int32_t cols, const Change& change) {
@@ -56,11 +76,23 @@ class FormatStore {
       found->second = Intern(format);
     }
   }
-  void SetRow(std::uint32_t handle, std::uint16_t format);
+  // The columns behind those that the old format covers start from the default.
+  template <typename Change>
+  void ChangeUncovered(std::uint32_t handle, RowFormat old, RowFormat changed,
+                       const Change& change) {
+    CellFormat format;
+    change(format);
+    const std::uint16_t behind = Intern(format);
+    if (behind == changed.format) return;
+    for (std::int32_t col = old.cols; col < changed.cols; ++col) {
+      cells_.try_emplace(Key(handle, col), behind);
+    }
+  }
+  void SetRow(std::uint32_t handle, RowFormat format);
   std::uint16_t Intern(const CellFormat& format);
 
-  std::vector<CellFormat> table_;    // entry 0 is the default format
-  std::vector<std::uint16_t> rows_;  // by handle
+  std::vector<CellFormat> table_;  // entry 0 is the default format
+  std::vector<RowFormat> rows_;    // by handle
   std::unordered_map<std::uint64_t, std::uint16_t> cells_;
   std::uint16_t last_from_ = 0;   // SetRowBackColor's last step: this format and colour
   std::int32_t last_color_ = -2;  // gave last_to_

@@ -1,6 +1,7 @@
 #include "grid/grid.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "catalog/recordset.h"
@@ -47,7 +48,11 @@ void Grid::DropHandle(std::uint32_t handle) {
   if (handle >= 1 && handle <= bound_rows_) return;
   for (GridColumn& column : columns_) column.Write(handle, {}, *arena_);
   formats_.Drop(handle, Cols());
-  free_handles_.push_back(handle);
+  if (handle + 1 == next_handle_) {
+    --next_handle_;
+  } else {
+    free_handles_.push_back(handle);
+  }
 }
 
 void Grid::Touch(std::string_view property) {
@@ -150,11 +155,31 @@ void Grid::SetRows(std::int32_t rows) {
     DropHandle(order_.back());
     order_.pop_back();
   }
+  ForgetDroppedRows();
+  if (order_.capacity() > 4 * order_.size() + 1024) order_.shrink_to_fit();
   order_.reserve(static_cast<std::size_t>(rows));
   while (Rows() < rows) order_.push_back(NewHandle());
   fixed_rows_ = std::min(fixed_rows_, std::max(rows - 1, 0));
   KeepSelectionInside();
   Touch("Rows");
+}
+
+// When the header row alone is left, nothing of the others needs to be kept: the result that they
+// showed is let go, and new rows take the first handles.
+void Grid::ForgetDroppedRows() {
+  if (order_.size() != 1 || order_.front() != 0) return;
+  auto arena = std::make_unique<TextArena>();
+  for (GridColumn& column : columns_) column.KeepFirst(*arena);
+  arena_ = std::move(arena);
+  formats_.KeepFirstRow();
+  StartHandlesAt(1);
+}
+
+void Grid::StartHandlesAt(std::uint32_t next) {
+  next_handle_ = next;
+  bound_rows_ = 0;
+  free_handles_ = {};
+  order_.shrink_to_fit();
 }
 
 void Grid::SetCols(std::int32_t cols) {
@@ -163,6 +188,7 @@ void Grid::SetCols(std::int32_t cols) {
                 "Cols of " + Name() + " can't be " + std::to_string(cols));
   }
   if (cols == Cols()) return;
+  if (cols < Cols()) formats_.DropColumns(cols);
   columns_.resize(static_cast<std::size_t>(cols));
   fixed_cols_ = std::min(fixed_cols_, std::max(cols - 1, 0));
   KeepSelectionInside();
@@ -214,6 +240,7 @@ void Grid::CompactArena() {
 void Grid::AddItem(std::string_view text, std::int32_t index) {
   const std::int32_t at = index < 0 ? Rows() : index;
   if (at > Rows()) CheckRow(at);
+  CheckCol(0);
   order_.insert(order_.begin() + at, NewHandle());
   WriteCell(at, 0, text);
   Touch("Rows");
@@ -233,6 +260,8 @@ void Grid::Clear() {
   arena_ = std::make_unique<TextArena>();
   formats_.Clear();
   row_heights_.clear();
+  std::iota(order_.begin(), order_.end(), 0U);
+  StartHandlesAt(static_cast<std::uint32_t>(order_.size()));
   Touch("Cells");
 }
 
@@ -242,11 +271,9 @@ void Grid::Bind(const Recordset& recordset) {
   const std::int32_t records = recordset.RecordCount();
   Clear();
   order_.resize(static_cast<std::size_t>(records) + 1);
-  for (std::size_t row = 0; row < order_.size(); ++row)
-    order_[row] = static_cast<std::uint32_t>(row);
-  next_handle_ = static_cast<std::uint32_t>(order_.size());
+  std::iota(order_.begin(), order_.end(), 0U);
+  StartHandlesAt(static_cast<std::uint32_t>(order_.size()));
   bound_rows_ = next_handle_ - 1;
-  free_handles_.clear();
   SetCols(static_cast<std::int32_t>(result->columns.size()) + 1);
   for (std::size_t field = 0; field < result->columns.size(); ++field) {
     columns_[field + 1].Show(
@@ -351,7 +378,7 @@ void Grid::ChangeSelection(const Change& change) {
   const auto [first, last] = std::minmax(col_, col_sel_);
   for (std::int32_t row = top; row <= bottom; ++row) {
     const std::uint32_t handle = order_[CheckRow(row)];
-    if (first <= 1 && last == Cols() - 1 && last >= 1) {
+    if (first <= 1 && last == Cols() - 1 && last >= 1 && Cols() <= FormatStore::kMostRowColumns) {
       formats_.ChangeRow(handle, Cols(), change);
       if (first == 0) formats_.ChangeCell(handle, 0, change);
       continue;
@@ -384,7 +411,13 @@ void Grid::SetCellFontBold(bool bold) {
 }
 
 void Grid::SetRowBackColor(std::int32_t row, std::int32_t color) {
-  formats_.SetRowBackColor(order_[CheckRow(row)], color, Cols());
+  const std::uint32_t handle = order_[CheckRow(row)];
+  const auto change = [color](CellFormat& format) { format.back_color = color; };
+  if (Cols() <= FormatStore::kMostRowColumns) {
+    formats_.SetRowBackColor(handle, color, Cols());
+  } else {
+    for (std::int32_t col = 1; col < Cols(); ++col) formats_.ChangeCell(handle, col, change);
+  }
   Touch("Formats");
 }
 
@@ -393,16 +426,16 @@ void Grid::SetRowBackColor(std::int32_t row, std::int32_t color) {
 void Grid::ReformColumn(std::int32_t col, CellForm form) {
   GridColumn& column = Column(col);
   const auto* const source = dynamic_cast<const FieldSource*>(column.Source());
-  const bool covers_all = source != nullptr && source->Form() == CellForm::kPlain &&
-                          source->Size() == static_cast<std::size_t>(Rows() - 1);
-  if (covers_all) {
-    column.Exchange(source->With(form));
-  } else {
-    std::string scratch;
-    for (std::int32_t row = 1; row < Rows(); ++row) {
-      column.Write(order_[static_cast<std::size_t>(row)],
-                   FormText(CellView(row, col, scratch), form), *arena_);
-    }
+  const bool by_source = source != nullptr && source->Form() == CellForm::kPlain;
+  const std::size_t sourced = by_source ? source->Size() : 0;
+  if (by_source) column.Exchange(source->With(form));
+  // Rows that were added beside the source's are formed one by one.
+  const bool all_bound = by_source && next_handle_ == bound_rows_ + 1;
+  std::string scratch;
+  for (std::int32_t row = 1; !all_bound && row < Rows(); ++row) {
+    const std::uint32_t handle = order_[static_cast<std::size_t>(row)];
+    if (handle <= sourced) continue;
+    column.Write(handle, FormText(CellView(row, col, scratch), form), *arena_);
   }
   Touch("Cells");
 }
@@ -433,9 +466,10 @@ void Grid::Rearrange(const std::vector<std::int32_t>& order) {
 }
 
 std::size_t Grid::Memory() const {
-  std::size_t bytes = order_.capacity() * sizeof(std::uint32_t) + arena_->Used();
+  std::size_t bytes =
+      (order_.capacity() + free_handles_.capacity()) * sizeof(std::uint32_t) + arena_->Used();
   for (const GridColumn& column : columns_) bytes += column.Memory();
-  return bytes + order_.size() * sizeof(std::uint16_t);
+  return bytes + order_.size() * FormatStore::kRowBytes;
 }
 
 }  // namespace vorek

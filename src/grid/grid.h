@@ -46,8 +46,8 @@ class Grid final : public Control, public FlexGrid {
   std::string_view Kind() const override { return "Grid"; }
   std::int32_t Rows() const override { return static_cast<std::int32_t>(order_.size()); }
   std::int32_t Cols() const override { return static_cast<std::int32_t>(columns_.size()); }
-  std::int32_t FixedRows() const { return fixed_rows_; }
-  std::int32_t FixedCols() const { return fixed_cols_; }
+  std::int32_t FixedRows() const override { return fixed_rows_; }
+  std::int32_t FixedCols() const override { return fixed_cols_; }
   std::string TextMatrix(std::int32_t row, std::int32_t col) const override;
   // TextMatrix without a copy: lives until the next write or the next call with the same scratch.
   std::string_view CellView(std::int32_t row, std::int32_t col, std::string& scratch) const;
@@ -57,77 +57,81 @@ class Grid final : public Control, public FlexGrid {
   std::int32_t Col() const override { return col_; }
   std::int32_t RowSel() const override { return row_sel_; }
   std::int32_t ColSel() const override { return col_sel_; }
-  std::string Text() const { return TextMatrix(row_, col_); }
-  std::string Clip() const;  // the selection: tabs between cells, a carriage return between rows
-  std::int32_t TopRow() const { return top_row_; }
-  std::int32_t LeftCol() const { return left_col_; }
-  std::int32_t MouseRow() const { return mouse_row_; }
-  std::int32_t MouseCol() const { return mouse_col_; }
+  std::string Text() const override { return TextMatrix(row_, col_); }
+  std::string Clip()
+      const override;  // the selection: tabs between cells, a carriage return between rows
+  std::int32_t TopRow() const override { return top_row_; }
+  std::int32_t LeftCol() const override { return left_col_; }
+  std::int32_t MouseRow() const override { return mouse_row_; }
+  std::int32_t MouseCol() const override { return mouse_col_; }
   std::int32_t CellLeft() const;  // of the current cell, from the grid's own left edge
   std::int32_t ColWidth(std::int32_t col) const override { return Column(col).width; }
   std::int32_t RowHeight(std::int32_t row) const override;
   // False while every row has the same height, so that none needs to be asked for its own.
   bool RowHeightsDiffer() const { return !row_heights_.empty(); }
-  std::int32_t RowHeightMin() const { return row_height_min_; }
+  std::int32_t RowHeightMin() const override { return row_height_min_; }
   std::int32_t ColAlignment(std::int32_t col) const override { return Column(col).alignment; }
-  std::int32_t FixedAlignment(std::int32_t col) const { return Column(col).fixed_alignment; }
+  std::int32_t FixedAlignment(std::int32_t col) const override {
+    return Column(col).fixed_alignment;
+  }
   CellFormat FormatAt(std::int32_t row, std::int32_t col) const override;
   CellFormat CurrentFormat() const { return FormatAt(row_, col_); }
-  bool Redraw() const { return redraw_; }
+  bool Redraw() const override { return redraw_; }
   std::int32_t FocusRect() const { return focus_rect_; }
   std::int32_t HighLight() const { return high_light_; }
   std::int32_t MousePointer() const { return mouse_pointer_; }
-  double FontSize() const { return font_size_; }  // points
+  double FontSize() const override { return font_size_; }  // points
   static constexpr std::int32_t kDefaultRowHeight = 240;
+  static constexpr double kDefaultFontSize = 8.25;
 
   // --- Changes by the program ------------------------------------------------------------------
 
   // Lowering drops the last rows or columns; fixed ones become fewer if need be.
   void SetRows(std::int32_t rows) override;
   void SetCols(std::int32_t cols) override;
-  void SetFixedRows(std::int32_t rows);
-  void SetFixedCols(std::int32_t cols);
+  void SetFixedRows(std::int32_t rows) override;
+  void SetFixedCols(std::int32_t cols) override;
   void SetTextMatrix(std::int32_t row, std::int32_t col, const std::string& text) override {
     WriteCell(row, col, text);
   }
   void WriteCell(std::int32_t row, std::int32_t col, std::string_view text);
   void SetRow(std::int32_t row) override;
   void SetCol(std::int32_t col) override;
-  void SetRowSel(std::int32_t row);
-  void SetColSel(std::int32_t col);
-  void SetText(const std::string& text) { WriteCell(row_, col_, text); }
-  void SetTopRow(std::int32_t row);
-  void SetLeftCol(std::int32_t col);
-  void SetColWidth(std::int32_t col, std::int32_t twips);
-  void SetRowHeight(std::int32_t row, std::int32_t twips);
-  void SetRowHeightMin(std::int32_t twips);
-  void SetColAlignment(std::int32_t col, std::int32_t alignment);
-  void SetFixedAlignment(std::int32_t col, std::int32_t alignment);
-  void SetRedraw(bool on);
+  void SetRowSel(std::int32_t row) override;
+  void SetColSel(std::int32_t col) override;
+  void SetText(const std::string& text) override { WriteCell(row_, col_, text); }
+  void SetTopRow(std::int32_t row) override;
+  void SetLeftCol(std::int32_t col) override;
+  void SetColWidth(std::int32_t col, std::int32_t twips) override;
+  void SetRowHeight(std::int32_t row, std::int32_t twips) override;
+  void SetRowHeightMin(std::int32_t twips) override;
+  void SetColAlignment(std::int32_t col, std::int32_t alignment) override;
+  void SetFixedAlignment(std::int32_t col, std::int32_t alignment) override;
+  void SetRedraw(bool on) override;
   void SetFocusRect(std::int32_t value) { Assign(focus_rect_, value, "FocusRect"); }
   void SetHighLight(std::int32_t value) { Assign(high_light_, value, "HighLight"); }
   void SetMousePointer(std::int32_t value) { Assign(mouse_pointer_, value, "MousePointer"); }
-  void SetFontSize(double points) { Assign(font_size_, points, "FontSize"); }
+  void SetFontSize(double points) override { Assign(font_size_, points, "FontSize"); }
 
   // Formats of every cell from Row, Col to RowSel, ColSel.
-  void SetCellBackColor(std::int32_t color);
-  void SetCellForeColor(std::int32_t color);
-  void SetCellAlignment(std::int32_t alignment);
-  void SetCellTextStyle(std::int32_t style);
-  void SetCellFontBold(bool bold);
+  void SetCellBackColor(std::int32_t color) override;
+  void SetCellForeColor(std::int32_t color) override;
+  void SetCellAlignment(std::int32_t alignment) override;
+  void SetCellTextStyle(std::int32_t style) override;
+  void SetCellFontBold(bool bold) override;
   // The same as a selection of columns 1 to Cols - 1 of a row with SetCellBackColor, without it.
   void SetRowBackColor(std::int32_t row, std::int32_t color);
 
   // A new row with the text in column 0, at the index or at the end (-1).
-  void AddItem(std::string_view text, std::int32_t index = -1);
-  void RemoveItem(std::int32_t index);
+  void AddItem(std::string_view text, std::int32_t index = -1) override;
+  void RemoveItem(std::int32_t index) override;
   // Empties all texts and formats; rows, columns and their measures stay.
-  void Clear();
+  void Clear() override;
 
   // Sorts the rows below the fixed ones by column Col: 1 generic ascending, 2 generic descending,
   // 3 numeric ascending, 4 numeric descending, 5 and 6 texts without regard to case, 7 and 8 texts
   // exactly. Stable. Other numbers have no effect.
-  void Sort(std::int32_t order);
+  void Sort(std::int32_t order) override;
 
   // Loads the open recordset: row 0 gets the field names, field n stands in column n + 1, record m
   // in row m; column 0 is empty. The grid shares the records and doesn't copy them.
@@ -166,6 +170,8 @@ class Grid final : public Control, public FlexGrid {
   GridColumn& Column(std::int32_t col) { return columns_[CheckCol(col)]; }
   std::uint32_t NewHandle();
   void DropHandle(std::uint32_t handle);
+  void ForgetDroppedRows();
+  void StartHandlesAt(std::uint32_t next);
   void KeepSelectionInside();
   void Select(std::int32_t row, std::int32_t col, std::int32_t row_sel, std::int32_t col_sel);
   void Touch(std::string_view property);
@@ -197,7 +203,7 @@ class Grid final : public Control, public FlexGrid {
   std::int32_t focus_rect_ = 1;
   std::int32_t high_light_ = 1;
   std::int32_t mouse_pointer_ = 0;
-  double font_size_ = 8.25;
+  double font_size_ = kDefaultFontSize;
   bool redraw_ = true;
   bool dirty_ = false;  // changed while Redraw was off
 };

@@ -65,6 +65,13 @@ void GridColumn::Clear() {
   written_.clear();
 }
 
+void GridColumn::KeepFirst(TextArena& arena) {
+  std::string scratch;
+  const Cell first(View(0, scratch), arena);
+  Clear();
+  if (!first.Empty()) cells_ = {first};
+}
+
 void GridColumn::Rehome(TextArena& arena) {
   for (Cell& cell : cells_) cell = Cell(cell.View(), arena);
   for (auto& [handle, cell] : written_) cell = Cell(cell.View(), arena);

@@ -20,8 +20,9 @@ class GridColumn {
  public:
   std::int32_t width = kDefaultWidth;  // twips
   std::int32_t alignment = 1;
-  std::int32_t fixed_alignment = 4;
+  std::int32_t fixed_alignment = kDefaultFixedAlignment;
   static constexpr std::int32_t kDefaultWidth = 1200;
+  static constexpr std::int32_t kDefaultFixedAlignment = 4;
 
   // The view lives until the next write to the grid or the next call with the same scratch.
   std::string_view View(std::uint32_t handle, std::string& scratch) const;
@@ -38,6 +39,8 @@ class GridColumn {
   void Exchange(std::shared_ptr<const TextSource> source) { source_ = std::move(source); }
 
   void Clear();
+  // Drops all but the text of handle 0.
+  void KeepFirst(TextArena& arena);
   // Moves the stored long texts into another arena.
   void Rehome(TextArena& arena);
   // Bytes that the stored texts take in the arena.

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <utility>
 
+#include "eval/held_number.h"
 #include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/number.h"
@@ -14,18 +16,27 @@ namespace {
 void AppendNumberForm(const ResultColumn& column, std::size_t row, std::string& out) {
   if (column.IsNull(row)) {
     out += '0';
-  } else if (column.Kind() == ResultColumn::Storage::kScaled) {
-    // Up to 15 digits the exact text is the text of the double as well.
-    const std::int64_t value = column.Scaled(row);
-    if (value > -1000000000000000 && value < 1000000000000000 && column.Scale() <= 4) {
-      text::AppendScaled(value, column.Scale(), out);
-    } else {
-      text::AppendPlainNumber(text::NumericPrefix(column.Display(row)), out);
-    }
-  } else {
-    text::AppendPlainNumber(column.Number(row), out);
+    return;
+  }
+  switch (column.Kind()) {
+    case ResultColumn::Storage::kScaled:
+      text::AppendScaled(column.Scaled(row), column.Scale(), out);
+      break;
+    case ResultColumn::Storage::kText:
+      if (column.AdoType() == kDouble) {
+        text::AppendPlainNumber(column.Number(row), out);
+      } else {
+        text::AppendExactNumber(column.Text(row), out);
+      }
+      break;
+    case ResultColumn::Storage::kDouble:
+      text::AppendPlainNumber(column.Double(row), out);
+      break;
   }
 }
+
+// A double as its text of 15 digits reads.
+double TextValue(double number) { return std::isfinite(number) ? HoldDigits(number) : 0; }
 
 }  // namespace
 
@@ -65,7 +76,13 @@ double FieldSource::Number(std::size_t record) const {
   const std::size_t row = Row(record);
   const bool by_text = form_ == CellForm::kTime || column.AdoType() == kBoolean ||
                        column.Kind() == ResultColumn::Storage::kText;
-  if (!by_text) return column.Number(row);
+  if (!by_text) {
+    const double number = column.Number(row);
+    if (column.Kind() == ResultColumn::Storage::kDouble) return TextValue(number);
+    if (form_ != CellForm::kMoney || number >= 0) return number;
+    // The text of a value between -1 and 0 shows no sign; others are read out of their brackets.
+    return number > -1 ? -number : TextValue(number);
+  }
   std::string scratch;
   return CellNumber(View(record, scratch));
 }
@@ -88,7 +105,7 @@ std::string FormText(std::string_view text, CellForm form) {
       out = text;
       break;
     case CellForm::kNumber:
-      out = text.empty() ? "0" : text::PlainNumber(text::NumericPrefix(text));
+      out = text::ExactNumber(text);
       break;
     case CellForm::kMoney:
       AppendMoney(text, out);

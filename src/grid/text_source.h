@@ -26,7 +26,8 @@ class TextSource {
 // How a field's value becomes a cell text.
 enum class CellForm {
   kPlain,   // as the provider gave it
-  kNumber,  // the numeric prefix as plain number text; "0" for an empty one
+  kNumber,  // the numeric prefix as plain number text; "0" for an empty one. What the provider gave
+            // exactly stays exact: only doubles are held to 15 digits
   kMoney,   // FormatMoney
   kTime,    // the rounded numeric prefix through MinutesToTime
 };

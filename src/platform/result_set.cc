@@ -1,5 +1,6 @@
 #include "platform/result_set.h"
 
+#include <array>
 #include <utility>
 
 #include "platform/field_type.h"
@@ -109,9 +110,16 @@ double ResultColumn::Number(std::size_t row) const {
   if (IsNull(row)) return 0;
   if (storage_ == Storage::kDouble) return Double(row);
   if (storage_ == Storage::kText) return text::NumericPrefix(Text(row));
-  double value = static_cast<double>(Scaled(row));
-  for (int place = 0; place < scale_; ++place) value /= 10;
-  return value;
+  // One division of two exact doubles rounds as reading the text does.
+  constexpr std::array<double, 19> kUnits = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,
+                                             1e7,  1e8,  1e9,  1e10, 1e11, 1e12, 1e13,
+                                             1e14, 1e15, 1e16, 1e17, 1e18};
+  constexpr std::int64_t kExact = std::int64_t{1} << 53U;
+  const std::int64_t value = Scaled(row);
+  if (value >= -kExact && value <= kExact) {
+    return static_cast<double>(value) / kUnits[static_cast<std::size_t>(scale_)];
+  }
+  return text::NumericPrefix(Display(row));
 }
 
 std::size_t ResultColumn::Memory() const {

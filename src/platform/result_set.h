@@ -53,7 +53,7 @@ class ResultColumn {
   void AppendDisplay(std::size_t row, std::string& out) const;
   std::string Display(std::size_t row) const;
 
-  // The value as a number: 0 for NULL, the numeric prefix of a text.
+  // The value as a number: 0 for NULL, else what the numeric prefix of its text is.
   double Number(std::size_t row) const;
 
   // Bytes held, for measurements.

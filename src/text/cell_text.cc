@@ -19,23 +19,32 @@ std::string Without(std::string_view text, std::string_view characters) {
   return out;
 }
 
-// True if the whole text is one number, blanks around it aside.
-bool IsNumber(std::string_view text) {
-  const std::string_view body = text::TrimView(text);
+// Takes an optional sign and digits off a text, and if allowed one point. True if there was a
+// digit.
+bool TakeDigits(std::string_view& text, bool point_allowed) {
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
   bool digit = false;
-  bool point = false;
-  for (std::size_t at = 0; at < body.size(); ++at) {
-    const char c = body[at];
-    const bool sign = (c == '-' || c == '+') && at == 0;
-    if (c >= '0' && c <= '9') {
+  for (; !text.empty(); text.remove_prefix(1)) {
+    const char c = text.front();
+    if (c == '.' && point_allowed) {
+      point_allowed = false;
+    } else if (c >= '0' && c <= '9') {
       digit = true;
-    } else if (c == '.' && !point) {
-      point = true;
-    } else if (!sign) {
-      return false;
+    } else {
+      break;
     }
   }
   return digit;
+}
+
+// True if the whole text is one number, blanks around it aside.
+bool IsNumber(std::string_view text) {
+  std::string_view rest = text::TrimView(text);
+  if (!TakeDigits(rest, true)) return false;
+  if (rest.empty()) return true;
+  const bool exponent = rest.front() == 'E' || rest.front() == 'e';
+  rest.remove_prefix(1);
+  return exponent && TakeDigits(rest, false) && rest.empty();
 }
 
 // Groups the digits of a whole number's text, which has one sign position in front.

@@ -135,6 +135,30 @@ std::string PlainNumber(double value) {
   return out;
 }
 
+void AppendExactNumber(std::string_view s, std::string& out) {
+  const std::string number = PrefixScanner(s).Scan();
+  if (number.find_first_of("eE") != std::string::npos) {
+    AppendPlainNumber(NumericPrefix(number), out);
+    return;
+  }
+  const bool negative = number.starts_with('-');
+  const std::string_view digits = std::string_view(number).substr(negative ? 1 : 0);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  const std::size_t first = std::min(digits.find_first_not_of('0'), point);
+  const std::string_view whole = digits.substr(first, point - first);
+  std::string_view decimals = digits.substr(std::min(point + 1, digits.size()));
+  decimals = decimals.substr(0, decimals.find_last_not_of('0') + 1);
+  if (negative && !(whole.empty() && decimals.empty())) out += '-';
+  out += whole.empty() ? std::string_view("0") : whole;
+  if (!decimals.empty()) out.append(".").append(decimals);
+}
+
+std::string ExactNumber(std::string_view s) {
+  std::string out;
+  AppendExactNumber(s, out);
+  return out;
+}
+
 double RoundHalfEven(double value) {
   const double below = std::floor(value);
   const double rest = value - below;

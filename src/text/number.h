@@ -21,6 +21,12 @@ double NumericPrefix(std::string_view s);
 std::string PlainNumber(double value);
 void AppendPlainNumber(double value, std::string& out);
 
+// The number at the head of a text as NumericPrefix reads it, as plain text digit for digit: no
+// sign but "-", no zeros in front of the digits or behind the decimals. Only a head with an
+// exponent goes over PlainNumber. A text without a head gives "0".
+void AppendExactNumber(std::string_view s, std::string& out);
+std::string ExactNumber(std::string_view s);
+
 // Half goes to the even neighbour: 0.5 gives 0, 1.5 gives 2.
 double RoundHalfEven(double value);
 

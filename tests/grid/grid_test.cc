@@ -5,6 +5,7 @@
 #include "catalog/data_session.h"
 #include "platform/field_type.h"
 #include "platform/memory_database.h"
+#include "text/cell_text.h"
 #include "vorek/error.h"
 
 namespace vorek {
@@ -111,6 +112,107 @@ TEST(GridTest, ReusesRowsWithoutTheirOldTexts) {
   EXPECT_EQ(grid.TextMatrix(2, 1), "");
   EXPECT_EQ(grid.FormatAt(2, 1).back_color, -1);
   EXPECT_EQ(grid.RowHeight(2), 240);
+}
+
+TEST(GridTest, AFormatOfARowEndsAtTheColumnsThatItHad) {
+  Grid grid(nullptr, "g");
+  grid.SetRows(3);
+  grid.SetCols(4);
+  grid.SetRow(1);
+  grid.SetCol(1);
+  grid.SetColSel(3);
+  grid.SetCellBackColor(255);
+  grid.SetCellFontBold(true);
+  grid.SetRow(2);
+  grid.SetCol(3);
+  grid.SetCellForeColor(7);
+  // Added, dropped and added again: a column begins without a format.
+  grid.SetCols(6);
+  EXPECT_EQ(grid.FormatAt(1, 3).back_color, 255);
+  EXPECT_EQ(grid.FormatAt(1, 4), CellFormat());
+  grid.SetCols(3);
+  grid.SetCols(6);
+  EXPECT_EQ(grid.FormatAt(1, 2).back_color, 255);
+  EXPECT_EQ(grid.FormatAt(1, 3), CellFormat());
+  EXPECT_EQ(grid.FormatAt(2, 3), CellFormat());
+  // A colour for the whole row leaves the new columns without what only the old ones had.
+  grid.SetRowBackColor(1, 9);
+  EXPECT_EQ(grid.FormatAt(1, 2), (CellFormat{.back_color = 9, .bold = true}));
+  EXPECT_EQ(grid.FormatAt(1, 5), (CellFormat{.back_color = 9}));
+  grid.SetRowBackColor(2, 9);
+  EXPECT_EQ(grid.FormatAt(2, 5), (CellFormat{.back_color = 9}));
+}
+
+TEST(GridTest, FormsRowsThatReplacedRemovedOnes) {
+  BoundGrid bound(kColumns, kRows);
+  Grid& grid = bound.grid;
+  grid.RemoveItem(1);
+  grid.AddItem("new");
+  grid.SetTextMatrix(3, 3, "7654321");
+  grid.ReformColumn(3, CellForm::kMoney);
+  EXPECT_EQ(ColumnTexts(grid, 3), "M|(1/234)||7/654/321|");
+}
+
+TEST(GridTest, ReadsTheNumberOfABoundCellOffItsText) {
+  const char* const values[] = {"-0.5",
+                                "-0.9999",
+                                "0.25",
+                                "-1",
+                                "1.2345",
+                                "-922337203685477.5808",
+                                "922337203685477.5807",
+                                "0.1",
+                                "123456789012.3456"};
+  std::vector<MemoryRow> rows;
+  for (const char* value : values) rows.push_back({value, "0.30000000000000004"});
+  BoundGrid bound({{"M", kCurrency}, {"D", kDouble}}, rows);
+  Grid& grid = bound.grid;
+  for (const CellForm form : {CellForm::kPlain, CellForm::kMoney}) {
+    if (form == CellForm::kMoney) grid.ReformColumn(1, form);
+    for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+      for (const std::int32_t col : {1, 2}) {
+        EXPECT_EQ(grid.CellValue(row, col), CellNumber(grid.TextMatrix(row, col)))
+            << grid.TextMatrix(row, col);
+      }
+    }
+  }
+  EXPECT_EQ(grid.CellValue(1, 1), 0.5);
+}
+
+TEST(GridTest, ShowsExactNumbersDigitForDigit) {
+  BoundGrid bound({{"B", kBigInt}, {"N", kNumeric}, {"D", kDouble}},
+                  {{"6037991234567890", "-012345678901234567890.500", "1234567890123456"},
+                   {"-9223372036854775808", ".25", "12.50"},
+                   {std::nullopt, std::nullopt, std::nullopt}});
+  for (const std::int32_t col : {1, 2, 3}) bound.grid.ReformColumn(col, CellForm::kNumber);
+  EXPECT_EQ(ColumnTexts(bound.grid, 1), "B|6037991234567890|-9223372036854775808|0|");
+  EXPECT_EQ(ColumnTexts(bound.grid, 2), "N|-12345678901234567890.5|0.25|0|");
+  EXPECT_EQ(ColumnTexts(bound.grid, 3), "D|1.23456789012346E+15|12.5|0|");
+}
+
+TEST(GridTest, ReleasesAResultWhoseRowsAreGone) {
+  std::vector<MemoryRow> rows(50000, {"a text beyond fifteen bytes"});
+  for (const bool by_clear : {false, true}) {
+    BoundGrid bound({{"نام", kVarWChar}}, rows);
+    Grid& grid = bound.grid;
+    const ResultSetPtr result = bound.Slot().SharedResult();
+    const long holders = result.use_count();
+    if (by_clear) grid.Clear();
+    grid.SetRows(by_clear ? 2 : 1);
+    grid.SetRows(2);
+    EXPECT_EQ(result.use_count(), holders - 1);
+    EXPECT_EQ(grid.TextMatrix(0, 1), by_clear ? "" : "نام");
+    for (int i = 0; i < 10; ++i) grid.AddItem("x");
+    EXPECT_LT(grid.Memory(), 10000U);
+    EXPECT_EQ(grid.TextMatrix(11, 0), "x");
+  }
+}
+
+TEST(GridTest, AddsNoRowWithoutAColumnForItsText) {
+  Grid grid(nullptr, "g");
+  grid.SetCols(0);
+  EXPECT_THROW(grid.AddItem("x"), Error);
+  EXPECT_EQ(grid.Rows(), 2);
 }
 
 TEST(GridTest, LowersFixedRowsAndKeepsTheSelectionInside) {

@@ -20,7 +20,11 @@ TEST(CellText, ReadsNumbersOffCells) {
                {" 1/234/567 ", 1234567},
                {"-5", -5},
                {"()", 0},
-               {"(-5)", 5}};
+               {"(-5)", 5},
+               {"(1E5)", -100000},
+               {"(1.5e-2)", -0.015},
+               {"(1E5x)", 100000},
+               {"(2E)", 2}};
   for (const auto& c : cases) EXPECT_EQ(CellNumber(c.text), c.value) << c.text;
   EXPECT_EQ(UnformatNumber("(1/234.50)"), "-1234.5");
   EXPECT_EQ(UnformatNumber("(abc)"), "abc");

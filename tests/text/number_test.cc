@@ -78,5 +78,24 @@ TEST(NumberText, WritesScaledWholeNumbers) {
   }
 }
 
+TEST(Number, KeepsEveryDigitOfAnExactText) {
+  const struct {
+    const char* text;
+    const char* exact;
+  } cases[] = {{"6037991234567890", "6037991234567890"},
+               {"0012.500", "12.5"},
+               {" -12345678901234567890.10 rials", "-12345678901234567890.1"},
+               {"+5", "5"},
+               {"-0.00", "0"},
+               {"-.5", "-0.5"},
+               {"7.", "7"},
+               {"1 000", "1000"},
+               {"1E3", "1000"},
+               {"1e-2x", "0.01"},
+               {"", "0"},
+               {"abc", "0"}};
+  for (const auto& c : cases) EXPECT_EQ(ExactNumber(c.text), c.exact) << c.text;
+}
+
 }  // namespace
 }  // namespace vorek::text
