@@ -8,9 +8,12 @@
 namespace vorek {
 namespace {
 
-void EmptyFirstRow(Grid& grid) {
+// One empty row; the others go with the result behind them.
+void EmptyRows(Grid& grid) {
+  const std::int32_t row = std::min(grid.Row(), 1);
+  grid.SetRows(1);
   grid.SetRows(2);
-  for (std::int32_t col = 0; col < grid.Cols(); ++col) grid.WriteCell(1, col, "");
+  grid.SetRow(row);
 }
 
 void DropMarks(ReportControl& control, Recordset& children) {
@@ -32,8 +35,8 @@ void DropMarks(ReportControl& control, Recordset& children) {
 void ClearReport(ReportControl& control) {
   control.state.ClearedRow = control.Context().ActiveGrid().Row();
   control.state.ReportID = -1;
-  EmptyFirstRow(control.flxMain);
-  EmptyFirstRow(control.flxTranspose);
+  EmptyRows(control.flxMain);
+  EmptyRows(control.flxTranspose);
 }
 
 bool SetNull(ReportControl& control) {

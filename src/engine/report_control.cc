@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "catalog/report_row.h"
+#include "engine/attempt.h"
 #include "engine/report_load.h"
 #include "engine/report_run.h"
 #include "engine/rights.h"
@@ -24,6 +25,16 @@ constexpr int kP = 80;
 void KeepWidth(ColumnLayoutTable& layouts, const Grid& grid, std::int32_t col) {
   if (col > ColumnLayoutTable::kLast) return;
   layouts[col].width = static_cast<std::int16_t>(std::min(grid.ColWidth(col), 32767));
+}
+
+// A grid's own look: what a report doesn't set must not stay from the one before.
+void Undress(Grid& grid) {
+  grid.SetFontSize(Grid::kDefaultFontSize);
+  grid.SetRowHeightMin(0);
+  for (std::int32_t col = 0; col < grid.Cols(); ++col) {
+    grid.SetColWidth(col, GridColumn::kDefaultWidth);
+    grid.SetFixedAlignment(col, GridColumn::kDefaultFixedAlignment);
+  }
 }
 
 }  // namespace
@@ -82,25 +93,14 @@ void ReportControl::flxMain_SelChange() {
 bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
                          const std::string& caller_value) {
   Process& process = world.process;
-  const int windows_version = process.windows().OsMajorVersion();
-  if (windows_version == 4) process.main.KeyboardLayoutName = "00000401";
-  if (windows_version == 5) process.main.KeyboardLayoutName = "00000429";
-  state.ReportID = id;
-  state.FormTypeID = state.FormID = -1;
+  BindConnection();
   if (!HasReportRight(process, id, state.UserID)) {
     world.messages.ShowMessage("خطا", "شما مجاز به مشاهده اين گزارش نيستيد.");
     return false;
   }
-  general.AddReport(flxMain, id);
-  general.AddReport(flxTranspose, id);
-  LayOut();
-  process.main.ConnectionText = state.OleConnectionString;
   process.main.SystemParameter123 = SystemParameter(process.dten().rssqlGeneral1, kReportSwitch);
   process.data.RebindTwice(process.main.ConnectionText);
-  process.main.GlobalUserID = state.UserID;
-  process.main.GlobalPositionID = state.PositionID;
-  process.main.GlobalEmployeeID = state.EmployeeID;
-  LoadUserInfo(process);
+  TakeUser();
   BeginReport(id, parameter_string, caller_value);
   const bool result = Refresh(true, parameter_string, caller_value);
   process.main.SystemParameter123 = SystemParameter(process.dten().rssqlGeneral1, kReportSwitch);
@@ -108,26 +108,75 @@ bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
   return result;
 }
 
+// The right to a report is asked on the connection that the report will use: another control of the
+// world may have bound it to one of its own.
+void ReportControl::BindConnection() {
+  MainModule& main = world.process.main;
+  if (main.ConnectionText == state.OleConnectionString) return;
+  world.process.data.Rebind(state.OleConnectionString);
+  main.ConnectionText = state.OleConnectionString;
+}
+
+void ReportControl::TakeUser() {
+  Process& process = world.process;
+  const int windows_version = process.windows().OsMajorVersion();
+  if (windows_version == 4) process.main.KeyboardLayoutName = "00000401";
+  if (windows_version == 5) process.main.KeyboardLayoutName = "00000429";
+  process.main.GlobalUserID = state.UserID;
+  process.main.GlobalPositionID = state.PositionID;
+  process.main.GlobalEmployeeID = state.EmployeeID;
+  LoadUserInfo(process);
+}
+
+// From here on the control holds the new report, or after a failure none: never one report's query
+// under another's number and restrictions.
 void ReportControl::BeginReport(std::int32_t id, const std::string& parameter_string,
                                 const std::string& caller_value) {
-  state.CallerStringValue = caller_value;
-  state.ParameterString = parameter_string;
-  state.ReportNotes.clear();
-  state.Title.clear();
+  const std::optional<Error> error = Attempt([&] {
+    state.ParameterString = parameter_string;
+    state.CallerStringValue = caller_value;
+    LoadReport(id);
+  });
+  if (!error) return;
+  DropReport();
+  throw Error(*error);
+}
+
+void ReportControl::LoadReport(std::int32_t id) {
+  general.AddReport(flxMain, id);
+  general.AddReport(flxTranspose, id);
   state.ReportID = id;
+  state.FormTypeID = state.FormID = -1;
+  state.LastParameterString.clear();
+  state.ListOfParameters.clear();
+  state.ListOfVisualParameters.clear();
   flxTranspose.SetVisible(false);
   flxMain.SetVisible(true);
-  state.MakeTransposeFlag = false;
   state.ReportDistributed = "توزيع شده";
+  Undress(flxMain);
   LoadReportDefinition(*this, id);
-  if (!parameter_string.empty()) {
+  if (!state.ParameterString.empty()) {
     state.ShowFlatternParameters = false;
     LayOut();
   }
   if (!state.UseThisQuery.empty()) state.SQLQuery = state.roughSQL = state.UseThisQuery;
-  if (id == kNoReport) ResetGrid(flxMain);
+  if (id == kNoReport) EmptyGrids();
   frameMain.SetVisible(true);
+  state.NewDefinition = true;
+  state.AnswersPut = false;
   state.ReapplySort = true;
+}
+
+void ReportControl::DropReport() {
+  state.ReportID = kNoReport;
+  state.Title.clear();
+  state.SQLQuery.clear();
+  state.roughSQL.clear();
+  state.QueryText.clear();
+  lblCaption.SetCaption("");
+  VorekParameters1.SetTag("ParametersShowed=FALSE");
+  EmptyGrids();
+  IgnoreErrors([&] { LayOut(); });
 }
 
 void ReportControl::EndView() {
@@ -202,6 +251,7 @@ void ReportControl::TakeSearch(const std::string& query, const std::string& visu
                                const std::string& list) {
   state.RememberedSearchRow = Context().ActiveGrid().Row();
   state.QueryText = query;
+  state.AnswersPut = true;
   state.ListOfVisualParameters = text::Trim(visual);
   state.ListOfParameters = text::Trim(list);
 }
@@ -225,6 +275,15 @@ void ReportControl::RestoreRow(Grid& grid, std::int32_t row) {
   if (row == 0 && grid.Rows() >= 2) row = 1;
   grid.SetRow(row);
   grid.SetColSel(grid.Cols() - 1);
+}
+
+void ReportControl::EmptyGrids() {
+  ResetGrid(flxMain);
+  ResetGrid(flxTranspose);
+  flxTranspose.SetVisible(false);
+  flxMain.SetVisible(true);
+  state.isTransposedResult = false;
+  state.QueryRecordCount = -1;
 }
 
 void ReportControl::ClearGrids() {

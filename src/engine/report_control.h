@@ -78,6 +78,8 @@ class ReportControl : public Frame {
   // The panel's and the dialog's Search: takes the finished text and runs it.
   void SearchFromPanel(const std::string& query);
   void SearchFromDialog(const std::string& query);
+  // No rows of any report: both grids to 2 rows and 2 columns, flxMain on view.
+  void EmptyGrids();
   // Puts the selection back on a remembered row, on the first one if that is gone.
   void RestoreRow(Grid& grid, std::int32_t row);
 
@@ -87,8 +89,12 @@ class ReportControl : public Frame {
  private:
   void ConnectEvents();
   void flxMain_SelChange();
+  void BindConnection();
+  void TakeUser();
   void BeginReport(std::int32_t id, const std::string& parameter_string,
                    const std::string& caller_value);
+  void LoadReport(std::int32_t id);
+  void DropReport();
   void EndView();
   void ClearGrids();
   void TakeSearch(const std::string& query, const std::string& visual, const std::string& list);

@@ -29,13 +29,27 @@ void SetCreateDate(ReportControl& control, const Recordset& row) {
   control.datToday.SetValue(*date);
 }
 
-// A report that isn't there: nothing of the one before stays but the look of the grid.
+// Where each load begins and what a report that isn't there leaves: nothing of the one before, and
+// a query without rows.
 void ForgetDefinition(ReportState& state) {
+  state.SQLQuery = kEmptyQuery;
+  state.Title.clear();
+  state.ReportNotes.clear();
   state.MakeTreeFlag = state.MakeMergeFlag = state.MakeTransposeFlag = false;
   state.MakeSecure = state.IsStoredProcedure = state.ShowPopupTree = false;
+  state.ShowDiagram = state.LockPrintPreview = state.HasProgressBar = false;
   state.ShowFlatternParameters = true;
-  state.ReportFormTypeID = -1;
+  state.ReportFormTypeID = state.ReportFontSize = state.ReportRowHeight = -1;
+  state.SQLSP.clear();
   state.QueryText = state.roughSQL = state.SQLQuery;
+}
+
+void ShowCaption(ReportControl& control) {
+  control.lblCaption.SetCaption(control.state.Title);
+  // A long title makes its label wider; the layout then centres it.
+  const std::int32_t width =
+      control.world.process.windows().TextWidth(control.state.Title, 0) + 200;
+  control.lblCaption.SetWidth(std::max(width, ReportControl::kCaptionWidth));
 }
 
 void ReadIdentity(ReportControl& control, const Recordset& row) {
@@ -43,10 +57,6 @@ void ReadIdentity(ReportControl& control, const Recordset& row) {
   state.ReportID = row.Field("ID").Number();
   state.ReportNotes = TextOf(row, "Notes");
   state.Title = TextOf(row, "Title");
-  control.lblCaption.SetCaption(state.Title);
-  // A long title makes its label wider; the layout then centres it.
-  const std::int32_t width = control.world.process.windows().TextWidth(state.Title, 0) + 200;
-  control.lblCaption.SetWidth(std::max(width, ReportControl::kCaptionWidth));
   SetCreateDate(control, row);
 }
 
@@ -84,7 +94,7 @@ void ReadOptionalColumns(ReportState& state, const Recordset& row) {
 
 bool ReadReportRow(ReportControl& control, std::int32_t report_id) {
   ReportState& state = control.state;
-  state.SQLQuery = kEmptyQuery;
+  ForgetDefinition(state);
   Recordset& slot = control.world.process.dten().rssqlGeneral1;
   OpenSlot(slot, ReportRowQuery(report_id));
   const bool found = slot.RecordCount() > 0;
@@ -93,10 +103,9 @@ bool ReadReportRow(ReportControl& control, std::int32_t report_id) {
     ReadFlags(state, slot);
     ReadQuery(state, slot);
     ReadOptionalColumns(state, slot);
-  } else {
-    ForgetDefinition(state);
   }
   slot.Close();
+  ShowCaption(control);
   return found;
 }
 

@@ -1,9 +1,9 @@
 #include "engine/report_run.h"
 
 #include <algorithm>
-#include <new>
 #include <optional>
 
+#include "engine/attempt.h"
 #include "engine/query_text.h"
 #include "engine/rights.h"
 #include "engine/run_handoffs.h"
@@ -16,21 +16,6 @@ namespace vorek {
 namespace {
 
 constexpr std::int32_t kLargeGrid = 20000;  // rows
-
-// Runs a part of the road; what it throws comes back, other exceptions as the error they stand for.
-template <typename Part>
-std::optional<Error> Attempt(const Part& part) {
-  try {
-    part();
-  } catch (const Error& error) {
-    return error;
-  } catch (const std::bad_alloc&) {
-    return Error(ErrorNumber::kOutOfMemory, "Out of memory");
-  } catch (const std::exception& error) {
-    return Error(ErrorNumber::kInternal, error.what());
-  }
-  return std::nullopt;
-}
 
 std::string LeadingLetters(const std::string& text) {
   const auto letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
@@ -61,17 +46,22 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     ApplyStoredLayout(report_, ignore_errors_);
   });
   if (error) {
-    SilentExit(error->Number());
+    // Only a lost connection is told: the user would take it for an empty report.
+    if (error->Is(ErrorNumber::kConnection)) {
+      Fail(*error);
+    } else {
+      SilentExit(error->Number());
+    }
     return false;
   }
   if (decision != Decision::kRun) {
-    // Rows of the report before must not stand under this one's panel.
-    if (decision == Decision::kWait) ResetGrid(control_.flxMain);
+    // Rows of the report before must not stand under this one's title or panel.
+    if (decision == Decision::kWait || state_.NewDefinition) control_.EmptyGrids();
     process_.windows().SetMousePointer(0);
     return decision == Decision::kWait;
   }
   if (state_.QueryText.empty()) {
-    ResetGrid(control_.flxMain);
+    control_.EmptyGrids();
     process_.windows().SetMousePointer(0);
     return false;
   }
@@ -89,11 +79,12 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
 
 ReportRun::Decision ReportRun::DecideText(bool do_filter, const std::string& parameter_string) {
   const bool confirmed = state_.ShowFlatternParameters && control_.VorekParameters1.userChoice;
-  if (do_filter && !confirmed) state_.QueryText = state_.roughSQL;
-  if (!text::Contains(state_.roughSQL, "@")) {
+  const bool marked = text::Contains(state_.roughSQL, "@");
+  if (!marked || (do_filter && !confirmed)) {
     state_.QueryText = state_.roughSQL;
-    return Decision::kRun;
+    state_.AnswersPut = false;
   }
+  if (!marked) return Decision::kRun;
   if (!text::Contains(state_.QueryText, "@")) return Decision::kRun;
   if (!parameter_string.empty()) return Substitute(parameter_string);
   return state_.ShowFlatternParameters ? AskPanel() : AskDialog();
@@ -112,14 +103,13 @@ ReportRun::Decision ReportRun::Substitute(const std::string& parameter_string) {
 // The panel is on show; the run comes back through its Search event.
 ReportRun::Decision ReportRun::AskPanel() {
   VorekParameters& panel = control_.VorekParameters1;
-  if (!panel.userChoice) return Decision::kWait;
+  if (!panel.userChoice) return state_.AnswersPut ? Decision::kRun : Decision::kWait;
   panel.userChoice = false;
   return panel.result ? Decision::kRun : Decision::kStop;
 }
 
 ReportRun::Decision ReportRun::AskDialog() {
-  // The dialog on show from the menu has just been confirmed; an "@" is part of a value.
-  if (state_.AskFormFromMenu) return Decision::kRun;
+  if (state_.AnswersPut) return Decision::kRun;
   ignore_errors_ = true;
   bool ok = false;
   IgnoreErrors([&] {
@@ -150,6 +140,7 @@ void ReportRun::PutTokens() {
 
 void ReportRun::Fill(const std::string& parameter_string) {
   Grid& grid = control_.flxMain;
+  state_.NewDefinition = false;
   grid.SetRedraw(false);
   control_.Progress.SetVisible(true);
   control_.Progress.ZOrder();

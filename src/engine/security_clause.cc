@@ -174,11 +174,11 @@ std::string WithCondition(const std::string& query, const std::string& clause) {
 }  // namespace
 
 void ApplySecurityClause(Process& process, ReportState& state, std::string& query) {
-  state.MakeSecure = false;
+  // A query that fails or is cancelled on the way leaves the restriction in force.
   const std::optional<std::string> clause = SecurityClause(process, state, query).Build();
   process.dten().rssqlGeneral1.Close();
+  state.MakeSecure = clause.has_value();
   if (!clause) return;
-  state.MakeSecure = true;
   if (clause->empty() || text::ContainsIgnoreCase(query, *clause)) return;
   query = WithCondition(query, *clause);
 }

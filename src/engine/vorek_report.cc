@@ -1,3 +1,4 @@
+#include "engine/attempt.h"
 #include "engine/entry_points.h"
 #include "engine/property_bag.h"
 #include "engine/report_control.h"
@@ -13,19 +14,25 @@ VorekReport1::~VorekReport1() = default;
 
 bool VorekReport1::View(std::int32_t ID, const std::string& inParameterString,
                         const std::string& inCallerStringValue) {
-  return impl_->View(ID, inParameterString, inCallerStringValue);
+  bool shown = false;
+  ForHost([&] { shown = impl_->View(ID, inParameterString, inCallerStringValue); });
+  return shown;
 }
 
 bool VorekReport1::Refresh(bool DoFilter, const std::string& inParameterString,
                            const std::string& inCallerStringValue) {
-  return impl_->Refresh(DoFilter, inParameterString, inCallerStringValue);
+  bool shown = false;
+  ForHost([&] { shown = impl_->Refresh(DoFilter, inParameterString, inCallerStringValue); });
+  return shown;
 }
 
-void VorekReport1::ObjectEvent(const std::string& name) { impl_->ObjectEvent(name); }
+void VorekReport1::ObjectEvent(const std::string& name) {
+  ForHost([&] { impl_->ObjectEvent(name); });
+}
 
 void VorekReport1::AlignFlexes(bool RetriveFromDB) {
   ReportContext report = impl_->Context();
-  vorek::AlignFlexes(report, RetriveFromDB);
+  ForHost([&] { vorek::AlignFlexes(report, RetriveFromDB); });
 }
 
 bool VorekReport1::ShowWithParams(std::int32_t ID) {
@@ -50,12 +57,12 @@ bool VorekReport1::DropUnusedrows() { return DropUnusedRows(*impl_); }
 
 void VorekReport1::SortflxMain(std::int32_t column) {
   ReportContext report = impl_->Context();
-  vorek::SortflxMain(report, column);
+  ForHost([&] { vorek::SortflxMain(report, column); });
 }
 
 void VorekReport1::MakeFlexMerged() {
   ReportContext report = impl_->Context();
-  vorek::MakeFlexMerged(report);
+  ForHost([&] { vorek::MakeFlexMerged(report); });
 }
 
 bool VorekReport1::SetSharedFilters() {

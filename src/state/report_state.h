@@ -58,6 +58,8 @@ struct ReportState {
   std::string QueryText;  // the text that will be run
 
   // The run.
+  bool NewDefinition = false;  // no run of the definition has filled the grid by now
+  bool AnswersPut = false;     // QueryText comes from a confirmed form: an "@" in it is a value's
   std::string ParameterString;
   std::string LastParameterString;
   std::string CallerStringValue;

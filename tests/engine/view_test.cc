@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "engine/report_control.h"
 #include "grid/column_layout_pass.h"
 #include "platform/field_type.h"
@@ -171,6 +173,62 @@ TEST_F(ViewTest, FailuresLeaveAnEmptyGridAndAUsableControl) {
     EXPECT_TRUE(report.Refresh());
     EXPECT_EQ(report.Rows(), 3);
     EXPECT_EQ(database->Connections() - before, c.connections);
+  }
+}
+
+TEST_F(ViewTest, TellsOfAConnectionThatWasLostBetweenTwoRuns) {
+  ASSERT_TRUE(report.View(7));
+  database->SetFault("tblVorekReportLayout", {.lost_at_row = 0});
+  std::string detail;
+  windows->Queue([&](Form& form) { detail = form.DetailText(); });
+  EXPECT_FALSE(report.Refresh());
+  EXPECT_EQ(detail, "The connection was lost.");
+  EXPECT_EQ(report.Rows(), 2);
+  database->ClearFaults();
+  EXPECT_TRUE(report.Refresh());
+}
+
+TEST_F(ViewTest, AFailureBeforeTheLoadKeepsTheReportAndOneInItLeavesNone) {
+  ASSERT_TRUE(report.View(7));
+  database->SetFault("tblUser", {.error_number = 1});
+  EXPECT_THROW(report.View(8), Error);
+  EXPECT_EQ(report.Impl().state.ReportID, 7);
+  EXPECT_EQ(report.Rows(), 3);
+  database->ClearFaults();
+  EXPECT_TRUE(report.Refresh());
+  // Half a definition must never run: the query of one report under the restrictions of another.
+  database->SetFault("tblVorekReport where ID =7", {.missing_column = "MakeSecure"});
+  EXPECT_THROW(report.View(7), Error);
+  database->ClearFaults();
+  EXPECT_FALSE(report.Refresh());
+  EXPECT_EQ(report.Rows(), 2);
+  EXPECT_EQ(report.Title(), "");
+  EXPECT_TRUE(report.View(7));
+}
+
+TEST_F(ViewTest, AsksTheRightOnItsOwnConnection) {
+  ASSERT_TRUE(report.View(7));
+  VorekReport1 second(world);
+  second.SetOleConnectionString("Provider=VorekMemory;second");
+  const std::size_t before = database->Connections();
+  database->SetFault("sysobjects", {.error_number = 1});
+  EXPECT_THROW(report.View(7), Error);
+  EXPECT_EQ(database->Connections() - before, 1U);
+  EXPECT_EQ(world.State().process.main.ConnectionText, "Provider=VorekMemory;");
+}
+
+TEST_F(ViewTest, HandsWantOfMemoryToItsHostAsAnError) {
+  struct FullMachine : ScriptedWindows {
+    int OsMajorVersion() const override { throw std::bad_alloc(); }
+  };
+  World full({{database}, std::make_shared<FullMachine>(), std::make_shared<FixedClock>()});
+  VorekReport1 poor(full);
+  poor.SetOleConnectionString("Provider=VorekMemory;");
+  try {
+    poor.View(7);
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_TRUE(error.Is(ErrorNumber::kOutOfMemory));
   }
 }
 
