@@ -7,8 +7,11 @@
 
 #include "catalog/report_row.h"
 #include "engine/query_text.h"
+#include "engine/query_tokens.h"
 #include "engine/rights.h"
+#include "engine/security_check.h"
 #include "engine/select_list.h"
+#include "grid/formula_check.h"
 #include "text/number.h"
 #include "text/utf8.h"
 
@@ -66,6 +69,7 @@ class ReportCheck {
   void CheckLayout();
   void CheckLayoutRow(std::int32_t column);
   void CheckSecurity();
+  void CheckSecuredText();
   void CheckFormulas();
   void CheckFormula(const std::string& name, const std::string& field, const std::string& formula);
   void CheckLinks();
@@ -211,9 +215,22 @@ void ReportCheck::CheckSecurity() {
   } else if (query == query_) {
     Tell(true, "MakeSecure", "no form that the records belong to is secured",
          "it runs unrestricted: everybody sees all rows");
-  } else if (text::ContainsIgnoreCase(query_, " group by ")) {
+  } else {
+    CheckSecuredText();
+  }
+}
+
+void ReportCheck::CheckSecuredText() {
+  const std::vector<QueryToken> tokens = ScanQuery(query_).tokens;
+  const bool grouped = std::any_of(tokens.begin(), tokens.end(), [](const QueryToken& token) {
+    return token.depth == 0 && IsKeyword(token, "group");
+  });
+  if (grouped) {
     Tell(false, "MakeSecure", "the condition comes behind the query's GROUP BY",
          "the server refuses the text");
+  }
+  for (const SecurityFault& fault : FindSecurityFaults(query_)) {
+    Tell(fault.leaks, "MakeSecure", fault.what, fault.why);
   }
 }
 
@@ -234,6 +251,11 @@ void ReportCheck::CheckFormulas() {
 
 void ReportCheck::CheckFormula(const std::string& name, const std::string& field,
                                const std::string& formula) {
+  if (RaisesNegativeToFraction(formula)) {
+    Tell(false, field + " of " + name, "a power with a fraction stands behind a minus",
+         "the minus is taken for a sign, the power can't be computed, and both vanish: write a "
+         "bracket as in 0-(C1^0.5)");
+  }
   if (!columns_) return;
   const auto last = static_cast<std::int32_t>(columns_->size() + calculated_.size());
   for (std::size_t at = 0; at + 1 < formula.size(); ++at) {

@@ -13,10 +13,6 @@ namespace vorek {
 // one that doesn't begin with SELECT (or WITH ... SELECT), or whose list holds "*".
 std::optional<std::vector<std::string>> SelectListNames(std::string_view query);
 
-// True at every byte of the query that lies in a text in single quotes, in a comment, or in a
-// bracketed or double-quoted name.
-std::vector<bool> QuotedBytes(std::string_view query);
-
 }  // namespace vorek
 
 #endif  // VOREK_ENGINE_SELECT_LIST_H_

@@ -103,7 +103,7 @@ bool Calculation::Functions(Run& run) {
 }
 
 WorkingValue Calculation::Argument(std::string_view text) {
-  if (text::TrimView(text).empty()) return 0;
+  if (std::all_of(text.begin(), text.end(), IsBlank)) return 0;
   return Calcula(std::string(text));
 }
 

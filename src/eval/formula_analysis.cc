@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "eval/number_text.h"
@@ -61,7 +62,7 @@ void MarkPlacesBehindSigns(Flat& flat) {
   std::size_t signs = 0;
   for (const char c : flat.text) {
     if (c == kPlace) flat.places[place++].behind_signs = signs > 1;
-    if (c != ' ') signs = IsSign(c) ? signs + 1 : 0;
+    if (!IsBlank(c)) signs = IsSign(c) ? signs + 1 : 0;
   }
 }
 
@@ -90,6 +91,7 @@ class Reader {
     if (++depth_ > kMostBrackets) return false;
     std::vector<Program::Term> terms(1);
     Accept('+');  // says nothing
+    opens_ = true;
     if (!Term(terms.back())) return false;
     while (IsSign(Peek())) {
       terms.emplace_back().minus = text_[at_++] == '-';
@@ -129,8 +131,12 @@ class Reader {
 
   bool Primary(Program::Primary& primary) {
     if (++numbers_ > kMostNumbers) return false;
+    const bool opens = std::exchange(opens_, false);
     primary.negated = Accept('-');
-    if (Accept(kPlace)) return Place(primary);
+    if (Accept(kPlace)) {
+      primary.opens = opens && primary.negated;
+      return Place(primary);
+    }
     if (Accept('(')) {
       primary.kind = Program::Kind::kGroup;
       return Expression(primary.index) && Accept(')');
@@ -181,6 +187,7 @@ class Reader {
   std::size_t at_ = 0;
   std::size_t place_ = 0;
   std::size_t numbers_ = 0;
+  bool opens_ = false;  // nothing stands in front in the expression
   int depth_ = 0;
   Program program_;
 };

@@ -18,6 +18,7 @@ struct FormulaProgram {
     Kind kind = Kind::kLiteral;
     bool negated = false;         // a "-" that is its sign stands in front
     bool never_negative = false;  // a place whose value's sign would meet more than one sign
+    bool opens = false;           // a negated place at the front of an expression: --5 is 5
     BuiltIn function = BuiltIn::kAbs;
     double literal = 0;
     std::uint32_t index = 0;  // the slot, or the expression inside; kNoArgument for a call without

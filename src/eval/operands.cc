@@ -1,12 +1,13 @@
 #include "eval/operands.h"
 
 #include "eval/number_text.h"
+#include "eval/signs.h"
 
 namespace vorek {
 namespace {
 
 bool IsDigitOrPoint(char c) { return (c >= '0' && c <= '9') || c == '.'; }
-bool IsNumberCharacter(char c) { return IsDigitOrPoint(c) || c == '-' || c == ' '; }
+bool IsNumberCharacter(char c) { return IsDigitOrPoint(c) || c == '-' || IsBlank(c); }
 
 Operand Between(std::string_view text, std::size_t begin, std::size_t end) {
   return {TextNumber(text.substr(begin, end - begin)), begin, end};
@@ -30,14 +31,14 @@ Operand OperandoDerecho(std::string_view text, std::size_t at) {
     const char c = text[end];
     const bool last = end + 1 == text.size();
     if (c == '-' && seen && !last) break;
-    if (c != ' ') seen = true;
+    if (!IsBlank(c)) seen = true;
   }
   return Between(text, at + 1, end);
 }
 
 bool NumberEndsBefore(std::string_view text, std::size_t at) {
-  const std::size_t last = text.substr(0, at).find_last_not_of(' ');
-  return last != std::string_view::npos && IsDigitOrPoint(text[last]);
+  while (at > 0 && IsBlank(text[at - 1])) --at;
+  return at > 0 && IsDigitOrPoint(text[at - 1]);
 }
 
 }  // namespace vorek

@@ -170,8 +170,11 @@ bool ProgramRun::Primary(const Program::Primary& primary, double& value) {
       if (!Call(primary, value)) return false;
       break;
   }
-  if (!primary.negated) return !primary.never_negative || !std::signbit(value);
-  if (std::signbit(value)) return false;
+  const bool negative = std::signbit(value);
+  if (negative && primary.never_negative) return false;
+  if (!primary.negated) return true;
+  // Two signs in front fold into a plus, which says nothing at the front of an expression.
+  if (negative && !primary.opens) return false;
   value = -value;
   return true;
 }

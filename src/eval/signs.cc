@@ -35,7 +35,7 @@ std::string FoldSigns(std::string_view formula) {
   std::string text;
   text.reserve(formula.size());
   for (const char c : formula) {
-    if (c != ' ') text += c;
+    if (!IsBlank(c)) text += c;
   }
   for (const Pair& pair : kPairs) Fold(text, pair);
   return text;

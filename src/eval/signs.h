@@ -6,6 +6,9 @@
 
 namespace vorek {
 
+// Blanks, tabs and ends of lines: they say nothing in a formula.
+inline bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
 // A formula as the calculation begins with it: without blanks, and with pairs of signs folded. The
 // pairs "++", "+-", "-+" and "--" are folded in this order, each until none is left and none of
 // them twice, so that "---" becomes "+-".

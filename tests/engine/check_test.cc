@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "engine/report_check.h"
+#include "engine/security_check.h"
 #include "engine/select_list.h"
+#include "grid/formula_check.h"
 #include "platform/script.h"
 #include "state/process.h"
 #include "support/fixed_clock.h"
@@ -113,6 +115,11 @@ TEST_F(CheckTest, TellsEachFault) {
        "select t.ID from t group by t.ID",
        "MakeSecure: the condition comes behind the query's GROUP BY"},
       {"update tblVorekReport set MakeSecure = 1, FormTypeID = 5", "select t.ID from t", ""},
+      {"update tblVorekReport set MakeSecure = 1, FormTypeID = 5",
+       "select t.ID from t union select u.ID from u",
+       "!MakeSecure: the query is joined to another by UNION"},
+      {"insert into tblVorekReportExpression values (1, 1, N'x', ''100-C1^0.5'', null)",
+       "select a from t", "GeneralExpression of x: a power with a fraction stands behind a minus"},
   };
   for (const auto& c : cases) {
     Run("delete tblVorekReport; delete tblVorekReportParameter; delete tblVorekReportLayout; "
@@ -132,6 +139,64 @@ TEST_F(CheckTest, TellsEachFault) {
   }
   Run("delete tblVorekReport");
   EXPECT_EQ(Findings(), "!ID: there is no report 1\n");
+}
+
+TEST(SecurityCheck, FindsTextsThatLeakOrBreak) {
+  const struct {
+    const char* query;
+    const char* faults;  // with "!" in front of each that leaks
+  } cases[] = {
+      {"select t.ID from t", ""},
+      {"select t.ID from t where (t.a = 1 or t.b = @1) and t.c = 2 order by t.ID", ""},
+      {"select t.ID, (select max(b) from u where u.a = 1) as m from t where 1 = 1",
+       "!the first FROM between blanks isn't the query's own|"},
+      {"select t.ID\nfrom t where 1 = 1", "!the first FROM between blanks isn't the query's own|"},
+      {"select t.ID from t union all select u.ID from u where u.a = 1",
+       "!the query is joined to another by UNION|"},
+      {"select t.ID from t where t.a = 1 or t.b = 2",
+       "!an OR stands outside all brackets in the WHERE|"},
+      {"select t.ID from t where t.a = @1 and (t.b = @2)",
+       "!@1 stands outside all brackets in the WHERE|"},
+      {"select t.ID from t where t.a = 'x or y' order by t.a", ""},
+      {"select t.ID from t\nwhere t.a = 1", "WHERE doesn't stand between blanks|"},
+      {"select t.ID from t where 1 = 1\norder by t.ID", "ORDER BY doesn't stand between blanks|"},
+      {"select t.ID, row_number() over (partition by a order by b) as n from t",
+       "the first ORDER BY isn't the query's own|"},
+      {"select t.ID from t left join (select a from u where a = 1) x on x.a = t.a",
+       "!the only WHERE stands in brackets, and the query has an outer join|"},
+      {"select t.ID from (select a from u where a = 1) t", "the only WHERE stands in brackets|"},
+      {"select t.ID from t -- all of them", "!a comment stands where the condition is put|"},
+      {"select t.ID from t where 1 = 1 -- all of them\n", ""},
+      {"select t.ID from t /* all", "!a comment stands where the condition is put|"},
+      {"select t.ID from t;", "the query ends with a semicolon|"},
+  };
+  for (const auto& c : cases) {
+    std::string faults;
+    for (const SecurityFault& fault : FindSecurityFaults(c.query)) {
+      faults += (fault.leaks ? "!" : "") + fault.what + "|";
+    }
+    EXPECT_EQ(faults, c.faults) << c.query;
+  }
+}
+
+TEST(FormulaCheck, FindsAPowerThatVanishes) {
+  const struct {
+    const char* formula;
+    bool found;
+  } cases[] = {{"100-16^0.5", true},
+               {"-C1^.5", true},
+               {"100 - C12 ^ ( 1/2 )", true},
+               {"C1-(C2+3)^0.5", true},
+               {"C1-@ABS(C2)^0.5", true},
+               {"100-16^2", false},
+               {"100-16^2.0", false},
+               {"100+16^0.5", false},
+               {"100-(16^0.5)", false},
+               {"(100-2)*16^0.5-1", false},
+               {"16^-0.5", false},
+               {"^0.5", false},
+               {"", false}};
+  for (const auto& c : cases) EXPECT_EQ(RaisesNegativeToFraction(c.formula), c.found) << c.formula;
 }
 
 }  // namespace

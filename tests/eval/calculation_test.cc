@@ -126,6 +126,19 @@ TEST(Calculation, NumbersThatStandTogetherReadAsOne) {
   });
 }
 
+TEST(Calculation, TabsAndEndsOfLinesSayNothing) {
+  CheckAll({
+      {"5\n+7", "12"},
+      {"5\r\n-\t7", "-2"},
+      {"1\t000", "1000"},
+      {"@ABS(\n-3\n)*\t2", "6"},
+      {"\t", "0"},
+  });
+  EvaluationClass evaluation;
+  evaluation.NuevaFuncion("ADD", "X\t+\n2");
+  Check(evaluation, {"@ADD(5)", "7"});
+}
+
 TEST(Calculation, MalformedTexts) {
   CheckAll({
       {"", "0", 5},

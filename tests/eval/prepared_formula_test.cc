@@ -114,7 +114,16 @@ TEST(PreparedFormula, AgreesOnTheCorpus) {
                                   "A+a",
                                   "1E5+a",
                                   "a*b*c-a*b*c+a",
-                                  "a+b*c-c*b"};
+                                  "a+b*c-c*b",
+                                  "-a+b",
+                                  "-a*b/c",
+                                  "-a^2+b",
+                                  "(-a-b)*(-c+a)",
+                                  "@ABS(-a)-b",
+                                  "-(-a)+b",
+                                  "+-a-b",
+                                  "---a+b",
+                                  "-a\t-\n\rb"};
   const double values[] = {0, 1, -2.5, 1234567.89, -98765.4321, 1e14, 1e-9, 1e20};
   Twins twins;
   for (const char* formula : formulas) {
@@ -142,6 +151,11 @@ TEST(PreparedFormula, NeedsNoTextForOrdinaryFormulas) {
       {"2*-a", {1, 0, 0}, true},
       {"2*-a", {-1, 0, 0}, false},
       {"a*b", {1e8, 1e8, 0}, false},
+      {"-a+b", {-1, 2, 0}, true},
+      {"2*(-a^2*b-c)", {-3, -2, -5}, true},
+      {"b-(-a)", {-3, 2, 0}, true},
+      {"---a+b", {-3, 2, 0}, false},
+      {"a\t+\n b", {1, 2, 3}, true},
       {"a b", {1, 2, 3}, false},
   };
   for (const auto& c : cases) {
