@@ -313,5 +313,98 @@ TEST_F(ViewTest, HandsErrorsOfItsFirstStepsToTheCaller) {
   EXPECT_EQ(unconnected.TextMatrix(99, 0), "");
 }
 
+TEST_F(ViewTest, NoReportEmptiesTheControl) {
+  ASSERT_TRUE(report.View(7));
+  EXPECT_FALSE(report.View(-1));
+  EXPECT_EQ(report.Rows(), 2);
+  EXPECT_EQ(report.Cols(), 2);
+  EXPECT_EQ(Line(0) + Line(1), "||||");
+  EXPECT_EQ(report.Title(), "");
+  EXPECT_EQ(report.QueryRecordCount(), -1);
+  EXPECT_EQ(report.Impl().state.ReportID, -1);
+  EXPECT_TRUE(windows->shown.empty());
+}
+
+TEST_F(ViewTest, AStringOfParametersStaysInForceForF5) {
+  SetReport("select rows where (a = @1)");
+  database->Answer("tblVorekReportParameter", MakeResult({{"ParameterID", kInteger}}, {{"1"}}));
+  ASSERT_TRUE(report.View(7, "@1=5"));
+  report.Root().KeyDown(116, 0);
+  const ReportState& state = report.Impl().state;
+  EXPECT_EQ(state.ParameterString, "@1=5");
+  EXPECT_EQ(state.QuerySource, "select rows where (a = 5)");
+  // The next report begins without it.
+  SetReport("select rows");
+  ASSERT_TRUE(report.View(7));
+  report.Root().KeyDown(116, 0);
+  EXPECT_EQ(state.ParameterString, "");
+  EXPECT_EQ(state.ListOfParameters, "");
+}
+
+// A report of rows with parents, shown as a tree by `make_tree`.
+class TreeTest : public ViewTest {
+ protected:
+  void SetTree(const std::string& make_tree) {
+    database->Answer("tblVorekReport where ID =7",
+                     MakeResult(kReportColumns, {{"7", "درخت", std::nullopt, "2024-03-20 00:00:00",
+                                                  "select rows", make_tree, "0", "0", "0", "0",
+                                                  std::nullopt, std::nullopt, std::nullopt}}));
+    SetRows(MakeResult({{"ID", kInteger}, {"PARENTID", kInteger}},
+                       {{"1", std::nullopt}, {"2", "1"}, {"3", "2"}, {"4", "1"}}));
+  }
+};
+
+TEST_F(TreeTest, OnlyTheNumberOneMakesATree) {
+  SetTree("1");
+  ASSERT_TRUE(report.View(7));
+  EXPECT_TRUE(report.MakeTree());
+  EXPECT_EQ(Line(0) + Line(1), "سطح|ID|PARENTID|1+|1||");
+  EXPECT_EQ(report.Rows(), 2);
+  for (const char* flag : {"2", "0"}) {
+    SetTree(flag);
+    ASSERT_TRUE(report.View(7));
+    EXPECT_FALSE(report.MakeTree()) << flag;
+    EXPECT_EQ(report.TextMatrix(0, 0), "رديف") << flag;
+    EXPECT_EQ(report.Rows(), 5) << flag;
+  }
+}
+
+TEST_F(TreeTest, BeginsBelowTheGivenParent) {
+  SetTree("1");
+  for (const std::int32_t top : {0, -1}) {
+    report.SetParentID(top);
+    ASSERT_TRUE(report.View(7));
+    EXPECT_EQ(Line(1), "1+|1||") << top;
+  }
+  report.SetParentID(1);
+  ASSERT_TRUE(report.View(7));
+  EXPECT_EQ(Line(1) + Line(2), "1+|2|1|2|4|1|");
+}
+
+TEST_F(ViewTest, AHostWorksOnTheGridThroughItsContract) {
+  ASSERT_TRUE(report.View(7));
+  FlexGrid& grid = report.getflxMain();
+  grid.SetRow(1);
+  grid.SetCol(1);
+  grid.SetRowSel(2);
+  grid.SetColSel(2);
+  EXPECT_EQ(grid.Clip(), "1\t(1/234/567.5)\r2\t");
+  grid.SetCellFontBold(true);
+  EXPECT_TRUE(grid.FormatAt(2, 2).bold);
+  grid.AddItem("مجموع");
+  grid.SetTextMatrix(3, 1, "0");
+  grid.SetCol(1);
+  grid.Sort(1);
+  EXPECT_EQ(grid.TextMatrix(1, 0), "مجموع");
+  grid.RemoveItem(1);
+  EXPECT_EQ(grid.Rows(), 3);
+  grid.SetColWidth(2, 700);
+  grid.SetRowHeight(1, 0);
+  grid.SetTopRow(2);
+  EXPECT_EQ(grid.ColWidth(2), 700);
+  EXPECT_EQ(grid.RowHeight(1), 0);
+  EXPECT_EQ(grid.TopRow(), 2);
+}
+
 }  // namespace
 }  // namespace vorek
