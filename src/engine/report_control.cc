@@ -284,6 +284,7 @@ void ReportControl::EmptyGrids() {
   flxMain.SetVisible(true);
   state.isTransposedResult = false;
   state.QueryRecordCount = -1;
+  state.QueryFields.clear();
 }
 
 void ReportControl::ClearGrids() {

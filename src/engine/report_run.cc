@@ -8,9 +8,12 @@
 #include "engine/rights.h"
 #include "engine/run_handoffs.h"
 #include "engine/shared_helpers.h"
+#include "grid/column_sort.h"
 #include "grid/expression_columns.h"
+#include "grid/merged_rows.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "totals/summary_rows.h"
 
 namespace vorek {
 namespace {
@@ -240,11 +243,11 @@ void ReportRun::ShowHeadersOnly() {
 }
 
 void ReportRun::FillCells() {
-  fields_ = FieldsOf(Query());
+  state_.QueryFields = FieldsOf(Query());
   MakeFlexMerged(report_);
   MakeExpressionColumns(report_);
-  FormCells(report_, fields_);
-  CompleteLayouts(report_, fields_);
+  FormCells(report_, state_.QueryFields);
+  CompleteLayouts(report_, state_.QueryFields);
   if (!state_.isTransposedResult) AlignFlexes(report_, false);
   Query().Close();
   if (state_.MakeTree()) Query().SetFilter("");

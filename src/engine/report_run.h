@@ -64,7 +64,6 @@ class ReportRun {
   ReportState& state_;
   Process& process_;
   ReportContext report_;
-  std::vector<FieldInfo> fields_;
   bool ignore_errors_ = false;  // the dialog's answer is followed by statements that may fail
 };
 

@@ -15,10 +15,6 @@ namespace vorek {
 inline bool PrepareSpecialReport(ReportContext& /*report*/, std::string& /*query*/) {
   return false;
 }
-inline void MakeFlexMerged(ReportContext& /*report*/) {}
-inline void MakeSumRow(ReportContext& /*report*/) {}  // of the column flxMain.Col
-inline void MakeAvgRow(ReportContext& /*report*/) {}  // of the column flxMain.Col
-inline void SortflxMain(ReportContext& /*report*/, std::int32_t /*column*/) {}
 inline void SortTree(ReportContext& /*report*/, Grid& /*grid*/, std::int32_t /*column*/) {}
 inline void ApplyTranspose(ReportContext& /*report*/) {}
 inline void MakeGroupTotals(ReportContext& /*report*/) {}
@@ -28,7 +24,6 @@ inline void WidenSpecialReport(ReportContext& /*report*/) {}  // the widths of r
 
 inline void ExportExcel(ReportContext& /*report*/, std::int32_t /*report_id*/) {}
 inline void mnuQuickSearch_Click(ReportContext& /*report*/) {}
-inline void mnuAvg_Click(ReportContext& /*report*/) {}
 inline bool ShowWithParams(ReportContext& /*report*/, std::int32_t /*id*/) { return true; }
 inline bool ViewRepotRelations(ReportContext& /*report*/, std::int32_t /*id*/,
                                const std::string& /*parameter_string*/) {

@@ -45,10 +45,6 @@ bool IsNumericSqlType(std::string_view type_name) {
   });
 }
 
-bool IsNumericFieldType(std::int16_t ado_type) {
-  return ado_type == 20 || ado_type == 6 || ado_type == 5 || ado_type == 3 || ado_type == 2;
-}
-
 bool SelectComboItem(ComboBox& combo, std::int32_t value) {
   for (std::int32_t line = 0; line < combo.ListCount(); ++line) {
     if (combo.At(line).data != value) continue;

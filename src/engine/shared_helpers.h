@@ -19,8 +19,6 @@ bool IsAlphaNumeric(std::string_view character);
 
 // Names of SQL's number types, in any case; false for all others.
 bool IsNumericSqlType(std::string_view type_name);
-// The ADO types 20, 6, 5, 3 and 2.
-bool IsNumericFieldType(std::int16_t ado_type);
 
 // Selects the first line whose item data is the value. True if there is one.
 bool SelectComboItem(ComboBox& combo, std::int32_t value);

@@ -4,6 +4,9 @@
 #include "engine/report_control.h"
 #include "engine/run_handoffs.h"
 #include "grid/column_layout_pass.h"
+#include "grid/column_sort.h"
+#include "grid/merged_rows.h"
+#include "totals/summary_rows.h"
 #include "vorek/report.h"
 
 // The host's face of the control: every member hands the work on.
@@ -72,7 +75,7 @@ bool VorekReport1::SetSharedFilters() {
 
 void VorekReport1::mnuAvg_Click() {
   ReportContext report = impl_->Context();
-  vorek::mnuAvg_Click(report);
+  ForHost([&] { vorek::mnuAvg_Click(report); });
 }
 
 void VorekReport1::InitProperties() { vorek::InitProperties(*impl_); }

@@ -11,11 +11,6 @@
 // layout, or by default from the type of its field. What is known is held in the layout tables.
 namespace vorek {
 
-// What a run keeps of its fields when the recordset is closed.
-struct FieldInfo {
-  std::string name;
-  int type = 0;  // one of FieldType
-};
 std::vector<FieldInfo> FieldsOf(const Recordset& recordset);
 
 // At the end of a definition's load: fills both layout tables from the stored layouts and empties

@@ -11,6 +11,7 @@
 #include "catalog/report_row.h"
 #include "eval/prepared_formula.h"
 #include "grid/expression_formula.h"
+#include "grid/summary_label.h"
 #include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/number.h"
@@ -18,7 +19,6 @@
 namespace vorek {
 namespace {
 
-constexpr std::string_view kSumLabel = "مجموع";
 constexpr int kHourglass = 11;
 // Below this, a number that was formatted as money reads back as it was.
 constexpr double kReadsBack = 1e14;
@@ -197,9 +197,8 @@ void FillColumns(Grid& grid, EvaluationClass& evaluation, std::vector<Expression
     calculated.emplace_back(std::move(row), column++, columns, evaluation, numbers);
   }
   const std::int32_t given = evaluation.CuentaVar();
-  std::string scratch;
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
-    const bool sum = grid.CellView(row, 0, scratch) == kSumLabel;
+    const bool sum = !grid.IsNumbered(row) && HasLabel(grid, row, kSumLabel);
     numbers.Next(grid, row, sum ? columns : first);
     if (sum) continue;
     for (ExpressionColumn& column : calculated) {

@@ -107,6 +107,20 @@ double Grid::CellValue(std::int32_t row, std::int32_t col) const {
   return Column(col).Number(order_[CheckRow(row)]);
 }
 
+std::int64_t Grid::CellFixed(std::int32_t row, std::int32_t col) const {
+  return Column(col).Fixed(order_[CheckRow(row)]);
+}
+
+bool Grid::SameText(std::int32_t row, std::int32_t other, std::int32_t col) const {
+  return Column(col).SameText(order_[CheckRow(row)], order_[CheckRow(other)]);
+}
+
+bool Grid::IsSourced(std::int32_t row, std::int32_t col) const {
+  return Column(col).IsSourced(order_[CheckRow(row)]);
+}
+
+bool Grid::IsNumbered(std::int32_t row) const { return IsSourced(row, 0); }
+
 std::string Grid::Clip() const {
   const auto [top, bottom] = std::minmax(row_, row_sel_);
   const auto [first, last] = std::minmax(col_, col_sel_);
@@ -440,6 +454,19 @@ void Grid::ReformColumn(std::int32_t col, CellForm form) {
   Touch("Cells");
 }
 
+void Grid::ReformSource(std::int32_t col, CellForm form) {
+  GridColumn& column = Column(col);
+  const auto* const source = dynamic_cast<const FieldSource*>(column.AnySource());
+  if (source == nullptr || source->Form() == form) return;
+  column.Exchange(source->With(form));
+  Touch("Cells");
+}
+
+std::optional<CellForm> Grid::SourceForm(std::int32_t col) const {
+  const auto* const source = dynamic_cast<const FieldSource*>(Column(col).AnySource());
+  return source == nullptr ? std::nullopt : std::optional(source->Form());
+}
+
 bool Grid::RowsAreInOrder() const {
   for (std::size_t row = 0; row < order_.size(); ++row) {
     if (order_[row] != row) return false;
@@ -447,15 +474,44 @@ bool Grid::RowsAreInOrder() const {
   return true;
 }
 
+// Bound rows get their numbers from a source, however they were moved; the others one by one.
 void Grid::NumberRows() {
   if (Rows() < 1 || Cols() < 1) return;
+  const std::string header = TextMatrix(0, 0);
   if (RowsAreInOrder()) {
-    const std::string header = TextMatrix(0, 0);
     columns_[0].Show(std::make_shared<CountSource>(static_cast<std::size_t>(Rows()) - 1));
-    WriteCell(0, 0, header);
-    return;
+  } else {
+    columns_[0].Show(NumbersOfBoundRows());
   }
-  for (std::int32_t row = 1; row < Rows(); ++row) WriteCell(row, 0, std::to_string(row));
+  WriteCell(0, 0, header);
+  for (std::int32_t row = 1; row < Rows(); ++row) {
+    if (!IsNumbered(row)) WriteCell(row, 0, std::to_string(row));
+  }
+}
+
+std::shared_ptr<const TextSource> Grid::NumbersOfBoundRows() const {
+  std::vector<std::uint32_t> numbers(bound_rows_);
+  for (std::uint32_t row = 1; row < order_.size(); ++row) {
+    const std::uint32_t handle = order_[row];
+    if (handle >= 1 && handle <= bound_rows_) numbers[handle - 1] = row;
+  }
+  return std::make_shared<NumberSource>(std::move(numbers));
+}
+
+void Grid::KeepRows(const std::vector<std::int32_t>& rows) {
+  std::vector<std::uint32_t> kept(rows.size());
+  std::vector<bool> stays(order_.size(), false);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    stays[CheckRow(rows[i])] = true;
+    kept[i] = order_[static_cast<std::size_t>(rows[i])];
+  }
+  for (std::size_t row = 0; row < order_.size(); ++row) {
+    if (!stays[row]) DropHandle(order_[row]);
+  }
+  order_ = std::move(kept);
+  fixed_rows_ = std::min(fixed_rows_, std::max(Rows() - 1, 0));
+  KeepSelectionInside();
+  Touch("Rows");
 }
 
 void Grid::Rearrange(const std::vector<std::int32_t>& order) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -53,6 +54,14 @@ class Grid final : public Control, public FlexGrid {
   std::string_view CellView(std::int32_t row, std::int32_t col, std::string& scratch) const;
   // The number that a cell's text stands for (see CellNumber).
   double CellValue(std::int32_t row, std::int32_t col) const;
+  // What the cell counts in a total, in ten-thousandths (see CellFixedPoint).
+  std::int64_t CellFixed(std::int32_t row, std::int32_t col) const;
+  // True if the texts of two rows' cells are equal.
+  bool SameText(std::int32_t row, std::int32_t other, std::int32_t col) const;
+  // True if the cell shows what ColumnSource gives.
+  bool IsSourced(std::int32_t row, std::int32_t col) const;
+  // True if column 0 of the row holds the number that NumberRows gave it.
+  bool IsNumbered(std::int32_t row) const;
   std::int32_t Row() const override { return row_; }
   std::int32_t Col() const override { return col_; }
   std::int32_t RowSel() const override { return row_sel_; }
@@ -141,8 +150,15 @@ class Grid final : public Control, public FlexGrid {
 
   // Gives every data cell of the column another form; the same as FormText on each text.
   void ReformColumn(std::int32_t col, CellForm form);
+  // The same for the rows alone whose cells show what the column's field gives, as its form is
+  // another one.
+  void ReformSource(std::int32_t col, CellForm form);
+  // The form that the column's field is shown in; none for a column without a field.
+  std::optional<CellForm> SourceForm(std::int32_t col) const;
   // Numbers the data rows from 1 in column 0.
   void NumberRows();
+  // Keeps these rows, in this order, and drops the others. REQUIRES: no row twice.
+  void KeepRows(const std::vector<std::int32_t>& rows);
   // The data source of a column while all of its cells are as it gives them, else null; record n
   // of it stands in the row of handle n + 1.
   const TextSource* ColumnSource(std::int32_t col) const { return Column(col).Source(); }
@@ -177,6 +193,7 @@ class Grid final : public Control, public FlexGrid {
   void Touch(std::string_view property);
   void CompactArena();
   bool RowsAreInOrder() const;
+  std::shared_ptr<const TextSource> NumbersOfBoundRows() const;
   template <typename Change>
   void ChangeSelection(const Change& change);
 

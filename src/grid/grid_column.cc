@@ -24,6 +24,19 @@ double GridColumn::Number(std::uint32_t handle) const {
   return CellNumber(View(handle, scratch));
 }
 
+std::int64_t GridColumn::Fixed(std::uint32_t handle) const {
+  if (IsSourced(handle)) return source_->Fixed(handle - 1);
+  std::string scratch;
+  return CellFixedPoint(View(handle, scratch));
+}
+
+bool GridColumn::SameText(std::uint32_t a, std::uint32_t b) const {
+  if (IsSourced(a) && IsSourced(b)) return source_->SameText(a - 1, b - 1);
+  std::string first;
+  std::string second;
+  return View(a, first) == View(b, second);
+}
+
 void GridColumn::Write(std::uint32_t handle, std::string_view text, TextArena& arena) {
   if (Covers(handle)) {
     written_.insert_or_assign(handle, Cell(text, arena));

@@ -28,14 +28,22 @@ class GridColumn {
   std::string_view View(std::uint32_t handle, std::string& scratch) const;
   // The number that the text stands for, see CellNumber.
   double Number(std::uint32_t handle) const;
+  std::int64_t Fixed(std::uint32_t handle) const;
+  bool SameText(std::uint32_t a, std::uint32_t b) const;
+  // True if the cell shows what the source gives.
+  bool IsSourced(std::uint32_t handle) const {
+    return Covers(handle) && (written_.empty() || written_.count(handle) == 0);
+  }
   void Write(std::uint32_t handle, std::string_view text, TextArena& arena);
 
   // Shows the source's records in the handles from 1 on. Drops all texts.
   void Show(std::shared_ptr<const TextSource> source);
   // The source if all of its records are still shown as it gives them, else null.
   const TextSource* Source() const;
-  // Shows the same records through another source, keeping the texts of other handles. REQUIRES:
-  // Source() isn't null, and the sizes are equal.
+  // The source of those cells that weren't written over; null without one.
+  const TextSource* AnySource() const { return source_.get(); }
+  // Shows the same records through another source, keeping the texts that were written. REQUIRES:
+  // there is a source, and the sizes are equal.
   void Exchange(std::shared_ptr<const TextSource> source) { source_ = std::move(source); }
 
   void Clear();

@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "grid/grid.h"
-#include "text/collation.h"
+#include "grid/row_ranks.h"
 
 // Sorting: the keys of the column are made once, then the rows are moved by handle.
 namespace vorek {
@@ -14,14 +14,17 @@ namespace {
 enum class KeyKind { kNumber, kTextNoCase, kText };
 
 bool IsNumberText(std::string_view text) {
-  return !text.empty() && text.find_first_not_of("0123456789./-+() ") == std::string_view::npos &&
+  return !text.empty() && text.find_first_not_of("0123456789./-+() E") == std::string_view::npos &&
          text.find_first_of("0123456789") != std::string_view::npos;
 }
 
 // A generic sort takes the column as numbers if all of its texts are numbers or empty.
 bool AllNumbers(const Grid& grid, std::int32_t col) {
+  const TextSource* const source = grid.ColumnSource(col);
+  const bool typed = source != nullptr && source->GivesNumbers();
   std::string scratch;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    if (typed && grid.IsSourced(row, col)) continue;
     const std::string_view text = grid.CellView(row, col, scratch);
     if (!text.empty() && !IsNumberText(text)) return false;
   }
@@ -44,38 +47,29 @@ KeyKind KindOf(const Grid& grid, std::int32_t order) {
   }
 }
 
-template <typename Key>
-std::vector<std::int32_t> SortedRows(const Grid& grid, const std::vector<Key>& keys,
-                                     bool descending) {
-  const std::int32_t fixed = grid.FixedRows();
-  std::vector<std::int32_t> rows(static_cast<std::size_t>(grid.Rows()));
-  std::iota(rows.begin(), rows.end(), 0);
-  const auto key = [&](std::int32_t row) -> const Key& {
-    return keys[static_cast<std::size_t>(row - fixed)];
-  };
-  std::stable_sort(rows.begin() + fixed, rows.end(), [&](std::int32_t a, std::int32_t b) {
-    return descending ? key(b) < key(a) : key(a) < key(b);
-  });
-  return rows;
-}
-
-std::vector<double> NumberKeys(const Grid& grid) {
-  std::vector<double> keys;
+std::vector<std::uint32_t> SortedByNumber(const Grid& grid, bool descending) {
+  std::vector<std::pair<double, std::uint32_t>> keys;
   keys.reserve(static_cast<std::size_t>(grid.Rows()));
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
-    keys.push_back(grid.CellValue(row, grid.Col()));
+    const double number = grid.CellValue(row, grid.Col());
+    keys.emplace_back(descending ? -number : number, static_cast<std::uint32_t>(keys.size()));
   }
-  return keys;
+  std::sort(keys.begin(), keys.end());  // stable, since the places are parts of the keys
+  std::vector<std::uint32_t> sorted;
+  sorted.reserve(keys.size());
+  for (const auto& [number, row] : keys) sorted.push_back(row);
+  return sorted;
 }
 
-std::vector<std::string> TextKeys(const Grid& grid, bool ignore_case) {
-  std::vector<std::string> keys;
-  keys.reserve(static_cast<std::size_t>(grid.Rows()));
+std::vector<std::uint32_t> SortedByText(const Grid& grid, bool ignore_case, bool descending) {
+  const std::int32_t col = grid.Col();
+  RowRanks ranks(static_cast<std::size_t>(grid.Rows()));
   std::string scratch;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
-    keys.push_back(text::SortKey(grid.CellView(row, grid.Col(), scratch), ignore_case));
+    const std::string_view text = grid.CellView(row, col, scratch);
+    ranks.Add(text, text.data() != scratch.data());
   }
-  return keys;
+  return ranks.Sorted(ignore_case, descending);
 }
 
 }  // namespace
@@ -84,11 +78,10 @@ void Grid::Sort(std::int32_t order) {
   if (order < 1 || order > 8 || Rows() <= fixed_rows_) return;
   const bool descending = order % 2 == 0;
   const KeyKind kind = KindOf(*this, order);
-  if (kind == KeyKind::kNumber) {
-    Rearrange(SortedRows(*this, NumberKeys(*this), descending));
-  } else {
-    Rearrange(SortedRows(*this, TextKeys(*this, kind == KeyKind::kTextNoCase), descending));
-  }
+  const bool by_number = kind == KeyKind::kNumber;
+  Rearrange(BehindFixedRows(
+      fixed_rows_, by_number ? SortedByNumber(*this, descending)
+                             : SortedByText(*this, kind == KeyKind::kTextNoCase, descending)));
 }
 
 }  // namespace vorek

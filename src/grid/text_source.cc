@@ -35,8 +35,24 @@ void AppendNumberForm(const ResultColumn& column, std::size_t row, std::string& 
   }
 }
 
+std::string_view NumberView(std::size_t number, std::string& scratch) {
+  std::array<char, 24> buffer{};
+  char* const begin = buffer.data();
+  scratch.assign(begin, std::to_chars(begin, begin + buffer.size(), number).ptr);
+  return scratch;
+}
+
 // A double as its text of 15 digits reads.
 double TextValue(double number) { return std::isfinite(number) ? HoldDigits(number) : 0; }
+
+// A double's text of 15 digits as a fixed-point value, unless it's large or near a tie.
+bool FixedOfDouble(double number, std::int64_t& fixed) {
+  const double scaled = TextValue(number) * 10000;
+  if (!(std::fabs(scaled) < 1e14)) return false;
+  const double nearest = NearestWhole(scaled);
+  fixed = static_cast<std::int64_t>(nearest);
+  return std::fabs(scaled - nearest) < 0.499;
+}
 
 }  // namespace
 
@@ -64,6 +80,12 @@ std::string_view FieldSource::View(std::size_t record, std::string& scratch) con
     case CellForm::kMoney:
       AppendMoney(column.Display(row), scratch);
       break;
+    case CellForm::kNumberMoney: {
+      std::string number;
+      AppendNumberForm(column, row, number);
+      AppendMoney(number, scratch);
+      break;
+    }
     case CellForm::kTime:
       scratch = FormText(column.Display(row), form_);
       break;
@@ -78,8 +100,9 @@ double FieldSource::Number(std::size_t record) const {
                        column.Kind() == ResultColumn::Storage::kText;
   if (!by_text) {
     const double number = column.Number(row);
-    if (column.Kind() == ResultColumn::Storage::kDouble) return TextValue(number);
-    if (form_ != CellForm::kMoney || number >= 0) return number;
+    const bool money = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
+    if (!money || number >= 0)
+      return column.Kind() == ResultColumn::Storage::kDouble ? TextValue(number) : number;
     // The text of a value between -1 and 0 shows no sign; others are read out of their brackets.
     return number > -1 ? -number : TextValue(number);
   }
@@ -87,15 +110,83 @@ double FieldSource::Number(std::size_t record) const {
   return CellNumber(View(record, scratch));
 }
 
+std::int64_t TextSource::Fixed(std::size_t record) const {
+  std::string scratch;
+  return CellFixedPoint(View(record, scratch));
+}
+
+bool TextSource::SameText(std::size_t a, std::size_t b) const {
+  std::string first;
+  std::string second;
+  return View(a, first) == View(b, second);
+}
+
+std::int64_t FieldSource::Fixed(std::size_t record) const {
+  constexpr std::array<std::int64_t, 5> kUnits = {10000, 1000, 100, 10, 1};
+  const ResultColumn& column = Column();
+  const std::size_t row = Row(record);
+  std::int64_t fixed = 0;
+  const bool plain_double = column.Kind() == ResultColumn::Storage::kDouble &&
+                            form_ != CellForm::kMoney && form_ != CellForm::kNumberMoney;
+  if (plain_double && form_ != CellForm::kTime && FixedOfDouble(column.Double(row), fixed)) {
+    return fixed;
+  }
+  if (column.Kind() != ResultColumn::Storage::kScaled || column.Scale() > 4 ||
+      column.AdoType() == kBoolean || form_ == CellForm::kTime) {
+    return TextSource::Fixed(record);
+  }
+  const std::int64_t unit = kUnits[static_cast<std::size_t>(column.Scale())];
+  const std::int64_t value = column.Scaled(row);  // 0 for NULL
+  // Brackets keep 15 digits, and those of a value between -1 and 0 aren't there.
+  constexpr std::int64_t kMost = 100000000000000;
+  const bool money = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
+  const bool odd = money && value < 0 && value * unit > -10000;
+  if (value <= -kMost || value >= kMost) return TextSource::Fixed(record);
+  return odd ? -value * unit : value * unit;
+}
+
+bool FieldSource::SameText(std::size_t a, std::size_t b) const {
+  const ResultColumn& column = Column();
+  const std::size_t first = Row(a);
+  const std::size_t second = Row(b);
+  if (form_ != CellForm::kPlain && form_ != CellForm::kNumber) {
+    return column.Kind() == ResultColumn::Storage::kScaled && !column.IsNull(first) &&
+                   !column.IsNull(second) && column.Scaled(first) == column.Scaled(second)
+               ? true
+               : TextSource::SameText(a, b);
+  }
+  if (column.IsNull(first) || column.IsNull(second) ||
+      column.Kind() == ResultColumn::Storage::kDouble) {
+    return TextSource::SameText(a, b);
+  }
+  if (column.Kind() == ResultColumn::Storage::kScaled) {
+    return column.Scaled(first) == column.Scaled(second);
+  }
+  return column.Text(first) == column.Text(second) ||
+         (form_ == CellForm::kNumber && TextSource::SameText(a, b));
+}
+
+bool FieldSource::GivesNumbers() const {
+  const ResultColumn& column = Column();
+  return column.Kind() != ResultColumn::Storage::kText && column.AdoType() != kBoolean &&
+         form_ != CellForm::kTime;
+}
+
+bool FieldSource::GivesFixed() const {
+  const bool scaled = Column().Kind() == ResultColumn::Storage::kScaled;
+  return GivesNumbers() && scaled && Column().Scale() <= 4;
+}
+
 std::shared_ptr<const TextSource> FieldSource::With(CellForm form) const {
   return std::make_shared<FieldSource>(result_, field_, records_, form);
 }
 
 std::string_view CountSource::View(std::size_t record, std::string& scratch) const {
-  std::array<char, 24> buffer{};
-  scratch.assign(buffer.data(),
-                 std::to_chars(buffer.data(), buffer.data() + buffer.size(), record + 1).ptr);
-  return scratch;
+  return NumberView(record + 1, scratch);
+}
+
+std::string_view NumberSource::View(std::size_t record, std::string& scratch) const {
+  return NumberView(numbers_[record], scratch);
 }
 
 std::string FormText(std::string_view text, CellForm form) {
@@ -109,6 +200,9 @@ std::string FormText(std::string_view text, CellForm form) {
       break;
     case CellForm::kMoney:
       AppendMoney(text, out);
+      break;
+    case CellForm::kNumberMoney:
+      AppendMoney(text::ExactNumber(text), out);
       break;
     case CellForm::kTime:
       out = MinutesToTime(text::ToInt32(text::NumericPrefix(text)));

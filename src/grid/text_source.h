@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/result_set.h"
@@ -21,6 +22,14 @@ class TextSource {
   virtual std::string_view View(std::size_t record, std::string& scratch) const = 0;
   // The value as UnformatNumber and the numeric prefix read it off the text.
   virtual double Number(std::size_t record) const = 0;
+  // The value as CellFixedPoint reads it off the text. Throws Error(kOverflow).
+  virtual std::int64_t Fixed(std::size_t record) const;
+  // True if the texts of two records are equal.
+  virtual bool SameText(std::size_t a, std::size_t b) const;
+  // True if each text is a number or empty.
+  virtual bool GivesNumbers() const { return false; }
+  // True if Fixed loses no decimal place.
+  virtual bool GivesFixed() const { return false; }
 };
 
 // How a field's value becomes a cell text.
@@ -29,7 +38,8 @@ enum class CellForm {
   kNumber,  // the numeric prefix as plain number text; "0" for an empty one. What the provider gave
             // exactly stays exact: only doubles are held to 15 digits
   kMoney,   // FormatMoney
-  kTime,    // the rounded numeric prefix through MinutesToTime
+  kNumberMoney,  // FormatMoney of what kNumber gives
+  kTime,         // the rounded numeric prefix through MinutesToTime
 };
 
 // A field of a result; `records` picks and orders its rows, null stands for all.
@@ -41,6 +51,11 @@ class FieldSource : public TextSource {
   std::size_t Size() const override;
   std::string_view View(std::size_t record, std::string& scratch) const override;
   double Number(std::size_t record) const override;
+  std::int64_t Fixed(std::size_t record) const override;
+  bool SameText(std::size_t a, std::size_t b) const override;
+
+  bool GivesNumbers() const override;
+  bool GivesFixed() const override;
 
   // The same field in another form.
   std::shared_ptr<const TextSource> With(CellForm form) const;
@@ -65,9 +80,22 @@ class CountSource : public TextSource {
   std::size_t Size() const override { return size_; }
   std::string_view View(std::size_t record, std::string& scratch) const override;
   double Number(std::size_t record) const override { return static_cast<double>(record) + 1; }
+  bool SameText(std::size_t a, std::size_t b) const override { return a == b; }
 
  private:
   std::size_t size_;
+};
+
+// Numbers that were given to records in another order than their own.
+class NumberSource : public TextSource {
+ public:
+  explicit NumberSource(std::vector<std::uint32_t> numbers) : numbers_(std::move(numbers)) {}
+  std::size_t Size() const override { return numbers_.size(); }
+  std::string_view View(std::size_t record, std::string& scratch) const override;
+  double Number(std::size_t record) const override { return numbers_[record]; }
+
+ private:
+  std::vector<std::uint32_t> numbers_;
 };
 
 // A plain text in a form, as FieldSource shows it.

@@ -7,6 +7,12 @@
 
 namespace vorek {
 
+// What a run keeps of a field when its recordset is closed.
+struct FieldInfo {
+  std::string name;
+  int type = 0;  // one of FieldType
+};
+
 // What all code of one report control shares. -1 stands for no report, form, user or column.
 struct ReportState {
   // Set by the host.
@@ -67,10 +73,15 @@ struct ReportState {
   std::string ListOfVisualParameters;
   std::string QuerySource;
   std::int32_t QueryRecordCount = -1;
-  std::int32_t ParentIDColumn = -1;  // ordinals of the key fields
+  std::vector<FieldInfo> QueryFields;  // field n stands in grid column n + 1
+  std::int32_t ParentIDColumn = -1;    // ordinals of the key fields
   std::int32_t IDColumn = -1;
   std::int32_t TransposeRowColumn = -1;
   std::vector<std::int32_t> TransposeColumns;
+  bool HasSumRow = false;  // in the grid when it was last gone through
+  bool HasAvgRow = false;
+  std::int32_t SortColumn = 0;  // the last one of flxMain; 0 for none
+  std::int32_t SortCode = 1;    // 1 ascending, 2 descending
   bool ReapplySort = false;
   std::int32_t RememberedRow = 0;
   std::int32_t RememberedSearchRow = 0;

@@ -47,6 +47,88 @@ bool IsNumber(std::string_view text) {
   return exponent && TakeDigits(rest, false) && rest.empty();
 }
 
+// Counts the digits of a plain number up to its fixed-point value: false for a text that is none,
+// or for one beyond the range.
+class FixedPointReader {
+ public:
+  bool Digit(char c) {
+    if (places_ < 0 || places_ < kPlaces) {
+      if (value_ > kMost) return false;
+      value_ = value_ * 10 + static_cast<std::uint64_t>(c - '0');
+    } else if (places_ == kPlaces) {
+      next_ = c - '0';
+    } else {
+      rest_ = rest_ || c != '0';
+    }
+    if (places_ >= 0) ++places_;
+    return true;
+  }
+  void Point() { places_ = 0; }
+  bool PointSeen() const { return places_ >= 0; }
+
+  bool Take(bool negative, FixedPoint& value) {
+    for (; places_ < kPlaces; ++places_) {
+      if (places_ < 0) places_ = 0;
+      if (value_ > kMost) return false;
+      value_ *= 10;
+    }
+    const bool up = next_ > 5 || (next_ == 5 && (rest_ || value_ % 2 == 1));
+    value_ += up ? 1 : 0;
+    if (value_ > (negative ? kLimit : kLimit - 1)) return false;
+    value = static_cast<FixedPoint>(negative ? 0 - value_ : value_);
+    return true;
+  }
+
+ private:
+  static constexpr int kPlaces = 4;
+  static constexpr std::uint64_t kLimit = std::uint64_t{1} << 63U;
+  static constexpr std::uint64_t kMost = (UINT64_MAX - 9) / 10;  // that takes another digit
+
+  std::uint64_t value_ = 0;
+  int places_ = -1;  // behind the point; -1 in front of it
+  int next_ = 0;     // the digit behind the last place
+  bool rest_ = false;
+};
+
+bool ReadFixedPoint(std::string_view number, FixedPoint& value) {
+  const bool negative = number.starts_with('-');
+  FixedPointReader reader;
+  for (const char c : number.substr(negative ? 1 : 0)) {
+    if (c == '.') {
+      reader.Point();
+    } else if (c < '0' || c > '9' || !reader.Digit(c)) {
+      return false;
+    }
+  }
+  return reader.Take(negative, value);
+}
+
+// A cell as FormatMoney and the number forms write it: groups, one point, brackets or a "-". False
+// for every other text, and for one of more digits than a bracketed value keeps.
+bool ReadMoneyText(std::string_view text, FixedPoint& value) {
+  constexpr std::size_t kMostBracketed = 15;
+  if (text.empty()) {
+    value = 0;
+    return true;
+  }
+  const bool bracketed = text.front() == '(' && text.back() == ')' && text.size() > 2;
+  if (bracketed) text = text.substr(1, text.size() - 2);
+  const bool negative = bracketed || (text.front() == '-' && text.size() > 1);
+  if (negative && !bracketed) text.remove_prefix(1);
+  if (bracketed && text.size() > kMostBracketed) return false;
+  if (text.front() < '0' || text.front() > '9') return false;
+  FixedPointReader reader;
+  for (const char c : text) {
+    if (c == '/' && !reader.PointSeen()) continue;
+    if (c == '.' && !reader.PointSeen()) {
+      reader.Point();
+    } else if (c < '0' || c > '9' || !reader.Digit(c)) {
+      return false;
+    }
+  }
+  return reader.Take(negative, value);
+}
+
 // Groups the digits of a whole number's text, which has one sign position in front.
 void AppendGroups(std::string_view signed_text, std::string& out) {
   std::size_t head = signed_text.size();
@@ -81,7 +163,7 @@ void AppendWhole(std::string_view whole, std::string& out) {
   out += GroupDigits(ToFixedPoint(Without(whole, "/")));
 }
 
-std::string TwoDigits(std::int32_t value) {
+std::string TwoDigits(std::int64_t value) {
   std::string text = std::to_string(value);
   return text.size() == 1 ? "0" + text : text;
 }
@@ -103,15 +185,20 @@ double CellNumber(std::string_view text) {
 }
 
 FixedPoint ToFixedPoint(std::string_view text) {
-  const double value = text::NumericPrefix(text);
-  // A whole number is scaled as one: its product may have more digits than a double holds.
-  const bool whole = value == std::trunc(value) && std::fabs(value) <= 922337203685477;
-  if (whole) return static_cast<FixedPoint>(value) * 10000;
-  const double scaled = text::RoundHalfEven(value * 10000);
-  if (!(std::fabs(scaled) < 9223372036854775807.0)) {
+  const std::string number = text::ExactNumber(text);
+  FixedPoint value = 0;
+  if (ReadFixedPoint(number, value)) return value;
+  // Only a number with an exponent is no plain text.
+  const double scaled = text::RoundHalfEven(text::NumericPrefix(number) * 10000);
+  if (number.find('E') == std::string::npos || !(std::fabs(scaled) < 9223372036854775807.0)) {
     throw Error(ErrorNumber::kOverflow, "Overflow: " + text::Left(text, 50));
   }
   return static_cast<FixedPoint>(scaled);
+}
+
+FixedPoint CellFixedPoint(std::string_view text) {
+  FixedPoint value = 0;
+  return ReadMoneyText(text, value) ? value : ToFixedPoint(UnformatNumber(text));
 }
 
 std::string GroupDigits(FixedPoint value) {
@@ -155,10 +242,14 @@ std::int32_t TimeToMinutes(std::string_view text) {
                        text::NumericPrefix(text.substr(colon + 1)));
 }
 
-std::string MinutesToTime(std::int32_t minutes) {
+std::string MinutesToTime(std::int64_t minutes) {
   return TwoDigits(minutes / 60) + ":" + TwoDigits(minutes % 60);
 }
 
 bool IsMoneyField(int ado_type) { return ado_type == 5 || ado_type == 6; }
+
+bool IsNumericFieldType(int ado_type) {
+  return ado_type == 20 || ado_type == 6 || ado_type == 5 || ado_type == 3 || ado_type == 2;
+}
 
 }  // namespace vorek

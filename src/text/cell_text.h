@@ -19,8 +19,12 @@ std::string UnformatNumber(std::string_view text);
 // The number that a cell's text stands for: the numeric prefix of UnformatNumber.
 double CellNumber(std::string_view text);
 
-// The numeric prefix of a text as a fixed-point value, halves to even. Throws Error(kOverflow).
+// The numeric prefix of a text as a fixed-point value, digit for digit, the fifth decimal place
+// rounded away with halves to even. Throws Error(kOverflow).
 FixedPoint ToFixedPoint(std::string_view text);
+
+// What a cell's text counts in a total: ToFixedPoint of UnformatNumber. Throws Error(kOverflow).
+FixedPoint CellFixedPoint(std::string_view text);
 
 // The digit groups of a whole number: 1234567 gives 1/234/567, -1234 gives -1/234.
 std::string GroupDigits(FixedPoint value);
@@ -36,10 +40,12 @@ bool IsTimeColumn(int ado_type, std::string_view field_name);
 // "02:05" gives 125; a text without ":" its rounded numeric prefix. Throws Error(kOverflow).
 std::int32_t TimeToMinutes(std::string_view text);
 // 125 gives 02:05, 6000 gives 100:00.
-std::string MinutesToTime(std::int32_t minutes);
+std::string MinutesToTime(std::int64_t minutes);
 
 // ADO types 5 (double) and 6 (currency).
 bool IsMoneyField(int ado_type);
+// ADO types 20, 6, 5, 3 and 2.
+bool IsNumericFieldType(int ado_type);
 
 }  // namespace vorek
 

@@ -1,0 +1,218 @@
+#include "grid/column_sort.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "grid/column_layout_pass.h"
+#include "grid/expression_columns.h"
+#include "grid/summary_label.h"
+#include "platform/field_type.h"
+#include "text/cell_text.h"
+#include "text/utf8.h"
+
+namespace vorek {
+namespace {
+
+constexpr std::int32_t kAscending = 1;
+constexpr std::int32_t kDescending = 2;
+// Added to a way, these give the sort of numbers and the exact sort of texts.
+constexpr std::int32_t kToNumberSort = 2;
+constexpr std::int32_t kToTextSort = 6;
+
+bool LooksLikeDate(std::string_view text) {
+  const std::string_view trimmed = text::TrimView(text);
+  const auto strokes =
+      std::count_if(trimmed.begin(), trimmed.end(), [](char c) { return c == '/' || c == '\\'; });
+  return strokes == 2 && text::Length(trimmed) == 10;
+}
+
+// The sort of one column.
+class ColumnSort {
+ public:
+  ColumnSort(ReportContext& report, std::int32_t column)
+      : report_(report), grid_(report.flxMain), column_(column) {
+    const auto field = static_cast<std::size_t>(column) - 1;
+    const std::vector<FieldInfo>& fields = report.state.QueryFields;
+    if (field < fields.size()) type_ = fields[field].type;
+  }
+
+  void Run(bool turn) {
+    std::int32_t& code = report_.state.SortCode;
+    if (turn) code = code == kAscending ? kDescending : kAscending;
+    if (IsMoneyField(type_)) DropGroups();
+    grid_.SetCol(column_);
+    grid_.Sort(Order(code));
+    RemakeExpressions();
+    ColourBySortColumn(grid_, column_);
+    if (IsMoneyField(type_)) FormMoney();
+  }
+
+ private:
+  // Long numbers are sorted as such whatever stands between them. A money field's digit groups
+  // aren't the strokes of a date.
+  std::int32_t Order(std::int32_t code) const {
+    if (grid_.Rows() >= 3 && IsNumericFieldType(type_) && (IsLong(grid_.Rows() - 1) || IsLong(1))) {
+      return code + kToNumberSort;
+    }
+    const bool dates = !IsMoneyField(type_) && IsDateColumn(grid_, column_);
+    return dates ? code + kToTextSort : code;
+  }
+
+  bool IsLong(std::int32_t row) const {
+    constexpr std::size_t kLongText = 7;
+    const std::string text = grid_.TextMatrix(row, column_);
+    return text::Length(IsMoneyField(type_) ? UnformatNumber(text) : text) >= kLongText;
+  }
+
+  // True if the sort reads the same numbers with and without digit groups.
+  bool HoldsNumbers() const {
+    const TextSource* const source = grid_.ColumnSource(column_);
+    const bool typed = source != nullptr && source->GivesNumbers();
+    std::string scratch;
+    for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
+      if (typed && grid_.IsSourced(row, column_)) continue;
+      const std::string_view text = grid_.CellView(row, column_, scratch);
+      if (text.find_first_not_of("0123456789./-() ") != std::string_view::npos) return false;
+    }
+    return true;
+  }
+
+  // What the field gives is read without its groups, so that only cells that were written lose
+  // them; where the field shows them, those do as well.
+  void DropGroups() {
+    const bool all = !HoldsNumbers();
+    const bool plain_field = grid_.SourceForm(column_) == CellForm::kNumber;
+    std::string scratch;
+    for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
+      if (!all && grid_.IsSourced(row, column_)) continue;
+      const std::string plain = UnformatNumber(grid_.CellView(row, column_, scratch));
+      grid_.WriteCell(row, column_, all || plain_field ? plain : MoneyText(plain));
+    }
+  }
+
+  // A double field, which shows plain numbers after a fill, gets digit groups too.
+  void FormMoney() {
+    if (type_ == kDouble) grid_.ReformSource(column_, CellForm::kNumberMoney);
+    std::string scratch;
+    for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
+      if (grid_.IsSourced(row, column_)) continue;
+      const std::string plain = UnformatNumber(grid_.CellView(row, column_, scratch));
+      grid_.WriteCell(row, column_, MoneyText(plain));
+    }
+  }
+
+  static std::string MoneyText(std::string_view plain) {
+    std::string money;
+    AppendMoney(plain, money);
+    return money;
+  }
+
+  void RemakeExpressions() {
+    const std::vector<CachedReport>& cache = report_.process.main.ReportCache;
+    const auto found = std::find_if(cache.begin(), cache.end(), [&](const CachedReport& report) {
+      return report.report_id == report_.state.ReportID;
+    });
+    if (found != cache.end()) grid_.SetCols(found->field_count + 1);
+    MakeExpressionColumns(report_);
+  }
+
+  ReportContext& report_;
+  Grid& grid_;
+  std::int32_t column_;
+  int type_ = 0;
+};
+
+// Takes a sum row out of the grid and gives its texts.
+std::vector<std::string> TakeOut(Grid& grid, std::int32_t row) {
+  std::vector<std::string> texts;
+  for (std::int32_t column = 0; column < grid.Cols(); ++column) {
+    texts.push_back(grid.TextMatrix(row, column));
+  }
+  if (grid.Rows() == 2) {
+    grid.SetRows(1);
+  } else {
+    grid.RemoveItem(row);
+  }
+  return texts;
+}
+
+void PutLast(Grid& grid, const std::vector<std::string>& texts) {
+  const std::int32_t row = grid.Rows();
+  grid.AddItem(std::to_string(row));
+  for (std::size_t column = 0; column < texts.size(); ++column) {
+    grid.WriteCell(row, static_cast<std::int32_t>(column), texts[column]);
+  }
+  Emphasise(grid, row);
+}
+
+// The rows' numbers after a sort; the average row keeps its label.
+void NumberAgain(Grid& grid) {
+  std::vector<std::int32_t> averages;
+  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    if (!grid.IsNumbered(row) && HasLabel(grid, row, kAverageLabel)) averages.push_back(row);
+  }
+  grid.NumberRows();
+  for (const std::int32_t row : averages) grid.WriteCell(row, 0, kAverageLabel);
+}
+
+}  // namespace
+
+void SortflxMain(ReportContext& report, std::int32_t column) {
+  ReportState& state = report.state;
+  const bool same = column == state.SortColumn;
+  if (column == 0) column = state.SortColumn;
+  if (column < 1 || column > report.flxMain.Cols() - 1) return;
+  state.SortColumn = column;
+  const bool redraw = report.flxMain.Redraw();
+  report.flxMain.SetRedraw(false);
+  IgnoreErrors([&] {
+    ColumnSort(report, column).Run(same);
+    report.flxMain.SetRedraw(true);
+  });
+  if (!report.flxMain.Redraw()) report.flxMain.SetRedraw(redraw);
+}
+
+void SortByHeader(ReportContext& report, std::int32_t column) {
+  Grid& grid = report.flxMain;
+  if (grid.Rows() < 3) return;
+  SortflxMain(report, column);
+  std::optional<std::vector<std::string>> sum;
+  for (std::int32_t row = 1; row < grid.Rows();) {
+    if (!grid.IsNumbered(row) && HasLabel(grid, row, kSumLabel)) {
+      sum = TakeOut(grid, row);
+    } else {
+      ++row;
+    }
+  }
+  NumberAgain(grid);
+  if (sum) PutLast(grid, *sum);
+}
+
+bool IsDateColumn(const Grid& grid, std::int32_t column) {
+  if (grid.Rows() < 2) return false;
+  std::string scratch;
+  return LooksLikeDate(grid.CellView(1, column, scratch)) ||
+         LooksLikeDate(grid.CellView(grid.Rows() - 1, column, scratch));
+}
+
+void ColourBySortColumn(Grid& grid, std::int32_t column) {
+  grid.SetRedraw(false);
+  const std::int32_t last = grid.Rows() - 1;
+  if (last >= 1 && !HasLabel(grid, last, "")) {
+    bool white = true;
+    for (std::int32_t row = 1; row <= last; ++row) {
+      const bool changed =
+          row == 1 ? !grid.TextMatrix(row, column).empty() : !grid.SameText(row, row - 1, column);
+      if (changed) white = !white;
+      grid.SetRowBackColor(row, white ? kWhite : kLightBlue);
+    }
+    grid.SetCol(1);
+  }
+  grid.SetRow(last >= 1 ? 1 : 0);
+  grid.SetRedraw(true);
+  grid.SetFocus();
+}
+
+}  // namespace vorek

@@ -1,0 +1,24 @@
+#ifndef VOREK_GRID_SUMMARY_LABEL_H_
+#define VOREK_GRID_SUMMARY_LABEL_H_
+
+#include <cstdint>
+#include <string_view>
+
+#include "grid/grid.h"
+
+// The rows at a grid's end that total or average its columns are told by their label in column 0
+// alone.
+namespace vorek {
+
+constexpr std::string_view kSumLabel = "مجموع";
+constexpr std::string_view kAverageLabel = "ميانگين";
+
+// Whether column 0 of the row reads exactly so.
+bool HasLabel(const Grid& grid, std::int32_t row, std::string_view label);
+
+// Makes the row the current one, bold and raised.
+void Emphasise(Grid& grid, std::int32_t row);
+
+}  // namespace vorek
+
+#endif  // VOREK_GRID_SUMMARY_LABEL_H_

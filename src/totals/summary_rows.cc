@@ -1,0 +1,196 @@
+#include "totals/summary_rows.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "grid/summary_label.h"
+#include "text/cell_text.h"
+#include "text/number.h"
+#include "totals/fixed_total.h"
+
+namespace vorek {
+namespace {
+
+enum class Kind { kSum, kAverage };
+
+// How the texts of a column become numbers, and numbers texts.
+enum class ColumnKind { kPlain, kMoney, kTime };
+
+ColumnKind KindOf(const ReportState& state, std::int32_t column) {
+  const auto field = static_cast<std::size_t>(column) - 1;
+  if (field >= state.QueryFields.size()) return ColumnKind::kMoney;  // a calculated column
+  const FieldInfo& info = state.QueryFields[field];
+  if (IsMoneyField(info.type)) return ColumnKind::kMoney;
+  return IsTimeColumn(info.type, info.name) ? ColumnKind::kTime : ColumnKind::kPlain;
+}
+
+// What FormatMoney makes of a total, which may be longer than a fixed-point value.
+std::string MoneyText(const std::string& plain) {
+  const bool negative = plain.starts_with('-');
+  const std::string digits = plain.substr(negative ? 1 : 0);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  std::string text = digits.substr(0, (point - 1) % 3 + 1);
+  for (std::size_t at = text.size(); at < point; at += 3) text += "/" + digits.substr(at, 3);
+  text += digits.substr(point);
+  return negative && digits.front() != '0' ? "(" + text + ")" : text;
+}
+
+std::string ResultText(const std::string& plain, ColumnKind kind) {
+  switch (kind) {
+    case ColumnKind::kMoney:
+      return MoneyText(plain);
+    case ColumnKind::kTime:
+      return MinutesToTime(static_cast<std::int64_t>(text::NumericPrefix(plain)));
+    case ColumnKind::kPlain:
+      break;
+  }
+  return plain;
+}
+
+// The total of one column and the summary rows that were met on the way.
+struct ColumnScan {
+  FixedTotal total;
+  std::vector<std::int32_t> sum_rows;
+  std::vector<std::int32_t> average_rows;
+};
+
+std::int64_t Counted(const Grid& grid, std::int32_t row, std::int32_t column, ColumnKind kind) {
+  if (kind != ColumnKind::kTime) return grid.CellFixed(row, column);
+  std::string scratch;
+  return TimeToMinutes(grid.CellView(row, column, scratch)) * std::int64_t{10000};
+}
+
+ColumnScan Scan(const Grid& grid, std::int32_t column, ColumnKind kind, bool skip_hidden) {
+  ColumnScan scan;
+  const bool heights = skip_hidden && grid.RowHeightsDiffer();
+  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    if (!grid.IsNumbered(row)) {
+      const bool sum = HasLabel(grid, row, kSumLabel);
+      if (sum) scan.sum_rows.push_back(row);
+      if (!sum && HasLabel(grid, row, kAverageLabel)) {
+        scan.average_rows.push_back(row);
+        continue;
+      }
+      if (sum) continue;
+    }
+    if (heights && grid.RowHeight(row) == 0) continue;
+    scan.total.Add(Counted(grid, row, column, kind));
+  }
+  return scan;
+}
+
+// A whole number, halves to even, of a total in ten-thousandths.
+std::string AverageText(const FixedTotal& total, std::int32_t rows) {
+  if (rows <= 0) return "0";
+  const double average = text::RoundHalfEven(total.Value() / rows * 10000) / 10000;
+  return text::ExactNumber(text::PlainNumber(text::RoundHalfEven(average)));
+}
+
+class SummaryRow {
+ public:
+  SummaryRow(ReportContext& report, Kind kind)
+      : report_(report),
+        kind_(kind),
+        grid_(report.ActiveGrid()),
+        column_(grid_.Col()),
+        column_kind_(KindOf(report.state, column_)) {}
+
+  void Make() {
+    const bool transposed = report_.state.isTransposedResult;
+    ColumnScan scan = Scan(grid_, column_, column_kind_, transposed);
+    NoteRows(scan);
+    if (transposed) DropOldRow(scan);
+    const std::string plain = kind_ == Kind::kSum ? scan.total.Text() : Average(scan);
+    const std::vector<std::int32_t>& rows = Own(scan);
+    if (rows.empty()) {
+      Append(ResultText(plain, column_kind_), transposed);
+    } else {
+      for (const std::int32_t row : rows) Write(row, ResultText(plain, column_kind_));
+    }
+    Mark(transposed ? report_.transpose_layouts() : report_.layouts());
+  }
+
+ private:
+  std::vector<std::int32_t>& Own(ColumnScan& scan) const {
+    return kind_ == Kind::kSum ? scan.sum_rows : scan.average_rows;
+  }
+
+  void NoteRows(const ColumnScan& scan) {
+    ReportState& state = report_.state;
+    state.HasSumRow = !scan.sum_rows.empty();
+    if (kind_ == Kind::kAverage || !scan.average_rows.empty()) {
+      state.HasAvgRow = !scan.average_rows.empty();
+    }
+  }
+
+  // On the cross table the last row of the kind gives way to a new one.
+  void DropOldRow(ColumnScan& scan) {
+    std::vector<std::int32_t>& rows = Own(scan);
+    if (!rows.empty()) grid_.RemoveItem(rows.back());
+    rows.clear();
+  }
+
+  std::string Average(const ColumnScan& scan) const {
+    std::int32_t rows = grid_.Rows() - 1;
+    if (!scan.sum_rows.empty()) --rows;
+    if (!scan.average_rows.empty()) --rows;
+    return AverageText(scan.total, rows);
+  }
+
+  void Write(std::int32_t row, const std::string& text) { grid_.WriteCell(row, column_, text); }
+
+  void Append(const std::string& text, bool transposed) {
+    const std::int32_t row = grid_.Rows();
+    grid_.AddItem(std::to_string(row - 1));
+    Write(row, text);
+    grid_.WriteCell(row, 0, kind_ == Kind::kSum ? kSumLabel : kAverageLabel);
+    if (kind_ == Kind::kSum && !transposed) Emphasise(grid_, row);
+  }
+
+  void Mark(ColumnLayoutTable& layouts) const {
+    ColumnLayout& layout = layouts[column_];
+    (kind_ == Kind::kSum ? layout.make_sum : layout.make_average) = true;
+  }
+
+  ReportContext& report_;
+  Kind kind_;
+  Grid& grid_;
+  std::int32_t column_;
+  ColumnKind column_kind_;
+};
+
+void PointColumns(ReportContext& report) {
+  for (Grid* grid : {&report.flxMain, &report.flxTranspose}) {
+    IgnoreErrors([&] { grid->SetCol(grid->MouseCol()); });
+  }
+}
+
+}  // namespace
+
+void MakeSumRow(ReportContext& report) { SummaryRow(report, Kind::kSum).Make(); }
+void MakeAvgRow(ReportContext& report) { SummaryRow(report, Kind::kAverage).Make(); }
+
+void mnuSum_Click(ReportContext& report) {
+  PointColumns(report);
+  MakeSumRow(report);
+}
+
+void mnuAvg_Click(ReportContext& report) {
+  PointColumns(report);
+  MakeAvgRow(report);
+}
+
+void mnuDelete_Click(ReportContext& report) {
+  Grid& grid = report.ActiveGrid();
+  ColumnLayoutTable& layouts =
+      report.state.isTransposedResult ? report.transpose_layouts() : report.layouts();
+  bool cleared = false;
+  for (std::int32_t column = 1; column < grid.Cols(); ++column) {
+    cleared = layouts[column].make_sum || cleared;
+    layouts[column].make_sum = false;
+  }
+  if (cleared) grid.SetRows(grid.Rows() - 1);
+}
+
+}  // namespace vorek

@@ -1,0 +1,254 @@
+#ifndef VOREK_TESTS_SUPPORT_STEPS_H_
+#define VOREK_TESTS_SUPPORT_STEPS_H_
+
+#include <string>
+
+#include "grid/column_layout_pass.h"
+#include "grid/expression_columns.h"
+#include "grid/report_context.h"
+#include "text/cell_text.h"
+#include "text/number.h"
+#include "text/utf8.h"
+
+// The passes over a grid as plain readings of their rules, cell text by cell text: slow, and used
+// by nothing but tests, which hold the real ones against them.
+namespace vorek::steps {
+
+inline bool IsTime(const ReportState& state, std::int32_t column) {
+  const auto field = static_cast<std::size_t>(column) - 1;
+  return field < state.QueryFields.size() &&
+         IsTimeColumn(state.QueryFields[field].type, state.QueryFields[field].name);
+}
+
+inline int TypeOf(const ReportState& state, std::int32_t column) {
+  const auto field = static_cast<std::size_t>(column) - 1;
+  return field < state.QueryFields.size() ? state.QueryFields[field].type : -1;
+}
+
+// --- Sums and averages ---------------------------------------------------------------------------
+
+inline std::string PlainFixed(std::int64_t value) {
+  std::string text;
+  text::AppendScaled(value, 4, text);
+  return text;
+}
+
+inline void GiveResultText(ReportContext& report, Grid& grid, std::int32_t row,
+                           std::int32_t column) {
+  const int type = TypeOf(report.state, column);
+  std::string text = grid.TextMatrix(row, column);
+  if (type == -1 || type == 5 || type == 6) {
+    FormatMoney(text);
+  } else if (IsTime(report.state, column)) {
+    text = MinutesToTime(text::ToInt32(text::NumericPrefix(text)));
+  }
+  grid.SetTextMatrix(row, column, text);
+}
+
+inline void SummaryRow(ReportContext& report, bool average) {
+  const bool transposed = report.state.isTransposedResult;
+  Grid& grid = report.ActiveGrid();
+  const std::string label = average ? "ميانگين" : "مجموع";
+  const std::int32_t column = grid.Col();
+  std::int64_t total = 0;
+  bool has_sum = false;
+  bool has_average = false;
+  std::int32_t old_row = -1;
+  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    const std::string mark = grid.TextMatrix(row, 0);
+    const std::string cell = grid.TextMatrix(row, column);
+    if (mark == label) old_row = row;
+    if (mark == "مجموع") {
+      has_sum = true;
+    } else if (mark == "ميانگين") {
+      has_average = true;
+    } else if (!transposed || grid.RowHeight(row) != 0) {
+      total += IsTime(report.state, column) ? std::int64_t{TimeToMinutes(cell)} * 10000
+                                            : ToFixedPoint(UnformatNumber(cell));
+    }
+  }
+  if (transposed && old_row > 0) {
+    grid.RemoveItem(old_row);
+    (average ? has_average : has_sum) = false;
+  }
+  std::string plain = PlainFixed(total);
+  if (average) {
+    const int rows = grid.Rows() - 1 - (has_sum ? 1 : 0) - (has_average ? 1 : 0);
+    const double value = rows <= 0 ? 0 : static_cast<double>(total) / 10000 / rows;
+    plain = PlainFixed(
+        static_cast<std::int64_t>(text::RoundHalfEven(text::RoundHalfEven(value * 10000) / 10000)) *
+        10000);
+  }
+  if (average ? has_average : has_sum) {
+    for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+      if (grid.TextMatrix(row, 0) != label) continue;
+      grid.SetTextMatrix(row, column, plain);
+      GiveResultText(report, grid, row, column);
+    }
+  } else {
+    grid.AddItem(std::to_string(grid.Rows() - 1));
+    const std::int32_t row = grid.Rows() - 1;
+    grid.SetTextMatrix(row, column, plain);
+    grid.SetTextMatrix(row, 0, label);
+    if (!average && !transposed) {
+      grid.SetRow(row);
+      grid.SetCol(0);
+      grid.SetColSel(grid.Cols() - 1);
+      grid.SetCellFontBold(true);
+      grid.SetCellTextStyle(1);
+    }
+    GiveResultText(report, grid, row, column);
+  }
+  ColumnLayout& layout = (transposed ? report.transpose_layouts() : report.layouts())[column];
+  (average ? layout.make_average : layout.make_sum) = true;
+}
+
+// --- Folded rows
+// -----------------------------------------------------------------------------------
+
+// Numbers of a column, by a factor, written back as plain texts.
+inline void Scale(Grid& grid, std::int32_t column, double factor) {
+  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    const std::string text = grid.TextMatrix(row, column);
+    if (text.empty()) continue;
+    const double number = text::NumericPrefix(text);
+    grid.SetTextMatrix(row, column,
+                       text::PlainNumber(factor < 1 ? number / 1000000 : number * factor));
+  }
+}
+
+inline bool IsLongNumber(const ReportState& state, const Grid& grid, std::int32_t column) {
+  const int type = TypeOf(state, column);
+  const bool numeric = type == 20 || type == 6 || type == 5 || type == 3 || type == 2;
+  return grid.Rows() >= 3 && numeric &&
+         (text::Length(grid.TextMatrix(grid.Rows() - 1, column)) >= 7 ||
+          text::Length(grid.TextMatrix(1, column)) >= 7);
+}
+
+inline void MergeRows(ReportContext& report) {
+  Grid& grid = report.flxMain;
+  std::int32_t key = 1;
+  while (key < grid.Cols() && report.layouts()[key].merge_type != 1) ++key;
+  if (!report.state.MakeMergeFlag || key == grid.Cols()) return;
+  grid.SetCol(key);
+  const bool scaled = IsLongNumber(report.state, grid, key);
+  if (scaled) Scale(grid, key, 1e-6);
+  grid.Sort(5);
+  if (scaled) Scale(grid, key, 1e6);
+  for (std::int32_t i = 1; i < grid.Rows(); ++i) {
+    while (i + 1 < grid.Rows() && grid.TextMatrix(i, key) == grid.TextMatrix(i + 1, key)) {
+      for (std::int32_t j = 1; j < grid.Cols(); ++j) {
+        const std::int32_t type = report.layouts()[j].merge_type;
+        const std::string a = grid.TextMatrix(i, j);
+        const std::string b = grid.TextMatrix(i + 1, j);
+        if (type == 2) {
+          grid.SetTextMatrix(i, j,
+                             text::PlainNumber(text::NumericPrefix(UnformatNumber(a)) +
+                                               text::NumericPrefix(UnformatNumber(b))));
+        } else if (type == 3) {
+          grid.SetTextMatrix(i, j, a + "," + b);
+        }
+      }
+      grid.RemoveItem(i + 1);
+    }
+  }
+  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    grid.SetTextMatrix(row, 0, std::to_string(row));
+  }
+}
+
+// --- Sorting
+// ---------------------------------------------------------------------------------------
+
+inline bool IsDates(const Grid& grid, std::int32_t column) {
+  const auto looks = [&](std::int32_t row) {
+    const std::string text = text::Trim(grid.TextMatrix(row, column));
+    int strokes = 0;
+    for (const char c : text) strokes += c == '/' || c == '\\' ? 1 : 0;
+    return text::Length(text) == 10 && strokes == 2;
+  };
+  return looks(1) || looks(grid.Rows() - 1);
+}
+
+inline void Colour(Grid& grid, std::int32_t column) {
+  if (grid.Rows() > 1 && !grid.TextMatrix(grid.Rows() - 1, 0).empty()) {
+    bool flag = true;
+    std::string previous;
+    for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+      grid.SetRow(row);
+      grid.SetCol(1);
+      grid.SetColSel(grid.Cols() - 1);
+      if (grid.TextMatrix(row, column) != previous) flag = !flag;
+      grid.SetCellBackColor(flag ? 16777215 : 16243138);
+      previous = grid.TextMatrix(row, column);
+    }
+  }
+  grid.SetRow(grid.Rows() > 1 ? 1 : 0);
+}
+
+inline void SortMain(ReportContext& report, std::int32_t column) {
+  Grid& grid = report.flxMain;
+  ReportState& state = report.state;
+  const bool same = column == state.SortColumn;
+  if (column == 0) column = state.SortColumn;
+  if (column < 1 || column > grid.Cols() - 1) return;
+  state.SortColumn = column;
+  const int type = TypeOf(state, column);
+  const bool money = type == 5 || type == 6;
+  const auto each = [&](auto change) {
+    for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+      grid.SetTextMatrix(row, column, change(grid.TextMatrix(row, column)));
+    }
+  };
+  if (money) each([](const std::string& text) { return UnformatNumber(text); });
+  grid.SetCol(column);
+  const bool scaled = IsLongNumber(state, grid, column);
+  if (scaled) Scale(grid, column, 1e-6);
+  if (same) state.SortCode = state.SortCode == 1 ? 2 : 1;
+  grid.Sort(state.SortCode + (IsDates(grid, column) ? 6 : 0));
+  if (scaled) Scale(grid, column, 1e6);
+  grid.SetCols(report.process.main.ReportCache.front().field_count + 1);
+  MakeExpressionColumns(report);
+  Colour(grid, column);
+  if (money) {
+    each([](std::string text) { return FormatMoney(text); });
+  }
+}
+
+inline void HeaderClick(ReportContext& report, std::int32_t column) {
+  Grid& grid = report.flxMain;
+  if (grid.Rows() < 3) return;
+  SortMain(report, column);
+  std::vector<std::string> saved;
+  for (std::int32_t row = 1; row < grid.Rows();) {
+    if (grid.TextMatrix(row, 0) == "مجموع") {
+      saved.clear();
+      for (std::int32_t col = 0; col < grid.Cols(); ++col) {
+        saved.push_back(grid.TextMatrix(row, col));
+      }
+      if (grid.Rows() == 2) {
+        grid.SetRows(1);
+      } else {
+        grid.RemoveItem(row);
+      }
+      continue;
+    }
+    if (grid.TextMatrix(row, 0) != "ميانگين") grid.SetTextMatrix(row, 0, std::to_string(row));
+    ++row;
+  }
+  if (saved.empty()) return;
+  grid.AddItem(std::to_string(grid.Rows()));
+  const std::int32_t last = grid.Rows() - 1;
+  for (std::int32_t col = 0; col < grid.Cols(); ++col) {
+    grid.SetTextMatrix(last, col, saved[static_cast<std::size_t>(col)]);
+  }
+  grid.SetRow(last);
+  grid.SetCol(0);
+  grid.SetColSel(grid.Cols() - 1);
+  grid.SetCellFontBold(true);
+  grid.SetCellTextStyle(1);
+}
+
+}  // namespace vorek::steps
+
+#endif  // VOREK_TESTS_SUPPORT_STEPS_H_
