@@ -11,6 +11,8 @@
 #include "grid/column_sort.h"
 #include "grid/expression_columns.h"
 #include "grid/merged_rows.h"
+#include "grid/tree_rows.h"
+#include "grid/tree_sort.h"
 #include "text/number.h"
 #include "text/utf8.h"
 #include "totals/summary_rows.h"
@@ -249,11 +251,11 @@ void ReportRun::FillCells() {
   FormCells(report_, state_.QueryFields);
   CompleteLayouts(report_, state_.QueryFields);
   if (!state_.isTransposedResult) AlignFlexes(report_, false);
-  Query().Close();
-  if (state_.MakeTree()) Query().SetFilter("");
   DropMissingTransposeColumns(report_);
   Advance();
   NumberRows();
+  Query().Close();
+  if (state_.MakeTree()) Query().SetFilter("");
   Advance();
   ColorRows(report_);
   Advance();
@@ -267,26 +269,9 @@ void ReportRun::NumberRows() {
   Grid& grid = control_.flxMain;
   grid.WriteCell(0, 0, state_.MakeTree() ? "سطح" : "رديف");
   if (state_.MakeTree()) {
-    MarkTreeRows();
+    MarkTopRows(report_, Query());
   } else {
     grid.NumberRows();
-  }
-}
-
-// A row that has children gets its number with a "+".
-void ReportRun::MarkTreeRows() {
-  Grid& grid = control_.flxMain;
-  grid.SetColWidth(0, grid.ColWidth(0) * 2);
-  grid.SetCol(0);
-  grid.SetCellAlignment(4);
-  grid.SetFixedAlignment(0, 1);
-  Recordset children(process_.dten().cnn, DtEn::kReportTimeout);
-  children.Open(Query().Source());
-  std::string scratch;
-  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
-    const std::int32_t id = text::TextToNumber(grid.CellView(row, state_.IDColumn + 1, scratch));
-    children.SetFilter("ParentID = " + std::to_string(id));
-    grid.WriteCell(row, 0, std::to_string(row) + (children.RecordCount() > 0 ? "+" : ""));
   }
 }
 

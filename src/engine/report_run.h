@@ -46,7 +46,6 @@ class ReportRun {
   void ShowHeadersOnly();
   void FillCells();
   void NumberRows();
-  void MarkTreeRows();
   void Advance();
 
   // What follows a filled grid.

@@ -498,6 +498,27 @@ std::shared_ptr<const TextSource> Grid::NumbersOfBoundRows() const {
   return std::make_shared<NumberSource>(std::move(numbers));
 }
 
+void Grid::InsertRows(std::int32_t index, std::int32_t count) {
+  if (index > Rows()) CheckRow(index);
+  std::vector<std::uint32_t> handles(static_cast<std::size_t>(std::max(count, 0)));
+  for (std::uint32_t& handle : handles) handle = NewHandle();
+  order_.insert(order_.begin() + index, handles.begin(), handles.end());
+  Touch("Rows");
+}
+
+void Grid::RemoveRows(std::int32_t index, std::int32_t count) {
+  if (count < 1) return;
+  CheckRow(index);
+  CheckRow(index + count - 1);
+  for (std::int32_t row = index; row < index + count; ++row) {
+    DropHandle(order_[static_cast<std::size_t>(row)]);
+  }
+  order_.erase(order_.begin() + index, order_.begin() + index + count);
+  fixed_rows_ = std::min(fixed_rows_, std::max(Rows() - 1, 0));
+  KeepSelectionInside();
+  Touch("Rows");
+}
+
 void Grid::KeepRows(const std::vector<std::int32_t>& rows) {
   std::vector<std::uint32_t> kept(rows.size());
   std::vector<bool> stays(order_.size(), false);

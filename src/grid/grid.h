@@ -157,6 +157,9 @@ class Grid final : public Control, public FlexGrid {
   std::optional<CellForm> SourceForm(std::int32_t col) const;
   // Numbers the data rows from 1 in column 0.
   void NumberRows();
+  // So many empty rows at the index, or so many rows from it taken away.
+  void InsertRows(std::int32_t index, std::int32_t count);
+  void RemoveRows(std::int32_t index, std::int32_t count);
   // Keeps these rows, in this order, and drops the others. REQUIRES: no row twice.
   void KeepRows(const std::vector<std::int32_t>& rows);
   // The data source of a column while all of its cells are as it gives them, else null; record n

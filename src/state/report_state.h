@@ -82,6 +82,8 @@ struct ReportState {
   bool HasAvgRow = false;
   std::int32_t SortColumn = 0;  // the last one of flxMain; 0 for none
   std::int32_t SortCode = 1;    // 1 ascending, 2 descending
+  std::int32_t TreeSortColumn = 0;
+  bool TreeSortDescending = false;
   bool ReapplySort = false;
   std::int32_t RememberedRow = 0;
   std::int32_t RememberedSearchRow = 0;

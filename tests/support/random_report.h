@@ -101,7 +101,7 @@ class RandomReport {
       for (std::int32_t col = 0; col < grid.Cols(); ++col) {
         const CellFormat format = grid.FormatAt(row, col);
         all += grid.TextMatrix(row, col);
-        if (format != CellFormat()) {
+        if (format.back_color != -1 || format.bold || format.text_style != 0) {
           all += "{" + std::to_string(format.back_color) + (format.bold ? "b" : "") +
                  std::to_string(format.text_style) + "}";
         }

@@ -1,0 +1,38 @@
+#ifndef VOREK_GRID_TREE_ROWS_H_
+#define VOREK_GRID_TREE_ROWS_H_
+
+#include <cstdint>
+
+#include "catalog/recordset.h"
+#include "grid/report_context.h"
+
+// A result as a tree in flxMain. The grid holds the open part alone; what is open is told by the
+// mark at the end of column 0: "+" closed, "-" open, neither without children.
+namespace vorek {
+
+// Numbers the rows of the first level, with a "+" behind those that have children in the result
+// that the level was taken from. REQUIRES: the recordset is open.
+void MarkTopRows(ReportContext& report, const Recordset& result);
+
+// Opens a closed row: runs the report's query once and puts the row's children under it, a shade
+// paler. Closes an open one: takes all that stands below it out of the grid; false if it's closed.
+void ExpandTreeRow(ReportContext& report, std::int32_t row);
+bool CollapseTreeRow(ReportContext& report, std::int32_t row);
+
+// A click on column 0 of a row, or a key on it: opens or closes the row by its mark and makes the
+// calculated columns anew. True if the row has a mark.
+bool ClickTreeMark(ReportContext& report, std::int32_t row);
+
+// The mark of the row: '+', '-' or another last character; '\0' for an empty text.
+char TreeMark(const Grid& grid, std::int32_t row);
+
+// A colour one step of 20 paler in each byte for a positive step, darker for a negative one.
+std::int32_t ShadeColor(std::int32_t color, std::int32_t step);
+
+// The outline level of a header's text: 1 for a plain number, else the "-" behind the first
+// character plus 1.
+std::int32_t TreeLevel(std::string_view text);
+
+}  // namespace vorek
+
+#endif  // VOREK_GRID_TREE_ROWS_H_
