@@ -93,6 +93,8 @@ const KindCase kKindCases[] = {
      "\u200F۱۲ x"},
     {1002, "nvarchar", "('') OR ''=''", [](Control& c) { TypeText(c, "abc"); }, "('abc') AND ''=''",
      "abc"},
+    {1002, "bigint", "(0) OR ''=''", [](Control& c) { TypeText(c, "۶۰۳۷۹۹۱۲۳۴۵۶۷۸۹۰"); },
+     "(6037991234567890) AND ''=''", "۶۰۳۷۹۹۱۲۳۴۵۶۷۸۹۰"},
     {1003, "int", "(-1) OR ''=''", [](Control& c) { c.Set("ListIndex", "1"); }, "(6) AND ''=''",
      "O'Neil 50%"},
     {1006, "bit", "(1)", [](Control& c) { c.Click(); }, "(0)", "0"},
