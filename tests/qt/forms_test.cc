@@ -39,6 +39,14 @@ TEST(FormsTest, AMessageIsReadAndClosedByItsButton) {
   });
   form.ShowModal();
   EXPECT_FALSE(form.Shown());
+  for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space}) {
+    When(ModalWindow, [key](QWidget* window) {
+      EXPECT_EQ(window->focusWidget()->objectName(), "cmdContinue");
+      QTest::keyClick(window->focusWidget(), key);
+    });
+    form.ShowModal();
+    EXPECT_FALSE(form.Shown());
+  }
 }
 
 struct Answer {
@@ -59,6 +67,8 @@ TEST(FormsTest, AQuestionIsAnsweredByMouseKeyAndCloseBox) {
          QTest::keyClick(window->focusWidget(), Qt::Key_Return);
        },
        2},
+      {"no answer by Escape",
+       [](QWidget* window) { QTest::keyClick(window->focusWidget(), Qt::Key_Escape); }, 0},
       {"close box", [](QWidget* window) { window->close(); }, 9},
   };
   QtWindows windows;

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <algorithm>
 #include <utility>
 
 #include "adapters/qt/control_view.h"
@@ -32,7 +33,10 @@ void FormWindow::Open() {
                                        : QGuiApplication::primaryScreen()->availableGeometry();
   QRect place(QPoint(0, 0), size());
   place.moveCenter(around.center());
-  move(place.topLeft());
+  const QRect room = screen()->availableGeometry();
+  place.moveRight(std::min(place.right(), room.right()));
+  place.moveBottom(std::min(place.bottom(), room.bottom()));
+  move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));
   show();
   activateWindow();
 }
@@ -51,7 +55,9 @@ void FormWindow::Ended() {
 void FormWindow::TakeSize() {
   const bool was_sizing = std::exchange(sizing_, true);
   const Scale& scale = presenter_->Measure();
-  const QSize size(scale.Pixels(form_->Width()), scale.Pixels(form_->Height()));
+  QSize size(scale.Pixels(form_->Width()), scale.Pixels(form_->Height()));
+  // What the screen has no room for is scrolled to, where the form can have another size at all.
+  if (!fixed_) size = size.boundedTo(screen()->availableGeometry().size());
   if (fixed_) {
     setFixedSize(size);
   } else {

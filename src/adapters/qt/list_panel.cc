@@ -1,5 +1,6 @@
 #include "adapters/qt/list_panel.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -52,6 +53,7 @@ ListPanel::ListPanel(ListControl& list, Feed feed, QWidget* parent)
   rows_->setHeaderHidden(true);
   rows_->setUniformRowHeights(true);
   rows_->setRootIsDecorated(false);
+  rows_->installEventFilter(this);
   pause_.setSingleShot(true);
   pause_.setInterval(kPause);
   setFocusProxy(search_);
@@ -96,6 +98,14 @@ void ListPanel::Fill() {
   ShowRows();
 }
 
+void ListPanel::Offer(const QString& typed) {
+  if (list_ == nullptr) return;
+  search_->setText(typed);
+  tree_ = false;
+  rows_->setRootIsDecorated(false);
+  ShowRows();
+}
+
 // A view without parents refuses.
 bool ListPanel::FillTree() {
   tree_ = false;
@@ -112,7 +122,20 @@ bool ListPanel::FillTree() {
   rows_->setRootIsDecorated(true);
   rows_->clear();
   AddRows(nullptr, 0);
+  MakeCurrent();
   return true;
+}
+
+// The row that is chosen, else the first one, is what Enter takes.
+void ListPanel::MakeCurrent() {
+  const auto* const choice = dynamic_cast<const ChoiceControl*>(list_);
+  QTreeWidgetItem* current = rows_->topLevelItem(0);
+  for (int i = 0; choice != nullptr && !choice->IsNull() && i < rows_->topLevelItemCount(); ++i) {
+    if (rows_->topLevelItem(i)->data(0, kId).toInt() == choice->ID()) {
+      current = rows_->topLevelItem(i);
+    }
+  }
+  if (current != nullptr) rows_->setCurrentItem(current);
 }
 
 void ListPanel::Expand(QTreeWidgetItem& item) {
@@ -163,6 +186,7 @@ void ListPanel::ShowRows() {
   if (list_ == nullptr || filling_ || tree_) return;
   rows_->clear();
   AddRows(nullptr, 0);
+  MakeCurrent();
   if (!list_->MoreRows()) return;
   auto* const more = new QTreeWidgetItem(rows_);
   more->setText(0, "...براي بقيه جستجو كنيد");
@@ -204,19 +228,34 @@ void ListPanel::Choose(const QTreeWidgetItem& item) {
 
 void ListPanel::focusInEvent(QFocusEvent*) { search_->setFocus(); }
 
-// The search box leads into the rows: arrows move there, Enter takes the first row.
-bool ListPanel::eventFilter(QObject* object, QEvent* event) {
-  if (object != search_ || event->type() != QEvent::KeyPress) return false;
-  const int key = static_cast<QKeyEvent*>(event)->key();
-  if (key == Qt::Key_Down) {
-    if (pause_.isActive()) Search();
-    rows_->setFocus();
-    if (rows_->currentItem() == nullptr) rows_->setCurrentItem(rows_->topLevelItem(0));
-    return true;
+// False if there is no row to take.
+bool ListPanel::TakeCurrent() {
+  QTreeWidgetItem* const item = rows_->currentItem();
+  if (item == nullptr || item->data(0, kIndex).toInt() < 0) return false;
+  if (many_ == nullptr) {
+    Activate(*item);
+  } else {
+    item->setCheckState(0, item->checkState(0) == Qt::Checked ? Qt::Unchecked : Qt::Checked);
   }
-  if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+  return true;
+}
+
+// The search box leads into the rows: up and down move among them, Enter takes the current one.
+bool ListPanel::eventFilter(QObject* object, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+  if (object == rows_) return enter && many_ != nullptr && TakeCurrent();
+  if (object != search_) return false;
+  const bool moves =
+      key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_PageDown || key == Qt::Key_PageUp;
+  if (!moves && !enter) return false;
   if (pause_.isActive()) Search();
-  if (many_ == nullptr && rows_->topLevelItemCount() == 1) Activate(*rows_->topLevelItem(0));
+  if (enter) {
+    TakeCurrent();
+  } else {
+    QApplication::sendEvent(rows_, event);
+  }
   return true;
 }
 

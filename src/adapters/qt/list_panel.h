@@ -30,6 +30,8 @@ class ListPanel : public QWidget {
   void Forget() { list_ = nullptr; }
   // Asks the control for its first rows.
   void Fill();
+  // Shows the rows that the control holds for a text that isn't clear.
+  void Offer(const QString& typed);
   // Shows the rows that the control holds, or only which of them are chosen.
   void ShowRows();
   void ShowChoice();
@@ -47,6 +49,8 @@ class ListPanel : public QWidget {
   void Expand(QTreeWidgetItem& item);
   void AddRows(QTreeWidgetItem* below, std::int32_t parent_id);
   void Activate(QTreeWidgetItem& item);
+  void MakeCurrent();
+  bool TakeCurrent();
   void Choose(const QTreeWidgetItem& item);
 
   ListControl* list_;
