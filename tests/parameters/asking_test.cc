@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "engine/form_ask_user_report.h"
 #include "engine/report_control.h"
 #include "platform/field_type.h"
 #include "platform/memory_database.h"
@@ -124,6 +125,22 @@ TEST_F(AskingTest, TellsTheFailureOfTheQueryBehindTheDialog) {
       [](Form& form) { static_cast<FormAskUser&>(form).VorekParameters1.cmdOk.Click(); });
   EXPECT_FALSE(report.View(7));
   EXPECT_TRUE(windows->shown.back().starts_with("FormError|")) << windows->shown.back();
+}
+
+TEST_F(AskingTest, BeginsInTheFirstFieldOfASearchWindow) {
+  SetReport(true, "1");
+  WorldState& shared = world.State();
+  shared.process.main.ConnectionText = "Provider=VorekMemory;";
+  FormAskUserReport form(shared);
+  windows->Queue([&](Form&) {
+    const VorekParameters& panel = form.VorekReport11.VorekParameters1;
+    ASSERT_FALSE(panel.Fields().empty());
+    EXPECT_EQ(form.ActiveControl(), panel.Fields().front().widget);
+    form.FormKeyDown(27, 0);
+    EXPECT_FALSE(form.Shown());
+  });
+  std::int32_t id = 7;
+  form.ShowSearch(id);
 }
 
 // The focus of a fresh dialog, and of the same one shown again, is in its first field.

@@ -100,6 +100,26 @@ TEST_F(PanelTest, AnAmbiguousNameOpensTheListOnItsRows) {
   EXPECT_TRUE(Control().VorekParameters1.widgets.slt[1].Refusal().empty());
 }
 
+// A list that is always open takes Enter for itself only while something is searched for in it.
+TEST_F(PanelTest, EnterInAnOpenListChoosesOnlyWhatIsSearchedFor) {
+  Open(225);
+  const auto& choice = Control().VorekParameters1.widgets.app[1];
+  auto* const list = Child<QWidget>("app(1)");
+  auto* const search = list->findChild<QLineEdit*>("listSearch");
+  const auto* const rows = list->findChild<QTreeWidget*>("listRows");
+  EXPECT_EQ(rows->currentItem(), nullptr);  // nothing looks chosen that isn't
+  search->setFocus();
+  QTest::keyClick(search, Qt::Key_Return);
+  EXPECT_TRUE(choice.IsNull());
+  EXPECT_GT(Control().state.QueryRecordCount, 0);
+  Control().state.QueryRecordCount = -1;
+  TypeText(search, "احمد");
+  QTest::keyClick(search, Qt::Key_Return);
+  EXPECT_FALSE(choice.IsNull());
+  EXPECT_EQ(Control().state.QueryRecordCount, -1);
+  EXPECT_TRUE(rows->currentItem()->text(0).contains("احمد"));
+}
+
 TEST_F(PanelTest, LeavesOneLineOutOfAll) {
   Open(225);
   auto& list = Control().VorekParameters1.widgets.mlt[1];

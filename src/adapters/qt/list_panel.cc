@@ -63,9 +63,6 @@ ListPanel::ListPanel(ListControl& list, Feed feed, QWidget* parent)
   connect(rows_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
     if (many_ == nullptr) Activate(*item);
   });
-  connect(rows_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
-    if (many_ == nullptr) Activate(*item);
-  });
   connect(rows_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
     if (many_ != nullptr && !filling_) Choose(*item);
   });
@@ -126,16 +123,20 @@ bool ListPanel::FillTree() {
   return true;
 }
 
-// The row that is chosen, else the first one, is what Enter takes.
+// The row that is chosen, else the first one that Enter would take.
 void ListPanel::MakeCurrent() {
   const auto* const choice = dynamic_cast<const ChoiceControl*>(list_);
-  QTreeWidgetItem* current = rows_->topLevelItem(0);
+  QTreeWidgetItem* current = TakesEnter() ? rows_->topLevelItem(0) : nullptr;
   for (int i = 0; choice != nullptr && !choice->IsNull() && i < rows_->topLevelItemCount(); ++i) {
     if (rows_->topLevelItem(i)->data(0, kId).toInt() == choice->ID()) {
       current = rows_->topLevelItem(i);
     }
   }
-  if (current != nullptr) rows_->setCurrentItem(current);
+  rows_->setCurrentItem(current);
+}
+
+bool ListPanel::TakesEnter() const {
+  return on_chosen != nullptr || !search_->text().trimmed().isEmpty();
 }
 
 void ListPanel::Expand(QTreeWidgetItem& item) {
@@ -228,35 +229,43 @@ void ListPanel::Choose(const QTreeWidgetItem& item) {
 
 void ListPanel::focusInEvent(QFocusEvent*) { search_->setFocus(); }
 
-// False if there is no row to take.
-bool ListPanel::TakeCurrent() {
+void ListPanel::TakeCurrent() {
   QTreeWidgetItem* const item = rows_->currentItem();
-  if (item == nullptr || item->data(0, kIndex).toInt() < 0) return false;
+  if (item == nullptr || item->data(0, kIndex).toInt() < 0) return;
   if (many_ == nullptr) {
     Activate(*item);
   } else {
     item->setCheckState(0, item->checkState(0) == Qt::Checked ? Qt::Unchecked : Qt::Checked);
   }
-  return true;
+}
+
+bool ListPanel::eventFilter(QObject* object, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  return TakeKey(object, *static_cast<QKeyEvent*>(event));
 }
 
 // The search box leads into the rows: up and down move among them, Enter takes the current one.
-bool ListPanel::eventFilter(QObject* object, QEvent* event) {
-  if (event->type() != QEvent::KeyPress) return false;
-  const int key = static_cast<QKeyEvent*>(event)->key();
-  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-  if (object == rows_) return enter && many_ != nullptr && TakeCurrent();
-  if (object != search_) return false;
-  const bool moves =
-      key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_PageDown || key == Qt::Key_PageUp;
-  if (!moves && !enter) return false;
-  if (pause_.isActive()) Search();
-  if (enter) {
+bool ListPanel::TakeKey(QObject* object, QKeyEvent& key) {
+  const int code = key.key();
+  const bool enter = code == Qt::Key_Return || code == Qt::Key_Enter;
+  const bool moves = code == Qt::Key_Down || code == Qt::Key_Up || code == Qt::Key_PageDown ||
+                     code == Qt::Key_PageUp;
+  const bool function = code == Qt::Key_Escape || (code >= Qt::Key_F1 && code <= Qt::Key_F12);
+  const bool typed = object == search_ && (moves || enter);
+  if (typed && pause_.isActive()) Search();
+  if (enter && (object == rows_ || TakesEnter())) {
     TakeCurrent();
-  } else {
-    QApplication::sendEvent(rows_, event);
+    return true;
   }
-  return true;
+  if (object == search_ && moves) {
+    QApplication::sendEvent(rows_, &key);
+    return true;
+  }
+  if ((enter || function) && on_key) {
+    on_key(key);
+    return true;
+  }
+  return false;
 }
 
 }  // namespace vorek::qt

@@ -1,6 +1,7 @@
 #ifndef VOREK_ADAPTERS_QT_LIST_PANEL_H_
 #define VOREK_ADAPTERS_QT_LIST_PANEL_H_
 
+#include <QKeyEvent>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -35,8 +36,11 @@ class ListPanel : public QWidget {
   // Shows the rows that the control holds, or only which of them are chosen.
   void ShowRows();
   void ShowChoice();
-  // A row was chosen in a control of one choice.
+  // A row was chosen in a control of one choice. A panel without it stays open: it takes Enter for
+  // itself only while something is searched for.
   std::function<void()> on_chosen;
+  // A key that the panel has no use for.
+  std::function<void(const QKeyEvent&)> on_key;
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -50,7 +54,9 @@ class ListPanel : public QWidget {
   void AddRows(QTreeWidgetItem* below, std::int32_t parent_id);
   void Activate(QTreeWidgetItem& item);
   void MakeCurrent();
-  bool TakeCurrent();
+  void TakeCurrent();
+  bool TakesEnter() const;
+  bool TakeKey(QObject* object, QKeyEvent& key);
   void Choose(const QTreeWidgetItem& item);
 
   ListControl* list_;

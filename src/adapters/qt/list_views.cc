@@ -61,6 +61,7 @@ class ListFieldView : public TypedEditView {
   void OpenOn(const std::function<void(ListPanel&)>& fill) {
     if (popup_ != nullptr) return;
     DropTyping();
+    Edit().setFocus(Qt::OtherFocusReason);  // where it comes back to
     auto* const popup = new QFrame(&Edit(), Qt::Popup);
     popup->setAttribute(Qt::WA_DeleteOnClose);
     popup->setFrameShape(QFrame::StyledPanel);
@@ -89,7 +90,11 @@ class ListPanelView : public ControlView {
       : ControlView(
             presenter, list,
             new ListPanel(
-                list, [this](const std::function<void()>& event) { Feed(event); }, &parent)) {}
+                list, [this](const std::function<void()>& event) { Feed(event); }, &parent)) {
+    Panel().on_key = [this, &list](const QKeyEvent& key) {
+      if (!Retired()) Owner().KeyDown(list, key);
+    };
+  }
 
   void Set(std::string_view property) override {
     if (property == "List") {
