@@ -208,12 +208,18 @@ TEST_F(PanelTest, ADialogKeepsATextThatIsntTakenAndCancelsByEscape) {
       if (!button->isVisible() || !caption->isVisible()) continue;
       EXPECT_FALSE(OnScreen(button).intersects(OnScreen(caption)));
     }
+    EXPECT_TRUE(window->screen()->availableGeometry().contains(window->frameGeometry()));
     SavePicture(*window, "dialog-refused");
     QTest::keyClick(date, Qt::Key_Escape);
   });
   desk->OpenReport(219);
   EXPECT_EQ(Control().state.QueryRecordCount, -1);
+  Enlarge();
   When(ModalWindow, [&](QWidget* window) {
+    QTest::qWait(20);
+    EXPECT_TRUE(window->screen()->availableGeometry().contains(window->frameGeometry()));
+    EXPECT_TRUE(window->findChild<QLineEdit*>("dat(1)")->hasFocus());
+    SavePicture(*window, "dialog-200");
     auto* const cancel = window->findChild<QPushButton*>("cmdCancel");
     cancel->setFocus();
     QTest::keyClick(cancel, Qt::Key_Escape);
