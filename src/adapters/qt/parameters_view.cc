@@ -75,17 +75,21 @@ class ParametersView : public ControlView {
     if (Retired()) return;
     const Scale& scale = Owner().Measure();
     const std::int32_t hang = Overhang();
-    const bool scrolls = form_.ContentHeight() > form_.Height();
+    const bool scrolls = Scrolls();
     const std::int32_t bar =
         scrolls ? scale.Twips(Area().verticalScrollBar()->sizeHint().width()) : 0;
     const bool moved = std::exchange(overhang_, hang) != hang || bar_ != bar;
     bar_ = bar;
+    // The bar below alone is no reason for one at the side.
+    Area().setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     Area().setHorizontalScrollBarPolicy(hang > 0 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     Content().resize(std::max(scale.Pixels(form_.Width() + overhang_), 1),
                      std::max(scale.Pixels(form_.ContentHeight()), 1));
     if (moved) Owner().PlaceBelow(form_);
     Reveal(QApplication::focusWidget());
   }
+
+  bool Scrolls() const { return form_.ContentHeight() > form_.Height(); }
 
   std::int32_t Overhang() const {
     std::int32_t left = 0;
@@ -99,9 +103,10 @@ class ParametersView : public ControlView {
   void Reveal(const QWidget* widget) {
     if (Retired() || widget == nullptr || !Content().isAncestorOf(widget)) return;
     const int margin = Owner().Measure().Pixels(kMargin);
+    const int high = Scrolls() ? 2 * margin : 0;
     const int label = Owner().Measure().Pixels(form_.LabelWidth());
     const QRect wanted = QRect(widget->mapTo(&Content(), QPoint(0, 0)), widget->size())
-                             .adjusted(-margin, -margin, label, 2 * margin);
+                             .adjusted(-margin, -high / 2, label, high);
     const QSize room = Area().viewport()->size();
     // Of what is larger than the room its top and its right edge count.
     const int top =
