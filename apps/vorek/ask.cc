@@ -1,12 +1,11 @@
 #include "ask.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 
 #include "parameters/form_ask_user.h"
-#include "text/number.h"
 #include "text/utf8.h"
+#include "widgets/typed_text.h"
 
 namespace vorek {
 namespace {
@@ -15,85 +14,74 @@ constexpr std::int32_t kShownChoices = 20;
 
 std::string KindText(const ParameterRow& row, const Control& widget) {
   const std::string& array = widget.Name();
-  if (array == "dat") return "date, yyyy/mm/dd";
+  if (array == "dat") return "date, yyyy/mm/dd; t is today";
   if (array == "tim") return "time, hh:mm";
-  if (array == "dur") return "hours:minutes";
+  if (array == "dur") return "hours:minutes, or hours";
   if (array == "acr") return "amount";
-  if (array == "ntp") return "form type:key, or a part of a name";
+  if (array == "ntp") return "form type:key, #key, or a part of a name";
   if (array == "chk") return "1 or 0";
-  if (array == "mlt") return "keys with commas, or * for all";
+  if (array == "mlt") return "keys or names with commas, or * for all";
   if (array == "cmb" || array == "slt" || array == "app") return "#key, or a part of the name";
   const bool text = row.type.find("char") != std::string::npos || row.type == "text" ||
                     row.type == "ntext" || row.type == "string";
   return text ? "text" : "number";
 }
 
-void PrintChoice(std::ostream& out, std::int32_t key, const std::string& text) {
-  out << "  #" << key << "  " << text << '\n';
+// "#11  105  a name": what may be typed for a row, its key and its other code, and the row's text.
+void PrintRow(const ListRow& row, std::ostream& out) {
+  out << "  #";
+  if (row.form_type != 0) out << row.form_type << ':';
+  out << row.id << "  ";
+  if (!row.alternative.empty()) out << row.alternative << "  ";
+  out << row.text << '\n';
 }
 
 void PrintRows(ListControl& list, std::ostream& out) {
   const std::int32_t shown = std::min(list.ListCount(), kShownChoices);
-  for (std::int32_t i = 0; i < shown; ++i) PrintChoice(out, list.At(i).id, list.At(i).text);
+  for (std::int32_t i = 0; i < shown; ++i) PrintRow(list.At(i), out);
   if (list.MoreRows() || shown < list.ListCount()) out << "  ... and more\n";
   if (!list.ListError().empty()) out << "  " << list.ListError() << '\n';
 }
 
 void PrintChoices(Control& widget, std::ostream& out) {
   if (auto* const combo = dynamic_cast<ComboBox*>(&widget)) {
-    for (const ComboBox::Item& item : combo->Items()) PrintChoice(out, item.data, item.text);
+    for (const ComboBox::Item& item : combo->Items()) {
+      PrintRow({.id = item.data, .text = item.text, .alternative = {}}, out);
+    }
   } else if (auto* const list = dynamic_cast<ListControl*>(&widget)) {
     list->FillList();
     PrintRows(*list, out);
   }
 }
 
-void ChooseLine(ComboBox& combo, const std::string& answer) {
-  std::int32_t found = -1;
-  std::int32_t matches = 0;
-  const bool by_key = answer.starts_with('#');
-  const std::int32_t key = by_key ? text::TextToNumber(answer.substr(1)) : 0;
-  for (std::int32_t i = 0; i < combo.ListCount(); ++i) {
-    const ComboBox::Item& item = combo.At(i);
-    if (!by_key && text::EqualsIgnoreCase(item.text, answer)) return combo.Choose(i);
-    if (by_key ? item.data != key : !text::ContainsIgnoreCase(item.text, answer)) continue;
-    found = i;
-    ++matches;
-  }
-  if (matches != 1) {
-    throw Error(ErrorNumber::kTypeMismatch, matches == 0 ? "no line matches" : "several match");
-  }
-  combo.Choose(found);
+bool Refuses(const Control& widget) {
+  const auto* const typed = dynamic_cast<const TypedControl*>(&widget);
+  return typed != nullptr && typed->Refuses();
 }
 
-void ChooseRow(ChoiceControl& choice, const std::string& answer) {
-  if (!answer.starts_with('#')) return choice.Type(answer);
-  choice.SetID(text::TextToNumber(answer.substr(1)));
-  if (choice.IsNull()) throw Error(ErrorNumber::kTypeMismatch, "there is no row " + answer);
-}
-
-void Answer(Control& widget, const std::string& answer) {
+// Returns why the answer isn't taken, "" if it is.
+std::string Answer(Control& widget, const std::string& answer) {
   if (answer == "-") {
     ResetWidget(widget);
-  } else if (auto* const combo = dynamic_cast<ComboBox*>(&widget)) {
-    ChooseLine(*combo, answer);
-  } else if (auto* const choice = dynamic_cast<ChoiceControl*>(&widget)) {
-    ChooseRow(*choice, answer);
-  } else if (auto* const list = dynamic_cast<VorekMultiSelect*>(&widget)) {
-    if (answer == "*") return list->SelectAll();
-    list->SetSelectedIDs(text::Replace(answer, "#", ""));
-    if (list->NoneSelected()) throw Error(ErrorNumber::kTypeMismatch, "no key in " + answer);
   } else if (auto* const check = dynamic_cast<CheckBox*>(&widget)) {
-    if (answer != "0" && answer != "1") throw Error(ErrorNumber::kTypeMismatch, "1 or 0");
+    if (answer != "0" && answer != "1") return InGuillemets(answer) + " 0 يا 1 نيست";
     check->SetValue(answer == "1" ? 1 : 0);
   } else {
     widget.Type(answer);
   }
+  const auto* const typed = dynamic_cast<const TypedControl*>(&widget);
+  return typed == nullptr ? "" : typed->Refusal();
 }
 
 std::string Default(const ParameterRow& row, Control& widget) {
   if (IsEmptyWidget(widget)) return "";
   return " [" + FindKind(row.control_type)->read(widget).display_value + "]";
+}
+
+// What was understood, as the field shows it.
+void PrintTaken(const ParameterRow& row, Control& widget, std::ostream& out) {
+  if (IsEmptyWidget(widget)) return;
+  out << "  = " << FindKind(row.control_type)->read(widget).display_value << '\n';
 }
 
 // False at the end of input.
@@ -104,14 +92,16 @@ bool AskField(const VorekParameters::Field& field, std::istream& in, std::ostrea
   for (std::string answer;;) {
     out << "  " << Default(field.row, widget) << "? " << std::flush;
     if (!std::getline(in, answer)) return false;
-    if (text::TrimView(answer).empty()) return true;
-    try {
-      Answer(widget, text::Trim(answer));
+    const bool blank = text::TrimView(answer).empty();
+    if (blank && !Refuses(widget)) return true;
+    if (blank) answer = static_cast<TypedControl&>(widget).RefusedText();
+    const std::string reason = Answer(widget, text::Trim(answer));
+    if (reason.empty()) {
+      PrintTaken(field.row, widget, out);
       return true;
-    } catch (const Error& error) {
-      out << "  " << error.Description() << '\n';
-      if (auto* const list = dynamic_cast<ListControl*>(&widget)) PrintRows(*list, out);
     }
+    out << "  " << reason << '\n';
+    if (auto* const list = dynamic_cast<ListControl*>(&widget)) PrintRows(*list, out);
   }
 }
 
@@ -119,7 +109,9 @@ bool AskField(const VorekParameters::Field& field, std::istream& in, std::ostrea
 
 bool AskParameters(VorekParameters& panel, std::istream& in, std::ostream& out) {
   out << panel.lblCaption.Caption()
-      << ": an empty answer keeps what stands in brackets, - empties it.\n";
+      << ": an empty answer keeps what stands in brackets, - empties it; behind an answer that "
+         "isn't "
+         "taken only another one or - goes on.\n";
   do {
     for (const VorekParameters::Field& field : panel.Fields()) {
       const bool asked = field.row.visible && field.widget->Name() != "lbl";

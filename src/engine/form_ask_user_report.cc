@@ -39,6 +39,8 @@ bool FormAskUserReport::ShowSearch(std::int32_t& ID) {
   VorekReport11.state.CancelVisible = true;
   VorekReport11.View(ID, "", "");
   SizeReport();
+  VorekParameters& panel = VorekReport11.VorekParameters1;
+  if (panel.Visible()) panel.FocusFirst();
   ShowModal();
   return false;
 }

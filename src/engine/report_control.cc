@@ -64,6 +64,8 @@ ReportControl::ReportControl(WorldState& shared, Control* parent, std::string na
 void ReportControl::ConnectEvents() {
   on_resize = [this] { LayOut(); };
   VorekParameters1.on_search = [this](const std::string& query) { SearchFromPanel(query); };
+  VorekParameters1.CanFold = true;
+  VorekParameters1.on_content_change = [this] { Arrange(); };
   VorekParameters1.on_clear = [this] { ClearGrids(); };
   VorekParameters1.on_cancel = [this] {
     if (events.Cancel) events.Cancel();

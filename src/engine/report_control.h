@@ -45,6 +45,8 @@ class ReportControl : public Frame {
 
   // Places the children by the control's size.
   void LayOut();
+  // The same and leaves the focus where it is.
+  void Arrange();
   void FocusGrid();
 
   // Opens the prompt dialog of the last run again.

@@ -9,6 +9,8 @@
 namespace vorek {
 namespace {
 
+constexpr std::int32_t kLeastGrid = 1500;  // twips that a panel leaves below it
+
 bool PanelIsOffered(ReportControl& control) {
   if (!control.state.ParameterString.empty() || !control.state.ShowFlatternParameters) return false;
   return text::ToUpper(getParameterValue(control.VorekParameters1.Tag(), "ParametersShowed")) ==
@@ -17,6 +19,7 @@ bool PanelIsOffered(ReportControl& control) {
 
 bool PlacePanel(ReportControl& control) {
   VorekParameters& panel = control.VorekParameters1;
+  panel.SetRoom(std::max(control.Height() - kLeastGrid, control.Height() / 2));
   panel.SetTop(0);
   panel.SetLeft(0);
   panel.SetWidth(control.Width());
@@ -58,6 +61,11 @@ void PlaceButtons(ReportControl& control) {
 }  // namespace
 
 void ReportControl::LayOut() {
+  Arrange();
+  FocusGrid();
+}
+
+void ReportControl::Arrange() {
   lblCaption.SetLeft(text::ToInt32((Width() - lblCaption.Width()) / 2.0));
   lblCaption.SetTop(0);
   const bool panel_shown = PlacePanel(*this);
@@ -73,7 +81,6 @@ void ReportControl::LayOut() {
     flxMain.SetRightToLeft(true);
     flxTranspose.SetRightToLeft(true);
   }
-  FocusGrid();
 }
 
 void ReportControl::FocusGrid() {

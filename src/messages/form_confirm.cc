@@ -17,6 +17,10 @@ FormConfirm::FormConfirm(Windows& windows, std::int32_t& answer)
   cmdContinue.SetCaption("انصراف");
   cmdContinue.Move(300, 1650, 1400, 420);
   cmdContinue.on_click = [this] { Answer(0); };
+  on_form_key_down = [this](int key_code, int) {
+    constexpr int kEscape = 27;
+    if (key_code == kEscape) Answer(0);
+  };
 }
 
 void FormConfirm::Answer(std::int32_t value) {

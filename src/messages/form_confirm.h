@@ -8,7 +8,8 @@
 
 namespace vorek {
 
-// A question: yes, no, or closed without an answer. The buttons leave 1, 2 or 0 in the answer.
+// A question: yes, no, or closed without an answer. The buttons leave 1, 2 or 0 in the answer,
+// Escape as cmdContinue.
 class FormConfirm : public Form {
  public:
   FormConfirm(Windows& windows, std::int32_t& answer);

@@ -10,6 +10,11 @@ FormMessage::FormMessage(Windows& windows) : Form(windows, "FormMessage") {
   cmdContinue.SetCaption("ادامه");
   cmdContinue.Move(300, 1650, 1400, 420);
   cmdContinue.on_click = [this] { Unload(); };
+  on_load = [this] { cmdContinue.SetFocus(); };
+  on_form_key_down = [this](int key_code, int) {
+    constexpr int kEscape = 27;
+    if (key_code == kEscape) Unload();
+  };
 }
 
 }  // namespace vorek

@@ -7,7 +7,7 @@
 
 namespace vorek {
 
-// A fact with one button.
+// A fact with one button; Escape closes it too.
 class FormMessage : public Form {
  public:
   explicit FormMessage(Windows& windows);

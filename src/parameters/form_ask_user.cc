@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::int32_t kFormWidth = 4000;       // twips
 constexpr std::int32_t kNarrowestField = 2000;  // beside a label
+constexpr std::int32_t kBelow = 550;            // of the form, below its control
+constexpr int kEscape = 27;
 
 }  // namespace
 
@@ -28,8 +30,16 @@ void FormAskUser::ConnectEvents() {
   VorekParameters1.on_cancel = [this] {
     confirmed_ = false;
     Hide();
+    VorekParameters1.FocusFirst();
+  };
+  VorekParameters1.on_content_change = [this] {
+    SetHeight(VorekParameters1.ContentHeight() + kBelow);
+  };
+  on_form_key_down = [this](int key_code, int) {
+    if (key_code == kEscape && ActiveControl() == nullptr) VorekParameters1.cmdCancel.Click();
   };
   on_resize = [this] {
+    VorekParameters1.SetRoom(Height() - kBelow);
     VorekParameters1.SetLeft(0);
     VorekParameters1.SetTop(0);
     VorekParameters1.SetWidth(Width() - 100);
@@ -43,6 +53,7 @@ void FormAskUser::Search(const std::string& roughSQL) {
   if (on_search) on_search(roughSQL);
   confirmed_ = true;
   Hide();
+  VorekParameters1.FocusFirst();  // when the form shows again
 }
 
 std::int32_t FormAskUser::FormWidth(std::int32_t report_id) {
@@ -66,8 +77,9 @@ bool FormAskUser::View(std::int32_t ReportID, std::string& roughSQL) {
   VorekParameters1.CallByReport = false;
   VorekParameters1.FillInitially();
   VorekParameters1.SetReportCaption(Title);
-  Move(Left(), Top(), VorekParameters1.Width() + 100, VorekParameters1.Height() + 550);
+  Move(Left(), Top(), VorekParameters1.Width() + 100, VorekParameters1.ContentHeight() + kBelow);
   VorekParameters1.SetVisible(true);
+  VorekParameters1.FocusFirst();
   ShowModal();
   return confirmed_;
 }

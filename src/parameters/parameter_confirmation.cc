@@ -7,6 +7,10 @@
 namespace vorek {
 
 void VorekParameters::Confirm() {
+  if (Control* const refused = RefusedField()) {
+    refused->SetFocus();
+    return;
+  }
   std::string query = query_;
   ListOfParameters.clear();
   ListOfVisualParameters.clear();
@@ -14,6 +18,8 @@ void VorekParameters::Confirm() {
   bool complete = false;
   IgnoreErrors([&] { complete = WriteValues(query); });
   if (!complete) return;
+  values_ = ValuesInWords();
+  if (folded_) ShowFold();
   userChoice = result = true;
   if (on_search) on_search(query);
 }

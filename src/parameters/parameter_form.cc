@@ -28,7 +28,12 @@ bool VorekParameters::View(std::int32_t inReportID, std::string& roughSQL, std::
   query_ = roughSQL;
   userChoice = result = false;
   fields_.clear();
+  lblNote.Unload(0);
+  measures_.notes_height = 0;
+  folded_ = false;
+  values_.clear();
   widgets.Unload();
+  ShowFold();
   if (text::TrimView(query_).empty()) return false;
   const bool stands = BuildForm();
   Resize();
@@ -91,10 +96,10 @@ void VorekParameters::AddParameterControl(const ParameterRow& row) {
     cells_.BeginPair(row.col_span);
   }
   Control& widget = kind->load(widgets, row, GivenValue);
-  fields_.push_back({row, &widget});
   const CellCursor::Cell next = cells_.Reserve(row.col_span + kind->extra_cells, row.row_span);
-  AddLabel(row, *kind, widget);
+  Label& label = AddLabel(row, *kind, widget);
   PlaceWidget(row, *kind, widget);
+  fields_.push_back({row, &widget, &label, widget.Top(), label.Top()});
   measures_.used_rows = cells_.UsedRows(next);
   LayoutButtons();
   cells_.current = next;
@@ -110,8 +115,8 @@ std::int32_t VorekParameters::CellTop() const {
   return Twips(cells_.current.row * measures_.row_height);
 }
 
-void VorekParameters::AddLabel(const ParameterRow& row, const ParameterKind& kind,
-                               Control& widget) {
+Label& VorekParameters::AddLabel(const ParameterRow& row, const ParameterKind& kind,
+                                 Control& widget) {
   Label& label = widgets.Load(widgets.lblDesc);
   label.SetCaption(row.description);
   label.SetWidth(process_.windows().TextWidth(row.description, 0));
@@ -127,6 +132,7 @@ void VorekParameters::AddLabel(const ParameterRow& row, const ParameterKind& kin
     label.SetTop(CellTop() + 100);
     Mirror(label);
   });
+  return label;
 }
 
 void VorekParameters::PlaceWidget(const ParameterRow& row, const ParameterKind& kind,
@@ -160,6 +166,7 @@ void VorekParameters::NumberButtons() {
   cmdOk.SetTabIndex(tab_counter_);
   cmdNew.SetTabIndex(tab_counter_ + 1);
   if (CancelVisible) cmdCancel.SetTabIndex(tab_counter_ + 2);
+  cmdFold.SetTabIndex(tab_counter_ + 3);
   for (Button* button : {&cmdSaveParameterConfig, &cmdLoadParameterConfig}) {
     if (button->Visible()) button->SetTabIndex(tab_counter_ + 2);
   }
@@ -168,7 +175,10 @@ void VorekParameters::NumberButtons() {
 void VorekParameters::LayoutButtons() {
   frame.SetTop(cmdOk.Height() + 100);
   frame.SetLeft(50);
-  IgnoreErrors([&] { frame.SetHeight(Twips(measures_.used_rows * measures_.row_height + 100)); });
+  IgnoreErrors([&] {
+    frame.SetHeight(
+        Twips(measures_.used_rows * measures_.row_height + 100 + measures_.notes_height));
+  });
   cmdCancel.SetLeft(50);
   if (CancelVisible) cmdCancel.SetTop(50);
   cmdNew.SetLeft(frame.Width() - cmdNew.Width());
@@ -179,7 +189,11 @@ void VorekParameters::LayoutButtons() {
     button->SetLeft(last->Left() - button->Width());
     last = button;
   }
-  SetHeight(frame.Top() + frame.Height() + 50);
+  cmdFold.SetLeft(CancelVisible ? cmdCancel.Left() + cmdCancel.Width() + 50 : 50);
+  lblValues.SetLeft(cmdFold.Left() + cmdFold.Width() + 100);
+  lblValues.SetWidth(std::max(Width() - lblValues.Left() - 100, 0));
+  PlaceCaption();
+  TakeHeight();
 }
 
 }  // namespace vorek

@@ -5,6 +5,7 @@
 
 #include "text/utf8.h"
 #include "widgets/property.h"
+#include "widgets/typed_control.h"
 
 // What the form is and does once it stands; see parameter_form.cc for its building and
 // parameter_confirmation.cc for its confirmation.
@@ -12,6 +13,7 @@ namespace vorek {
 namespace {
 
 constexpr int kEnter = 13;
+constexpr int kEscape = 27;
 constexpr int kDelete = 46;
 constexpr std::int32_t kButtonHeight = 400;  // twips
 
@@ -38,6 +40,11 @@ VorekParameters::VorekParameters(Control* parent, std::string name, Process& pro
     button->SetVisible(false);
   }
   cmdCancel.SetVisible(false);
+  cmdFold.Move(50, 50, kButtonHeight, kButtonHeight);
+  cmdFold.SetVisible(false);
+  lblValues.Move(0, 120, 0, 300);
+  lblValues.SetRightToLeft(true);
+  lblValues.SetVisible(false);
   ConnectEvents();
 }
 
@@ -51,20 +58,50 @@ void VorekParameters::ConnectEvents() {
   cmdCancel.on_click = [this] {
     if (on_cancel) on_cancel();
   };
+  cmdFold.on_click = [this] { SetFolded(!folded_); };
   frame.on_key_down = [this](int key_code, int) {
     if (key_code == kEnter) cmdOk.Click();
+    if (key_code == kEscape) cmdCancel.Click();
   };
+  for (Button* button : {&cmdOk, &cmdNew, &cmdCancel, &cmdFold}) {
+    button->on_key_down = [this](int key_code, int) {
+      if (key_code == kEscape) cmdCancel.Click();
+    };
+  }
 }
 
 void VorekParameters::ListenToKeys(Control& widget) {
   widget.on_key_down = [this, &widget](int key_code, int) {
     if (key_code == kDelete && widget.Name() == "cmb") ResetWidget(widget);
     if (key_code == kEnter && !TakesEnter(widget)) cmdOk.Click();
+    if (key_code == kEscape) Escape(widget);
   };
+  if (auto* const typed = dynamic_cast<TypedControl*>(&widget)) {
+    typed->on_refusal = [this] { PlaceNotes(); };
+  }
+}
+
+// Cancels; where there is nothing to cancel the field shows its value again.
+void VorekParameters::Escape(Control& widget) {
+  if (cmdCancel.Visible()) {
+    cmdCancel.Click();
+  } else if (auto* const typed = dynamic_cast<TypedControl*>(&widget)) {
+    typed->DropRefusal();
+  }
+}
+
+void VorekParameters::FocusFirst() {
+  const auto takes = [](const Field& field) {
+    const Control& widget = *field.widget;
+    return widget.Visible() && widget.Enabled() && widget.TabStop() && widget.Name() != "lbl";
+  };
+  const auto first = std::find_if(fields_.begin(), fields_.end(), takes);
+  if (first != fields_.end()) first->widget->SetFocus();
 }
 
 void VorekParameters::KeyDown(int key_code, int shift) {
   Frame::KeyDown(key_code, shift);
+  if (key_code == kEscape) cmdCancel.Click();
   if (key_code != kEnter) return;
   const Control* const active = Root().ActiveControl();
   const std::string array = active == nullptr ? "" : active->Name();
@@ -73,21 +110,28 @@ void VorekParameters::KeyDown(int key_code, int shift) {
 
 void VorekParameters::SetReportCaption(const std::string& caption) {
   lblCaption.SetCaption(caption);
-  lblCaption.SetWidth(process_.windows().TextWidth(caption, 0) + 100);
-  lblCaption.SetLeft((Width() - lblCaption.Width()) / 2);
+  caption_width_ = process_.windows().TextWidth(caption, 0) + 100;
+  PlaceCaption();
 }
 
 void VorekParameters::Reset() {
-  widgets.ForEach(ResetWidget);
+  widgets.ForEach([](Control& widget) {
+    ResetWidget(widget);
+    if (auto* const typed = dynamic_cast<TypedControl*>(&widget)) typed->DropRefusal();
+  });
+  values_.clear();
   if (on_clear) on_clear();
 }
 
 void VorekParameters::Resize() {
-  lblCaption.SetLeft((Width() - lblCaption.Width()) / 2);
   const std::int32_t change = Width() - std::exchange(measures_.last_width, Width());
   widgets.ForEachWithLabels([&](Control& control) { control.SetLeft(control.Left() + change); });
   frame.SetWidth(frame.Width() + change);
-  LayoutButtons();
+  if (lblNote.Size() > 0) {
+    PlaceNotes();
+  } else {
+    LayoutButtons();
+  }
 }
 
 // --- As a script reaches it

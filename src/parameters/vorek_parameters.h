@@ -47,22 +47,48 @@ class VorekParameters : public Frame {
   std::function<void(const std::string& roughSQL)> on_search;
   std::function<void()> on_clear;
   std::function<void()> on_cancel;
+  // The form needs another height: it was folded, or a note came or went.
+  std::function<void()> on_content_change;
+
+  // --- How much of the form shows, for owners that have it on the screen beside other things -----
+
+  bool CanFold = false;  // cmdFold is offered from the next View on
+  bool Folded() const { return folded_; }
+  // Folded, the form is a line that tells the values of the last confirmation.
+  void SetFolded(bool folded);
+  // The height of the whole form, of which Height shows as much as there is room for.
+  std::int32_t ContentHeight() const;
+  // The part of a cell that its label takes, in twips.
+  std::int32_t LabelWidth() const { return measures_.label_width; }
+  // The greatest height in twips, 0 for no limit; what lies below is scrolled to.
+  void SetRoom(std::int32_t height);
+  // Gives the focus to the first field that takes it.
+  void FocusFirst();
 
   // A parameter on the form. The widget goes with the next View.
   struct Field {
     ParameterRow row;
     Control* widget = nullptr;
+    Label* label = nullptr;
+    // Where both stand while no text is refused.
+    std::int32_t top = 0;
+    std::int32_t label_top = 0;
   };
   const std::vector<Field>& Fields() const { return fields_; }
+  // The first visible field that holds a text back which it doesn't take; null for none.
+  Control* RefusedField() const;
 
   Label lblCaption{this, "lblCaption"};
   Button cmdOk{this, "cmdOk"};
   Button cmdNew{this, "cmdNew"};
   Button cmdCancel{this, "cmdCancel"};
+  Button cmdFold{this, "cmdFold"};
+  Label lblValues{this, "lblValues"};
   Button cmdSaveParameterConfig{this, "cmdSaveParameterConfig"};
   Button cmdLoadParameterConfig{this, "cmdLoadParameterConfig"};
   Frame frame{this, "frame"};
   ParameterWidgets widgets;
+  ControlArray<Label> lblNote{frame, "lblNote"};  // why texts aren't taken, below their fields
 
  protected:
   const PropertyTable& OwnProperties() const override;
@@ -75,6 +101,7 @@ class VorekParameters : public Frame {
     std::int32_t row_height = 0;
     std::int32_t column_width = 4000;
     std::int64_t used_rows = 0;
+    std::int32_t notes_height = 0;
   };
 
   void ConnectEvents();
@@ -85,15 +112,23 @@ class VorekParameters : public Frame {
   void ReadMeasures();
   bool Uses(const ParameterRow& row) const;
   void AddParameterControl(const ParameterRow& row);
-  void AddLabel(const ParameterRow& row, const ParameterKind& kind, Control& widget);
+  Label& AddLabel(const ParameterRow& row, const ParameterKind& kind, Control& widget);
   void PlaceWidget(const ParameterRow& row, const ParameterKind& kind, Control& widget);
   void Mirror(Control& control);
   void ListenToKeys(Control& widget);
+  void Escape(Control& widget);
   void NumberButtons();
   void LayoutButtons();
   void Resize();
   std::int32_t CellLeft() const;
   std::int32_t CellTop() const;
+
+  void PlaceNotes();
+  void PlaceCaption();
+  void ShowFold();
+  void TakeHeight();
+  std::string ValuesInWords() const;
+  Label& AddNote(const Field& field, const std::string& text);
 
   // Using.
   void Confirm();
@@ -110,6 +145,10 @@ class VorekParameters : public Frame {
   CellCursor cells_;
   std::int32_t tab_counter_ = 0;
   std::vector<Field> fields_;
+  std::int32_t caption_width_ = 0;  // that the title needs
+  std::int32_t room_ = 0;
+  bool folded_ = false;
+  std::string values_;  // of the last confirmation, in words; "" before
 };
 
 }  // namespace vorek

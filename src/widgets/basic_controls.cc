@@ -1,11 +1,13 @@
 #include "widgets/basic_controls.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "text/utf8.h"
 #include "vorek/error.h"
 #include "widgets/property.h"
+#include "widgets/typed_text.h"
 
 namespace vorek {
 
@@ -26,6 +28,14 @@ const PropertyTable& CaptionControl::OwnProperties() const {
 
 void Button::Click() {
   if (Enabled() && Visible()) Control::Click();
+}
+
+void Button::KeyDown(int key_code, int shift) {
+  constexpr int kEnter = 13;
+  constexpr int kBlank = 32;
+  constexpr int kCtrlAndAlt = 2 + 4;
+  CaptionControl::KeyDown(key_code, shift);
+  if ((key_code == kEnter || key_code == kBlank) && (shift & kCtrlAndAlt) == 0) Click();
 }
 
 void TextBox::Type(const std::string& text) {
@@ -75,20 +85,38 @@ void ComboBox::Choose(std::int32_t index) {
   Control::Click();
 }
 
-void ComboBox::Type(const std::string& text) {
-  if (!Enabled()) return;
-  if (text::TrimView(text).empty()) {
+std::string ComboBox::TakeTyped(const std::string& typed) {
+  const std::string wanted = FoldTyped(typed);
+  if (wanted.empty()) {
     SetListIndex(-1);
-    return;
+    return {};
   }
-  const auto line = std::find_if(items_.begin(), items_.end(), [&](const Item& item) {
-    return text::EqualsIgnoreCase(item.text, text::TrimView(text));
-  });
-  if (line == items_.end()) {
-    throw Error(ErrorNumber::kTypeMismatch,
-                Path() + " has no line \"" + text::Left(text, 50) + "\"");
+  const std::optional<std::int32_t> key = TypedKey(typed);
+  std::int32_t found = -1;
+  std::int32_t matches = 0;
+  for (std::int32_t i = 0; i < ListCount(); ++i) {
+    const std::string line = FoldTyped(At(i).text);
+    if (key ? At(i).data == *key : line == wanted) {
+      Choose(i);
+      return {};
+    }
+    if (key || !text::Contains(line, wanted)) continue;
+    found = i;
+    ++matches;
   }
-  Choose(static_cast<std::int32_t>(line - items_.begin()));
+  if (matches == 0) return NoRowText(typed);
+  if (matches > 1) return SeveralRowsText(typed);
+  Choose(found);
+  return {};
+}
+
+std::int32_t ComboBox::FindLine(const std::string& head, std::int32_t from) const {
+  const std::string wanted = FoldTyped(head);
+  for (std::int32_t i = 0; i < ListCount(); ++i) {
+    const std::int32_t line = (std::max(from, 0) + i) % ListCount();
+    if (FoldTyped(At(line).text).starts_with(wanted)) return line;
+  }
+  return -1;
 }
 
 const ComboBox::Item& ComboBox::At(std::int32_t index) const {
@@ -100,6 +128,7 @@ std::string ComboBox::Text() const { return list_index_ < 0 ? "" : At(list_index
 
 void ComboBox::SetListIndex(std::int32_t index) {
   if (index != -1) At(index);
+  DropRefusal();
   if (Assign(list_index_, index, "ListIndex") && on_change) on_change();
 }
 
@@ -115,7 +144,7 @@ void ComboBox::Clear() {
 }
 
 const PropertyTable& ComboBox::OwnProperties() const {
-  static const PropertyTable table = {
+  static const PropertyTable own = {
       ReadWrite("ListIndex", &ComboBox::ListIndex, &ComboBox::SetListIndex),
       ReadOnly("ListCount", &ComboBox::ListCount),
       ReadOnly("Text", &ComboBox::Text),
@@ -129,6 +158,7 @@ const PropertyTable& ComboBox::OwnProperties() const {
          return property::ToText(static_cast<ComboBox&>(c).At(Argument(a, 0)).data);
        },
        nullptr}};
+  static const PropertyTable table = property::Join(own, TypedControl::OwnProperties());
   return table;
 }
 

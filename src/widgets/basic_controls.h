@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "widgets/control.h"
+#include "widgets/typed_control.h"
 
 // The ordinary controls of a form. See widgets/control.h for what they share.
 namespace vorek {
@@ -33,9 +33,13 @@ class Label : public CaptionControl {
   static constexpr std::int32_t kCentre = 2;
   std::int32_t Alignment() const { return alignment_; }
   void SetAlignment(std::int32_t alignment) { Assign(alignment_, alignment, "Alignment"); }
+  // Blue, green and red from the high byte down; -1 for the colour of the screen's own texts.
+  std::int32_t ForeColor() const { return fore_color_; }
+  void SetForeColor(std::int32_t color) { Assign(fore_color_, color, "ForeColor"); }
 
  private:
   std::int32_t alignment_ = kLeading;
+  std::int32_t fore_color_ = -1;
 };
 
 class Button : public CaptionControl {
@@ -44,6 +48,8 @@ class Button : public CaptionControl {
   std::string_view Kind() const override { return "Button"; }
   // A press of the button: nothing while it is disabled or hidden.
   void Click() override;
+  // Enter and blank press it.
+  void KeyDown(int key_code, int shift) override;
 };
 
 class Frame : public CaptionControl {
@@ -93,9 +99,9 @@ class CheckBox : public CaptionControl {
 };
 
 // A drop-down list; each line carries a number of its own.
-class ComboBox : public Control {
+class ComboBox : public TypedControl {
  public:
-  using Control::Control;
+  using TypedControl::TypedControl;
   std::string_view Kind() const override { return "ComboBox"; }
 
   struct Item {
@@ -105,9 +111,11 @@ class ComboBox : public Control {
 
   // From the presenter: the user chose a line. Raises on_change and on_click.
   void Choose(std::int32_t index);
-  // Chooses the first line with this text, in any case; empty text takes the choice back. Throws
-  // Error(kTypeMismatch) if there is none.
-  void Type(const std::string& text) override;
+  // Typing chooses the line with this text, or else the only one that holds it, letters and digits
+  // folded (FoldTyped); "#12" the line with that number; empty text takes the choice back.
+
+  // The line that begins with these letters, searched from line `from` on and round; -1 for none.
+  std::int32_t FindLine(const std::string& head, std::int32_t from) const;
 
   const std::vector<Item>& Items() const { return items_; }
   std::int32_t ListCount() const { return static_cast<std::int32_t>(items_.size()); }
@@ -121,6 +129,7 @@ class ComboBox : public Control {
 
  protected:
   const PropertyTable& OwnProperties() const override;
+  std::string TakeTyped(const std::string& text) override;
 
  private:
   std::vector<Item> items_;

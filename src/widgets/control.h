@@ -55,7 +55,7 @@ class Control {
   virtual void KeyDown(int key_code, int shift);
   virtual void KeyPress(char32_t character);
   // The user typed a text in place of the old one and left the field. Throws Error(kInvalidCall)
-  // for a control that takes no typing, or a text that it refuses.
+  // for a control that takes no typing.
   virtual void Type(const std::string& text);
   virtual void MouseDown(int button, int shift, double x, double y);
   virtual void MouseMove(int button, int shift, double x, double y);

@@ -20,38 +20,48 @@ std::string Clause(const std::string& text, std::string_view word) {
   return headed ? text::Trim(std::string_view(trimmed).substr(word.size())) : trimmed;
 }
 
-[[noreturn]] void RefuseText(const Control& control, const std::string& typed, bool several) {
-  throw Error(ErrorNumber::kTypeMismatch,
-              control.Path() + ": \"" + text::Left(typed, 50) +
-                  (several ? "\" matches several rows" : "\" matches no row"));
-}
-
 }  // namespace
-
-PropertyTable JoinProperties(const PropertyTable& own, const PropertyTable& base) {
-  PropertyTable all = own;
-  all.insert(all.end(), base.begin(), base.end());
-  return all;
-}
 
 // --- What the user does
 // ---------------------------------------------------------------------------
 
-void ListControl::Type(const std::string& typed) {
-  if (!Enabled()) return;
+std::string ListControl::TakeTyped(const std::string& typed) {
+  offers_ = false;
   if (text::TrimView(typed).empty()) {
     setNull();
-    return;
+    return {};
   }
-  std::vector<ListRow> rows = Matching(typed, true, 2);
-  if (rows.size() != 1) {
-    Search(typed);
-    rows = rows_;
+  std::string reason;
+  if (RowTyped(typed, reason)) {
+    Choose(0);
   } else {
-    Hold(rows);
+    offers_ = !rows_.empty();
   }
-  if (rows.size() != 1) RefuseText(*this, typed, !rows.empty());
-  Choose(0);
+  return reason;
+}
+
+std::optional<ListRow> ListControl::RowTyped(const std::string& typed, std::string& reason) {
+  try {
+    Hold(RowsTyped(typed));
+  } catch (const Error& error) {
+    Hold({});
+    list_error_ = error.Description();
+    reason = "فهرست خوانده نشد";
+    return std::nullopt;
+  }
+  if (ListCount() == 1) return At(0);
+  reason = rows_.empty() ? NoRowText(typed) : SeveralRowsText(typed);
+  return std::nullopt;
+}
+
+// The rows that a text may stand for: the only one that has it as a whole, or all that hold it.
+std::vector<ListRow> ListControl::RowsTyped(const std::string& typed) {
+  if (const auto key = TypedKey(typed)) {
+    const std::string column(KeyColumn());
+    return Read({ListClause(), column + " = " + std::to_string(*key)}, kHeldRows + 1);
+  }
+  std::vector<ListRow> whole = Matching(typed, true, 2);
+  return whole.size() == 1 ? whole : Matching(typed, false, kHeldRows + 1);
 }
 
 const ListRow& ListControl::At(std::int32_t index) const {
@@ -195,7 +205,7 @@ PropertyEntry OfRow(std::string_view name, Field ListRow::*field) {
 const PropertyTable& ListControl::OwnProperties() const {
   using property::ReadOnly;
   using property::ReadWrite;
-  static const PropertyTable table = {
+  static const PropertyTable own = {
       ReadOnly("ListCount", &ListControl::ListCount),
       ReadOnly("MoreRows", &ListControl::MoreRows),
       ReadOnly("ListError", &ListControl::ListError),
@@ -211,6 +221,7 @@ const PropertyTable& ListControl::OwnProperties() const {
       ReadWrite("OrderByClause", &ListControl::OrderByClause, &ListControl::SetOrderByClause),
       ReadWrite("SupportAlternative", &ListControl::SupportAlternative,
                 &ListControl::SetSupportAlternative)};
+  static const PropertyTable table = property::Join(own, TypedControl::OwnProperties());
   return table;
 }
 

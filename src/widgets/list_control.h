@@ -4,10 +4,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "widgets/control.h"
 #include "widgets/row_reader.h"
+#include "widgets/typed_control.h"
 
 namespace vorek {
 
@@ -25,18 +26,18 @@ struct ListRow {
 // Rows are read when they are asked for, and at most kHeldRows of them are held: a view of a
 // million rows is searched by the database and never loaded whole. Nothing is read before
 // OleConnectionString is set; the rows come over the connection of the reader.
-class ListControl : public Control {
+class ListControl : public TypedControl {
  public:
-  using Control::Control;
+  using TypedControl::TypedControl;
 
   static constexpr std::size_t kHeldRows = 500;
 
   // --- Events from the presenter -------------------------------------------------------------
 
-  // Chooses the row with this text or alternative, or else the only one that holds it; empty text
-  // is setNull. Without a row, and with several, raises Error(kTypeMismatch): the rows that hold
-  // the text are then held, to choose from.
-  void Type(const std::string& text) override;
+  // Typing chooses the row with this text or alternative, or else the only one that holds it; "#12"
+  // the row with that key; empty text is setNull. Without a row, and with several, the text isn't
+  // taken: the rows that hold it are then held, to choose from.
+  //
   // The user chose that row of those held. Throws Error(kSubscript) outside of them.
   virtual void Choose(std::int32_t index) = 0;
 
@@ -45,9 +46,11 @@ class ListControl : public Control {
   const std::vector<ListRow>& Rows() const { return rows_; }
   std::int32_t ListCount() const { return static_cast<std::int32_t>(rows_.size()); }
   bool MoreRows() const { return more_; }  // there are more than are held
+  // The text that isn't taken is in several rows; they are held.
+  bool OffersRows() const { return Refuses() && !rows_.empty() && offers_; }
   // Throws Error(kSubscript).
   const ListRow& At(std::int32_t index) const;
-  // Why the last FillList gave nothing; "" if it went well.
+  // Why the last reading of the list gave nothing; "" if it went well.
   const std::string& ListError() const { return list_error_; }
 
   const std::string& OleConnectionString() const { return connection_; }
@@ -81,6 +84,9 @@ class ListControl : public Control {
 
  protected:
   const PropertyTable& OwnProperties() const override;
+  std::string TakeTyped(const std::string& text) override;
+  // The row that a text or "#key" stands for, or in `reason` why there is none.
+  std::optional<ListRow> RowTyped(const std::string& typed, std::string& reason);
   // Reads rows that fulfil WhereClause and these conditions, of which blank ones count as none.
   std::vector<ListRow> Read(std::vector<std::string> conditions, std::size_t limit);
   void Hold(std::vector<ListRow> rows);
@@ -92,6 +98,7 @@ class ListControl : public Control {
  private:
   virtual std::vector<std::string> Columns() const;  // what a query selects, text in front
   virtual ListRow RowOf(const ResultSet& result, std::size_t row) const;
+  virtual std::string_view KeyColumn() const { return "ID"; }
   // A condition of the list alone.
   virtual std::string ListClause() const { return {}; }
   void Forget();
@@ -99,6 +106,7 @@ class ListControl : public Control {
   std::vector<ListRow> Run(const std::vector<std::string>& conditions, std::size_t limit);
   std::string Matches(const std::string& pattern) const;
   std::vector<ListRow> Matching(const std::string& typed, bool whole, std::size_t limit);
+  std::vector<ListRow> RowsTyped(const std::string& typed);
 
   RowReader* reader_ = nullptr;
   std::string connection_;
@@ -111,10 +119,8 @@ class ListControl : public Control {
   bool support_alternative_ = false;
   std::vector<ListRow> rows_;
   bool more_ = false;
+  bool offers_ = false;
 };
-
-// A table of the widget's own properties behind those of its base.
-PropertyTable JoinProperties(const PropertyTable& own, const PropertyTable& base);
 
 }  // namespace vorek
 

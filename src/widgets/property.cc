@@ -36,4 +36,10 @@ std::int32_t Argument(const std::vector<std::string>& arguments, std::size_t ind
   throw Error(ErrorNumber::kInvalidCall, "Argument not optional");
 }
 
+PropertyTable Join(const PropertyTable& own, const PropertyTable& base) {
+  PropertyTable all = own;
+  all.insert(all.end(), base.begin(), base.end());
+  return all;
+}
+
 }  // namespace vorek::property

@@ -51,6 +51,9 @@ PropertyEntry ReadWrite(std::string_view name, R (C::*get)() const, Result (C::*
   return entry;
 }
 
+// A control's own properties in front of those of its base.
+PropertyTable Join(const PropertyTable& own, const PropertyTable& base);
+
 }  // namespace vorek::property
 
 #endif  // VOREK_WIDGETS_PROPERTY_H_

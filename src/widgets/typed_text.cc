@@ -1,5 +1,8 @@
 #include "widgets/typed_text.h"
 
+#include <charconv>
+#include <initializer_list>
+
 #include "text/utf8.h"
 
 namespace vorek {
@@ -63,23 +66,68 @@ std::string PlainTyped(std::string_view typed) {
   return text::Trim(out);
 }
 
-std::optional<std::int32_t> ParseHours(std::string_view typed, std::int32_t most) {
+std::string FoldTyped(std::string_view typed) {
   const std::string plain = PlainTyped(typed);
-  std::string hours = plain;
-  std::string minutes = "0";
-  if (const std::size_t colon = plain.find(':'); colon != std::string::npos) {
-    hours = plain.substr(0, colon);
-    minutes = plain.substr(colon + 1);
-  } else if (plain.size() == 3 || plain.size() == 4) {
-    hours = plain.substr(0, plain.size() - 2);
-    minutes = plain.substr(plain.size() - 2);
+  std::string out;
+  for (std::size_t at = 0; at < plain.size();) {
+    const char32_t c = text::DecodeAt(plain, at);
+    text::AppendUtf8(out, c == U'ي' ? U'ی' : c == U'ك' ? U'ک' : text::ToLower(c));
   }
+  return out;
+}
+
+namespace {
+
+struct HoursAndMinutes {
+  std::string hours;
+  std::string minutes = "0";
+};
+
+// A "." or a blank could also part a fraction: minutes behind them have both digits.
+HoursAndMinutes SplitHours(const std::string& plain, BareNumber bare) {
+  const std::size_t separator = plain.find_first_of(":./- ");
+  if (separator != std::string::npos) {
+    const std::string minutes = plain.substr(separator + 1);
+    const bool clear = plain[separator] == ':' || minutes.size() == 2;
+    return {plain.substr(0, separator), clear ? minutes : ""};
+  }
+  const bool parted = bare == BareNumber::kTimeOfDay && (plain.size() == 3 || plain.size() == 4);
+  if (!parted) return {plain};
+  return {plain.substr(0, plain.size() - 2), plain.substr(plain.size() - 2)};
+}
+
+}  // namespace
+
+std::optional<std::int32_t> ParseHours(std::string_view typed, BareNumber bare, std::int32_t most) {
+  const auto [hours, minutes] = SplitHours(PlainTyped(typed), bare);
   if (!AllDigits(hours) || !AllDigits(minutes) || hours.size() > 5 || minutes.size() > 2) {
     return std::nullopt;
   }
   const int minute = std::stoi(minutes);
   const int total = std::stoi(hours) * 60 + minute;
   return minute < 60 && total <= most ? std::optional<std::int32_t>(total) : std::nullopt;
+}
+
+std::optional<std::int32_t> TypedKey(std::string_view typed) {
+  const std::string plain = PlainTyped(typed);
+  if (!plain.starts_with('#')) return std::nullopt;
+  std::int32_t key = 0;
+  const char* const end = plain.data() + plain.size();
+  const auto [behind, error] = std::from_chars(plain.data() + 1, end, key);
+  return error == std::errc() && behind == end && key > 0 ? std::optional(key) : std::nullopt;
+}
+
+std::string InGuillemets(std::string_view typed) {
+  constexpr std::size_t kMost = 50;  // code points
+  const std::string plain = text::Trim(typed);
+  const bool cut = text::Length(plain) > kMost;
+  return "«" + (cut ? text::Left(plain, kMost) + "..." : plain) + "»";
+}
+
+std::string NoRowText(std::string_view typed) { return InGuillemets(typed) + " در فهرست نيست"; }
+
+std::string SeveralRowsText(std::string_view typed) {
+  return InGuillemets(typed) + " در چند سطر فهرست هست؛ يكي را برگزينيد";
 }
 
 std::string LikePattern(std::string_view typed) {

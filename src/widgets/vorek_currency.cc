@@ -58,35 +58,42 @@ std::optional<FixedPoint> ParseAmount(const std::string& digits) {
 
 }  // namespace
 
-void VorekCurrency::Type(const std::string& text) {
-  if (Enabled()) SetText(text);
+std::string VorekCurrency::TakeTyped(const std::string& text) {
+  if (TakeAmount(text)) return {};
+  return InGuillemets(text) + " مبلغ نيست؛ رقم و حداكثر چهار رقم اعشار، مانند 1/234/567.5";
 }
 
 std::string VorekCurrency::Value() const { return value_.empty() ? "0" : value_; }
 
 void VorekCurrency::SetText(const std::string& typed) {
+  if (TakeAmount(typed)) return;
+  throw Error(ErrorNumber::kTypeMismatch,
+              Path() + ": \"" + text::Left(typed, 50) + "\" is no amount");
+}
+
+bool VorekCurrency::TakeAmount(const std::string& typed) {
   std::string value;
   std::string shown;
   std::string plain = PlainTyped(typed);
   if (!plain.empty()) {
     const bool negative = TakeSign(plain);
     const auto amount = ParseAmount(WithoutGroups(plain));
-    if (!amount) {
-      throw Error(ErrorNumber::kTypeMismatch,
-                  Path() + ": \"" + text::Left(typed, 50) + "\" is no amount");
-    }
+    if (!amount) return false;
     text::AppendScaled(negative ? -*amount : *amount, kScale, value);
     std::string scratch = value;
     shown = FormatMoney(scratch);
   }
   value_ = value;
+  DropRefusal();
   if (Assign(text_, shown, "text") && on_change) on_change();
+  return true;
 }
 
 const PropertyTable& VorekCurrency::OwnProperties() const {
-  static const PropertyTable table = {
-      property::ReadWrite("text", &VorekCurrency::Text, &VorekCurrency::SetText),
-      property::ReadOnly("Value", &VorekCurrency::Value)};
+  static const PropertyTable table =
+      property::Join({property::ReadWrite("text", &VorekCurrency::Text, &VorekCurrency::SetText),
+                      property::ReadOnly("Value", &VorekCurrency::Value)},
+                     TypedControl::OwnProperties());
   return table;
 }
 

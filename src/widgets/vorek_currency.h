@@ -3,20 +3,16 @@
 
 #include <string>
 
-#include "widgets/control.h"
+#include "widgets/typed_control.h"
 
 namespace vorek {
 
 // An amount of money: digit groups while it is shown, a bare exact number for a query. Amounts go
 // to 922337203685477.5807, with at most four decimals.
-class VorekCurrency : public Control {
+class VorekCurrency : public TypedControl {
  public:
-  using Control::Control;
+  using TypedControl::TypedControl;
   std::string_view Kind() const override { return "VorekCurrency"; }
-
-  // --- Events from the presenter -------------------------------------------------------------
-
-  void Type(const std::string& text) override;
 
   // --- State for the presenter ---------------------------------------------------------------
 
@@ -32,8 +28,12 @@ class VorekCurrency : public Control {
 
  protected:
   const PropertyTable& OwnProperties() const override;
+  std::string TakeTyped(const std::string& text) override;
 
  private:
+  // False for a text that is no amount.
+  bool TakeAmount(const std::string& typed);
+
   std::string text_;
   std::string value_;  // plain; empty while nothing is entered
 };

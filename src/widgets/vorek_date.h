@@ -5,21 +5,24 @@
 #include <string>
 
 #include "text/persian_date.h"
-#include "widgets/control.h"
+#include "widgets/typed_control.h"
 
 namespace vorek {
 
 // A date, entered and shown in the Persian calendar and kept in the Gregorian one.
-class VorekDate : public Control {
+class VorekDate : public TypedControl {
  public:
-  using Control::Control;
+  using TypedControl::TypedControl;
   std::string_view Kind() const override { return "VorekDate"; }
 
   // --- Events from the presenter -------------------------------------------------------------
 
-  // Two-digit years lie from 1350 to 1449, a missing year or month is today's; a text that is no
-  // date raises Error(kTypeMismatch) and leaves the widget as it was.
-  void Type(const std::string& text) override;
+  // Typing takes a date (ParseTypedDate), "t" or "ا" for today, and "+" or "-", alone or behind a
+  // whole date, for the next or the former day.
+
+  // True for a text that says all it can, so that a presenter may hand it over at once: a letter
+  // for today, a sign for another day.
+  static bool EndsByItself(const std::string& text);
 
   // --- State for the presenter ---------------------------------------------------------------
 
@@ -37,11 +40,14 @@ class VorekDate : public Control {
   void Clear();
   // What a typed date is completed from, Gregorian.
   void SetToday(const text::CalendarDate& today) { today_ = today; }
+  const text::CalendarDate& Today() const { return today_; }
 
  protected:
   const PropertyTable& OwnProperties() const override;
+  std::string TakeTyped(const std::string& text) override;
 
  private:
+  std::string TakeStep(const std::string& base, int days);
   void Take(std::optional<text::CalendarDate> gregorian);
 
   std::optional<text::CalendarDate> date_;

@@ -18,14 +18,14 @@ bool ParseHalves(const std::string& plain, std::int32_t& form_type, std::int32_t
 
 }  // namespace
 
-void VorekEntityPicker::Type(const std::string& text) {
+std::string VorekEntityPicker::TakeTyped(const std::string& text) {
+  std::string plain = PlainTyped(text);
+  if (plain.starts_with('#')) plain.erase(0, 1);
   std::int32_t form_type = 0;
   std::int32_t form = 0;
-  if (Enabled() && ParseHalves(PlainTyped(text), form_type, form)) {
-    Take(form_type, form);
-  } else {
-    ListControl::Type(text);
-  }
+  if (!ParseHalves(plain, form_type, form)) return ListControl::TakeTyped(text);
+  Take(form_type, form);
+  return {};
 }
 
 void VorekEntityPicker::Choose(std::int32_t index) {
@@ -33,6 +33,7 @@ void VorekEntityPicker::Choose(std::int32_t index) {
 }
 
 void VorekEntityPicker::Take(std::int32_t form_type, std::int32_t form) {
+  DropRefusal();
   const bool type_changed = std::exchange(form_type_, form_type) != form_type;
   const bool form_changed = std::exchange(form_, form) != form;
   if (type_changed) Changed("FormTypeID");
@@ -58,7 +59,7 @@ ListRow VorekEntityPicker::RowOf(const ResultSet& result, std::size_t row) const
 const PropertyTable& VorekEntityPicker::OwnProperties() const {
   using property::ReadOnly;
   using property::ReadWrite;
-  static const PropertyTable table = JoinProperties(
+  static const PropertyTable table = property::Join(
       {ReadWrite("FormTypeID", &VorekEntityPicker::FormTypeID, &VorekEntityPicker::SetFormTypeID),
        ReadWrite("FormID", &VorekEntityPicker::FormID, &VorekEntityPicker::SetFormID),
        ReadOnly("IsNull", &VorekEntityPicker::IsNull)},

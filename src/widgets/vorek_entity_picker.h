@@ -16,8 +16,8 @@ class VorekEntityPicker : public ListControl {
   using ListControl::ListControl;
   std::string_view Kind() const override { return "VorekEntityPicker"; }
 
-  // Beside a text to search for, both halves: "901:5".
-  void Type(const std::string& text) override;
+  // Typing takes both halves beside a text to search for: "901:5", "#901:5"; "#5" is the record
+  // with that FormID if it is the only one.
   void Choose(std::int32_t index) override;
 
   // --- State for the presenter ---------------------------------------------------------------
@@ -34,8 +34,10 @@ class VorekEntityPicker : public ListControl {
 
  protected:
   const PropertyTable& OwnProperties() const override;
+  std::string TakeTyped(const std::string& text) override;
 
  private:
+  std::string_view KeyColumn() const override { return "FormID"; }
   std::vector<std::string> Columns() const override;
   ListRow RowOf(const ResultSet& result, std::size_t row) const override;
   void Take(std::int32_t form_type, std::int32_t form);

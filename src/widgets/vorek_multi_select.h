@@ -16,8 +16,13 @@ class VorekMultiSelect : public ListControl {
   using ListControl::ListControl;
   std::string_view Kind() const override { return "VorekMultiSelect"; }
 
-  // Turns the row over: chosen or not. Out of a choice of all it makes a choice of this row.
+  // Typing replaces the choice by the rows of a list with commas, "11,12": their keys, with or
+  // without "#", or texts; "*" and "همه" choose all. A piece without a row refuses the whole text.
+  //
+  // Turns the row over: chosen or not. Out of a choice of all it makes one of all rows but this;
+  // for that the view may have kMostChosen rows. Throws Error(kInvalidCall) for a larger one.
   void Choose(std::int32_t index) override;
+  static constexpr std::size_t kMostChosen = 5000;
 
   // --- State for the presenter ---------------------------------------------------------------
 
@@ -28,16 +33,18 @@ class VorekMultiSelect : public ListControl {
 
   // --- Changes by the program: each raises on_change if the choice is another -----------------
 
-  // Takes the whole numbers above 0 of a comma-separated text, each once; what else stands in it is
-  // passed over.
+  // Takes the whole numbers above 0 of a text with commas ("," or "،"), each once; what else stands
+  // in it is passed over.
   void SetSelectedIDs(const std::string& text);
   void SelectAll() { Take({}, true); }
   void setNull() override { Take({}, false); }
 
  protected:
   const PropertyTable& OwnProperties() const override;
+  std::string TakeTyped(const std::string& text) override;
 
  private:
+  std::vector<std::int32_t> AllBut(std::int32_t id);
   void Take(std::vector<std::int32_t> ids, bool all);
   void SetAllSelected(bool on) { Take({}, on); }
 

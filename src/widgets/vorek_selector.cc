@@ -18,6 +18,7 @@ void ChoiceControl::SetID(std::int32_t id) { Take(Lookup(id)); }
 void ChoiceControl::Take(std::optional<ListRow> row) {
   const std::int32_t before = ID();
   const bool was_null = IsNull();
+  DropRefusal();
   chosen_ = std::move(row);
   if (before == ID() && was_null == IsNull()) return;
   Changed("ID");
@@ -26,7 +27,7 @@ void ChoiceControl::Take(std::optional<ListRow> row) {
 
 const PropertyTable& ChoiceControl::OwnProperties() const {
   static const PropertyTable table =
-      JoinProperties({ReadWrite("ID", &ChoiceControl::ID, &ChoiceControl::SetID),
+      property::Join({ReadWrite("ID", &ChoiceControl::ID, &ChoiceControl::SetID),
                       ReadOnly("Description", &ChoiceControl::Description),
                       ReadOnly("IsNull", &ChoiceControl::IsNull)},
                      ListControl::OwnProperties());
@@ -56,7 +57,7 @@ void VorekSelector::FillTree(std::int32_t parent) {
 }
 
 const PropertyTable& VorekSelector::OwnProperties() const {
-  static const PropertyTable table = JoinProperties(
+  static const PropertyTable table = property::Join(
       {ReadWrite("AllowChange", &VorekSelector::AllowChange, &VorekSelector::SetAllowChange),
        ReadWrite("WhereClauseOfList", &VorekSelector::WhereClauseOfList,
                  &VorekSelector::SetWhereClauseOfList),

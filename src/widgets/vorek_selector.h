@@ -43,7 +43,7 @@ class VorekSelector : public ChoiceControl {
   using ChoiceControl::ChoiceControl;
   std::string_view Kind() const override { return "VorekSelector"; }
 
-  // Both have no effect while the choice is fixed.
+  // Neither has an effect while the choice is fixed.
   void Type(const std::string& text) override;
   void Choose(std::int32_t index) override;
 

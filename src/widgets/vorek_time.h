@@ -5,20 +5,17 @@
 #include <optional>
 #include <string>
 
-#include "widgets/control.h"
+#include "widgets/typed_control.h"
+#include "widgets/typed_text.h"
 
 namespace vorek {
 
 // An amount of minutes that is entered and shown as hours and minutes: the base of the two below.
-class MinutesControl : public Control {
+class MinutesControl : public TypedControl {
  public:
-  using Control::Control;
+  using TypedControl::TypedControl;
 
-  // --- Events from the presenter -------------------------------------------------------------
-
-  // "8:30", "0830" or "8", digits of any script; empty text clears. A text of another form raises
-  // Error(kTypeMismatch) and leaves the widget as it was.
-  void Type(const std::string& text) override;
+  // Typing takes hours and minutes (ParseHours), digits of any script; empty text clears.
 
   // --- State for the presenter ---------------------------------------------------------------
 
@@ -29,17 +26,21 @@ class MinutesControl : public Control {
   void Clear() { Take(std::nullopt); }
 
  protected:
+  std::string TakeTyped(const std::string& text) override;
   std::int32_t Minutes() const { return minutes_.value_or(0); }
   std::string Shown() const;  // "08:30", "" while empty
 
  private:
   virtual std::int32_t Most() const = 0;  // minutes
+  virtual BareNumber Bare() const = 0;
+  // Why that text is no value of this kind, in Persian.
+  virtual std::string ReasonAgainst(const std::string& text) const = 0;
   void Take(std::optional<std::int32_t> minutes);
 
   std::optional<std::int32_t> minutes_;
 };
 
-// A time of the day.
+// A time of the day: "8:30", "0830", "830", "8".
 class VorekTime : public MinutesControl {
  public:
   using MinutesControl::MinutesControl;
@@ -52,9 +53,11 @@ class VorekTime : public MinutesControl {
 
  private:
   std::int32_t Most() const override { return 24 * 60 - 1; }
+  BareNumber Bare() const override { return BareNumber::kTimeOfDay; }
+  std::string ReasonAgainst(const std::string& text) const override;
 };
 
-// A length of time, of any number of hours up to 99999.
+// A length of time, of any number of hours up to 99999: "125:30", "125".
 class VorekDuration : public MinutesControl {
  public:
   using MinutesControl::MinutesControl;
@@ -67,6 +70,8 @@ class VorekDuration : public MinutesControl {
 
  private:
   std::int32_t Most() const override { return 99999 * 60 + 59; }
+  BareNumber Bare() const override { return BareNumber::kHours; }
+  std::string ReasonAgainst(const std::string& text) const override;
 };
 
 }  // namespace vorek

@@ -93,6 +93,8 @@ const KindCase kKindCases[] = {
      "\u200F۱۲ x"},
     {1002, "nvarchar", "('') OR ''=''", [](Control& c) { TypeText(c, "abc"); }, "('abc') AND ''=''",
      "abc"},
+    {1002, "bigint", "(0) OR ''=''", [](Control& c) { TypeText(c, "۶۰۳۷۹۹۱۲۳۴۵۶۷۸۹۰"); },
+     "(6037991234567890) AND ''=''", "۶۰۳۷۹۹۱۲۳۴۵۶۷۸۹۰"},
     {1003, "int", "(-1) OR ''=''", [](Control& c) { c.Set("ListIndex", "1"); }, "(6) AND ''=''",
      "O'Neil 50%"},
     {1006, "bit", "(1)", [](Control& c) { c.Click(); }, "(0)", "0"},
@@ -155,6 +157,95 @@ TEST_F(ConfirmationTest, AsksForTheDatesOfAccountingReports) {
   EXPECT_FALSE(panel.userChoice || panel.result);
   panel.widgets.dat[1].SetFarsiDate("1404/01/01");
   EXPECT_EQ(Confirmed(), "x =  ('20250321') AND ''='' ");
+}
+
+// A field that holds a text back stops the confirmation, unless nobody can see it.
+TEST_F(ConfirmationTest, WaitsForTextsThatArentTaken) {
+  Add(1, "a", 1002, "nvarchar");
+  Add(2, "b", 1, "datetime");
+  Add(3, "c", 3, "int");
+  View("f(@1, @2, @3) ");
+  ParameterWidgets& widgets = panel.widgets;
+  widgets.txt[1].Type("x");
+  widgets.dat[1].Type("1404/13/01");
+  widgets.tim[1].Type("25:00");
+  EXPECT_EQ(Confirmed(), "");
+  EXPECT_FALSE(panel.userChoice || panel.result);
+  EXPECT_EQ(panel.Root().ActiveControl(), &widgets.dat[1]);
+  widgets.dat[1].Type("1404/01/01");
+  widgets.txt[1].KeyDown(13, 0);
+  EXPECT_TRUE(searches.empty());
+  EXPECT_EQ(panel.Root().ActiveControl(), &widgets.tim[1]);
+  widgets.tim[1].SetVisible(false);
+  EXPECT_EQ(Confirmed(), "f('x', '20250321', 0) ");
+  widgets.tim[1].SetVisible(true);
+  EXPECT_EQ(Confirmed(), "");
+  panel.cmdNew.Click();
+  EXPECT_EQ(Confirmed(), "f('', '', 0) ");
+}
+
+TEST_F(ConfirmationTest, TellsTheReasonBelowTheFieldAndMakesRoomForIt) {
+  Run("update tblVorekReport set Cols = 2");
+  for (int id = 1; id <= 4; ++id) Add(id, "first", 1, "datetime");
+  View("f(@1, @2, @3, @4) ");
+  ControlArray<VorekDate>& dat = panel.widgets.dat;
+  int told = 0;
+  panel.on_content_change = [&] { ++told; };
+  const std::int32_t height = panel.Height();
+  const std::int32_t below = dat[3].Top();
+  dat[1].Type("x");
+  ASSERT_EQ(panel.lblNote.Size(), 1u);
+  const Label& note = panel.lblNote[0];
+  EXPECT_EQ(note.Caption(), dat[1].Refusal());
+  EXPECT_EQ(note.Top(), dat[1].Top() + dat[1].Height());
+  // "the label" has 554 twips of the cell; its note of 60 signs needs two lines of the whole.
+  EXPECT_EQ(note.Left() + note.Width(), dat[1].Left() + dat[1].Width() + 504);
+  EXPECT_EQ(note.Height(), 2 * 285);
+  EXPECT_GE(dat[3].Top(), note.Top() + note.Height());
+  EXPECT_EQ(panel.widgets.lblDesc[3].Top(), dat[3].Top());
+  EXPECT_EQ(panel.Height() - height, dat[3].Top() - below);
+  EXPECT_EQ(told, 1);
+  // Notes side by side share their room; one line further down needs its own.
+  const std::int32_t moved = dat[3].Top();
+  dat[2].Type("y");
+  EXPECT_EQ(dat[3].Top(), moved);
+  dat[3].Type("z");
+  EXPECT_EQ(dat[3].Top(), moved);
+  EXPECT_EQ(panel.lblNote[2].Top(), dat[3].Top() + dat[3].Height());
+  panel.SetWidth(9500);
+  EXPECT_EQ(panel.lblNote[0].Left() + panel.lblNote[0].Width(),
+            dat[1].Left() + dat[1].Width() + 504);
+  for (int i = 1; i <= 3; ++i) dat[static_cast<std::size_t>(i)].Type("1404/01/01");
+  EXPECT_EQ(panel.lblNote.Size(), 0u);
+  EXPECT_EQ(dat[3].Top(), below);
+  EXPECT_EQ(panel.Height(), height);
+}
+
+TEST_F(ConfirmationTest, FoldsToTheValuesInForce) {
+  Add(1, "a", 1, "datetime");
+  Add(2, "b", 1007, "int", 1, 1, "tblThing");
+  Add(3, "c", 1002, "nvarchar");
+  panel.CanFold = true;
+  View("f(@1, @2, @3) ");
+  panel.SetReportCaption("title");
+  const std::int32_t height = panel.Height();
+  panel.widgets.dat[1].Type("1404/01/01");
+  panel.cmdFold.Click();
+  EXPECT_TRUE(panel.Folded());
+  EXPECT_EQ(panel.lblValues.Caption(), "title - جستجو نشده");  // entered isn't in force yet
+  panel.cmdFold.Click();
+  panel.widgets.mlt[1].SetSelectedIDs("5,6");
+  Confirmed();
+  panel.cmdFold.Click();
+  EXPECT_EQ(panel.lblValues.Caption(), "title - the label: 1404/01/01، the label: 2 مورد");
+  EXPECT_LT(panel.Height(), height);
+  EXPECT_FALSE(panel.frame.Visible() || panel.cmdOk.Visible());
+  panel.cmdFold.Click();
+  EXPECT_EQ(panel.Height(), height);
+  EXPECT_EQ(panel.Root().ActiveControl(), &panel.widgets.dat[1]);
+  panel.SetRoom(800);
+  EXPECT_EQ(panel.Height(), 800);
+  EXPECT_EQ(panel.ContentHeight(), height);
 }
 
 TEST_F(ConfirmationTest, RaisesNothingWhenTheDatabaseFails) {

@@ -89,13 +89,17 @@ TEST_F(HostileValueTest, WidgetsRefuseWhatIsNoneOfTheirValues) {
   View("select ID from tblThing where (ID in  @1) and (ID >= @2) and ('1' <> @3) and ('1' <> @4)");
   panel.widgets.mlt[1].SetSelectedIDs("5,6) or (1=1,7,'8',-1,99999999999");
   EXPECT_EQ(panel.widgets.mlt[1].SelectedIDs(), "5,7");
-  for (Control* widget :
-       {static_cast<Control*>(&panel.widgets.acr[1]), static_cast<Control*>(&panel.widgets.dat[1]),
-        static_cast<Control*>(&panel.widgets.tim[1])}) {
+  for (TypedControl* widget : {static_cast<TypedControl*>(&panel.widgets.acr[1]),
+                               static_cast<TypedControl*>(&panel.widgets.dat[1]),
+                               static_cast<TypedControl*>(&panel.widgets.tim[1])}) {
     for (const std::string& typed : {std::string("1'; drop table tblThing"), std::string("@1"),
                                      std::string("1) or (1=1"), std::string(100000, 'x')}) {
-      EXPECT_THROW(widget->Type(typed), Error) << widget->Path();
+      widget->Type(typed);
+      EXPECT_TRUE(widget->Refuses()) << widget->Path();
+      EXPECT_LT(text::Length(widget->Refusal()), 200u) << widget->Path();
+      EXPECT_EQ(Confirmed(), "") << widget->Path();
     }
+    widget->DropRefusal();
   }
   EXPECT_EQ(Rows(), "5 7 ");
 }

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -39,6 +40,14 @@ TEST(FormsTest, AMessageIsReadAndClosedByItsButton) {
   });
   form.ShowModal();
   EXPECT_FALSE(form.Shown());
+  for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space}) {
+    When(ModalWindow, [key](QWidget* window) {
+      EXPECT_EQ(window->focusWidget()->objectName(), "cmdContinue");
+      QTest::keyClick(window->focusWidget(), key);
+    });
+    form.ShowModal();
+    EXPECT_FALSE(form.Shown());
+  }
 }
 
 struct Answer {
@@ -59,6 +68,8 @@ TEST(FormsTest, AQuestionIsAnsweredByMouseKeyAndCloseBox) {
          QTest::keyClick(window->focusWidget(), Qt::Key_Return);
        },
        2},
+      {"no answer by Escape",
+       [](QWidget* window) { QTest::keyClick(window->focusWidget(), Qt::Key_Escape); }, 0},
       {"close box", [](QWidget* window) { window->close(); }, 9},
   };
   QtWindows windows;
@@ -111,6 +122,19 @@ TEST(FormsTest, AFileIsChosenByItsName) {
   EXPECT_EQ(request.file_name, folder.filePath("گزارش.txt").toStdString());
   When(ModalWindow, [](QWidget* window) { window->close(); });
   EXPECT_FALSE(QtFileDialogs().Save(request));
+}
+
+TEST(FormsTest, AWindowIsNoLargerThanTheScreen) {
+  QtWindows windows;
+  Form form(windows, "FormLarge");
+  form.on_resize = [] {};
+  form.Move(0, 0, 60000, 40000);
+  When(ModalWindow, [&](QWidget* window) {
+    EXPECT_TRUE(window->screen()->availableGeometry().contains(window->frameGeometry()));
+    window->close();
+  });
+  form.ShowModal();
+  EXPECT_LT(form.Width(), 60000);  // what is in it knows
 }
 
 // A window that stays while the program goes on, and a form that goes before its window.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -14,6 +15,65 @@
 
 namespace vorek {
 namespace {
+
+// A refusal ends with whatever value comes next, from the user or from the program.
+TEST(TypedControlTest, HoldsATextBackUntilAValueComes) {
+  VorekDate date(nullptr, "dat");
+  int told = 0;
+  date.on_refusal = [&] { ++told; };
+  const std::function<void()> ends[] = {[&] { date.Type("1404/01/01"); },
+                                        [&] { date.SetFarsiDate("1404/01/01"); },
+                                        [&] {
+                                          date.SetValue({2025, 3, 21});
+                                        },
+                                        [&] { date.Clear(); }, [&] { date.DropRefusal(); }};
+  for (const auto& end : ends) {
+    date.Type("x");
+    EXPECT_EQ(date.Get("RefusedText"), "x");
+    EXPECT_EQ(date.Get("Refusal"), "«x» تاريخ نيست؛ سال/ماه/روز بنويسيد، مانند 1404/06/01");
+    end();
+    EXPECT_FALSE(date.Refuses());
+  }
+  EXPECT_EQ(told, 10);
+  date.SetEnabled(false);
+  date.Type("x");
+  EXPECT_FALSE(date.Refuses());
+}
+
+TEST(ComboBoxTest, ComparesLinesAsPeopleWrite) {
+  ComboBox box(nullptr, "cmb");
+  for (const char* line : {"خراسان رضوي", "كرمان", "كرمانشاه", "منطقه ۵"}) {
+    box.AddItem(line, box.ListCount() + 10);
+  }
+  const struct {
+    const char* typed;
+    int index;  // -1: refused
+  } cases[] = {{"خراسان رضوی", 0}, {"رضوی", 0}, {"کرمان", 1}, {"کرمانش", 2},
+               {"منطقه 5", 3},     {"#12", 2},  {"كر", -1},   {"#99", -1}};
+  for (const auto& c : cases) {
+    box.SetListIndex(-1);
+    box.Type(c.typed);
+    EXPECT_EQ(box.ListIndex(), c.index) << c.typed;
+    EXPECT_EQ(box.Refuses(), c.index < 0) << c.typed;
+  }
+  EXPECT_EQ(box.FindLine("ک", 2), 2);
+  EXPECT_EQ(box.FindLine("ک", 3), 1);
+  EXPECT_EQ(box.FindLine("ب", 0), -1);
+}
+
+TEST(ButtonTest, IsPressedByEnterAndBlank) {
+  Button button(nullptr, "cmd");
+  int clicks = 0;
+  button.on_click = [&] { ++clicks; };
+  button.KeyDown(13, 0);
+  button.KeyDown(32, 0);
+  EXPECT_EQ(clicks, 2);
+  button.KeyDown(13, 2);
+  button.KeyDown(65, 0);
+  button.SetEnabled(false);
+  button.KeyDown(13, 0);
+  EXPECT_EQ(clicks, 2);
+}
 
 // A presenter in small: it copies what it is told to show and nothing else.
 class Mirror : public ControlObserver {
@@ -122,13 +182,50 @@ TEST(VorekDateTest, TakesPersianDates) {
                {"۱۴۰۳/۱۲/۳۰", "1403/12/30"},
                {"\u200F1404/02/05\u200E", "1404/02/05"},
                {"99-1-1", "1399/01/01"},
+               {"1404/06/01", "1404/06/01"},
+               {"1404.6.1", "1404/06/01"},
+               {" 1404  06 01 ", "1404/06/01"},
+               {"1404 / 6 / 1", "1404/06/01"},
+               {"14040601", "1404/06/01"},
+               {"٠٤٠٦٠١", "1404/06/01"},
+               {"14/04/06", "1414/04/06"},
+               {"140406", nullptr},  // half of 14040601, or a year 1414?
+               {"1404", nullptr},
+               {"1404/06", nullptr},
+               {"1404/06/", nullptr},
+               {"/1404/06/01", nullptr},
+               {"1404/-06/01", nullptr},
+               {"1404/06/001", nullptr},
+               {"1404/06/01/1", nullptr},
+               {"1404/13/01", nullptr},
+               {"1404/00/01", nullptr},
+               {"1404/01/00", nullptr},
+               {"1404/12/30", nullptr},
+               {"2025/11/24", nullptr},
+               {"404/1/1", nullptr},
+               {"1199/01/01", nullptr},
+               {"1200/01/01", "1200/01/01"},
+               {"1499/01/01", "1499/01/01"},
+               {"1500/01/01", nullptr},
+               {"+", "1400/01/02"},
+               {"-", "1399/12/30"},
+               {"1404/06/31+", "1404/07/01"},
+               {"1404/01/01-", "1403/12/30"},
+               {"1403/12/30+", "1404/01/01"},
+               {"14040101-", "1403/12/30"},
+               {"1404/01-", nullptr},
+               {"1404/13/01+", nullptr},
+               {"t", "1405/09/03"},
+               {"ا", "1405/09/03"},
                {"7/31", nullptr},
                {"abc", nullptr},
                {"1404//5", nullptr},
                {"", ""}};
   for (const auto& c : cases) {
     date.SetFarsiDate("1400/01/01");
-    EXPECT_EQ(IgnoreErrors([&] { date.Type(c.typed); }), c.shown != nullptr) << c.typed;
+    date.Type(c.typed);
+    EXPECT_EQ(date.Refuses(), c.shown == nullptr) << c.typed;
+    EXPECT_EQ(date.RefusedText(), c.shown == nullptr ? c.typed : "") << c.typed;
     EXPECT_EQ(date.FarsiDate(), c.shown != nullptr ? c.shown : "1400/01/01") << c.typed;
   }
 }

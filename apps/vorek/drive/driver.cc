@@ -10,6 +10,7 @@
 #include "text/utf8.h"
 #include "vorek/system.h"
 #include "widgets/property.h"
+#include "widgets/typed_control.h"
 
 namespace vorek::drive {
 namespace {
@@ -279,7 +280,15 @@ void Driver::Key(const Words& words) {
   PressKey(FindControl(Word(words, 1)), Number(words, 2), OptionalNumber(words, 3, 0));
 }
 
-void Driver::Type(const Words& words) { FindControl(Word(words, 1)).Type(Word(words, 2)); }
+// A text that a field doesn't take is no failure of the script: its user can go on.
+void Driver::Type(const Words& words) {
+  Control& control = FindControl(Word(words, 1));
+  control.Type(Word(words, 2));
+  const auto* const typed = dynamic_cast<const TypedControl*>(&control);
+  if (typed != nullptr && typed->Refuses()) {
+    Print("refused " + control.PathName() + ": " + typed->Refusal());
+  }
+}
 
 void Driver::Move(const Words& words) {
   Grid& grid = FindGrid(words);

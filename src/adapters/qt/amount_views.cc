@@ -16,14 +16,14 @@ QString LatinDigits(QString text) {
   return text;
 }
 
-// Hours and minutes with ":" filled in behind the second digit of a time of the day.
+// Hours and minutes with ":" filled into the four digits of a time of the day.
 class MinutesView : public TypedEditView {
  public:
   MinutesView(Presenter& presenter, MinutesControl& minutes, QWidget& parent)
       : TypedEditView(presenter, minutes, parent), minutes_(minutes) {
     Edit().setAlignment(Qt::AlignCenter);
     Edit().setPlaceholderText("--:--");
-    Edit().setMaxLength(OfDay() ? 5 : 8);
+    Edit().setMaxLength(kLongest);
   }
 
   void Set(std::string_view property) override {
@@ -40,18 +40,18 @@ class MinutesView : public TypedEditView {
                         : static_cast<VorekDuration&>(minutes_).GetDuration());
   }
   void Typed(const QString& text) override {
-    const bool grew = text.size() > length_;
-    length_ = text.size();
-    if (!OfDay() || !grew || text.size() != 2 || text.contains(':')) return;
-    Edit().setText(text + ':');
-    length_ = Edit().text().size();
+    const bool four =
+        text.size() == 4 && Edit().cursorPosition() == 4 &&
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c.digitValue() >= 0; });
+    if (OfDay() && four) Edit().setText(text.left(2) + ':' + text.mid(2));
   }
 
  private:
+  static constexpr int kLongest = 16;  // with blanks and what a pasted text brings along
+
   bool OfDay() const { return minutes_.Kind() == "VorekTime"; }
 
   MinutesControl& minutes_;
-  qsizetype length_ = 0;
 };
 
 // Digits are grouped while they are typed; the cursor stays behind the digit that it was behind.

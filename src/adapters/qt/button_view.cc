@@ -12,7 +12,10 @@ class ButtonView : public ControlView {
  public:
   ButtonView(Presenter& presenter, Button& button, QWidget& parent)
       : ControlView(presenter, button, new QPushButton(&parent)), button_(button) {
-    connect(&Push(), &QPushButton::clicked, this, [this] { Feed([this] { button_.Click(); }); });
+    connect(&Push(), &QPushButton::clicked, this, [this] {
+      Owner().CommitTyping();
+      Feed([this] { button_.Click(); });
+    });
   }
 
   void Set(std::string_view property) override {
@@ -28,14 +31,16 @@ class ButtonView : public ControlView {
   }
 
  protected:
-  // Enter presses the button that has the focus.
+  // The control hears Enter and blank and presses itself; a key that is held presses once.
   bool eventFilter(QObject* object, QEvent* event) override {
-    if (ControlView::eventFilter(object, event)) return true;
-    if (object != &Widget() || event->type() != QEvent::KeyPress) return false;
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if ((key != Qt::Key_Return && key != Qt::Key_Enter)) return false;
-    Push().click();
-    return true;
+    const bool key_event = object == &Widget() && (event->type() == QEvent::KeyPress ||
+                                                   event->type() == QEvent::KeyRelease);
+    if (!key_event) return ControlView::eventFilter(object, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    const bool presses =
+        key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Space;
+    if (presses && (key.isAutoRepeat() || event->type() == QEvent::KeyRelease)) return true;
+    return ControlView::eventFilter(object, event) || presses;
   }
 
  private:

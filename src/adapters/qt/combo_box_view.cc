@@ -1,4 +1,7 @@
+#include <QApplication>
 #include <QComboBox>
+#include <QElapsedTimer>
+#include <QListView>
 #include <QSignalBlocker>
 
 #include "adapters/qt/view_registry.h"
@@ -7,10 +10,36 @@
 namespace vorek::qt {
 namespace {
 
+// The lines, searched by the letters that are typed as the control compares them.
+class ComboLines : public QListView {
+ public:
+  explicit ComboLines(ComboBox& box) : box_(&box) {}
+  void Forget() { box_ = nullptr; }
+
+  void keyboardSearch(const QString& typed) override {
+    if (box_ == nullptr) return;
+    const bool goes_on =
+        pause_.isValid() && pause_.elapsed() < QApplication::keyboardInputInterval();
+    pause_.start();
+    head_ = goes_on ? head_ + typed : typed;
+    const int from = currentIndex().row() + (goes_on ? 0 : 1);
+    const int line = box_->FindLine(head_.toStdString(), from);
+    if (line >= 0) setCurrentIndex(model()->index(line, 0));
+  }
+
+ private:
+  ComboBox* box_;
+  QElapsedTimer pause_;  // since the last letter
+  QString head_;
+};
+
 class ComboBoxView : public ControlView {
  public:
   ComboBoxView(Presenter& presenter, ComboBox& box, QWidget& parent)
-      : ControlView(presenter, box, new QComboBox(&parent)), box_(box) {
+      : ControlView(presenter, box, new QComboBox(&parent)),
+        box_(box),
+        lines_(new ComboLines(box)) {
+    Combo().setView(lines_);
     connect(&Combo(), &QComboBox::activated, this, [this](int index) {
       Feed([&] { box_.Choose(index); });
       if (!Retired()) Set("ListIndex");
@@ -20,6 +49,8 @@ class ComboBoxView : public ControlView {
   void Set(std::string_view property) override {
     if (property == "List") {
       FillList();
+    } else if (property == "Refusal") {
+      Combo().setAccessibleDescription(ToQt(box_.Refusal()));
     } else if (property == "ListIndex") {
       const QSignalBlocker quiet(&Combo());
       Combo().setCurrentIndex(box_.ListIndex());
@@ -31,6 +62,9 @@ class ComboBoxView : public ControlView {
     ControlView::SetAll();
     FillList();
   }
+
+ protected:
+  void Forget() override { lines_->Forget(); }
 
  private:
   QComboBox& Combo() { return static_cast<QComboBox&>(Widget()); }
@@ -49,6 +83,7 @@ class ComboBoxView : public ControlView {
   }
 
   ComboBox& box_;
+  ComboLines* lines_;
 };
 
 }  // namespace

@@ -22,14 +22,16 @@ void ControlView::SetAll() {
   Place();
   for (const std::string_view name :
        {"Enabled", "RightToLeft", "ToolTipText", "TabStop", "Visible"}) {
-    ControlView::Set(name);
+    Set(name);
   }
 }
 
 void ControlView::Place() {
   if (IsRoot(control_)) return;
-  widget_->setGeometry(presenter_.Measure().Pixels(control_.Left(), control_.Top(),
-                                                   control_.Width(), control_.Height()));
+  std::int32_t left = control_.Left();
+  std::int32_t width = control_.Width();
+  presenter_.ForEachAbove(control_, [&](ControlView& view) { view.Adjust(control_, left, width); });
+  widget_->setGeometry(presenter_.Measure().Pixels(left, control_.Top(), width, control_.Height()));
 }
 
 void ControlView::Set(std::string_view property) {

@@ -29,6 +29,12 @@ class ControlView : public QObject {
   virtual void Set(std::string_view property);
   // Sets all of it, once the view is made.
   virtual void SetAll();
+  // Where the widgets of the control's children belong.
+  virtual QWidget& Content() const { return *widget_; }
+  // Changes in twips where a control below this one is shown.
+  virtual void Adjust(const Control&, std::int32_t&, std::int32_t&) {}
+  // Puts the widget where the control stands.
+  void Place();
   // Hands what is half typed to the control, when the focus leaves or a key ends the typing.
   virtual void Commit() {}
 
@@ -50,8 +56,6 @@ class ControlView : public QObject {
   }
 
  private:
-  void Place();
-
   Presenter& presenter_;
   Control& control_;
   QWidget* widget_;

@@ -1,7 +1,9 @@
 #include <QCalendarWidget>
 #include <QTextCharFormat>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "adapters/qt/popup_place.h"
 #include "adapters/qt/typed_edit_view.h"
 #include "adapters/qt/view_registry.h"
 #include "widgets/vorek_date.h"
@@ -36,14 +38,15 @@ class CalendarPopup : public QFrame {
   QCalendarWidget days;
 };
 
-// A text in which "/" is filled in while it is typed at its end, with a calendar behind a button.
+// A text in which "/" is filled in between the parts of a run of digits that is typed at its end,
+// once the next part begins; with a calendar behind a button.
 class DateView : public TypedEditView {
  public:
   DateView(Presenter& presenter, VorekDate& date, QWidget& parent)
       : TypedEditView(presenter, date, parent), date_(date) {
-    Edit().setMaxLength(10);
+    Edit().setMaxLength(kLongest);
     Edit().setAlignment(Qt::AlignCenter);
-    AddOpener("تقويم", [this] { OpenCalendar(); });
+    AddOpener("تقويم", QLineEdit::LeadingPosition, [this] { OpenCalendar(); });
   }
 
   void Set(std::string_view property) override {
@@ -58,23 +61,39 @@ class DateView : public TypedEditView {
   QString ShownText() const override { return ToQt(date_.FarsiDate()); }
 
   void Typed(const QString& text) override {
-    const bool grew = text.size() > length_;
-    length_ = text.size();
-    const bool part_ends = (text.size() == 4 && !text.contains('/')) ||
-                           (text.size() == 7 && text.count('/') == 1 && text.at(4) == '/');
-    if (!grew || !part_ends || Edit().cursorPosition() != text.size()) return;
-    Edit().setText(text + '/');
-    length_ = Edit().text().size();
+    if (Edit().cursorPosition() != text.size()) return;
+    if (VorekDate::EndsByItself(text.toStdString())) {
+      Commit();
+    } else if (BeginsPart(text)) {
+      Edit().setText(text.left(text.size() - 1) + '/' + text.back());
+    }
   }
 
  private:
+  static constexpr int kLongest = 24;  // with blanks and what a pasted text brings along
+
+  // The last digit is the first of a month or a day: of a year of four digits alone, since two
+  // digits in front may be a day as well.
+  static bool BeginsPart(const QString& text) {
+    const auto digits = [](const QString& part) {
+      return std::all_of(part.begin(), part.end(), [](QChar c) { return c.digitValue() >= 0; });
+    };
+    const auto is_year = [&](const QString& part) {
+      return part.size() == 4 && digits(part) && part.at(0).digitValue() == 1 &&
+             (part.at(1).digitValue() == 3 || part.at(1).digitValue() == 4);
+    };
+    const bool month = text.size() == 5 && digits(text);
+    const bool day = text.size() == 8 && text.at(4) == '/' && digits(text.mid(5));
+    return (month || day) && is_year(text.left(4));
+  }
+
   void OpenCalendar() {
     Commit();
     auto* const popup = new CalendarPopup(&Edit());
     popup->setAttribute(Qt::WA_DeleteOnClose);
-    if (const auto& value = date_.Value()) {
-      popup->days.setSelectedDate(QDate(value->year, value->month, value->day));
-    }
+    const text::CalendarDate shown = date_.Value().value_or(date_.Today());
+    popup->days.setSelectedDate(QDate(shown.year, shown.month, shown.day));
+    popup->days.showSelectedDate();
     connect(&popup->days, &QCalendarWidget::activated, this, [this, popup](QDate day) {
       Feed([&] { date_.SetValue({day.year(), day.month(), day.day()}); });
       popup->close();
@@ -83,13 +102,12 @@ class DateView : public TypedEditView {
       Feed([&] { date_.SetValue({day.year(), day.month(), day.day()}); });
       popup->close();
     });
-    popup->move(Edit().mapToGlobal(QPoint(0, Edit().height())));
+    PlacePopup(*popup, Edit(), popup->sizeHint());
     popup->show();
     popup->days.setFocus();
   }
 
   VorekDate& date_;
-  qsizetype length_ = 0;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <algorithm>
 #include <utility>
 
 #include "adapters/qt/control_view.h"
@@ -27,14 +28,23 @@ FormWindow::FormWindow(Form& form, QWidget* over)
 }
 
 void FormWindow::Open() {
-  const QWidget* const over = parentWidget();
-  const QRect around = over != nullptr ? over->window()->frameGeometry()
-                                       : QGuiApplication::primaryScreen()->availableGeometry();
-  QRect place(QPoint(0, 0), size());
-  place.moveCenter(around.center());
-  move(place.topLeft());
+  Centre();
   show();
+  // How wide the frame is only a window on the screen knows.
+  TakeSize();
+  Centre();
   activateWindow();
+}
+
+// In the middle of what it stands before, and on the screen.
+void FormWindow::Centre() {
+  const QWidget* const over = parentWidget();
+  const QRect room = screen()->availableGeometry();
+  QRect place = frameGeometry();
+  place.moveCenter((over != nullptr ? over->window()->frameGeometry() : room).center());
+  place.moveRight(std::min(place.right(), room.right()));
+  place.moveBottom(std::min(place.bottom(), room.bottom()));
+  move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));
 }
 
 void FormWindow::Follow(std::string_view property) {
@@ -51,24 +61,29 @@ void FormWindow::Ended() {
 void FormWindow::TakeSize() {
   const bool was_sizing = std::exchange(sizing_, true);
   const Scale& scale = presenter_->Measure();
-  const QSize size(scale.Pixels(form_->Width()), scale.Pixels(form_->Height()));
+  const QSize wanted(scale.Pixels(form_->Width()), scale.Pixels(form_->Height()));
   if (fixed_) {
-    setFixedSize(size);
+    setFixedSize(wanted);
   } else {
-    resize(size);
+    // What the screen has no room for the form may scroll to.
+    const QSize frame = frameGeometry().size() - size();
+    resize(wanted.boundedTo(screen()->availableGeometry().size() - frame));
+    if (size() != wanted) TellSize();
   }
   sizing_ = was_sizing;
+}
+
+void FormWindow::TellSize() {
+  const Scale& scale = presenter_->Measure();
+  presenter_->Feed([&] {
+    form_->Move(form_->Left(), form_->Top(), scale.Twips(width()), scale.Twips(height()));
+  });
 }
 
 void FormWindow::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   if (form_ == nullptr || std::exchange(sizing_, true)) return;
-  const Scale& scale = presenter_->Measure();
-  if (!fixed_) {
-    presenter_->Feed([&] {
-      form_->Move(form_->Left(), form_->Top(), scale.Twips(width()), scale.Twips(height()));
-    });
-  }
+  if (!fixed_) TellSize();
   sizing_ = false;
 }
 

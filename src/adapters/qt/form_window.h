@@ -35,6 +35,8 @@ class FormWindow : public QWidget {
  private:
   void Follow(std::string_view property);
   void TakeSize();
+  void TellSize();
+  void Centre();
   void Ended();
 
   Form* form_;

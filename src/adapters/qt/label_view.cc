@@ -1,5 +1,8 @@
+#include <QEvent>
 #include <QLabel>
+#include <algorithm>
 
+#include "adapters/qt/colors.h"
 #include "adapters/qt/view_registry.h"
 #include "widgets/basic_controls.h"
 
@@ -16,10 +19,11 @@ class LabelView : public ControlView {
 
   void Set(std::string_view property) override {
     if (property == "Caption") {
-      Text().setText(ToQt(label_.Caption()));
       Fit();
     } else if (property == "Alignment") {
       Align();
+    } else if (property == "ForeColor") {
+      Color();
     } else {
       ControlView::Set(property);
       if (property == "Width" || property == "Height") Fit();
@@ -29,6 +33,13 @@ class LabelView : public ControlView {
     ControlView::SetAll();
     Set("Caption");
     Align();
+    Color();
+  }
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (object == &Widget() && event->type() == QEvent::FontChange && !Retired()) Fit();
+    return ControlView::eventFilter(object, event);
   }
 
  private:
@@ -37,15 +48,32 @@ class LabelView : public ControlView {
     const bool centred = label_.Alignment() == Label::kCentre;
     Text().setAlignment((centred ? Qt::AlignHCenter : Qt::AlignLeading) | Qt::AlignTop);
   }
+  // In a dark palette a colour that is meant for a light one becomes as light as it was dark.
+  void Color() {
+    if (label_.ForeColor() < 0) return;
+    const QPalette around = Text().parentWidget()->palette();
+    QColor color = FromNumber(label_.ForeColor());
+    if (IsDark(around)) {
+      color = QColor::fromHslF(std::max(color.hslHueF(), 0.F), color.hslSaturationF(),
+                               1 - color.lightnessF() / 1.5F);
+    }
+    QPalette palette = around;
+    palette.setColor(QPalette::WindowText, color);
+    Text().setPalette(palette);
+  }
   // Words wrap where there is room for a second line; what is cut off is told by a tip.
   void Fit() {
     const int line = Text().fontMetrics().lineSpacing();
     const bool wraps = Text().height() >= 2 * line;
     Text().setWordWrap(wraps);
-    if (!label_.ToolTipText().empty()) return;
-    const bool cut =
-        !wraps && Text().fontMetrics().horizontalAdvance(Text().text()) > Text().width();
-    Text().setToolTip(cut ? Text().text() : QString());
+    const QString caption = ToQt(label_.Caption());
+    const int width = Text().width();
+    constexpr int kRounding = 2;  // pixels that a label may lack by rounding
+    const bool cut = !wraps && Text().fontMetrics().horizontalAdvance(caption) > width + kRounding;
+    const QString shown =
+        cut ? Text().fontMetrics().elidedText(caption, Qt::ElideRight, width) : caption;
+    Text().setText(shown);
+    if (label_.ToolTipText().empty()) Text().setToolTip(shown == caption ? QString() : caption);
   }
 
   Label& label_;

@@ -1,5 +1,6 @@
 #include "adapters/qt/list_panel.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -52,6 +53,7 @@ ListPanel::ListPanel(ListControl& list, Feed feed, QWidget* parent)
   rows_->setHeaderHidden(true);
   rows_->setUniformRowHeights(true);
   rows_->setRootIsDecorated(false);
+  rows_->installEventFilter(this);
   pause_.setSingleShot(true);
   pause_.setInterval(kPause);
   setFocusProxy(search_);
@@ -59,9 +61,6 @@ ListPanel::ListPanel(ListControl& list, Feed feed, QWidget* parent)
   connect(search_, &QLineEdit::textEdited, &pause_, [this] { pause_.start(); });
   connect(&pause_, &QTimer::timeout, this, [this] { Search(); });
   connect(rows_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
-    if (many_ == nullptr) Activate(*item);
-  });
-  connect(rows_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     if (many_ == nullptr) Activate(*item);
   });
   connect(rows_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
@@ -96,6 +95,14 @@ void ListPanel::Fill() {
   ShowRows();
 }
 
+void ListPanel::Offer(const QString& typed) {
+  if (list_ == nullptr) return;
+  search_->setText(typed);
+  tree_ = false;
+  rows_->setRootIsDecorated(false);
+  ShowRows();
+}
+
 // A view without parents refuses.
 bool ListPanel::FillTree() {
   tree_ = false;
@@ -112,7 +119,24 @@ bool ListPanel::FillTree() {
   rows_->setRootIsDecorated(true);
   rows_->clear();
   AddRows(nullptr, 0);
+  MakeCurrent();
   return true;
+}
+
+// The row that is chosen, else the first one that Enter would take.
+void ListPanel::MakeCurrent() {
+  const auto* const choice = dynamic_cast<const ChoiceControl*>(list_);
+  QTreeWidgetItem* current = TakesEnter() ? rows_->topLevelItem(0) : nullptr;
+  for (int i = 0; choice != nullptr && !choice->IsNull() && i < rows_->topLevelItemCount(); ++i) {
+    if (rows_->topLevelItem(i)->data(0, kId).toInt() == choice->ID()) {
+      current = rows_->topLevelItem(i);
+    }
+  }
+  rows_->setCurrentItem(current);
+}
+
+bool ListPanel::TakesEnter() const {
+  return on_chosen != nullptr || !search_->text().trimmed().isEmpty();
 }
 
 void ListPanel::Expand(QTreeWidgetItem& item) {
@@ -163,6 +187,7 @@ void ListPanel::ShowRows() {
   if (list_ == nullptr || filling_ || tree_) return;
   rows_->clear();
   AddRows(nullptr, 0);
+  MakeCurrent();
   if (!list_->MoreRows()) return;
   auto* const more = new QTreeWidgetItem(rows_);
   more->setText(0, "...براي بقيه جستجو كنيد");
@@ -204,20 +229,43 @@ void ListPanel::Choose(const QTreeWidgetItem& item) {
 
 void ListPanel::focusInEvent(QFocusEvent*) { search_->setFocus(); }
 
-// The search box leads into the rows: arrows move there, Enter takes the first row.
+void ListPanel::TakeCurrent() {
+  QTreeWidgetItem* const item = rows_->currentItem();
+  if (item == nullptr || item->data(0, kIndex).toInt() < 0) return;
+  if (many_ == nullptr) {
+    Activate(*item);
+  } else {
+    item->setCheckState(0, item->checkState(0) == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+  }
+}
+
 bool ListPanel::eventFilter(QObject* object, QEvent* event) {
-  if (object != search_ || event->type() != QEvent::KeyPress) return false;
-  const int key = static_cast<QKeyEvent*>(event)->key();
-  if (key == Qt::Key_Down) {
-    if (pause_.isActive()) Search();
-    rows_->setFocus();
-    if (rows_->currentItem() == nullptr) rows_->setCurrentItem(rows_->topLevelItem(0));
+  if (event->type() != QEvent::KeyPress) return false;
+  return TakeKey(object, *static_cast<QKeyEvent*>(event));
+}
+
+// The search box leads into the rows: up and down move among them, Enter takes the current one.
+bool ListPanel::TakeKey(QObject* object, QKeyEvent& key) {
+  const int code = key.key();
+  const bool enter = code == Qt::Key_Return || code == Qt::Key_Enter;
+  const bool moves = code == Qt::Key_Down || code == Qt::Key_Up || code == Qt::Key_PageDown ||
+                     code == Qt::Key_PageUp;
+  const bool function = code == Qt::Key_Escape || (code >= Qt::Key_F1 && code <= Qt::Key_F12);
+  const bool typed = object == search_ && (moves || enter);
+  if (typed && pause_.isActive()) Search();
+  if (enter && (object == rows_ || TakesEnter())) {
+    TakeCurrent();
     return true;
   }
-  if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
-  if (pause_.isActive()) Search();
-  if (many_ == nullptr && rows_->topLevelItemCount() == 1) Activate(*rows_->topLevelItem(0));
-  return true;
+  if (object == search_ && moves) {
+    QApplication::sendEvent(rows_, &key);
+    return true;
+  }
+  if ((enter || function) && on_key) {
+    on_key(key);
+    return true;
+  }
+  return false;
 }
 
 }  // namespace vorek::qt

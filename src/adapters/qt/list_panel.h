@@ -1,6 +1,7 @@
 #ifndef VOREK_ADAPTERS_QT_LIST_PANEL_H_
 #define VOREK_ADAPTERS_QT_LIST_PANEL_H_
 
+#include <QKeyEvent>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -30,11 +31,16 @@ class ListPanel : public QWidget {
   void Forget() { list_ = nullptr; }
   // Asks the control for its first rows.
   void Fill();
+  // Shows the rows that the control holds for a text that isn't clear.
+  void Offer(const QString& typed);
   // Shows the rows that the control holds, or only which of them are chosen.
   void ShowRows();
   void ShowChoice();
-  // A row was chosen in a control of one choice.
+  // A row was chosen in a control of one choice. A panel without it stays open: it takes Enter for
+  // itself only while something is searched for.
   std::function<void()> on_chosen;
+  // A key that the panel has no use for.
+  std::function<void(const QKeyEvent&)> on_key;
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -47,6 +53,10 @@ class ListPanel : public QWidget {
   void Expand(QTreeWidgetItem& item);
   void AddRows(QTreeWidgetItem* below, std::int32_t parent_id);
   void Activate(QTreeWidgetItem& item);
+  void MakeCurrent();
+  void TakeCurrent();
+  bool TakesEnter() const;
+  bool TakeKey(QObject* object, QKeyEvent& key);
   void Choose(const QTreeWidgetItem& item);
 
   ListControl* list_;

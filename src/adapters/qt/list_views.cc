@@ -1,9 +1,11 @@
 #include <QFrame>
 #include <QPointer>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "adapters/qt/list_panel.h"
+#include "adapters/qt/popup_place.h"
 #include "adapters/qt/typed_edit_view.h"
 #include "adapters/qt/view_registry.h"
 #include "widgets/vorek_entity_picker.h"
@@ -34,17 +36,32 @@ class ListFieldView : public TypedEditView {
  public:
   ListFieldView(Presenter& presenter, ListControl& list, QWidget& parent)
       : TypedEditView(presenter, list, parent), list_(list) {
-    AddOpener("فهرست", [this] { Open(); });
+    AddOpener("فهرست", QLineEdit::TrailingPosition, [this] { Open(); });
     Edit().setReadOnly(dynamic_cast<VorekMultiSelect*>(&list) != nullptr);
   }
 
  protected:
   QString ShownText() const override { return ChoiceText(list_); }
   void Forget() override { delete popup_.data(); }
+  // The rows that hold the text are offered once the event that ended the typing is over.
+  void Refused() override {
+    if (!list_.OffersRows()) return;
+    QTimer::singleShot(0, this, [this] {
+      if (!Retired() && list_.OffersRows() && Edit().isVisible()) {
+        OpenOn([this](ListPanel& panel) { panel.Offer(ToQt(list_.RefusedText())); });
+      }
+    });
+  }
 
  private:
   void Open() {
+    OpenOn([](ListPanel& panel) { panel.Fill(); });
+  }
+
+  void OpenOn(const std::function<void(ListPanel&)>& fill) {
+    if (popup_ != nullptr) return;
     DropTyping();
+    Edit().setFocus(Qt::OtherFocusReason);  // where it comes back to
     auto* const popup = new QFrame(&Edit(), Qt::Popup);
     popup->setAttribute(Qt::WA_DeleteOnClose);
     popup->setFrameShape(QFrame::StyledPanel);
@@ -56,10 +73,9 @@ class ListFieldView : public TypedEditView {
     layout->addWidget(panel);
     panel->on_chosen = [popup] { popup->close(); };
     const int letter = Edit().fontMetrics().averageCharWidth();
-    popup->resize(std::max(Edit().width(), letter * 44), letter * 44);
-    popup->move(Edit().mapToGlobal(QPoint(Edit().width() - popup->width(), Edit().height())));
+    PlacePopup(*popup, Edit(), {std::max(Edit().width(), letter * 44), letter * 44});
     popup_ = popup;
-    panel->Fill();
+    fill(*panel);
     popup->show();
     panel->setFocus();
   }
@@ -74,7 +90,11 @@ class ListPanelView : public ControlView {
       : ControlView(
             presenter, list,
             new ListPanel(
-                list, [this](const std::function<void()>& event) { Feed(event); }, &parent)) {}
+                list, [this](const std::function<void()>& event) { Feed(event); }, &parent)) {
+    Panel().on_key = [this, &list](const QKeyEvent& key) {
+      if (!Retired()) Owner().KeyDown(list, key);
+    };
+  }
 
   void Set(std::string_view property) override {
     if (property == "List") {

@@ -1,5 +1,6 @@
 #include "adapters/qt/presenter.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QMetaObject>
 #include <algorithm>
@@ -7,11 +8,13 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/key_codes.h"
 #include "adapters/qt/view_registry.h"
+#include "widgets/basic_controls.h"
 #include "widgets/form.h"
 
 namespace vorek::qt {
 
-Presenter::Presenter(Control& root, QWidget& window) : root_(&root), window_(window) {
+Presenter::Presenter(Control& root, QWidget& window)
+    : root_(&root), window_(window), focus_(root.ActiveControl()) {
   Sync();
   root.SetObserver(this);
 }
@@ -46,12 +49,39 @@ void Presenter::MakeViews(Control& control, QWidget& parent) {
     views_[&control] = view;
     view->SetAll();
   }
-  for (Control* child : control.Children()) MakeViews(*child, view->Widget());
+  for (Control* child : control.Children()) MakeViews(*child, view->Content());
 }
 
 void Presenter::SetAll() {
   scale_ = Scale::OfApplication();
   for (const auto& [control, view] : views_) view->SetAll();
+}
+
+void Presenter::ForEachAbove(const Control& control,
+                             const std::function<void(ControlView&)>& use) const {
+  for (const Control* above = control.Parent(); above != nullptr; above = above->Parent()) {
+    if (ControlView* const view = ViewOf(*above)) use(*view);
+  }
+}
+
+void Presenter::PlaceBelow(Control& control) {
+  for (Control* child : control.Children()) {
+    if (ControlView* const view = ViewOf(*child)) view->Place();
+    PlaceBelow(*child);
+  }
+}
+
+void Presenter::CommitTyping() {
+  const QWidget* const focused = QApplication::focusWidget();
+  const auto found = std::find_if(views_.begin(), views_.end(), [&](const auto& entry) {
+    return &entry.second->Widget() == focused;
+  });
+  if (found != views_.end()) found->second->Commit();
+}
+
+bool Presenter::HasFocusInside() const {
+  const QWidget* const focused = QApplication::focusWidget();
+  return focused != nullptr && window_.isAncestorOf(focused);
 }
 
 void Presenter::SyncLater() {
@@ -125,20 +155,32 @@ void Presenter::OrderTabsLater() {
       this, [this] { OrderTabs(); }, Qt::QueuedConnection);
 }
 
+namespace {
+
+bool TakesFocus(const QWidget& widget) {
+  return widget.focusPolicy() != Qt::NoFocus || widget.focusProxy() != nullptr;
+}
+
+}  // namespace
+
+// Tab numbers count inside each container, whose controls follow it.
+void Presenter::CollectInTabOrder(const Control& container, std::vector<ControlView*>& views) {
+  std::vector<Control*> children = container.Children();
+  std::stable_sort(children.begin(), children.end(), [](const Control* a, const Control* b) {
+    return a->TabIndex() < b->TabIndex();
+  });
+  for (const Control* child : children) {
+    ControlView* const view = ViewOf(*child);
+    if (view != nullptr && TakesFocus(view->Widget())) views.push_back(view);
+    CollectInTabOrder(*child, views);
+  }
+}
+
 void Presenter::OrderTabs() {
   tabs_pending_ = false;
   if (root_ == nullptr) return;
   std::vector<ControlView*> views;
-  const std::function<void(Control&)> collect = [&](Control& control) {
-    if (ControlView* const view = ViewOf(control); view != nullptr && &control != root_) {
-      views.push_back(view);
-    }
-    for (Control* child : control.Children()) collect(*child);
-  };
-  collect(*root_);
-  std::stable_sort(views.begin(), views.end(), [](const ControlView* a, const ControlView* b) {
-    return a->Shown().TabIndex() < b->Shown().TabIndex();
-  });
+  CollectInTabOrder(*root_, views);
   for (std::size_t i = 1; i < views.size(); ++i) {
     QWidget::setTabOrder(&views[i - 1]->Widget(), &views[i]->Widget());
   }
@@ -154,7 +196,7 @@ void Presenter::TieLabels() {
       ControlView* const tied = ViewOf(*sibling);
       if (tied == nullptr || qobject_cast<QLabel*>(&tied->Widget()) != nullptr) continue;
       label->setBuddy(&tied->Widget());
-      tied->Widget().setAccessibleName(label->text());
+      tied->Widget().setAccessibleName(ToQt(static_cast<const Label*>(control)->Caption()));
     }
   }
 }

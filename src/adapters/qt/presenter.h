@@ -35,6 +35,14 @@ class Presenter : public QObject, public ControlObserver {
   ControlView* ViewOf(const Control& control) const;
   const Scale& Measure() const { return scale_; }
   void OrderTabsLater();
+  // Calls use(view) for the view of each control that this one stands in, the nearest first.
+  void ForEachAbove(const Control& control, const std::function<void(ControlView&)>& use) const;
+  // Places the widgets of all controls below that one anew.
+  void PlaceBelow(Control& control);
+  // Hands what is half typed in the field with the focus to its control.
+  void CommitTyping();
+  // A widget of this tree has the focus.
+  bool HasFocusInside() const;
 
   // Runs what the user does in the system. An error that nobody caught there goes to on_failure.
   void Feed(const std::function<void()>& event);
@@ -59,13 +67,14 @@ class Presenter : public QObject, public ControlObserver {
   void MakeViews(Control& control, QWidget& parent);
   void TakeFocus();
   void OrderTabs();
+  void CollectInTabOrder(const Control& container, std::vector<ControlView*>& views);
   void TieLabels();
 
   Control* root_;
   QWidget& window_;
   Scale scale_ = Scale::OfApplication();
   std::unordered_map<const Control*, ControlView*> views_;
-  Control* focus_ = nullptr;  // the control that shall get the focus
+  const Control* focus_;  // the control that shall get the focus; null for none
   bool sync_pending_ = false;
   bool tabs_pending_ = false;
 };

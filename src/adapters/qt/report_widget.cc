@@ -70,6 +70,9 @@ bool VorekReportWidget::View(int ID, const QString& inParameterString,
         parts_->report.View(ID, inParameterString.toStdString(), inCallerStringValue.toStdString());
   });
   parts_->presenter.Sync();
+  // A report that waits for its panel is asked for it at once.
+  VorekParameters& panel = parts_->report.Impl().VorekParameters1;
+  if (panel.Visible() && !panel.result) panel.FocusFirst();
   return shown;
 }
 

@@ -27,6 +27,7 @@ constexpr KnownKind kKinds[] = {
     {"VorekDuration", MakeMinutesView},
     {"VorekEntityPicker", MakeListView},
     {"VorekMultiSelect", MakeListView},
+    {"VorekParameters", MakeParametersView},
     {"VorekPickerPanel", MakeListView},
     {"VorekProgressBar", MakeProgressView},
     {"VorekSelector", MakeListView},

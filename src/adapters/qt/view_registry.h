@@ -19,6 +19,7 @@ ControlView* MakeGridView(Presenter& presenter, Control& control, QWidget& paren
 ControlView* MakeLabelView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeListView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeMinutesView(Presenter& presenter, Control& control, QWidget& parent);
+ControlView* MakeParametersView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeProgressView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeTextBoxView(Presenter& presenter, Control& control, QWidget& parent);
 
