@@ -106,7 +106,7 @@ Control& LoadEntity(ParameterWidgets& widgets, const ParameterRow& row, std::int
 
 ParameterReading ReadText(Control& widget) {
   const std::string& text = static_cast<TextBox&>(widget).Text();
-  return {text::ExactPrefix(PlainTyped(text)), text};
+  return {text::ExactNumber(PlainTyped(text)), text};
 }
 
 ParameterReading ReadLabel(Control& widget) { return {"", static_cast<Label&>(widget).Caption()}; }

@@ -112,21 +112,6 @@ double NumericPrefix(std::string_view s) {
   return result.ec == std::errc::result_out_of_range ? OutOfRange(number) : value;
 }
 
-std::string ExactPrefix(std::string_view s) {
-  std::string number = PrefixScanner(s).Scan();
-  if (number.find_first_of("eE") != std::string::npos) return PlainNumber(NumericPrefix(s));
-  const bool negative = number.starts_with('-');
-  if (negative) number.erase(0, 1);
-  const std::size_t point = std::min(number.find('.'), number.size());
-  std::string decimals = number.substr(point);
-  decimals.erase(decimals.find_last_not_of(".0") + 1);
-  std::string whole = number.substr(0, point);
-  whole.erase(0, whole.find_first_not_of('0'));
-  if (whole.empty()) whole = "0";
-  const bool zero = whole == "0" && decimals.empty();
-  return (negative && !zero ? "-" : "") + whole + decimals;
-}
-
 void AppendPlainNumber(double value, std::string& out) {
   std::array<char, 32> buffer{};
   char* const begin = buffer.data();

@@ -14,11 +14,6 @@ namespace vorek::text {
 // largest double of its sign.
 double NumericPrefix(std::string_view s);
 
-// The same head as plain text with all its digits, without a way over binary floating point: no
-// leading and trailing zeros, "-" in front of a negative one, "0" for a text without such a head. A
-// head with an exponent has no exact form of a sensible length: it is PlainNumber of its value.
-std::string ExactPrefix(std::string_view s);
-
 // A number as plain text: at most 15 significant digits, "." as the decimal point, "-" in front of
 // a negative one, no digit groups, no trailing zeros. From 1E+15 on in exponent form (1E+20), while
 // the smallest number still has plain decimals (0.000015), so that a formula can go on with it.

@@ -31,27 +31,6 @@ TEST(NumberText, ReadsTheNumberAtTheHead) {
   for (const auto& c : cases) EXPECT_EQ(NumericPrefix(c.text), c.value) << c.text;
 }
 
-TEST(NumberText, KeepsEveryDigitOfAHead) {
-  const struct {
-    const char* text;
-    const char* exact;
-  } cases[] = {{"6037991234567890", "6037991234567890"},
-               {"12345678901234567890123456789012345678", "12345678901234567890123456789012345678"},
-               {"0.1234567890123456789x", "0.1234567890123456789"},
-               {" - 007.50", "-7.5"},
-               {"+5", "5"},
-               {".5", "0.5"},
-               {"5.", "5"},
-               {"1 000 000", "1000000"},
-               {"-0.00", "0"},
-               {"000", "0"},
-               {"1e3", "1000"},
-               {"abc", "0"},
-               {"", "0"},
-               {"12/5", "12"}};
-  for (const auto& c : cases) EXPECT_EQ(ExactPrefix(c.text), c.exact) << c.text;
-}
-
 TEST(NumberText, WritesFifteenDigits) {
   const struct {
     double value;
