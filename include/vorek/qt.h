@@ -61,6 +61,10 @@ class VorekReportWidget : public QWidget {
   void ViewCelChange();
   void InvokeClearShow(int FormTypeID, const QString& InvokedValueStr);
   void InvokeView(int FormTypeID, const QString& UniqueWC, const QString& InvokedValueStr);
+  // The buttons of an Editable control; see ReportEvents.
+  void AddClick();
+  void EditClick();
+  void DeleteClick();
   // An error that nothing in the control caught. Unless a slot is connected, it is shown.
   void Failed(const QString& description);
 

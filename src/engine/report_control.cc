@@ -33,8 +33,11 @@ ReportControl::ReportControl(WorldState& shared, Control* parent, std::string na
   lblCaption.Move(0, 0, kCaptionWidth, 300);
   lblCaption.SetRightToLeft(true);
   lblCaption.SetAlignment(Label::kCentre);
-  for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {
+  const std::pair<Button*, const char*> buttons[] = {
+      {&cmdAdd, "جديد"}, {&cmdEdit, "ويرايش"}, {&cmdDelete, "حذف"}};
+  for (const auto& [button, caption] : buttons) {
     button->Move(0, 0, 1000, 400);
+    button->SetCaption(caption);
     button->SetVisible(false);
   }
   Progress.SetHeight(200);
@@ -69,6 +72,13 @@ void ReportControl::ConnectEvents() {
     KeepWidth(world.process.main.TransposeLayouts, flxTranspose, col);
   };
   flxMain.on_sel_change = [this] { flxMain_SelChange(); };
+  // What a record is, the host knows.
+  const auto raise = [](const std::function<void()>& event) {
+    if (event) event();
+  };
+  cmdAdd.on_click = [this, raise] { raise(events.AddClick); };
+  cmdEdit.on_click = [this, raise] { raise(events.EditClick); };
+  cmdDelete.on_click = [this, raise] { raise(events.DeleteClick); };
 }
 
 // By now a record is told by its row alone.
@@ -174,7 +184,9 @@ void ReportControl::GotFocus() {
   IgnoreErrors([&] { FocusGrid(); });
 }
 
+// A text that is refused leaves the connection that is in force.
 void ReportControl::SetConnection(const std::string& text) {
+  world.process.data.Check(text);
   state.OleConnectionString = text;
   world.process.main.ConnectionText = text;
   world.process.data.Rebind(text);

@@ -37,6 +37,7 @@ class ReportControl : public Frame {
   bool ReportRefreshOnChange();
   // An event of a widget that a host placed beside the report: "Changed" runs it again.
   void ObjectEvent(const std::string& name);
+  // Throws Error for a text that DataSession::Check refuses; the former one then stays in force.
   void SetConnection(const std::string& text);
   void SetEditable(bool on);
   void SetEnabledGrids(bool on);

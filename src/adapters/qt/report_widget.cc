@@ -60,6 +60,9 @@ void VorekReportWidget::ConnectEvents() {
   events.InvokeView = [this](std::int32_t& type, std::string& condition, std::string& value) {
     Q_EMIT InvokeView(type, qt::ToQt(condition), qt::ToQt(value));
   };
+  events.AddClick = [this] { Q_EMIT AddClick(); };
+  events.EditClick = [this] { Q_EMIT EditClick(); };
+  events.DeleteClick = [this] { Q_EMIT DeleteClick(); };
 }
 
 bool VorekReportWidget::View(int ID, const QString& inParameterString,
