@@ -94,10 +94,7 @@ bool DeskWindow::Connect(const Login& login) {
   return true;
 }
 
-QString DeskWindow::TabsKey() const {
-  const QByteArray db = WithoutPasswords(session_->Who().db).toUtf8();
-  return "tabs/" + QString::fromLatin1(db.toBase64(QByteArray::Base64UrlEncoding));
-}
+QString DeskWindow::TabsKey() const { return RecentList::TabsKey(KeptName(session_->Who())); }
 
 void DeskWindow::ReopenTabs() {
   for (const QVariant& report : settings_.value(TabsKey()).toList()) {

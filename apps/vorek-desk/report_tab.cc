@@ -23,7 +23,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   widget_->SetPositionID(who.position);
   widget_->SetEmployeeID(who.employee);
   widget_->SetPeriodID(who.period);
-  widget_->SetOleConnectionString(QString::fromStdString(ConnectionString(who.db)));
+  widget_->SetOleConnectionString(QString::fromStdString(ConnectionOf(who)));
 }
 
 ReportTab::~ReportTab() = default;

@@ -1,13 +1,14 @@
 #include "session.h"
 
-#include <QStringList>
+#include <QFileInfo>
 #include <algorithm>
 #include <utility>
 
+#include "adapters/system/database_option.h"
 #include "engine/shared_helpers.h"
 #include "engine/world_state.h"
+#include "platform/connection_secrets.h"
 #include "text/persian_date.h"
-#include "text/utf8.h"
 #include "vorek/qt.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
@@ -17,24 +18,20 @@
 
 namespace vorek::desk {
 
-std::string ConnectionString(const QString& db) {
-  std::string text = db.trimmed().toStdString();
-  if (text::StartsWithIgnoreCase(text, "Provider=")) return text;
-  return "Provider=VorekSQLite;Data Source=" + text;
+std::string ConnectionOf(const Login& login) {
+  return WithPassword(ConnectionStringOf(login.db.trimmed().toStdString()),
+                      login.password.toStdString());
 }
 
-QString WithoutPasswords(const QString& db) {
-  QStringList kept;
-  for (const QString& piece : db.split(';')) {
-    const QString key = piece.section('=', 0, 0).trimmed().toLower();
-    if (key != "pwd" && key != "password") kept << piece;
-  }
-  return kept.join(';');
+QString KeptName(const Login& login) {
+  const QString db = login.db.trimmed();
+  if (!db.startsWith("Provider=", Qt::CaseInsensitive)) return QFileInfo(db).absoluteFilePath();
+  return QString::fromStdString(WithoutPasswords(db.toStdString()));
 }
 
 Session::Session(Login login) : login_(std::move(login)), world_(MakeWorld()) {
   Process& process = world_->State().process;
-  process.data.Rebind(ConnectionString(login_.db));
+  process.data.Rebind(ConnectionOf(login_));
   catalogue_ = ReadCatalog(process.dten().rssqlGeneral1);
   process.main.GlobalUserID = login_.user;
   process.main.GlobalPositionID = login_.position;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <limits>
 
+#include "platform/connection_secrets.h"
 #include "text/number.h"
 #include "text/utf8.h"
 #include "widgets/property.h"
@@ -91,7 +92,8 @@ const std::vector<StoredProperty>& StoredProperties() {
       Number16("PositionID", &ReportState::PositionID),
       Number16("EmployeeID", &ReportState::EmployeeID),
       {"OleConnectionString", "", true,
-       [](ReportControl& c) { return c.state.OleConnectionString; }, ReadConnection},
+       [](ReportControl& c) { return StorableConnection(c.state.OleConnectionString); },
+       ReadConnection},
       Text("Title", &ReportState::Title, "", false),
       Number32("FormID", &ReportState::FormID, "0"),
       Number32("FormTypeID", &ReportState::FormTypeID, "0"),
@@ -130,6 +132,7 @@ void WriteProperties(ReportControl& control, PropertyStore& store) {
     if (!property.written) continue;
     store.WriteProperty(property.key, property.get(control), property.default_value);
   }
+  store.Commit();
 }
 
 }  // namespace vorek

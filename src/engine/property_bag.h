@@ -15,6 +15,7 @@ void InitProperties(ReportControl& control);
 // that is refused; the others are then as they were or as stored.
 void ReadProperties(ReportControl& control, PropertyStore& store);
 
+// Passwords are written only for a connection string with "Persist Security Info=True".
 void WriteProperties(ReportControl& control, PropertyStore& store);
 
 }  // namespace vorek

@@ -154,6 +154,16 @@ TEST_F(BadInputTest, RefusesAStoredValueThatItsPropertyCantHold) {
   }
 }
 
+TEST_F(BadInputTest, StoresNoPassword) {
+  report.SetOleConnectionString(Connection("good.db") + ";Password=s3cret");
+  OneValue store("OleConnectionString", "");
+  report.WriteProperties(store);
+  EXPECT_EQ(store.Value(), Connection("good.db") + ";");
+  report.SetOleConnectionString(Connection("good.db") + ";PWD=p;Persist Security Info=True");
+  report.WriteProperties(store);
+  EXPECT_EQ(store.Value(), report.OleConnectionString());
+}
+
 TEST_F(BadInputTest, CancelsTenMillionRows) {
   report.SetOleConnectionString(Connection("good.db"));
   report.SetUseThisQuery(

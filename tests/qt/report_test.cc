@@ -14,7 +14,7 @@
 
 #include "adapters/qt/grid_area.h"
 #include "adapters/system/system_files.h"
-#include "desk_window.h"
+#include "desk_fixture.h"
 #include "engine/report_control.h"
 #include "platform/script.h"
 #include "qt_environment.h"
@@ -26,50 +26,6 @@
 
 namespace vorek::qt {
 namespace {
-
-namespace fs = std::filesystem;
-
-// The sample, made once for all tests of a run.
-const std::string& SampleFile() {
-  static const QTemporaryDir folder;
-  static const std::string file = [] {
-    const std::string path = folder.filePath("sample.db").toStdString();
-    const auto connection =
-        SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=" + path + ";Mode=Create");
-    std::vector<fs::path> scripts;
-    for (const fs::directory_entry& entry : fs::directory_iterator("samples")) {
-      if (entry.path().extension() == ".sql") scripts.push_back(entry.path());
-    }
-    std::sort(scripts.begin(), scripts.end());
-    const SystemFiles files;
-    for (const fs::path& script : scripts) {
-      RunScript(*connection, files.Read(script.string()), {.timeout_seconds = 600, .progress = {}});
-    }
-    return path;
-  }();
-  return file;
-}
-
-class DeskTest : public testing::Test {
- protected:
-  DeskTest() {
-    desk = std::make_unique<desk::DeskWindow>(settings);
-    desk->show();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(desk.get()));
-    EXPECT_TRUE(desk->Connect({QString::fromStdString(SampleFile()), 1, 1, -1, -1}));
-  }
-  ReportControl& Control() { return desk->CurrentTab()->Widget().Report().Impl(); }
-  template <typename Widget>
-  Widget* Child(const QString& name) {
-    auto* const found = desk->CurrentTab()->findChild<Widget*>(name);
-    EXPECT_NE(found, nullptr) << name.toStdString();
-    return found;
-  }
-
-  QTemporaryDir folder;
-  QSettings settings{folder.filePath("desk.ini"), QSettings::IniFormat};
-  std::unique_ptr<desk::DeskWindow> desk;
-};
 
 TEST_F(DeskTest, FindsAReportByWordsAndShowsWhatTheGridHolds) {
   auto* const search = desk->findChild<QLineEdit*>("search");

@@ -1,0 +1,82 @@
+#ifndef VOREK_TESTS_QT_DESK_FIXTURE_H_
+#define VOREK_TESTS_QT_DESK_FIXTURE_H_
+
+#include <gtest/gtest.h>
+
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QtTest/QTest>
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "adapters/system/system_files.h"
+#include "desk_window.h"
+#include "engine/report_control.h"
+#include "platform/script.h"
+#include "qt_environment.h"
+#include "report_tab.h"
+#include "settings_file.h"
+#include "vorek/qt.h"
+#include "vorek/sqlite.h"
+
+namespace vorek::qt {
+
+// The sample, made once for all tests of a run.
+inline const std::string& SampleFile() {
+  namespace fs = std::filesystem;
+  static const QTemporaryDir folder;
+  static const std::string file = [] {
+    const std::string path = folder.filePath("sample.db").toStdString();
+    const auto connection =
+        SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=" + path + ";Mode=Create");
+    std::vector<fs::path> scripts;
+    for (const fs::directory_entry& entry : fs::directory_iterator("samples")) {
+      if (entry.path().extension() == ".sql") scripts.push_back(entry.path());
+    }
+    std::sort(scripts.begin(), scripts.end());
+    const SystemFiles files;
+    for (const fs::path& script : scripts) {
+      RunScript(*connection, files.Read(script.string()), {.timeout_seconds = 600, .progress = {}});
+    }
+    return path;
+  }();
+  return file;
+}
+
+class DeskTest : public testing::Test {
+ protected:
+  DeskTest() {
+    desk = std::make_unique<desk::DeskWindow>(settings);
+    desk->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(desk.get()));
+    EXPECT_TRUE(desk->Connect(Owner()));
+  }
+  static desk::Login Owner() { return {QString::fromStdString(SampleFile()), 1, 1, -1, -1}; }
+  // Closes the window and opens another one on the same settings, as the program's next start does.
+  void Restart() {
+    desk->close();
+    desk = std::make_unique<desk::DeskWindow>(settings);
+    desk->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(desk.get()));
+    EXPECT_TRUE(desk->Connect(Owner()));
+    desk->ReopenTabs();
+  }
+  ReportControl& Control() { return desk->CurrentTab()->Widget().Report().Impl(); }
+  template <typename Widget>
+  Widget* Child(const QString& name) {
+    auto* const found = desk->CurrentTab()->findChild<Widget*>(name);
+    EXPECT_NE(found, nullptr) << name.toStdString();
+    return found;
+  }
+
+  QTemporaryDir folder;
+  QSettings settings{desk::PrivateFile(folder.filePath("desk.ini")), QSettings::IniFormat};
+  std::unique_ptr<desk::DeskWindow> desk;
+};
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_TESTS_QT_DESK_FIXTURE_H_
