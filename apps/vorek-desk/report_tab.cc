@@ -12,8 +12,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
     : QWidget(parent),
       report_(report),
       settings_(settings),
-      world_(session.MakeWorld()),
-      widget_(std::make_unique<VorekReportWidget>(*world_)) {
+      widget_(std::make_unique<VorekReportWidget>(Session::Services())) {
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addWidget(widget_.get());

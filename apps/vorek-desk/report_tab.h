@@ -13,7 +13,8 @@ class QSettings;
 
 namespace vorek::desk {
 
-// A report in a tab, with the column widths that the user drew in it before.
+// A report in a tab, with a world of its own, so that tabs share no column layouts, and with the
+// column widths that the user drew in it before.
 class ReportTab : public QWidget {
  public:
   ReportTab(const Session& session, std::int32_t report, QSettings& settings, QWidget* parent);
@@ -31,7 +32,6 @@ class ReportTab : public QWidget {
 
   std::int32_t report_;
   QSettings& settings_;
-  std::unique_ptr<World> world_;  // outlives the widget
   std::unique_ptr<VorekReportWidget> widget_;
   std::map<std::int32_t, std::int32_t> own_widths_;  // by column, as the report has them
 };

@@ -29,7 +29,8 @@ QString KeptName(const Login& login) {
   return QString::fromStdString(WithoutPasswords(db.toStdString()));
 }
 
-Session::Session(Login login) : login_(std::move(login)), world_(MakeWorld()) {
+Session::Session(Login login)
+    : login_(std::move(login)), world_(std::make_unique<World>(Services())) {
   Process& process = world_->State().process;
   process.data.Rebind(ConnectionOf(login_));
   catalogue_ = ReadCatalog(process.dten().rssqlGeneral1);
@@ -40,7 +41,7 @@ Session::Session(Login login) : login_(std::move(login)), world_(MakeWorld()) {
   user_name_ = process.main.UserFullName;
 }
 
-std::unique_ptr<World> Session::MakeWorld() const {
+WorldOptions Session::Services() {
   WorldOptions options;
   options.providers = {SqliteProvider()};
 #ifdef VOREK_WITH_ODBC
@@ -48,7 +49,7 @@ std::unique_ptr<World> Session::MakeWorld() const {
 #endif
   AddQtServices(options);
   AddSystemServices(options);
-  return std::make_unique<World>(std::move(options));
+  return options;
 }
 
 QString Session::TitleOf(std::int32_t report) const {

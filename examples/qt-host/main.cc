@@ -9,6 +9,7 @@
 #include <QMainWindow>
 #include <QStatusBar>
 #include <QTimer>
+#include <utility>
 
 namespace {
 
@@ -34,10 +35,9 @@ int main(int argc, char** argv) {
   options.providers = {vorek::SqliteProvider()};
   vorek::AddQtServices(options);
   vorek::AddSystemServices(options);
-  vorek::World world(options);
 
   QMainWindow window;
-  auto* const report = new vorek::VorekReportWidget(world, &window);
+  auto* const report = new vorek::VorekReportWidget(std::move(options), &window);
   Listen(*report, window);
   window.setCentralWidget(report);
   window.resize(1000, 600);

@@ -28,7 +28,10 @@ class VorekReportWidget : public QWidget {
   Q_PROPERTY(QString Title READ Title)
 
  public:
-  // The world must outlive the widget.
+  // A widget with a world of its own, so that it shares neither user nor connection with another.
+  explicit VorekReportWidget(WorldOptions options, QWidget* parent = nullptr);
+  // A widget in a world that others share: all of them have to show reports for one user over one
+  // connection. The world must outlive the widget.
   explicit VorekReportWidget(World& world, QWidget* parent = nullptr);
   ~VorekReportWidget() override;
 
@@ -76,6 +79,7 @@ class VorekReportWidget : public QWidget {
  private:
   struct Parts;
 
+  void Begin();
   void ConnectEvents();
   void TakeSize();
   void Tell(const QString& failure);

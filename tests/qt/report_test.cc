@@ -140,6 +140,28 @@ TEST_F(DeskTest, RemembersTabsAndDrawnWidths) {
   EXPECT_EQ(Control().flxMain.ColWidth(2), 3333);
 }
 
+// What another control shows in between changes nothing in a widget with a world of its own.
+TEST(WorldsTest, AWidgetKeepsItsUserAndItsConnection) {
+  const auto make = [](int user) {
+    WorldOptions options;
+    options.providers = {SqliteProvider()};
+    AddQtServices(options);
+    AddSystemServices(options);
+    auto widget = std::make_unique<VorekReportWidget>(std::move(options));
+    widget->SetOleConnectionString("Provider=VorekSQLite;Data Source=" +
+                                   QString::fromStdString(SampleFile()));
+    widget->SetUserID(user);
+    widget->Report().SetUseThisQuery("select <UserID> as Who");
+    EXPECT_TRUE(widget->View(215)) << user;
+    return widget;
+  };
+  const auto first = make(1);
+  const auto second = make(2);
+  EXPECT_TRUE(first->Report().Refresh());
+  EXPECT_EQ(first->Report().TextMatrix(1, 1), "1");
+  EXPECT_EQ(second->Report().TextMatrix(1, 1), "2");
+}
+
 // The window lives while the query runs, takes nothing but the wish to cancel, and the run ends as
 // one that failed.
 TEST(CancelTest, EndsARunInItsFailurePath) {

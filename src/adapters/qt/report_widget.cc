@@ -23,6 +23,8 @@ void AddQtServices(WorldOptions& options) {
 
 struct VorekReportWidget::Parts {
   Parts(World& world, QWidget& widget) : report(world), presenter(report.Root(), widget) {}
+  Parts(std::unique_ptr<World> world, QWidget& widget)
+      : own_world(std::move(world)), report(*own_world), presenter(report.Root(), widget) {}
 
   // A world without a screen of ours has nothing to wait for.
   bool Busy() {
@@ -31,12 +33,23 @@ struct VorekReportWidget::Parts {
     return screen != nullptr && screen->Busy()->Active();
   }
 
+  std::unique_ptr<World> own_world;  // null for a shared one
   VorekReport1 report;
   qt::Presenter presenter;
 };
 
+VorekReportWidget::VorekReportWidget(WorldOptions options, QWidget* parent)
+    : QWidget(parent),
+      parts_(std::make_unique<Parts>(std::make_unique<World>(std::move(options)), *this)) {
+  Begin();
+}
+
 VorekReportWidget::VorekReportWidget(World& world, QWidget* parent)
     : QWidget(parent), parts_(std::make_unique<Parts>(world, *this)) {
+  Begin();
+}
+
+void VorekReportWidget::Begin() {
   setLayoutDirection(Qt::RightToLeft);
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(200, 120);
