@@ -2,10 +2,32 @@
 
 #include <QSettings>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "engine/report_control.h"
 
 namespace vorek::desk {
+namespace {
+
+QVariant ToSettings(const DrawnWidths& widths) {
+  QVariantList list;
+  for (const DrawnWidth& width : widths) {
+    list << QVariant(QVariantList{width.col, QString::fromStdString(width.header), width.twips});
+  }
+  return list;
+}
+
+DrawnWidths WidthsFrom(const QVariant& kept) {
+  DrawnWidths widths;
+  for (const QVariant& entry : kept.toList()) {
+    const QVariantList width = entry.toList();
+    if (width.size() != 3) continue;
+    widths.push_back({width[0].toInt(), width[1].toString().toStdString(), width[2].toInt()});
+  }
+  return widths;
+}
+
+}  // namespace
 
 ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& settings,
                      QWidget* parent)
@@ -27,6 +49,8 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
 
 ReportTab::~ReportTab() = default;
 
+ReportControl& ReportTab::Control() { return widget_->Report().Impl(); }
+
 bool ReportTab::View() {
   const bool shown = widget_->View(report_);
   TakeWidths();
@@ -36,24 +60,17 @@ bool ReportTab::View() {
 QString ReportTab::WidthsKey() const { return QString("widths/%1").arg(report_); }
 
 void ReportTab::TakeWidths() {
-  Grid& grid = widget_->Report().Impl().flxMain;
+  if (std::exchange(has_widths_, true)) return;
   const QVariantMap kept = settings_.value(WidthsKey()).toMap();
-  for (std::int32_t col = 0; col < grid.Cols(); ++col) {
-    own_widths_[col] = grid.ColWidth(col);
-    const auto width = kept.find(QString::number(col));
-    if (width != kept.end()) grid.ResizeByUser(col, width->toInt());
-  }
+  Control().SetDrawnWidths(WidthsFrom(kept["main"]), WidthsFrom(kept["transposed"]));
 }
 
 void ReportTab::RememberWidths() {
-  const Grid& grid = widget_->Report().Impl().flxMain;
-  QVariantMap kept;
-  for (const auto& [col, own] : own_widths_) {
-    if (col < grid.Cols() && grid.ColWidth(col) != own) {
-      kept[QString::number(col)] = grid.ColWidth(col);
-    }
-  }
-  if (!own_widths_.empty() && grid.Cols() > 2) settings_.setValue(WidthsKey(), kept);
+  const DrawnWidths& main = Control().MainWidths();
+  const DrawnWidths& transposed = Control().TransposeWidths();
+  if (main.empty() && transposed.empty()) return;
+  settings_.setValue(
+      WidthsKey(), QVariantMap{{"main", ToSettings(main)}, {"transposed", ToSettings(transposed)}});
 }
 
 }  // namespace vorek::desk

@@ -3,13 +3,16 @@
 
 #include <QWidget>
 #include <cstdint>
-#include <map>
 #include <memory>
 
 #include "session.h"
 #include "vorek/qt.h"
 
 class QSettings;
+
+namespace vorek {
+class ReportControl;
+}
 
 namespace vorek::desk {
 
@@ -23,17 +26,18 @@ class ReportTab : public QWidget {
   std::int32_t ReportNumber() const { return report_; }
   VorekReportWidget& Widget() { return *widget_; }
   bool View();
-  // Keeps the widths that differ from the report's own.
+  // Keeps the widths that the user drew; without any nothing is written.
   void RememberWidths();
 
  private:
+  ReportControl& Control();
   void TakeWidths();
   QString WidthsKey() const;
 
   std::int32_t report_;
   QSettings& settings_;
+  bool has_widths_ = false;  // of the settings; later ones are the control's
   std::unique_ptr<VorekReportWidget> widget_;
-  std::map<std::int32_t, std::int32_t> own_widths_;  // by column, as the report has them
 };
 
 }  // namespace vorek::desk

@@ -20,7 +20,6 @@ constexpr int kF3 = 114;
 constexpr int kF5 = 116;
 constexpr int kP = 80;
 
-// A width that the user drew stays over later runs.
 void KeepWidth(ColumnLayoutTable& layouts, const Grid& grid, std::int32_t col) {
   if (col > ColumnLayoutTable::kLast) return;
   layouts[col].width = static_cast<std::int16_t>(std::min(grid.ColWidth(col), 32767));
@@ -67,9 +66,11 @@ void ReportControl::ConnectEvents() {
   };
   flxMain.on_user_resize = [this](std::int32_t col) {
     KeepWidth(world.process.main.ColumnLayouts, flxMain, col);
+    NoteDrawnWidth(main_widths_, flxMain, col);
   };
   flxTranspose.on_user_resize = [this](std::int32_t col) {
     KeepWidth(world.process.main.TransposeLayouts, flxTranspose, col);
+    NoteDrawnWidth(transpose_widths_, flxTranspose, col);
   };
   flxMain.on_sel_change = [this] { flxMain_SelChange(); };
   // What a record is, the host knows.
@@ -125,6 +126,7 @@ void ReportControl::BeginReport(std::int32_t id, const std::string& parameter_st
   state.ReportNotes.clear();
   state.Title.clear();
   state.ReportID = id;
+  if (std::exchange(drawn_report_, id) != id) SetDrawnWidths({}, {});
   flxTranspose.SetVisible(false);
   flxMain.SetVisible(true);
   state.MakeTransposeFlag = false;
@@ -153,7 +155,21 @@ void ReportControl::EndView() {
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
                             const std::string&) {
   told_row_ = -1;
-  return ReportRun(*this).Run(do_filter, parameter_string);
+  const bool result = ReportRun(*this).Run(do_filter, parameter_string);
+  ApplyWidths();
+  return result;
+}
+
+void ReportControl::SetDrawnWidths(DrawnWidths main, DrawnWidths transposed) {
+  main_widths_ = std::move(main);
+  transpose_widths_ = std::move(transposed);
+  ApplyWidths();
+}
+
+// A run sets the widths of the catalogue.
+void ReportControl::ApplyWidths() {
+  ApplyDrawnWidths(main_widths_, flxMain);
+  ApplyDrawnWidths(transpose_widths_, flxTranspose);
 }
 
 bool ReportControl::ReportRefreshOnChange() {

@@ -7,6 +7,7 @@
 
 #include "drill/general_class.h"
 #include "engine/world_state.h"
+#include "grid/drawn_widths.h"
 #include "grid/grid.h"
 #include "grid/report_context.h"
 #include "parameters/form_ask_user.h"
@@ -43,6 +44,12 @@ class ReportControl : public Frame {
   void SetEnabledGrids(bool on);
   void SetMainTopRow(std::int32_t row);
   std::string CellText(std::int32_t row, std::int32_t col);
+
+  // The widths that the user drew in the report on show, which hold over its later runs.
+  const DrawnWidths& MainWidths() const { return main_widths_; }
+  const DrawnWidths& TransposeWidths() const { return transpose_widths_; }
+  // Those of an earlier time.
+  void SetDrawnWidths(DrawnWidths main, DrawnWidths transposed);
 
   // Places the children by the control's size.
   void LayOut();
@@ -94,7 +101,12 @@ class ReportControl : public Frame {
   void ClearGrids();
   void TakeSearch(const std::string& query, const std::string& visual, const std::string& list);
 
-  std::int32_t told_row_ = -1;  // the row of the last ViewCelChange
+  void ApplyWidths();
+
+  DrawnWidths main_widths_;
+  DrawnWidths transpose_widths_;
+  std::int32_t drawn_report_ = -1;  // that the widths were drawn in
+  std::int32_t told_row_ = -1;      // the row of the last ViewCelChange
 };
 
 }  // namespace vorek

@@ -45,5 +45,30 @@ TEST_F(DeskTest, KeepsNoPasswordInItsSettings) {
   EXPECT_EQ(file.st_mode & 0777U, 0600U);
 }
 
+TEST_F(DeskTest, KeepsTheWidthsThatWereDrawnAndNoOthers) {
+  desk->OpenReport(101);
+  desk->OpenReport(201);
+  const int own = Control().flxMain.ColWidth(3);
+  Control().flxMain.ResizeByUser(2, 3333);
+  Control().flxMain.ResizeByUser(0, 1234);
+  desk->CurrentTab()->setFocus();
+  QTest::keyClick(desk->focusWidget(), Qt::Key_F5);
+  EXPECT_EQ(Control().flxMain.ColWidth(2), 3333) << "after F5";
+  EXPECT_EQ(Control().flxMain.ColWidth(3), own);
+  ASSERT_TRUE(desk->CurrentTab()->View());
+  EXPECT_EQ(Control().flxMain.ColWidth(2), 3333) << "at the next opening";
+  Restart();
+  desk->OpenReport(201);
+  EXPECT_EQ(Control().flxMain.ColWidth(2), 3333) << "at the next start";
+  EXPECT_EQ(Control().flxMain.ColWidth(0), 1234);
+  EXPECT_EQ(Control().flxMain.ColWidth(3), own);
+  // A control shows another report with that one's own widths.
+  EXPECT_TRUE(desk->CurrentTab()->Widget().View(101));
+  EXPECT_NE(Control().flxMain.ColWidth(2), 3333);
+  desk->close();
+  EXPECT_FALSE(settings.contains("widths/101"));
+  EXPECT_TRUE(settings.contains("widths/201"));
+}
+
 }  // namespace
 }  // namespace vorek::qt

@@ -125,21 +125,6 @@ TEST_F(DeskTest, ShowsTheErrorOfAReportThatFails) {
   EXPECT_EQ(Control().flxMain.Rows(), 2);
 }
 
-TEST_F(DeskTest, RemembersTabsAndDrawnWidths) {
-  desk->OpenReport(101);
-  desk->OpenReport(201);
-  Control().flxMain.ResizeByUser(2, 3333);
-  desk->close();
-  desk = std::make_unique<desk::DeskWindow>(settings);
-  desk->show();
-  ASSERT_TRUE(desk->Connect({QString::fromStdString(SampleFile()), 1, 1, -1, -1}));
-  desk->ReopenTabs();
-  EXPECT_EQ(desk->OpenReport(101)->ReportNumber(), 101);
-  EXPECT_NE(Control().flxMain.ColWidth(2), 3333);
-  desk->OpenReport(201);
-  EXPECT_EQ(Control().flxMain.ColWidth(2), 3333);
-}
-
 // What another control shows in between changes nothing in a widget with a world of its own.
 TEST(WorldsTest, AWidgetKeepsItsUserAndItsConnection) {
   const auto make = [](int user) {

@@ -18,7 +18,9 @@ class ComboBoxView : public ControlView {
   }
 
   void Set(std::string_view property) override {
-    if (property == "List") {
+    if (property == "RightToLeft") {
+      Combo().setLayoutDirection(Qt::RightToLeft);  // as all of the screen
+    } else if (property == "List") {
       FillList();
     } else if (property == "ListIndex") {
       const QSignalBlocker quiet(&Combo());

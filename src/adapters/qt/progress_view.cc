@@ -14,7 +14,9 @@ class ProgressView : public ControlView {
   }
 
   void Set(std::string_view property) override {
-    if (property == "Value") {
+    if (property == "RightToLeft") {
+      Bar().setLayoutDirection(Qt::RightToLeft);  // as all of the screen
+    } else if (property == "Value") {
       Bar().setValue(bar_.Value());
     } else {
       ControlView::Set(property);
