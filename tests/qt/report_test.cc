@@ -147,53 +147,101 @@ TEST(WorldsTest, AWidgetKeepsItsUserAndItsConnection) {
   EXPECT_EQ(second->Report().TextMatrix(1, 1), "2");
 }
 
-// The window lives while the query runs, takes nothing but the wish to cancel, and the run ends as
-// one that failed.
-TEST(CancelTest, EndsARunInItsFailurePath) {
-  for (const bool by_button : {true, false}) {
+// A window whose report reads from a view that takes as long as nobody cancels it.
+class CancelTest : public testing::Test {
+ protected:
+  CancelTest() {
+    host.resize(700, 400);
     WorldOptions options;
     options.providers = {std::make_shared<SlowProvider>(SqliteProvider(), "slow_view")};
     AddQtServices(options);
     AddSystemServices(options);
-    World world(std::move(options));
-    QWidget host;
-    VorekReportWidget widget(world, &host);
-    host.resize(700, 400);
-    widget.resize(700, 400);
+    widget = std::make_unique<VorekReportWidget>(std::move(options), &host);
+    widget->resize(700, 400);
     host.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
-    widget.SetOleConnectionString("Provider=VorekSQLite;Data Source=" +
-                                  QString::fromStdString(SampleFile()));
-    widget.SetUserID(1);
-    widget.SetPositionID(1);
-    widget.Report().SetUseThisQuery("select * from slow_view");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&host));
+    widget->SetOleConnectionString("Provider=VorekSQLite;Data Source=" +
+                                   QString::fromStdString(SampleFile()));
+    widget->SetUserID(1);
+    widget->SetPositionID(1);
+    widget->Report().SetUseThisQuery("select * from slow_view");
+  }
+  QWidget* Panel() const { return host.findChild<QWidget*>("busyPanel"); }
+  QWidget* Line() const { return host.findChild<QWidget*>("toldLine"); }
+
+  QWidget host;
+  std::unique_ptr<VorekReportWidget> widget;
+};
+
+// The window lives while the query runs, takes nothing but the wish to cancel, and says in a line
+// that the run was cancelled.
+TEST_F(CancelTest, EndsARunWithALine) {
+  for (const bool by_button : {true, false}) {
+    widget->Report().SetUseThisQuery("select * from slow_view");
     bool refused = false;
-    const auto panel = [&host] { return host.findChild<QWidget*>("busyPanel"); };
-    When(panel, [&](QWidget* busy) {
-      try {
-        widget.Report().Refresh(true);
-      } catch (const Error&) {
-        refused = true;
-      }
-      if (by_button) {
-        QTest::mouseClick(busy->findChild<QPushButton*>("busyCancel"), Qt::LeftButton);
-      } else {
-        QTest::keyClick(&host, Qt::Key_Escape);
-      }
-    });
-    QString detail;
+    When([this] { return Panel(); },
+         [&](QWidget* busy) {
+           try {
+             widget->Report().Refresh(true);
+           } catch (const Error&) {
+             refused = true;
+           }
+           if (by_button) {
+             QTest::mouseClick(busy->findChild<QPushButton*>("busyCancel"), Qt::LeftButton);
+           } else {
+             QTest::keyClick(&host, Qt::Key_Escape);
+           }
+         });
+    bool asked = false;
     When(ModalWindow, [&](QWidget* window) {
-      detail = window->findChild<QPlainTextEdit*>("txtError")->toPlainText();
+      asked = true;
       window->close();
     });
-    EXPECT_FALSE(widget.View(101));
-    EXPECT_EQ(detail, "The statement was cancelled.");
-    EXPECT_EQ(panel(), nullptr);
+    EXPECT_FALSE(widget->View(101));
+    EXPECT_FALSE(asked);
+    EXPECT_EQ(Panel(), nullptr);
+    ASSERT_NE(Line(), nullptr);
+    EXPECT_EQ(Line()->accessibleName(), "اجراي گزارش لغو شد.");
+    QTest::mouseClick(&host, Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Line(), nullptr);
     // Nothing else is lost: the report runs again.
-    widget.Report().SetUseThisQuery("");
-    EXPECT_TRUE(widget.View(101));
-    EXPECT_GT(widget.Report().QueryRecordCount(), 0);
+    widget->Report().SetUseThisQuery("");
+    EXPECT_TRUE(widget->View(101));
+    EXPECT_GT(widget->Report().QueryRecordCount(), 0);
   }
+}
+
+TEST_F(CancelTest, TellsTheTimeThatHasGoneBy) {
+  QString first;
+  QString later;
+  When([this] { return Panel(); },
+       [&](QWidget* busy) {
+         first = busy->findChild<QLabel*>("busyTime")->text();
+         SavePicture(host, "busy");
+         QTest::qWait(1200);
+         later = busy->findChild<QLabel*>("busyTime")->text();
+         EXPECT_TRUE(host.rect().contains(busy->geometry()));
+         for (const QLabel* const label : busy->findChildren<QLabel*>()) {
+           EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text()));
+         }
+         QTest::keyClick(&host, Qt::Key_Escape);
+       });
+  EXPECT_FALSE(widget->View(101));
+  EXPECT_EQ(first, "0:00");
+  EXPECT_NE(later, first);
+  SavePicture(host, "cancelled");
+}
+
+// One press of the close box ends the run and then closes the window.
+TEST_F(CancelTest, ClosesAWindowThatWasClosedMeanwhile) {
+  When([this] { return Panel(); },
+       [&](QWidget*) {
+         EXPECT_FALSE(host.close());
+         EXPECT_TRUE(host.isVisible());
+       });
+  EXPECT_FALSE(widget->View(101));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !host.isVisible(); }, 2000));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/told_line.h"
 
 namespace vorek::qt {
 namespace {
@@ -114,6 +115,12 @@ void QtWindows::SetMousePointer(int shape) {
   } else {
     QGuiApplication::restoreOverrideCursor();
   }
+}
+
+bool QtWindows::TellCancelled() {
+  if (!busy_->TakeCancelled()) return false;
+  ToldLine::Show("اجراي گزارش لغو شد.");
+  return true;
 }
 
 void QtWindows::Beep() { QApplication::beep(); }

@@ -26,10 +26,10 @@ struct VorekReportWidget::Parts {
   Parts(std::unique_ptr<World> world, QWidget& widget)
       : own_world(std::move(world)), report(*own_world), presenter(report.Root(), widget) {}
 
+  Windows& Screen() { return report.Impl().world.process.windows(); }
   // A world without a screen of ours has nothing to wait for.
   bool Busy() {
-    Windows& windows = report.Impl().world.process.windows();
-    const auto* const screen = dynamic_cast<const qt::QtWindows*>(&windows);
+    const auto* const screen = dynamic_cast<const qt::QtWindows*>(&Screen());
     return screen != nullptr && screen->Busy()->Active();
   }
 
@@ -92,7 +92,7 @@ bool VorekReportWidget::View(int ID, const QString& inParameterString,
 void VorekReportWidget::Tell(const QString& failure) {
   if (isSignalConnected(QMetaMethod::fromSignal(&VorekReportWidget::Failed))) {
     Q_EMIT Failed(failure);
-  } else {
+  } else if (!parts_->Screen().TellCancelled()) {
     qt::ShowFailure(this, failure);
   }
 }
