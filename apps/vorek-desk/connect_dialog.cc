@@ -45,6 +45,7 @@ void RecentList::Add(const Login& login) {
 void RecentList::Forget(const QString& db) {
   settings_.remove(LoginKey(db));
   settings_.remove(TabsKey(db));
+  settings_.remove(TabsKey(db) + "-shown");
 }
 
 QString RecentList::TabsKey(const QString& db) { return "tabs/" + KeyOf(db); }

@@ -51,10 +51,22 @@ ReportTab::~ReportTab() = default;
 
 ReportControl& ReportTab::Control() { return widget_->Report().Impl(); }
 
+void ReportTab::Start() {
+  if (!started_) View();
+}
+
 bool ReportTab::View() {
-  const bool shown = widget_->View(report_);
+  started_ = true;
+  shown_ = widget_->View(report_);
   TakeWidths();
-  return shown;
+  return shown_;
+}
+
+bool ReportTab::Loaded() { return !Control().VorekParameters1.Tag().empty(); }
+
+bool ReportTab::Returns() {
+  constexpr std::int32_t kEmptied = 2;  // rows that a failed run leaves
+  return !started_ || shown_ || Control().flxMain.Rows() > kEmptied;
 }
 
 QString ReportTab::WidthsKey() const { return QString("widths/%1").arg(report_); }

@@ -25,7 +25,13 @@ class ReportTab : public QWidget {
 
   std::int32_t ReportNumber() const { return report_; }
   VorekReportWidget& Widget() { return *widget_; }
+  // Runs the report, unless it has run already.
+  void Start();
   bool View();
+  // False if the report could not even be loaded, as when the user has no right to it.
+  bool Loaded();
+  // Whether the next start of the program shall bring the tab back: not one whose run failed.
+  bool Returns();
   // Keeps the widths that the user drew; without any nothing is written.
   void RememberWidths();
 
@@ -36,6 +42,8 @@ class ReportTab : public QWidget {
 
   std::int32_t report_;
   QSettings& settings_;
+  bool started_ = false;
+  bool shown_ = false;       // the run went well
   bool has_widths_ = false;  // of the settings; later ones are the control's
   std::unique_ptr<VorekReportWidget> widget_;
 };

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTabWidget>
 
 #include "connect_dialog.h"
@@ -68,6 +69,92 @@ TEST_F(DeskTest, KeepsTheWidthsThatWereDrawnAndNoOthers) {
   desk->close();
   EXPECT_FALSE(settings.contains("widths/101"));
   EXPECT_TRUE(settings.contains("widths/201"));
+}
+
+TEST_F(DeskTest, RunsARestoredTabWhenItIsShown) {
+  for (const int report : {101, 201, 215}) desk->OpenReport(report);
+  desk->OpenReport(201);
+  Restart();
+  auto* const tabs = desk->findChild<QTabWidget*>();
+  ASSERT_EQ(tabs->count(), 3);
+  const auto rows = [&](int index) {
+    auto* const tab = static_cast<desk::ReportTab*>(tabs->widget(index));
+    return tab->Widget().Report().QueryRecordCount();
+  };
+  EXPECT_EQ(desk->CurrentTab()->ReportNumber(), 201);
+  EXPECT_GT(rows(1), 0);
+  EXPECT_EQ(rows(0), -1);
+  EXPECT_EQ(rows(2), -1);
+  tabs->setCurrentIndex(2);
+  EXPECT_GT(rows(2), 0);
+  // Never shown, it is still there at the next start.
+  Restart();
+  EXPECT_EQ(desk->findChild<QTabWidget*>()->count(), 3);
+}
+
+TEST_F(DeskTest, ForgetsReportsThatFailedAndClosesThoseThatAreDenied) {
+  When(ModalWindow, [](QWidget* window) { window->close(); });
+  ASSERT_NE(desk->OpenReport(903), nullptr) << "one that fails stays, to be run again";
+  desk->OpenReport(101);
+  Restart();
+  auto* tabs = desk->findChild<QTabWidget*>();
+  ASSERT_EQ(tabs->count(), 1);
+  EXPECT_EQ(desk->CurrentTab()->ReportNumber(), 101);
+
+  desk::Login clerk = Owner();
+  clerk.user = 3;
+  ASSERT_TRUE(desk->Connect(clerk));
+  When(ModalWindow, [](QWidget* window) {
+    EXPECT_EQ(window->windowTitle(), "خطا");
+    window->close();
+  });
+  EXPECT_EQ(desk->OpenReport(402), nullptr);
+  EXPECT_EQ(tabs->count(), 0);
+}
+
+TEST_F(DeskTest, KeepsFilesByTheirAbsolutePaths) {
+  const QString sample = QString::fromStdString(SampleFile());
+  desk::Login login = Owner();
+  login.db = QDir::current().relativeFilePath(sample);
+  ASSERT_FALSE(login.db.startsWith('/'));
+  ASSERT_TRUE(desk->Connect(login));
+  EXPECT_EQ(desk::RecentList(settings).All(), QStringList{QFileInfo(sample).absoluteFilePath()});
+}
+
+TEST_F(DeskTest, SearchesAnewAndSaysWhenNothingIsFound) {
+  auto* const search = desk->findChild<QLineEdit*>("search");
+  const auto* const nothing = desk->findChild<QLabel*>("nothingFound");
+  search->setFocus();
+  TypeText(search, "zzz");
+  EXPECT_TRUE(nothing->isVisible());
+  EXPECT_TRUE(nothing->text().contains("zzz"));
+  desk->OpenReport(101);
+  QTest::keyClick(desk->focusWidget(), Qt::Key_L, Qt::ControlModifier);
+  EXPECT_TRUE(search->hasFocus());
+  TypeText(search, "فاكتور");
+  EXPECT_EQ(search->text(), "فاكتور");
+  EXPECT_FALSE(nothing->isVisible());
+}
+
+// Kilobytes of the program in memory.
+long Resident() {
+  const QString status = TextOf("/proc/self/status");
+  return status.section("VmRSS:", 1).simplified().section(' ', 0, 0).toLong();
+}
+
+TEST_F(DeskTest, GivesTheMemoryOfABigReportBack) {
+  desk->OpenReport(215);
+  const long before = Resident();
+  desk->CurrentTab()->Widget().Report().SetUseThisQuery(
+      "with n(i) as (select 1 union all select i + 1 from n where i < 800000) "
+      "select i, N'شرح ' + cast(i as nvarchar(20)) as t, i * 1000 as a from n");
+  ASSERT_TRUE(desk->CurrentTab()->View());
+  const long big = Resident();
+  ASSERT_GT(big - before, 20'000);
+  const QPointer<QWidget> tab = desk->CurrentTab();
+  QTest::keyClick(desk->focusWidget(), Qt::Key_W, Qt::ControlModifier);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return tab.isNull(); }, 2000));
+  EXPECT_LT(Resident() - before, (big - before) / 3) << before << " " << big << " " << Resident();
 }
 
 }  // namespace

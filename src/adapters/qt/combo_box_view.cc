@@ -31,6 +31,7 @@ class ComboBoxView : public ControlView {
   }
   void SetAll() override {
     ControlView::SetAll();
+    Set("RightToLeft");
     FillList();
   }
 

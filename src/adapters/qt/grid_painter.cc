@@ -87,19 +87,21 @@ GridPainter::GridPainter(const Grid& grid, const GridGeometry& geometry, QPainte
 void GridPainter::Paint(QRect area) {
   painter_.fillRect(area, palette_.color(QPalette::Base));
   const std::vector<Span> columns = geometry_.Columns();
-  for (const Span& row : geometry_.Rows()) {
+  const std::vector<Span> rows = geometry_.Rows();
+  for (const Span& row : rows) {
     if (row.start > area.bottom() || row.start + row.size <= area.top()) continue;
     for (const Span& col : columns) {
       const QRect rect(col.start, row.start, col.size, row.size);
       if (rect.intersects(area)) PaintCell({row.index, col.index}, rect);
     }
   }
-  for (const Span& col : columns) PaintCut(col);
+  const int bottom = rows.empty() ? 0 : rows.back().start + rows.back().size;
+  for (const Span& col : columns) PaintCut(col, bottom);
   PaintFocus();
 }
 
 // A shade over the edge of the view behind which a column goes on.
-void GridPainter::PaintCut(const Span& col) {
+void GridPainter::PaintCut(const Span& col, int bottom) {
   const QRect view = geometry_.View();
   const bool left = col.start < view.left();
   const bool right = col.start + col.size > view.right() + 1;
@@ -112,7 +114,7 @@ void GridPainter::PaintCut(const Span& col) {
   shade.setColorAt(0, dark);
   dark.setAlpha(0);
   shade.setColorAt(1, dark);
-  painter_.fillRect(QRect(std::min(from, to), 0, kShade + 1, view.height()), shade);
+  painter_.fillRect(QRect(std::min(from, to), 0, kShade + 1, bottom), shade);
 }
 
 bool GridPainter::IsSelected(GridCell cell) const {

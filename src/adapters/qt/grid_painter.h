@@ -32,7 +32,7 @@ class GridPainter {
   };
   void PaintCell(GridCell cell, QRect rect);
   void PaintText(const QString& text, QRect rect, const Look& look);
-  void PaintCut(const Span& col);
+  void PaintCut(const Span& col, int bottom);
   void PaintFocus();
   Look LookOf(GridCell cell) const;
   bool IsFixed(GridCell cell) const {

@@ -24,6 +24,7 @@ class ProgressView : public ControlView {
   }
   void SetAll() override {
     ControlView::SetAll();
+    Set("RightToLeft");
     Set("Value");
   }
 

@@ -1,9 +1,12 @@
 #include <QMetaMethod>
 #include <QResizeEvent>
 #include <QTimer>
+#include <algorithm>
+#include <utility>
 
 #include "adapters/qt/background_provider.h"
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/memory.h"
 #include "adapters/qt/presenter.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
@@ -33,6 +36,11 @@ struct VorekReportWidget::Parts {
     return screen != nullptr && screen->Busy()->Active();
   }
 
+  bool IsBig() {
+    constexpr std::int32_t kBig = 20'000;  // rows
+    return std::max(report.Impl().flxMain.Rows(), report.Impl().flxTranspose.Rows()) > kBig;
+  }
+
   std::unique_ptr<World> own_world;  // null for a shared one
   VorekReport1 report;
   qt::Presenter presenter;
@@ -57,7 +65,11 @@ void VorekReportWidget::Begin() {
   ConnectEvents();
 }
 
-VorekReportWidget::~VorekReportWidget() = default;
+VorekReportWidget::~VorekReportWidget() {
+  const bool big = parts_->IsBig();
+  parts_.reset();
+  if (big) qt::ReturnMemory();
+}
 
 VorekReport1& VorekReportWidget::Report() { return parts_->report; }
 
@@ -81,11 +93,13 @@ void VorekReportWidget::ConnectEvents() {
 bool VorekReportWidget::View(int ID, const QString& inParameterString,
                              const QString& inCallerStringValue) {
   bool shown = false;
+  const bool was_big = parts_->IsBig();
   parts_->presenter.Feed([&] {
     shown =
         parts_->report.View(ID, inParameterString.toStdString(), inCallerStringValue.toStdString());
   });
   parts_->presenter.Sync();
+  if (was_big) qt::ReturnMemory();
   return shown;
 }
 
