@@ -1,11 +1,13 @@
 #include "connect_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSettings>
+
+#include "adapters/qt/qt_file_dialogs.h"
 
 namespace vorek::desk {
 namespace {
@@ -115,8 +117,13 @@ Login ConnectDialog::Given() const {
 }
 
 void ConnectDialog::Browse() {
-  const QString file = QFileDialog::getOpenFileName(this, "انتخاب فايل", db_->currentText());
-  if (!file.isEmpty()) db_->setCurrentText(file);
+  FileDialogRequest request;
+  request.title = "انتخاب فايل";
+  request.file_name =
+      QFileInfo(db_->currentText()).isFile() ? db_->currentText().toStdString() : "";
+  if (vorek::qt::QtFileDialogs().Open(request)) {
+    db_->setCurrentText(QString::fromStdString(request.file_name));
+  }
 }
 
 }  // namespace vorek::desk

@@ -5,7 +5,6 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -13,6 +12,7 @@
 #include <QTabWidget>
 #include <QTimer>
 
+#include "adapters/qt/qt_windows.h"
 #include "connect_dialog.h"
 #include "report_tab.h"
 
@@ -87,7 +87,7 @@ bool DeskWindow::Connect(const Login& login) {
     CloseAllTabs();
     session_ = std::move(session);
   } catch (const Error& error) {
-    QMessageBox::warning(this, "خطا", QString::fromStdString(error.Description()));
+    vorek::qt::ShowFailure(this, QString::fromStdString(error.Description()));
     return false;
   }
   RecentList(settings_).Add(login);

@@ -7,6 +7,7 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include "adapters/qt/translations.h"
 #include "adapters/system/database_option.h"
 #include "connect_dialog.h"
 #include "desk_window.h"
@@ -74,6 +75,7 @@ int Main(const QApplication& app) {
   parser.process(app);
   const Login login = LoginFrom(parser);
   ApplyTheme(parser.value("theme"));
+  vorek::qt::InstallPersianTexts();
   const bool render = parser.isSet("render");
   // A picture leaves the user's settings alone.
   const QTemporaryDir nowhere;

@@ -16,7 +16,9 @@ namespace {
 // What a record is about stands below; a double click doesn't lead away.
 void Listen(vorek::VorekReportWidget& report, QMainWindow& window) {
   QObject::connect(&report, &vorek::VorekReportWidget::ViewCelChange, &window, [&] {
-    window.statusBar()->showMessage(QString::fromStdString(report.Report().UniqueWC()));
+    // A condition of SQL runs from the left, also in a bar that runs from the right.
+    const QString condition = QString::fromStdString(report.Report().UniqueWC());
+    window.statusBar()->showMessage(QChar(0x2066) + condition + QChar(0x2069));
   });
   QObject::connect(&report, &vorek::VorekReportWidget::DblClick, &window,
                    [](bool* cancel) { *cancel = true; });

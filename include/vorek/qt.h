@@ -12,7 +12,9 @@ namespace vorek {
 
 // Gives the options a screen and file dialogs by Qt, and has their providers, which must stand in
 // them already, run statements on threads of their own: windows stay alive meanwhile, and Escape or
-// a button cancels. REQUIRES a QApplication; the world is to be used from its thread.
+// a button cancels. Qt's own texts become Persian, in the menus of fields, the file dialog and the
+// like; a translator that the host installs later comes first. REQUIRES a QApplication; the world
+// is to be used from its thread.
 void AddQtServices(WorldOptions& options);
 
 // A report control as a widget of a host. It takes the width and height that its layout gives it,

@@ -12,6 +12,7 @@
 
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/told_line.h"
+#include "messages/persian_reason.h"
 
 namespace vorek::qt {
 namespace {
@@ -50,7 +51,10 @@ void Fill(QMenu& shown, Menu& menu) {
 }  // namespace
 
 void ShowFailure(QWidget* over, const QString& description) {
-  QMessageBox box(QMessageBox::Warning, "خطا", description, QMessageBox::NoButton, over);
+  const QString reason = ToQt(PersianReason(description.toStdString()));
+  QMessageBox box(QMessageBox::Warning, "خطا", reason, QMessageBox::NoButton, over);
+  box.setTextFormat(Qt::PlainText);
+  box.setLayoutDirection(Qt::RightToLeft);
   box.addButton("تاييد", QMessageBox::AcceptRole);
   box.exec();
 }

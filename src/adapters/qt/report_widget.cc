@@ -10,12 +10,14 @@
 #include "adapters/qt/presenter.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
+#include "adapters/qt/translations.h"
 #include "engine/report_control.h"
 #include "vorek/qt.h"
 
 namespace vorek {
 
 void AddQtServices(WorldOptions& options) {
+  qt::InstallPersianTexts();
   const auto windows = std::make_shared<qt::QtWindows>();
   options.windows = windows;
   options.file_dialogs = std::make_shared<qt::QtFileDialogs>();
