@@ -81,7 +81,7 @@ ConnectDialog::ConnectDialog(const RecentList& recent, QWidget* parent)
   password_->setEchoMode(QLineEdit::Password);
   password_->setLayoutDirection(Qt::LeftToRight);
   password_->setPlaceholderText("نگهداري نمي شود");
-  auto* const browse = new QPushButton("...انتخاب فايل", this);
+  auto* const browse = new QPushButton("انتخاب فايل...", this);
   browse->setAutoDefault(false);
   auto* const buttons = new QDialogButtonBox(this);
   buttons->addButton("تاييد", QDialogButtonBox::AcceptRole);

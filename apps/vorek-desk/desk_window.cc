@@ -74,6 +74,7 @@ void DeskWindow::MakeStatusBar() {
   user_->setObjectName("user");
   day_ = new QLabel(TodayInPersian(), this);
   day_->setObjectName("day");
+  for (QLabel* const label : {user_, day_}) label->setContentsMargins(8, 0, 8, 0);
   statusBar()->addWidget(user_);
   statusBar()->addPermanentWidget(day_);
   auto* const clock = new QTimer(this);

@@ -125,6 +125,26 @@ TEST_F(DeskTest, ShowsTheErrorOfAReportThatFails) {
   EXPECT_EQ(Control().flxMain.Rows(), 2);
 }
 
+TEST_F(DeskTest, AnEditableReportTellsItsHostOfItsButtons) {
+  desk->OpenReport(101);
+  VorekReportWidget& widget = desk->CurrentTab()->Widget();
+  EXPECT_FALSE(Child<QPushButton>("cmdAdd")->isVisible());
+  widget.SetEditable(true);
+  QString told;
+  QObject::connect(&widget, &VorekReportWidget::AddClick, [&] { told += "add "; });
+  QObject::connect(&widget, &VorekReportWidget::EditClick, [&] { told += "edit "; });
+  QObject::connect(&widget, &VorekReportWidget::DeleteClick, [&] { told += "delete "; });
+  const auto* const area = Child<GridArea>("flxMain");
+  for (const char* const name : {"cmdAdd", "cmdEdit", "cmdDelete"}) {
+    auto* const button = Child<QPushButton>(name);
+    EXPECT_FALSE(button->geometry().intersects(area->geometry())) << name;
+    QTest::mouseClick(button, Qt::LeftButton);
+  }
+  EXPECT_EQ(told, "add edit delete ");
+  EXPECT_EQ(Child<QPushButton>("cmdEdit")->text(), "ويرايش");
+  SavePicture(*desk, "editable");
+}
+
 // What another control shows in between changes nothing in a widget with a world of its own.
 TEST(WorldsTest, AWidgetKeepsItsUserAndItsConnection) {
   const auto make = [](int user) {

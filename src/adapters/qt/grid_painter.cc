@@ -109,11 +109,11 @@ void GridPainter::PaintCut(const Span& col, int bottom) {
   const int from = left ? view.left() : view.right();
   const int to = left ? from + kShade : from - kShade;
   QLinearGradient shade(from, 0, to, 0);
-  QColor dark = lines_.darker();
-  dark.setAlpha(170);
-  shade.setColorAt(0, dark);
-  dark.setAlpha(0);
-  shade.setColorAt(1, dark);
+  QColor color = palette_.color(QPalette::Text);
+  color.setAlpha(130);
+  shade.setColorAt(0, color);
+  color.setAlpha(0);
+  shade.setColorAt(1, color);
   painter_.fillRect(QRect(std::min(from, to), 0, kShade + 1, bottom), shade);
 }
 
