@@ -8,7 +8,9 @@
 #include "engine/shared_helpers.h"
 #include "engine/world_state.h"
 #include "platform/connection_secrets.h"
+#include "platform/connection_string.h"
 #include "text/persian_date.h"
+#include "text/utf8.h"
 #include "vorek/qt.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
@@ -17,6 +19,20 @@
 #endif
 
 namespace vorek::desk {
+namespace {
+
+// A string for the embedded database with its file by the absolute path; others as they are.
+std::string WithAbsolutePath(const std::string& text) {
+  std::vector<ConnectionPiece> pieces = ParseConnectionString(text);
+  if (!text::EqualsIgnoreCase(ConnectionValue(pieces, {"Provider"}), "VorekSQLite")) return text;
+  for (ConnectionPiece& piece : pieces) {
+    if (!text::EqualsIgnoreCase(piece.key, "Data Source")) continue;
+    piece.value = QFileInfo(QString::fromStdString(piece.value)).absoluteFilePath().toStdString();
+  }
+  return FormatConnectionString(pieces);
+}
+
+}  // namespace
 
 std::string ConnectionOf(const Login& login) {
   return WithPassword(ConnectionStringOf(login.db.trimmed().toStdString()),
@@ -26,7 +42,7 @@ std::string ConnectionOf(const Login& login) {
 QString KeptName(const Login& login) {
   const QString db = login.db.trimmed();
   if (!db.startsWith("Provider=", Qt::CaseInsensitive)) return QFileInfo(db).absoluteFilePath();
-  return QString::fromStdString(WithoutPasswords(db.toStdString()));
+  return QString::fromStdString(WithAbsolutePath(WithoutPasswords(db.toStdString())));
 }
 
 Session::Session(Login login)

@@ -44,6 +44,13 @@ TEST_F(DeskTest, KeepsNoPasswordInItsSettings) {
   struct stat file {};
   ASSERT_EQ(::stat(settings.fileName().toLocal8Bit().constData(), &file), 0);
   EXPECT_EQ(file.st_mode & 0777U, 0600U);
+  // One that an earlier program left open to all.
+  const QString old = folder.filePath("old.ini");
+  ASSERT_TRUE(QFile::copy(settings.fileName(), old));
+  ASSERT_EQ(::chmod(old.toLocal8Bit().constData(), 0644), 0);
+  desk::PrivateFile(old);
+  ASSERT_EQ(::stat(old.toLocal8Bit().constData(), &file), 0);
+  EXPECT_EQ(file.st_mode & 0777U, 0600U);
 }
 
 TEST_F(DeskTest, KeepsTheWidthsThatWereDrawnAndNoOthers) {
@@ -119,6 +126,9 @@ TEST_F(DeskTest, KeepsFilesByTheirAbsolutePaths) {
   ASSERT_FALSE(login.db.startsWith('/'));
   ASSERT_TRUE(desk->Connect(login));
   EXPECT_EQ(desk::RecentList(settings).All(), QStringList{QFileInfo(sample).absoluteFilePath()});
+  login.db = "Provider=VorekSQLite;Data Source=" + login.db;
+  ASSERT_TRUE(desk->Connect(login));
+  EXPECT_TRUE(desk::RecentList(settings).All().front().contains("Data Source=" + sample));
 }
 
 TEST_F(DeskTest, SearchesAnewAndSaysWhenNothingIsFound) {
@@ -133,6 +143,9 @@ TEST_F(DeskTest, SearchesAnewAndSaysWhenNothingIsFound) {
   EXPECT_TRUE(search->hasFocus());
   TypeText(search, "فاكتور");
   EXPECT_EQ(search->text(), "فاكتور");
+  QTest::keyClick(search, Qt::Key_L, Qt::ControlModifier);
+  TypeText(search, "كالا");
+  EXPECT_EQ(search->text(), "كالا");
   EXPECT_FALSE(nothing->isVisible());
 }
 
