@@ -41,7 +41,7 @@ std::string ConnectionOf(const Login& login) {
 
 QString KeptName(const Login& login) {
   const QString db = login.db.trimmed();
-  if (!db.startsWith("Provider=", Qt::CaseInsensitive)) return QFileInfo(db).absoluteFilePath();
+  if (!IsConnectionString(db.toStdString())) return QFileInfo(db).absoluteFilePath();
   return QString::fromStdString(WithAbsolutePath(WithoutPasswords(db.toStdString())));
 }
 

@@ -15,10 +15,12 @@ std::string FirstLine(const std::string& text) {
 
 }  // namespace
 
+bool IsConnectionString(const std::string& database) {
+  return text::StartsWithIgnoreCase(text::TrimView(database), "Provider=");
+}
+
 std::string ConnectionStringOf(const std::string& database) {
-  if (text::StartsWithIgnoreCase(text::TrimView(database), "Provider=")) {
-    return text::Trim(database);
-  }
+  if (IsConnectionString(database)) return text::Trim(database);
   return FormatConnectionString({{"Provider", "VorekSQLite"}, {"Data Source", database}});
 }
 

@@ -5,8 +5,11 @@
 
 namespace vorek {
 
-// The connection string that a person means: a text with "Provider=" as it is, any other is the
-// file of an embedded database.
+// True for a connection string; any other text that names a database is the file of an embedded
+// one.
+bool IsConnectionString(const std::string& database);
+
+// The connection string that a person means.
 std::string ConnectionStringOf(const std::string& database);
 
 // The password that a program is given otherwise than in the list of processes: the first line of
