@@ -85,6 +85,7 @@ void DeskWindow::MakeStatusBar() {
 bool DeskWindow::Connect(const Login& login) {
   try {
     auto session = std::make_unique<Session>(login);
+    Remember();
     CloseAllTabs();
     session_ = std::move(session);
   } catch (const Error& error) {

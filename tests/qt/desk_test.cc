@@ -94,6 +94,11 @@ TEST_F(DeskTest, RunsARestoredTabWhenItIsShown) {
   EXPECT_EQ(rows(2), -1);
   tabs->setCurrentIndex(2);
   EXPECT_GT(rows(2), 0);
+  // Another connection in between keeps them as well.
+  ASSERT_TRUE(desk->Connect(Owner()));
+  EXPECT_EQ(tabs->count(), 0);
+  desk->ReopenTabs();
+  EXPECT_EQ(tabs->count(), 3);
   // Never shown, it is still there at the next start.
   Restart();
   EXPECT_EQ(desk->findChild<QTabWidget*>()->count(), 3);
