@@ -41,7 +41,10 @@ QString SearchForm(QString text) {
 }
 
 CataloguePanel::CataloguePanel(QWidget* parent)
-    : QWidget(parent), search_(new QLineEdit(this)), tree_(new QTreeWidget(this)) {
+    : QWidget(parent),
+      search_(new QLineEdit(this)),
+      tree_(new QTreeWidget(this)),
+      nothing_(new QLabel(this)) {
   auto* const layout = new QVBoxLayout(this);
   auto* const label = new QLabel("جستجوي گزارش", this);
   label->setBuddy(search_);
@@ -57,7 +60,11 @@ CataloguePanel::CataloguePanel(QWidget* parent)
   tree_->setUniformRowHeights(true);
   tree_->setIndentation(tree_->fontMetrics().averageCharWidth() * 2);
   layout->addWidget(label);
+  nothing_->setObjectName("nothingFound");
+  nothing_->setWordWrap(true);
+  nothing_->hide();
   layout->addWidget(search_);
+  layout->addWidget(nothing_);
   layout->addWidget(tree_);
   connect(search_, &QLineEdit::textChanged, this, [this](const QString& words) { Filter(words); });
   connect(search_, &QLineEdit::returnPressed, this, [this] { OpenCurrent(); });
@@ -97,6 +104,13 @@ void CataloguePanel::Filter(const QString& words) {
     group->setHidden(!any);
   }
   tree_->setCurrentItem(first);
+  nothing_->setText(QString("گزارشي با «%1» پيدا نشد.").arg(words.trimmed()));
+  nothing_->setVisible(first == nullptr && !wanted.isEmpty());
+}
+
+void CataloguePanel::FocusSearch() {
+  search_->setFocus(Qt::ShortcutFocusReason);
+  search_->selectAll();
 }
 
 void CataloguePanel::OpenCurrent() {

@@ -8,6 +8,7 @@
 
 #include "catalog/report_row.h"
 
+class QLabel;
 class QLineEdit;
 class QTreeWidget;
 
@@ -22,6 +23,8 @@ class CataloguePanel : public QWidget {
   explicit CataloguePanel(QWidget* parent);
 
   void Show(const std::vector<CatalogEntry>& catalogue);
+  // The next key replaces what was searched before.
+  void FocusSearch();
   std::function<void(std::int32_t report)> on_open;
 
  protected:
@@ -33,6 +36,7 @@ class CataloguePanel : public QWidget {
 
   QLineEdit* search_;
   QTreeWidget* tree_;
+  QLabel* nothing_;  // says that the search found none
 };
 
 }  // namespace vorek::desk

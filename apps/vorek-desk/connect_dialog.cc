@@ -1,11 +1,13 @@
 #include "connect_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSettings>
+
+#include "adapters/qt/qt_file_dialogs.h"
 
 namespace vorek::desk {
 namespace {
@@ -13,9 +15,11 @@ namespace {
 constexpr int kMostRecent = 10;
 constexpr int kLargest = 2147483647;
 
-QString LoginKey(const QString& db) {
-  return "logins/" + QString::fromLatin1(db.toUtf8().toBase64(QByteArray::Base64UrlEncoding));
+QString KeyOf(const QString& db) {
+  return QString::fromLatin1(db.toUtf8().toBase64(QByteArray::Base64UrlEncoding));
 }
+
+QString LoginKey(const QString& db) { return "logins/" + KeyOf(db); }
 
 QSpinBox* MakeNumber(QDialog* dialog, int largest) {
   auto* const box = new QSpinBox(dialog);
@@ -29,14 +33,24 @@ QSpinBox* MakeNumber(QDialog* dialog, int largest) {
 QStringList RecentList::All() const { return settings_.value("recent").toStringList(); }
 
 void RecentList::Add(const Login& login) {
-  const QString db = WithoutPasswords(login.db);
+  const QString db = KeptName(login);
+  if (db.isEmpty()) return;
   QStringList all = All();
   all.removeAll(db);
   all.prepend(db);
-  settings_.setValue("recent", QStringList(all.mid(0, kMostRecent)));
+  while (all.size() > kMostRecent) Forget(all.takeLast());
+  settings_.setValue("recent", all);
   settings_.setValue(LoginKey(db),
                      QVariantList{login.user, login.position, login.employee, login.period});
 }
+
+void RecentList::Forget(const QString& db) {
+  settings_.remove(LoginKey(db));
+  settings_.remove(TabsKey(db));
+  settings_.remove(TabsKey(db) + "-shown");
+}
+
+QString RecentList::TabsKey(const QString& db) { return "tabs/" + KeyOf(db); }
 
 Login RecentList::LoginOf(const QString& db) const {
   const QVariantList numbers = settings_.value(LoginKey(db)).toList();
@@ -52,6 +66,7 @@ Login RecentList::LoginOf(const QString& db) const {
 ConnectDialog::ConnectDialog(const RecentList& recent, QWidget* parent)
     : QDialog(parent),
       db_(new QComboBox(this)),
+      password_(new QLineEdit(this)),
       user_(MakeNumber(this, 32767)),
       position_(MakeNumber(this, 32767)),
       employee_(MakeNumber(this, 32767)),
@@ -62,7 +77,11 @@ ConnectDialog::ConnectDialog(const RecentList& recent, QWidget* parent)
   db_->setLayoutDirection(Qt::LeftToRight);
   db_->setMinimumContentsLength(48);
   db_->addItems(recent.All());
-  auto* const browse = new QPushButton("...انتخاب فايل", this);
+  password_->setObjectName("password");
+  password_->setEchoMode(QLineEdit::Password);
+  password_->setLayoutDirection(Qt::LeftToRight);
+  password_->setPlaceholderText("نگهداري نمي شود");
+  auto* const browse = new QPushButton("انتخاب فايل...", this);
   browse->setAutoDefault(false);
   auto* const buttons = new QDialogButtonBox(this);
   buttons->addButton("تاييد", QDialogButtonBox::AcceptRole);
@@ -72,6 +91,7 @@ ConnectDialog::ConnectDialog(const RecentList& recent, QWidget* parent)
   row->addWidget(db_, 1);
   row->addWidget(browse);
   layout->addRow("فايل يا رشته اتصال", row);
+  layout->addRow("گذرواژه", password_);
   layout->addRow("شماره كاربر", user_);
   layout->addRow("شماره پست", position_);
   layout->addRow("شماره كارمند", employee_);
@@ -92,13 +112,18 @@ ConnectDialog::ConnectDialog(const RecentList& recent, QWidget* parent)
 }
 
 Login ConnectDialog::Given() const {
-  return {db_->currentText(), user_->value(), position_->value(), employee_->value(),
-          period_->value()};
+  return {db_->currentText(), user_->value(),   position_->value(),
+          employee_->value(), period_->value(), password_->text()};
 }
 
 void ConnectDialog::Browse() {
-  const QString file = QFileDialog::getOpenFileName(this, "انتخاب فايل", db_->currentText());
-  if (!file.isEmpty()) db_->setCurrentText(file);
+  FileDialogRequest request;
+  request.title = "انتخاب فايل";
+  request.file_name =
+      QFileInfo(db_->currentText()).isFile() ? db_->currentText().toStdString() : "";
+  if (vorek::qt::QtFileDialogs().Open(request)) {
+    db_->setCurrentText(QString::fromStdString(request.file_name));
+  }
 }
 
 }  // namespace vorek::desk

@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QLineEdit>
 #include <QSpinBox>
 
 #include "session.h"
@@ -19,8 +20,12 @@ class RecentList {
   void Add(const Login& login);
   // The user's numbers that were last given for a connection.
   Login LoginOf(const QString& db) const;
+  // Where the open reports of a connection are kept.
+  static QString TabsKey(const QString& db);
 
  private:
+  void Forget(const QString& db);
+
   QSettings& settings_;
 };
 
@@ -34,6 +39,7 @@ class ConnectDialog : public QDialog {
   void Browse();
 
   QComboBox* db_;
+  QLineEdit* password_;
   QSpinBox* user_;
   QSpinBox* position_;
   QSpinBox* employee_;

@@ -5,13 +5,14 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QSettings>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
 
+#include "adapters/qt/qt_windows.h"
 #include "connect_dialog.h"
 #include "report_tab.h"
 
@@ -33,6 +34,7 @@ DeskWindow::DeskWindow(QSettings& settings)
   tabs_->setMovable(true);
   tabs_->setDocumentMode(true);
   connect(tabs_, &QTabWidget::tabCloseRequested, this, [this](int index) { CloseTab(index); });
+  connect(tabs_, &QTabWidget::currentChanged, this, [this] { StartShownTab(); });
   catalogue_->on_open = [this](std::int32_t report) { OpenReport(report); };
   splitter_->setStretchFactor(0, 0);
   splitter_->setStretchFactor(1, 1);
@@ -46,6 +48,7 @@ DeskWindow::DeskWindow(QSettings& settings)
 }
 
 DeskWindow::~DeskWindow() {
+  const QSignalBlocker quiet(tabs_);
   while (tabs_->count() > 0) delete tabs_->widget(0);
 }
 
@@ -56,14 +59,14 @@ void DeskWindow::MakeActions() {
     action->setShortcut(key);
     return action;
   };
-  connect(add("اتصال به پايگاه داده...", QKeySequence::Open), &QAction::triggered, this,
+  connect(add("اتصال به پايگاه داده...", Qt::CTRL | Qt::Key_O), &QAction::triggered, this,
           [this] { AskForConnection(); });
-  connect(add("بستن گزارش", QKeySequence::Close), &QAction::triggered, this,
+  connect(add("بستن گزارش", Qt::CTRL | Qt::Key_W), &QAction::triggered, this,
           [this] { CloseTab(tabs_->currentIndex()); });
   connect(add("جستجوي گزارش", Qt::CTRL | Qt::Key_L), &QAction::triggered, catalogue_,
-          [this] { catalogue_->findChild<QWidget*>("search")->setFocus(); });
+          [this] { catalogue_->FocusSearch(); });
   menu->addSeparator();
-  connect(add("خروج", QKeySequence::Quit), &QAction::triggered, this, [this] { close(); });
+  connect(add("خروج", Qt::CTRL | Qt::Key_Q), &QAction::triggered, this, [this] { close(); });
 }
 
 void DeskWindow::MakeStatusBar() {
@@ -71,6 +74,7 @@ void DeskWindow::MakeStatusBar() {
   user_->setObjectName("user");
   day_ = new QLabel(TodayInPersian(), this);
   day_->setObjectName("day");
+  for (QLabel* const label : {user_, day_}) label->setContentsMargins(8, 0, 8, 0);
   statusBar()->addWidget(user_);
   statusBar()->addPermanentWidget(day_);
   auto* const clock = new QTimer(this);
@@ -81,10 +85,11 @@ void DeskWindow::MakeStatusBar() {
 bool DeskWindow::Connect(const Login& login) {
   try {
     auto session = std::make_unique<Session>(login);
-    while (tabs_->count() > 0) CloseTab(0);
+    Remember();
+    CloseAllTabs();
     session_ = std::move(session);
   } catch (const Error& error) {
-    QMessageBox::warning(this, "خطا", QString::fromStdString(error.Description()));
+    vorek::qt::ShowFailure(this, QString::fromStdString(error.Description()));
     return false;
   }
   RecentList(settings_).Add(login);
@@ -94,31 +99,57 @@ bool DeskWindow::Connect(const Login& login) {
   return true;
 }
 
-QString DeskWindow::TabsKey() const {
-  const QByteArray db = WithoutPasswords(session_->Who().db).toUtf8();
-  return "tabs/" + QString::fromLatin1(db.toBase64(QByteArray::Base64UrlEncoding));
-}
+QString DeskWindow::TabsKey() const { return RecentList::TabsKey(KeptName(session_->Who())); }
 
 void DeskWindow::ReopenTabs() {
-  for (const QVariant& report : settings_.value(TabsKey()).toList()) {
-    if (!session_->TitleOf(report.toInt()).isEmpty()) OpenReport(report.toInt());
+  const std::int32_t shown = settings_.value(TabsKey() + "-shown").toInt();
+  {
+    const QSignalBlocker quiet(tabs_);
+    for (const QVariant& report : settings_.value(TabsKey()).toList()) {
+      if (session_->TitleOf(report.toInt()).isEmpty()) continue;
+      ReportTab* const tab = AddTab(report.toInt());
+      if (tab->ReportNumber() == shown) tabs_->setCurrentWidget(tab);
+    }
   }
+  StartShownTab();
+}
+
+ReportTab* DeskWindow::AddTab(std::int32_t report) {
+  auto* const tab = new ReportTab(*session_, report, settings_, this);
+  const QString title = session_->TitleOf(report);
+  tabs_->addTab(tab, title.isEmpty() ? QString::number(report) : title);
+  return tab;
+}
+
+// A restored tab whose report the user may not see any more goes again.
+void DeskWindow::StartShownTab() {
+  ReportTab* const tab = CurrentTab();
+  if (tab == nullptr) return;
+  tab->Start();
+  if (tab->Loaded()) return;
+  QMetaObject::invokeMethod(
+      tab, [this, tab] { CloseTab(tabs_->indexOf(tab)); }, Qt::QueuedConnection);
 }
 
 ReportTab* DeskWindow::OpenReport(std::int32_t report) {
   for (int i = 0; i < tabs_->count(); ++i) {
-    auto* const open = static_cast<ReportTab*>(tabs_->widget(i));
-    if (open->ReportNumber() != report) continue;
+    if (TabAt(i)->ReportNumber() != report) continue;
     tabs_->setCurrentIndex(i);
-    return open;
+    return TabAt(i);
   }
-  auto* const tab = new ReportTab(*session_, report, settings_, this);
-  const QString title = session_->TitleOf(report);
-  const int index = tabs_->addTab(tab, title.isEmpty() ? QString::number(report) : title);
-  tabs_->setTabToolTip(index, QString("%1  %2").arg(report).arg(title));
-  tabs_->setCurrentIndex(index);
-  tab->View();
-  return tab;
+  ReportTab* const tab = AddTab(report);
+  {
+    const QSignalBlocker quiet(tabs_);
+    tabs_->setCurrentWidget(tab);
+  }
+  tab->Start();
+  if (tab->Loaded()) return tab;
+  CloseTab(tabs_->indexOf(tab));
+  return nullptr;
+}
+
+ReportTab* DeskWindow::TabAt(int index) const {
+  return static_cast<ReportTab*>(tabs_->widget(index));
 }
 
 ReportTab* DeskWindow::CurrentTab() const {
@@ -127,10 +158,15 @@ ReportTab* DeskWindow::CurrentTab() const {
 
 void DeskWindow::CloseTab(int index) {
   if (index < 0) return;
-  auto* const tab = static_cast<ReportTab*>(tabs_->widget(index));
+  ReportTab* const tab = TabAt(index);
   tab->RememberWidths();
   tabs_->removeTab(index);
   tab->deleteLater();
+}
+
+void DeskWindow::CloseAllTabs() {
+  const QSignalBlocker quiet(tabs_);
+  while (tabs_->count() > 0) CloseTab(0);
 }
 
 void DeskWindow::AskForConnection() {
@@ -148,11 +184,12 @@ void DeskWindow::Remember() {
   if (session_ == nullptr) return;
   QVariantList open;
   for (int i = 0; i < tabs_->count(); ++i) {
-    auto* const tab = static_cast<ReportTab*>(tabs_->widget(i));
-    tab->RememberWidths();
-    open << tab->ReportNumber();
+    TabAt(i)->RememberWidths();
+    if (TabAt(i)->Returns()) open << TabAt(i)->ReportNumber();
   }
   settings_.setValue(TabsKey(), open);
+  const ReportTab* const shown = CurrentTab();
+  settings_.setValue(TabsKey() + "-shown", shown == nullptr ? -1 : shown->ReportNumber());
 }
 
 void DeskWindow::closeEvent(QCloseEvent* event) {

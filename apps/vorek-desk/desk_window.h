@@ -27,9 +27,11 @@ class DeskWindow : public QMainWindow {
   bool Connect(const Login& login);
   // Asks for a database and a user, until a connection stands or the user gives up.
   void AskForConnection();
-  // Opens the reports that were open when the window was last closed on this database.
+  // Brings the tabs back that were open when the window was last closed on this database. Only the
+  // one on show runs its report, another when it is first shown.
   void ReopenTabs();
-  // Shows a report in a tab of its own, or the tab that shows it already.
+  // Shows a report in a tab of its own, or the tab that shows it already. Null for a report that
+  // can't be loaded, which the user has been told.
   ReportTab* OpenReport(std::int32_t report);
   ReportTab* CurrentTab() const;
 
@@ -39,7 +41,11 @@ class DeskWindow : public QMainWindow {
  private:
   void MakeActions();
   void MakeStatusBar();
+  ReportTab* TabAt(int index) const;
+  ReportTab* AddTab(std::int32_t report);
+  void StartShownTab();
   void CloseTab(int index);
+  void CloseAllTabs();
   void Remember();
   QString TabsKey() const;
 

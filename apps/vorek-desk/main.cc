@@ -7,8 +7,11 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include "adapters/qt/translations.h"
+#include "adapters/system/database_option.h"
 #include "connect_dialog.h"
 #include "desk_window.h"
+#include "settings_file.h"
 #include "theme.h"
 
 namespace vorek::desk {
@@ -19,6 +22,7 @@ void AddOptions(QCommandLineParser& parser) {
   parser.addHelpOption();
   parser.addOptions({
       {"db", "Connection string, or the file of an embedded database.", "db"},
+      {"password-file", "File whose first line is the password; else $VOREK_PASSWORD.", "file"},
       {"user", "Number of the user.", "number", "-1"},
       {"position", "The user's position.", "number", "-1"},
       {"employee", "The user's employee number.", "number", "-1"},
@@ -30,8 +34,12 @@ void AddOptions(QCommandLineParser& parser) {
 }
 
 Login LoginFrom(const QCommandLineParser& parser) {
-  return {parser.value("db"), parser.value("user").toInt(), parser.value("position").toInt(),
-          parser.value("employee").toInt(), parser.value("period").toInt()};
+  return {parser.value("db"),
+          parser.value("user").toInt(),
+          parser.value("position").toInt(),
+          parser.value("employee").toInt(),
+          parser.value("period").toInt(),
+          QString::fromStdString(PasswordGiven(parser.value("password-file").toStdString()))};
 }
 
 void OpenReports(DeskWindow& window, const QStringList& reports) {
@@ -65,13 +73,15 @@ int Main(const QApplication& app) {
   QCommandLineParser parser;
   AddOptions(parser);
   parser.process(app);
+  const Login login = LoginFrom(parser);
   ApplyTheme(parser.value("theme"));
+  vorek::qt::InstallPersianTexts();
   const bool render = parser.isSet("render");
   // A picture leaves the user's settings alone.
   const QTemporaryDir nowhere;
-  QSettings settings(
-      render ? nowhere.filePath("desk.ini") : QSettings("vorek", "vorek-desk").fileName(),
-      QSettings::IniFormat);
+  QSettings settings(PrivateFile(render ? nowhere.filePath("desk.ini")
+                                        : QSettings("vorek", "vorek-desk").fileName()),
+                     QSettings::IniFormat);
   DeskWindow window(settings);
   window.show();
   if (render) RenderLater(window, parser.value("render"));
@@ -79,7 +89,7 @@ int Main(const QApplication& app) {
   QTimer::singleShot(0, &window, [&] {
     if (!parser.isSet("db")) {
       window.AskForConnection();
-    } else if (window.Connect(LoginFrom(parser))) {
+    } else if (window.Connect(login)) {
       OpenReports(window, parser.values("report"));
     } else {
       QApplication::exit(1);
@@ -95,5 +105,10 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setApplicationName("vorek-desk");
   QApplication::setLayoutDirection(Qt::RightToLeft);
-  return vorek::desk::Main(app);
+  try {
+    return vorek::desk::Main(app);
+  } catch (const vorek::Error& error) {
+    QTextStream(stderr) << "vorek-desk: " << QString::fromStdString(error.Description()) << '\n';
+    return 1;
+  }
 }

@@ -2,18 +2,39 @@
 
 #include <QSettings>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "engine/report_control.h"
 
 namespace vorek::desk {
+namespace {
+
+QVariant ToSettings(const DrawnWidths& widths) {
+  QVariantList list;
+  for (const DrawnWidth& width : widths) {
+    list << QVariant(QVariantList{width.col, QString::fromStdString(width.header), width.twips});
+  }
+  return list;
+}
+
+DrawnWidths WidthsFrom(const QVariant& kept) {
+  DrawnWidths widths;
+  for (const QVariant& entry : kept.toList()) {
+    const QVariantList width = entry.toList();
+    if (width.size() != 3) continue;
+    widths.push_back({width[0].toInt(), width[1].toString().toStdString(), width[2].toInt()});
+  }
+  return widths;
+}
+
+}  // namespace
 
 ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& settings,
                      QWidget* parent)
     : QWidget(parent),
       report_(report),
       settings_(settings),
-      world_(session.MakeWorld()),
-      widget_(std::make_unique<VorekReportWidget>(*world_)) {
+      widget_(std::make_unique<VorekReportWidget>(Session::Services())) {
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addWidget(widget_.get());
@@ -23,38 +44,45 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   widget_->SetPositionID(who.position);
   widget_->SetEmployeeID(who.employee);
   widget_->SetPeriodID(who.period);
-  widget_->SetOleConnectionString(QString::fromStdString(ConnectionString(who.db)));
+  widget_->SetOleConnectionString(QString::fromStdString(ConnectionOf(who)));
 }
 
 ReportTab::~ReportTab() = default;
 
+ReportControl& ReportTab::Control() { return widget_->Report().Impl(); }
+
+void ReportTab::Start() {
+  if (!started_) View();
+}
+
 bool ReportTab::View() {
-  const bool shown = widget_->View(report_);
+  started_ = true;
+  shown_ = widget_->View(report_);
   TakeWidths();
-  return shown;
+  return shown_;
+}
+
+bool ReportTab::Loaded() { return !Control().VorekParameters1.Tag().empty(); }
+
+bool ReportTab::Returns() {
+  constexpr std::int32_t kEmptied = 2;  // rows that a failed run leaves
+  return !started_ || shown_ || Control().flxMain.Rows() > kEmptied;
 }
 
 QString ReportTab::WidthsKey() const { return QString("widths/%1").arg(report_); }
 
 void ReportTab::TakeWidths() {
-  Grid& grid = widget_->Report().Impl().flxMain;
+  if (std::exchange(has_widths_, true)) return;
   const QVariantMap kept = settings_.value(WidthsKey()).toMap();
-  for (std::int32_t col = 0; col < grid.Cols(); ++col) {
-    own_widths_[col] = grid.ColWidth(col);
-    const auto width = kept.find(QString::number(col));
-    if (width != kept.end()) grid.ResizeByUser(col, width->toInt());
-  }
+  Control().SetDrawnWidths(WidthsFrom(kept["main"]), WidthsFrom(kept["transposed"]));
 }
 
 void ReportTab::RememberWidths() {
-  const Grid& grid = widget_->Report().Impl().flxMain;
-  QVariantMap kept;
-  for (const auto& [col, own] : own_widths_) {
-    if (col < grid.Cols() && grid.ColWidth(col) != own) {
-      kept[QString::number(col)] = grid.ColWidth(col);
-    }
-  }
-  if (!own_widths_.empty() && grid.Cols() > 2) settings_.setValue(WidthsKey(), kept);
+  const DrawnWidths& main = Control().MainWidths();
+  const DrawnWidths& transposed = Control().TransposeWidths();
+  if (main.empty() && transposed.empty()) return;
+  settings_.setValue(
+      WidthsKey(), QVariantMap{{"main", ToSettings(main)}, {"transposed", ToSettings(transposed)}});
 }
 
 }  // namespace vorek::desk

@@ -3,7 +3,6 @@
 
 #include <QWidget>
 #include <cstdint>
-#include <map>
 #include <memory>
 
 #include "session.h"
@@ -11,9 +10,14 @@
 
 class QSettings;
 
+namespace vorek {
+class ReportControl;
+}
+
 namespace vorek::desk {
 
-// A report in a tab, with the column widths that the user drew in it before.
+// A report in a tab, with a world of its own, so that tabs share no column layouts, and with the
+// column widths that the user drew in it before.
 class ReportTab : public QWidget {
  public:
   ReportTab(const Session& session, std::int32_t report, QSettings& settings, QWidget* parent);
@@ -21,19 +25,27 @@ class ReportTab : public QWidget {
 
   std::int32_t ReportNumber() const { return report_; }
   VorekReportWidget& Widget() { return *widget_; }
+  // Runs the report, unless it has run already.
+  void Start();
   bool View();
-  // Keeps the widths that differ from the report's own.
+  // False if the report could not even be loaded, as when the user has no right to it.
+  bool Loaded();
+  // Whether the next start of the program shall bring the tab back: not one whose run failed.
+  bool Returns();
+  // Keeps the widths that the user drew; without any nothing is written.
   void RememberWidths();
 
  private:
+  ReportControl& Control();
   void TakeWidths();
   QString WidthsKey() const;
 
   std::int32_t report_;
   QSettings& settings_;
-  std::unique_ptr<World> world_;  // outlives the widget
+  bool started_ = false;
+  bool shown_ = false;       // the run went well
+  bool has_widths_ = false;  // of the settings; later ones are the control's
   std::unique_ptr<VorekReportWidget> widget_;
-  std::map<std::int32_t, std::int32_t> own_widths_;  // by column, as the report has them
 };
 
 }  // namespace vorek::desk

@@ -1,11 +1,14 @@
 #include "session.h"
 
-#include <QStringList>
+#include <QFileInfo>
 #include <algorithm>
 #include <utility>
 
+#include "adapters/system/database_option.h"
 #include "engine/shared_helpers.h"
 #include "engine/world_state.h"
+#include "platform/connection_secrets.h"
+#include "platform/connection_string.h"
 #include "text/persian_date.h"
 #include "text/utf8.h"
 #include "vorek/qt.h"
@@ -16,25 +19,36 @@
 #endif
 
 namespace vorek::desk {
+namespace {
 
-std::string ConnectionString(const QString& db) {
-  std::string text = db.trimmed().toStdString();
-  if (text::StartsWithIgnoreCase(text, "Provider=")) return text;
-  return "Provider=VorekSQLite;Data Source=" + text;
-}
-
-QString WithoutPasswords(const QString& db) {
-  QStringList kept;
-  for (const QString& piece : db.split(';')) {
-    const QString key = piece.section('=', 0, 0).trimmed().toLower();
-    if (key != "pwd" && key != "password") kept << piece;
+// A string for the embedded database with its file by the absolute path; others as they are.
+std::string WithAbsolutePath(const std::string& text) {
+  std::vector<ConnectionPiece> pieces = ParseConnectionString(text);
+  if (!text::EqualsIgnoreCase(ConnectionValue(pieces, {"Provider"}), "VorekSQLite")) return text;
+  for (ConnectionPiece& piece : pieces) {
+    if (!text::EqualsIgnoreCase(piece.key, "Data Source")) continue;
+    piece.value = QFileInfo(QString::fromStdString(piece.value)).absoluteFilePath().toStdString();
   }
-  return kept.join(';');
+  return FormatConnectionString(pieces);
 }
 
-Session::Session(Login login) : login_(std::move(login)), world_(MakeWorld()) {
+}  // namespace
+
+std::string ConnectionOf(const Login& login) {
+  return WithPassword(ConnectionStringOf(login.db.trimmed().toStdString()),
+                      login.password.toStdString());
+}
+
+QString KeptName(const Login& login) {
+  const QString db = login.db.trimmed();
+  if (!IsConnectionString(db.toStdString())) return QFileInfo(db).absoluteFilePath();
+  return QString::fromStdString(WithAbsolutePath(WithoutPasswords(db.toStdString())));
+}
+
+Session::Session(Login login)
+    : login_(std::move(login)), world_(std::make_unique<World>(Services())) {
   Process& process = world_->State().process;
-  process.data.Rebind(ConnectionString(login_.db));
+  process.data.Rebind(ConnectionOf(login_));
   catalogue_ = ReadCatalog(process.dten().rssqlGeneral1);
   process.main.GlobalUserID = login_.user;
   process.main.GlobalPositionID = login_.position;
@@ -43,7 +57,7 @@ Session::Session(Login login) : login_(std::move(login)), world_(MakeWorld()) {
   user_name_ = process.main.UserFullName;
 }
 
-std::unique_ptr<World> Session::MakeWorld() const {
+WorldOptions Session::Services() {
   WorldOptions options;
   options.providers = {SqliteProvider()};
 #ifdef VOREK_WITH_ODBC
@@ -51,7 +65,7 @@ std::unique_ptr<World> Session::MakeWorld() const {
 #endif
   AddQtServices(options);
   AddSystemServices(options);
-  return std::make_unique<World>(std::move(options));
+  return options;
 }
 
 QString Session::TitleOf(std::int32_t report) const {

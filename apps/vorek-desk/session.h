@@ -19,15 +19,15 @@ struct Login {
   int position = -1;
   int employee = -1;
   int period = -1;
+  QString password = {};  // for a string that holds none; never kept
 };
 
-// The connection string that a text stands for.
-std::string ConnectionString(const QString& db);
-// The same text without passwords, to be kept.
-QString WithoutPasswords(const QString& db);
+// The connection string of a login.
+std::string ConnectionOf(const Login& login);
+// The database of a login as it is kept: a file by its absolute path, a string without passwords.
+QString KeptName(const Login& login);
 
-// A database that is open for one user. Each report gets a world of its own, so that reports in
-// two tabs don't share their column layouts.
+// A database that is open for one user.
 class Session {
  public:
   // Connects. Throws Error with the provider's reason.
@@ -38,7 +38,8 @@ class Session {
   // Empty for a report that isn't in the catalogue.
   QString TitleOf(std::int32_t report) const;
   const std::string& UserName() const { return user_name_; }
-  std::unique_ptr<World> MakeWorld() const;
+  // What the world of a report is made with.
+  static WorldOptions Services();
 
  private:
   Login login_;

@@ -39,7 +39,7 @@ void PrintJson(const std::vector<Finding>& findings) {
 void Check(const CheckOptions& options) {
   World world(ConsoleWorld());
   Process& process = world.State().process;
-  process.main.ConnectionText = ConnectionString(options.connect.db);
+  process.main.ConnectionText = ConnectionString(options.connect);
   process.data.Rebind(process.main.ConnectionText);
   const std::vector<Finding> findings = CheckReports(process, options.reports);
   if (options.json) {

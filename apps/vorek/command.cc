@@ -1,6 +1,6 @@
 #include "command.h"
 
-#include "text/utf8.h"
+#include "adapters/system/database_option.h"
 #include "vorek/odbc.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
@@ -10,6 +10,8 @@ namespace vorek {
 void AddDatabaseOption(CLI::App& command, ConnectOptions& options) {
   command.add_option("--db", options.db, "connection string, or the file of an embedded database")
       ->required();
+  command.add_option("--password-file", options.password_file,
+                     "file whose first line is the password; else $VOREK_PASSWORD");
 }
 
 void AddUserOptions(CLI::App& command, ConnectOptions& options) {
@@ -19,10 +21,8 @@ void AddUserOptions(CLI::App& command, ConnectOptions& options) {
   command.add_option("--period", options.period, "the accounting period");
 }
 
-std::string ConnectionString(const std::string& db) {
-  if (text::StartsWithIgnoreCase(db, "Provider=")) return db;
-  // A file's name may hold what parts the pieces.
-  return "Provider=VorekSQLite;Data Source=\"" + text::Replace(db, "\"", "\"\"") + "\"";
+std::string ConnectionString(const ConnectOptions& options) {
+  return DatabaseOption(options.db, options.password_file);
 }
 
 WorldOptions ConsoleWorld() {

@@ -22,6 +22,7 @@ void AddSqlCommand(CLI::App& app);
 // The database and the user of a command.
 struct ConnectOptions {
   std::string db;
+  std::string password_file;
   std::int16_t user = -1;
   std::int16_t position = -1;
   std::int16_t employee = -1;
@@ -30,8 +31,8 @@ struct ConnectOptions {
 void AddDatabaseOption(CLI::App& command, ConnectOptions& options);
 void AddUserOptions(CLI::App& command, ConnectOptions& options);
 
-// The connection string that --db stands for: a string with "Provider=" as it is, else a file.
-std::string ConnectionString(const std::string& db);
+// The connection string that the options stand for; see DatabaseOption.
+std::string ConnectionString(const ConnectOptions& options);
 
 // All providers, and messages on the standard error stream.
 WorldOptions ConsoleWorld();

@@ -14,7 +14,7 @@ void AddListCommand(CLI::App& app) {
   command->callback([options] {
     World world(ConsoleWorld());
     DataSession& data = world.State().process.data;
-    data.Rebind(ConnectionString(options->db));
+    data.Rebind(ConnectionString(*options));
     for (const CatalogEntry& entry : ReadCatalog(data.Get().rssqlGeneral1)) {
       std::cout << entry.id << '\t' << entry.title << '\n';
     }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "adapters/system/database_option.h"
 #include "adapters/system/system_files.h"
 #include "command.h"
 #include "platform/script.h"
@@ -43,7 +44,7 @@ std::vector<fs::path> Scripts(const fs::path& folder) {
 
 void RunScripts(const fs::path& database, const std::vector<fs::path>& scripts) {
   const auto connection =
-      SqliteProvider()->Connect(ConnectionString(database.string()) + ";Mode=Create");
+      SqliteProvider()->Connect(ConnectionStringOf(database.string()) + "Mode=Create;");
   const SystemFiles files;
   for (const fs::path& script : scripts) {
     try {

@@ -37,7 +37,7 @@ void WriteGrid(ReportControl& control, const std::string& format) {
 }
 
 void Connect(VorekReport1& report, const ConnectOptions& connect) {
-  report.SetOleConnectionString(ConnectionString(connect.db));
+  report.SetOleConnectionString(ConnectionString(connect));
   report.SetUserID(connect.user);
   report.SetPositionID(connect.position);
   report.SetEmployeeID(connect.employee);

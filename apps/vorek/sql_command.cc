@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "adapters/sqlite/explain.h"
+#include "catalog/data_connection.h"
 #include "command.h"
+#include "platform/connection_string.h"
 #include "platform/script.h"
 #include "result_writer.h"
 #include "text/utf8.h"
@@ -40,13 +42,11 @@ std::string ScriptOf(const std::string& text) {
 }
 
 std::unique_ptr<DatabaseConnection> Connect(const SqlOptions& options) {
-  std::string connection_string = ConnectionString(options.connect.db);
+  std::string connection_string = ConnectionString(options.connect);
   if (options.create) connection_string += ";Mode=Create";
-  const std::string name = connection_string.substr(9, connection_string.find(';') - 9);
-  for (const auto& provider : ConsoleWorld().providers) {
-    if (provider->Answers(name)) return provider->Connect(connection_string);
-  }
-  throw Error(ErrorNumber::kConnection, "No provider answers to the name '" + name + "'.");
+  const std::string name = ConnectionValue(ParseConnectionString(connection_string), {"Provider"});
+  const ProviderList providers = ConsoleWorld().providers;
+  return FindProvider(providers, name).Connect(connection_string);
 }
 
 void WriteResults(const std::vector<ResultSetPtr>& results, const std::string& format) {

@@ -9,13 +9,16 @@
 #include <QMainWindow>
 #include <QStatusBar>
 #include <QTimer>
+#include <utility>
 
 namespace {
 
 // What a record is about stands below; a double click doesn't lead away.
 void Listen(vorek::VorekReportWidget& report, QMainWindow& window) {
   QObject::connect(&report, &vorek::VorekReportWidget::ViewCelChange, &window, [&] {
-    window.statusBar()->showMessage(QString::fromStdString(report.Report().UniqueWC()));
+    // A condition of SQL runs from the left, also in a bar that runs from the right.
+    const QString condition = QString::fromStdString(report.Report().UniqueWC());
+    window.statusBar()->showMessage(QChar(0x2066) + condition + QChar(0x2069));
   });
   QObject::connect(&report, &vorek::VorekReportWidget::DblClick, &window,
                    [](bool* cancel) { *cancel = true; });
@@ -34,10 +37,9 @@ int main(int argc, char** argv) {
   options.providers = {vorek::SqliteProvider()};
   vorek::AddQtServices(options);
   vorek::AddSystemServices(options);
-  vorek::World world(options);
 
   QMainWindow window;
-  auto* const report = new vorek::VorekReportWidget(world, &window);
+  auto* const report = new vorek::VorekReportWidget(std::move(options), &window);
   Listen(*report, window);
   window.setCentralWidget(report);
   window.resize(1000, 600);

@@ -16,6 +16,8 @@ class PropertyStore {
   // Stores the value; one that equals the default may be left out.
   virtual void WriteProperty(const std::string& key, const std::string& value,
                              const std::string& default_value) = 0;
+  // All properties have been written: a store that keeps them in a file writes it now, at once.
+  virtual void Commit() {}
 };
 
 }  // namespace vorek

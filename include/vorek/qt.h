@@ -12,7 +12,9 @@ namespace vorek {
 
 // Gives the options a screen and file dialogs by Qt, and has their providers, which must stand in
 // them already, run statements on threads of their own: windows stay alive meanwhile, and Escape or
-// a button cancels. REQUIRES a QApplication; the world is to be used from its thread.
+// a button cancels. Qt's own texts become Persian, in the menus of fields, the file dialog and the
+// like; a translator that the host installs later comes first. REQUIRES a QApplication; the world
+// is to be used from its thread.
 void AddQtServices(WorldOptions& options);
 
 // A report control as a widget of a host. It takes the width and height that its layout gives it,
@@ -28,7 +30,10 @@ class VorekReportWidget : public QWidget {
   Q_PROPERTY(QString Title READ Title)
 
  public:
-  // The world must outlive the widget.
+  // A widget with a world of its own, so that it shares neither user nor connection with another.
+  explicit VorekReportWidget(WorldOptions options, QWidget* parent = nullptr);
+  // A widget in a world that others share: all of them have to show reports for one user over one
+  // connection. The world must outlive the widget.
   explicit VorekReportWidget(World& world, QWidget* parent = nullptr);
   ~VorekReportWidget() override;
 
@@ -61,6 +66,10 @@ class VorekReportWidget : public QWidget {
   void ViewCelChange();
   void InvokeClearShow(int FormTypeID, const QString& InvokedValueStr);
   void InvokeView(int FormTypeID, const QString& UniqueWC, const QString& InvokedValueStr);
+  // The buttons of an Editable control; see ReportEvents.
+  void AddClick();
+  void EditClick();
+  void DeleteClick();
   // An error that nothing in the control caught. Unless a slot is connected, it is shown.
   void Failed(const QString& description);
 
@@ -72,6 +81,7 @@ class VorekReportWidget : public QWidget {
  private:
   struct Parts;
 
+  void Begin();
   void ConnectEvents();
   void TakeSize();
   void Tell(const QString& failure);

@@ -27,6 +27,12 @@ struct ReportEvents {
   std::function<void(std::int32_t& FormTypeID, std::string& InvokedValueStr)> InvokeClearShow;
   std::function<void(std::int32_t& FormTypeID, std::string& UniqueWC, std::string& InvokedValueStr)>
       InvokeView;
+  // The buttons of an Editable control: a new record is wanted, the current one is to be changed or
+  // deleted. The control changes no data by itself; FormTypeID, FormID and UniqueWC tell the
+  // record.
+  std::function<void()> AddClick;
+  std::function<void()> EditClick;
+  std::function<void()> DeleteClick;
 };
 
 // The report viewer: shows a report of the catalogue, by number, in a grid.
@@ -100,7 +106,8 @@ class VorekReport1 {
   void SetEmployeeID(std::int16_t id);
 
   // "Provider=name;..." of the database. Assigning binds the world to it; nothing is opened before
-  // the first query. Throws Error(kInvalidCall) for a text that doesn't begin so.
+  // the first query. Throws Error(kInvalidCall) for a text that doesn't begin so and
+  // Error(kConnection) for a provider that the world doesn't have; the former text then stays.
   const std::string& OleConnectionString() const;
   void SetOleConnectionString(const std::string& text);
 
@@ -116,6 +123,7 @@ class VorekReport1 {
   void SetUseThisQuery(const std::string& text);
   bool Enable_DbClick() const;
   void SetEnable_DbClick(bool on);
+  // An editable control shows three buttons beside the grid: see ReportEvents.
   bool Editable() const;
   void SetEditable(bool on);
   // Stored numbers, which View sets by flxMain: its rows, its height, the height of its row 1.

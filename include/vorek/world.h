@@ -33,9 +33,10 @@ struct WorldOptions {
   std::string function_file = {};
 };
 
-// The state that all controls of a program share: the connection, the user, the column layouts. A
-// host makes one and hands it to its controls; it must outlive them. Two worlds know nothing of
-// each other. To be used from one thread.
+// The state that controls share: the connection, the user, the column layouts. The last View of any
+// of them sets these for all, so a host makes a world for each user and connection and hands it to
+// the controls of that user; it must outlive them. Two worlds know nothing of each other. To be
+// used from one thread.
 class World {
  public:
   // Throws Error(kInvalidCall) if a required part is missing.

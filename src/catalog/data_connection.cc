@@ -17,20 +17,20 @@ void RunningStatement::Cancel() noexcept {
   if (connection_ != nullptr) connection_->Cancel();
 }
 
-DatabaseProvider& DataConnection::FindProvider() const {
-  for (const std::shared_ptr<DatabaseProvider>& provider : providers_) {
-    if (provider->Answers(provider_)) return *provider;
+DatabaseProvider& FindProvider(const ProviderList& providers, const std::string& name) {
+  for (const std::shared_ptr<DatabaseProvider>& provider : providers) {
+    if (provider->Answers(name)) return *provider;
   }
-  if (provider_.empty()) {
+  if (name.empty()) {
     throw Error(ErrorNumber::kConnection, "No connection string has been set.");
   }
-  throw Error(ErrorNumber::kConnection, "Provider '" + provider_ + "' cannot be found.");
+  throw Error(ErrorNumber::kConnection, "Provider '" + name + "' cannot be found.");
 }
 
 void DataConnection::Open() {
   if (connection_ != nullptr) return;
   try {
-    connection_ = FindProvider().Connect(connection_string_);
+    connection_ = FindProvider(providers_, provider_).Connect(connection_string_);
   } catch (const Error& error) {
     last_error_ = error.Description();
     throw;

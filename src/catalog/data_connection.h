@@ -14,6 +14,9 @@ namespace vorek {
 
 using ProviderList = std::vector<std::shared_ptr<DatabaseProvider>>;
 
+// The one that answers to the name. Throws Error(kConnection) if nobody does.
+DatabaseProvider& FindProvider(const ProviderList& providers, const std::string& name);
+
 // The connection whose statement runs now, so that it can be cancelled from another thread.
 class RunningStatement {
  public:
@@ -57,7 +60,6 @@ class DataConnection {
   std::function<bool(std::size_t rows)> on_progress;
 
  private:
-  DatabaseProvider& FindProvider() const;
   ResultSetPtr Run(std::string_view text, int timeout_seconds);
 
   const ProviderList& providers_;

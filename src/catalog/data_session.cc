@@ -28,9 +28,14 @@ void DataSession::Renew() {
   dten_->cnn.on_progress = progress_;
 }
 
+void DataSession::Check(const std::string& connection_text) const {
+  FindProvider(providers_, ProviderName(connection_text));
+}
+
 void DataSession::Rebind(const std::string& connection_text) {
+  std::string provider = ProviderName(connection_text);
   Renew();
-  dten_->cnn.SetProvider(ProviderName(connection_text));
+  dten_->cnn.SetProvider(std::move(provider));
   dten_->cnn.SetConnectionString(connection_text);
 }
 

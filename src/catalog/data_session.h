@@ -36,8 +36,11 @@ class DataSession {
   // The object in force, made on first use.
   DtEn& Get();
 
+  // Refuses a text that can't be bound: Error(kInvalidCall) if it doesn't begin with
+  // "Provider=name;", Error(kConnection) for a provider that nobody answers to.
+  void Check(const std::string& connection_text) const;
   // A new DtEn, bound to the connection text; nothing is opened yet. The text must begin with
-  // "Provider=name;", or Error(kInvalidCall) is thrown.
+  // "Provider=name;", or Error(kInvalidCall) is thrown and the DtEn in force stays.
   void Rebind(const std::string& connection_text);
   // The double pass of the entry points: the same, and once more without naming the provider.
   void RebindTwice(const std::string& connection_text);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <limits>
 
+#include "platform/connection_secrets.h"
 #include "text/number.h"
 #include "text/utf8.h"
 #include "widgets/property.h"
@@ -10,16 +11,40 @@
 namespace vorek {
 namespace {
 
+[[noreturn]] void Refuse(ErrorNumber number, const std::string& key, const std::string& text) {
+  throw Error(number, "The stored property " + key + " can't be \"" + text::Left(text, 50) + "\".");
+}
+
+bool IsNumber(const std::string& text) {
+  return text.find_first_of("0123456789") != std::string::npos &&
+         text.find_first_not_of("0123456789-+. ") == std::string::npos;
+}
+
 std::int32_t ReadNumber(const std::string& key, const std::string& text, std::int32_t least,
                         std::int32_t most) {
-  const bool number = text.find_first_of("0123456789") != std::string::npos &&
-                      text.find_first_not_of("0123456789-+. ") == std::string::npos;
+  if (!IsNumber(text)) Refuse(ErrorNumber::kTypeMismatch, key, text);
   const double value = text::NumericPrefix(text);
-  if (!number || value < least || value > most) {
-    throw Error(number ? ErrorNumber::kOverflow : ErrorNumber::kTypeMismatch,
-                "The stored property " + key + " can't be \"" + text::Left(text, 50) + "\".");
-  }
+  if (value < least || value > most) Refuse(ErrorNumber::kOverflow, key, text);
   return text::ToInt32(value);
+}
+
+bool ReadFlag(const std::string& key, const std::string& text) {
+  const bool word = text::EqualsIgnoreCase(text, "True") || text::EqualsIgnoreCase(text, "False");
+  if (!word && !IsNumber(text)) Refuse(ErrorNumber::kTypeMismatch, key, text);
+  return property::FromText<bool>(text);
+}
+
+// A refused text leaves the connection that is in force, as an assignment does.
+void ReadConnection(ReportControl& control, const std::string& text) {
+  if (text.empty()) {
+    control.state.OleConnectionString.clear();
+    return;
+  }
+  try {
+    control.SetConnection(text);
+  } catch (const Error& error) {
+    throw Error(error.Number(), "The stored property OleConnectionString: " + error.Description());
+  }
 }
 
 // One stored property: its key, its default and both ways between state and text.
@@ -67,25 +92,22 @@ const std::vector<StoredProperty>& StoredProperties() {
       Number16("PositionID", &ReportState::PositionID),
       Number16("EmployeeID", &ReportState::EmployeeID),
       {"OleConnectionString", "", true,
-       [](ReportControl& c) { return c.state.OleConnectionString; },
-       [](ReportControl& c, const std::string& text) {
-         c.state.OleConnectionString = text;
-         if (!text.empty()) IgnoreErrors([&] { c.SetConnection(text); });
-       }},
+       [](ReportControl& c) { return StorableConnection(c.state.OleConnectionString); },
+       ReadConnection},
       Text("Title", &ReportState::Title, "", false),
       Number32("FormID", &ReportState::FormID, "0"),
       Number32("FormTypeID", &ReportState::FormTypeID, "0"),
       Text("UniqueWC", &ReportState::UniqueWC, "''<>''", true),
       {"Enabled", "True", true, [](ReportControl& c) { return property::ToText(c.state.Enabled); },
        [](ReportControl& c, const std::string& text) {
-         c.SetEnabledGrids(property::FromText<bool>(text));
+         c.SetEnabledGrids(ReadFlag("Enabled", text));
        }},
       Text("SQLQuery", &ReportState::StoredSQLQuery, "", true),
       Text("UseThisQuery", &ReportState::UseThisQuery, "", true),
       {"Enable_DbClick", "True", true,
        [](ReportControl& c) { return property::ToText(c.state.Enable_DbClick); },
        [](ReportControl& c, const std::string& text) {
-         c.state.Enable_DbClick = property::FromText<bool>(text);
+         c.state.Enable_DbClick = ReadFlag("Enable_DbClick", text);
        }}};
   return properties;
 }
@@ -110,6 +132,7 @@ void WriteProperties(ReportControl& control, PropertyStore& store) {
     if (!property.written) continue;
     store.WriteProperty(property.key, property.get(control), property.default_value);
   }
+  store.Commit();
 }
 
 }  // namespace vorek

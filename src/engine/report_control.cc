@@ -21,7 +21,6 @@ constexpr int kF3 = 114;
 constexpr int kF5 = 116;
 constexpr int kP = 80;
 
-// A width that the user drew stays over later runs.
 void KeepWidth(ColumnLayoutTable& layouts, const Grid& grid, std::int32_t col) {
   if (col > ColumnLayoutTable::kLast) return;
   layouts[col].width = static_cast<std::int16_t>(std::min(grid.ColWidth(col), 32767));
@@ -44,8 +43,11 @@ ReportControl::ReportControl(WorldState& shared, Control* parent, std::string na
   lblCaption.Move(0, 0, kCaptionWidth, 300);
   lblCaption.SetRightToLeft(true);
   lblCaption.SetAlignment(Label::kCentre);
-  for (Button* button : {&cmdAdd, &cmdEdit, &cmdDelete}) {
+  const std::pair<Button*, const char*> buttons[] = {
+      {&cmdAdd, "جديد"}, {&cmdEdit, "ويرايش"}, {&cmdDelete, "حذف"}};
+  for (const auto& [button, caption] : buttons) {
     button->Move(0, 0, 1000, 400);
+    button->SetCaption(caption);
     button->SetVisible(false);
   }
   Progress.SetHeight(200);
@@ -77,11 +79,20 @@ void ReportControl::ConnectEvents() {
   };
   flxMain.on_user_resize = [this](std::int32_t col) {
     KeepWidth(world.process.main.ColumnLayouts, flxMain, col);
+    NoteDrawnWidth(main_widths_, flxMain, col);
   };
   flxTranspose.on_user_resize = [this](std::int32_t col) {
     KeepWidth(world.process.main.TransposeLayouts, flxTranspose, col);
+    NoteDrawnWidth(transpose_widths_, flxTranspose, col);
   };
   flxMain.on_sel_change = [this] { flxMain_SelChange(); };
+  // What a record is, the host knows.
+  const auto raise = [](const std::function<void()>& event) {
+    if (event) event();
+  };
+  cmdAdd.on_click = [this, raise] { raise(events.AddClick); };
+  cmdEdit.on_click = [this, raise] { raise(events.EditClick); };
+  cmdDelete.on_click = [this, raise] { raise(events.DeleteClick); };
 }
 
 // By now a record is told by its row alone.
@@ -152,6 +163,7 @@ void ReportControl::LoadReport(std::int32_t id) {
   state.LastParameterString.clear();
   state.ListOfParameters.clear();
   state.ListOfVisualParameters.clear();
+  if (std::exchange(drawn_report_, id) != id) SetDrawnWidths({}, {});
   flxTranspose.SetVisible(false);
   flxMain.SetVisible(true);
   state.ReportDistributed = "توزيع شده";
@@ -194,7 +206,21 @@ void ReportControl::EndView() {
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
                             const std::string&) {
   told_row_ = -1;
-  return ReportRun(*this).Run(do_filter, parameter_string);
+  const bool result = ReportRun(*this).Run(do_filter, parameter_string);
+  ApplyWidths();
+  return result;
+}
+
+void ReportControl::SetDrawnWidths(DrawnWidths main, DrawnWidths transposed) {
+  main_widths_ = std::move(main);
+  transpose_widths_ = std::move(transposed);
+  ApplyWidths();
+}
+
+// A run sets the widths of the catalogue.
+void ReportControl::ApplyWidths() {
+  ApplyDrawnWidths(main_widths_, flxMain);
+  ApplyDrawnWidths(transpose_widths_, flxTranspose);
 }
 
 bool ReportControl::ReportRefreshOnChange() {
@@ -225,7 +251,9 @@ void ReportControl::GotFocus() {
   IgnoreErrors([&] { FocusGrid(); });
 }
 
+// A text that is refused leaves the connection that is in force.
 void ReportControl::SetConnection(const std::string& text) {
+  world.process.data.Check(text);
   state.OleConnectionString = text;
   world.process.main.ConnectionText = text;
   world.process.data.Rebind(text);

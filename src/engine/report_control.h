@@ -7,6 +7,7 @@
 
 #include "drill/general_class.h"
 #include "engine/world_state.h"
+#include "grid/drawn_widths.h"
 #include "grid/grid.h"
 #include "grid/report_context.h"
 #include "parameters/form_ask_user.h"
@@ -37,11 +38,18 @@ class ReportControl : public Frame {
   bool ReportRefreshOnChange();
   // An event of a widget that a host placed beside the report: "Changed" runs it again.
   void ObjectEvent(const std::string& name);
+  // Throws Error for a text that DataSession::Check refuses; the former one then stays in force.
   void SetConnection(const std::string& text);
   void SetEditable(bool on);
   void SetEnabledGrids(bool on);
   void SetMainTopRow(std::int32_t row);
   std::string CellText(std::int32_t row, std::int32_t col);
+
+  // The widths that the user drew in the report on show, which hold over its later runs.
+  const DrawnWidths& MainWidths() const { return main_widths_; }
+  const DrawnWidths& TransposeWidths() const { return transpose_widths_; }
+  // Those of an earlier time.
+  void SetDrawnWidths(DrawnWidths main, DrawnWidths transposed);
 
   // Places the children by the control's size.
   void LayOut();
@@ -101,7 +109,12 @@ class ReportControl : public Frame {
   void ClearGrids();
   void TakeSearch(const std::string& query, const std::string& visual, const std::string& list);
 
-  std::int32_t told_row_ = -1;  // the row of the last ViewCelChange
+  void ApplyWidths();
+
+  DrawnWidths main_widths_;
+  DrawnWidths transpose_widths_;
+  std::int32_t drawn_report_ = -1;  // that the widths were drawn in
+  std::int32_t told_row_ = -1;      // the row of the last ViewCelChange
 };
 
 }  // namespace vorek

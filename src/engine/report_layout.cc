@@ -56,6 +56,9 @@ void PlaceButtons(ReportControl& control) {
   control.cmdEdit.SetLeft(add.Left());
   control.cmdDelete.SetTop(control.cmdEdit.Top() + control.cmdEdit.Height());
   control.cmdDelete.SetLeft(add.Left());
+  for (Button* button : {&add, &control.cmdEdit, &control.cmdDelete}) {
+    button->SetVisible(control.state.Editable);
+  }
 }
 
 }  // namespace

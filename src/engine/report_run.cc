@@ -329,6 +329,10 @@ void ReportRun::FocusResult() {
 void ReportRun::Fail(const Error& error) {
   process_.windows().SetMousePointer(0);
   control_.flxMain.SetRedraw(true);
+  if (error.Is(ErrorNumber::kCancelled) && process_.windows().TellCancelled()) {
+    SilentExit(error.Number());
+    return;
+  }
   const std::string detail = text::Contains(error.Description(), "Divide by zero")
                                  ? "اشکال تقسيم بر صفر"
                                  : error.Description();

@@ -1,5 +1,7 @@
 #include "messages/messages.h"
 
+#include "messages/persian_reason.h"
+
 namespace vorek {
 namespace {
 
@@ -34,10 +36,10 @@ void Messages::DisplayError(std::int32_t errNO, const std::string& shortErrorDes
                             std::int32_t handled) {
   if (form_error_ == nullptr) form_error_ = std::make_unique<FormError>(process_.windows());
   form_error_->lblError.SetCaption(shortErrorDesc);
-  form_error_->txtError.SetText(longErrorDesc);
+  form_error_->txtError.SetText(PersianReason(longErrorDesc));
   if (longErrorDesc.empty() && errNO != 0) {
     const std::string& last = process_.dten().cnn.LastError();
-    if (!last.empty()) form_error_->txtError.SetText(last);
+    if (!last.empty()) form_error_->txtError.SetText(PersianReason(last));
   }
   form_error_->SetCaption("اشکال شماره :  " + AbsoluteText(handled));
   form_error_->ShowModal();

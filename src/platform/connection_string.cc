@@ -92,6 +92,17 @@ std::vector<ConnectionPiece> ParseConnectionString(std::string_view text) {
   return Reader(text).Read();
 }
 
+std::string FormatConnectionString(const std::vector<ConnectionPiece>& pieces) {
+  std::string text;
+  for (const ConnectionPiece& piece : pieces) {
+    const bool bare = piece.value.find_first_of(";\"'{}=") == std::string::npos &&
+                      TrimBlanks(piece.value).size() == piece.value.size();
+    const std::string quoted = "\"" + text::Replace(piece.value, "\"", "\"\"") + "\"";
+    text += text::Replace(piece.key, "=", "==") + "=" + (bare ? piece.value : quoted) + ";";
+  }
+  return text;
+}
+
 std::string ConnectionValue(const std::vector<ConnectionPiece>& pieces,
                             std::initializer_list<std::string_view> names) {
   for (const ConnectionPiece& piece : pieces) {

@@ -20,6 +20,9 @@ struct ConnectionPiece {
 // isn't closed; no value stands in its text.
 std::vector<ConnectionPiece> ParseConnectionString(std::string_view text);
 
+// The text that reads as these pieces; each ends with ";".
+std::string FormatConnectionString(const std::vector<ConnectionPiece>& pieces);
+
 // The value of the first piece whose key is one of the names, in any case; empty without one.
 std::string ConnectionValue(const std::vector<ConnectionPiece>& pieces,
                             std::initializer_list<std::string_view> names);

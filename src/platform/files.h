@@ -23,6 +23,9 @@ class Files {
   // be there; what isn't a file (a device, a folder) is refused.
   virtual void Write(const std::string& path, std::string_view bytes) = 0;
 
+  // The same for a file that nobody but its owner may read.
+  virtual void WritePrivate(const std::string& path, std::string_view bytes) { Write(path, bytes); }
+
   // Makes the folders that the path's file lies in, as far as they are missing.
   virtual void MakeFoldersFor(const std::string& path) = 0;
 };

@@ -29,6 +29,10 @@ class Windows {
   // The pointer's shape: 0 default, 11 hourglass.
   virtual void SetMousePointer(int shape) = 0;
 
+  // Tells in a line that the user cancelled what ran. False if no user of this screen did, or if
+  // it has no place for a line: the failure is then told like any other.
+  virtual bool TellCancelled() { return false; }
+
   virtual void Beep() = 0;
 
   // The major version that Windows tells of itself, 0 on another system.

@@ -66,8 +66,7 @@ TEST_F(BadInputTest, TellsWhatIsWrongWithAConnection) {
   const struct {
     std::string connection;
     const char* named;  // stands in the error
-  } cases[] = {{"Provider=VorekSQLyte;Data Source=x", "VorekSQLyte"},
-               {Connection("missing.db"), "missing.db"},
+  } cases[] = {{Connection("missing.db"), "missing.db"},
                {Connection("text.db"), "text.db"},
                {Connection("cut.db"), "cut.db"},
                {Connection(""), ""},
@@ -82,10 +81,87 @@ TEST_F(BadInputTest, TellsWhatIsWrongWithAConnection) {
       EXPECT_NE(error.Description().find(c.named), std::string::npos) << error.Description();
     }
   }
-  EXPECT_THROW(report.SetOleConnectionString("Data Source=x"), Error);
   report.SetOleConnectionString(Connection("good.db"));
   windows->Queue([&](Form& form) { ADD_FAILURE() << form.DetailText(); });
   EXPECT_TRUE(report.View(1));
+}
+
+TEST_F(BadInputTest, KeepsItsConnectionWhenAnotherIsRefused) {
+  const struct {
+    std::string connection;
+    ErrorNumber number;
+  } cases[] = {{"Data Source=x", ErrorNumber::kInvalidCall},
+               {"", ErrorNumber::kInvalidCall},
+               {"Provider=VorekSQLyte;Data Source=x", ErrorNumber::kConnection}};
+  const std::string good = Connection("good.db");
+  report.SetOleConnectionString(good);
+  for (const auto& c : cases) {
+    try {
+      report.SetOleConnectionString(c.connection);
+      ADD_FAILURE() << c.connection;
+    } catch (const Error& error) {
+      EXPECT_TRUE(error.Is(c.number)) << c.connection << ": " << error.Number();
+    }
+    EXPECT_EQ(report.OleConnectionString(), good);
+    EXPECT_EQ(world.State().process.main.ConnectionText, good);
+    EXPECT_TRUE(report.View(1)) << c.connection;
+  }
+}
+
+// A host's store, with one value in it.
+class OneValue : public PropertyStore {
+ public:
+  OneValue(std::string key, std::string value) : key_(std::move(key)), value_(std::move(value)) {}
+  std::string ReadProperty(const std::string& key, const std::string& default_value) override {
+    return key == key_ ? value_ : default_value;
+  }
+  void WriteProperty(const std::string& key, const std::string& value,
+                     const std::string& /*default_value*/) override {
+    if (key == key_) value_ = value;
+  }
+  const std::string& Value() const { return value_; }
+
+ private:
+  std::string key_;
+  std::string value_;
+};
+
+TEST_F(BadInputTest, RefusesAStoredValueThatItsPropertyCantHold) {
+  const struct {
+    const char* key;
+    const char* value;
+    long number;  // 0: it is taken
+  } cases[] = {{"Enabled", "maybe", 13},
+               {"Enabled", "", 13},
+               {"Enable_DbClick", "Ja", 13},
+               {"Enabled", "false", 0},
+               {"Enabled", "-1", 0},
+               {"UserID", "x", 13},
+               {"UserID", "99999", 6},
+               {"PeriodID", "48", 0},
+               {"OleConnectionString", "x", 5},
+               {"OleConnectionString", "Provider=Nobody;", -2147467259}};
+  for (const auto& c : cases) {
+    OneValue store(c.key, c.value);
+    long number = 0;
+    try {
+      report.ReadProperties(store);
+    } catch (const Error& error) {
+      number = error.Number();
+      EXPECT_NE(error.Description().find(c.key), std::string::npos) << error.Description();
+    }
+    EXPECT_EQ(number, c.number) << c.key << "=" << c.value;
+  }
+}
+
+TEST_F(BadInputTest, StoresNoPassword) {
+  report.SetOleConnectionString(Connection("good.db") + ";Password=s3cret");
+  OneValue store("OleConnectionString", "");
+  report.WriteProperties(store);
+  EXPECT_EQ(store.Value(), Connection("good.db") + ";");
+  report.SetOleConnectionString(Connection("good.db") + ";PWD=p;Persist Security Info=True");
+  report.WriteProperties(store);
+  EXPECT_EQ(store.Value(), report.OleConnectionString());
 }
 
 TEST_F(BadInputTest, CancelsTenMillionRows) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "messages/persian_reason.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
 #include "support/scripted_windows.h"
@@ -38,6 +39,32 @@ TEST_F(MessagesTest, AsksYesOrNo) {
     EXPECT_EQ(process.main.ConfirmAnswer, c.left_behind);
   }
   EXPECT_EQ(windows->shown.front(), "FormConfirm|پرسش|؟");
+}
+
+TEST(PersianReasonTest, SaysInPersianWhatTheSystemItselfFound) {
+  const struct {
+    const char* description;
+    const char* shown;
+  } cases[] = {
+      {"Cannot open the database '/a/b c.db': the file doesn't exist.",
+       "پايگاه داده \u2066/a/b c.db\u2069 باز نشد: فايل وجود ندارد."},
+      {"Cannot open the database '/a/كارون.db': file is not a database.",
+       "پايگاه داده \u2066/a/كارون.db\u2069 باز نشد: فايل پايگاه داده نيست."},
+      {"Invalid object name 'tblX' (line 1, column 15).",
+       "جدول يا نماي \u2066tblX\u2069 وجود ندارد (سطر 1، ستون 15)."},
+      {"Invalid column name 'مبلغ' (line 3).", "ستون \u2068مبلغ\u2069 وجود ندارد (سطر 3)."},
+      {"Timeout expired: database is locked.",
+       "مهلت اجرا تمام شد: پايگاه داده در اختيار برنامه ديگري است."},
+      {"Conversion failed when converting the nvarchar value 'x' to data type int.",
+       "مقدار \u2066x\u2069 به نوع \u2066int\u2069 تبديل نشد."},
+      {"/etc/x: Permission denied", "\u2066/etc/x\u2069: اجازه دسترسي نيست."},
+      // a server's own words, and what only looks alike
+      {"Login failed for user 'u'.", "Login failed for user 'u'."},
+      {"Cannot open the database", "Cannot open the database"},
+      {"Provider 'x' cannot be", "Provider 'x' cannot be"},
+      {"100% (line 2)", "100% (line 2)"},
+      {"", ""}};
+  for (const auto& c : cases) EXPECT_EQ(PersianReason(c.description), c.shown);
 }
 
 TEST_F(MessagesTest, FoldsTheDetailOfAnError) {

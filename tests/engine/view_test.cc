@@ -152,8 +152,8 @@ TEST_F(ViewTest, FailuresLeaveAnEmptyGridAndAUsableControl) {
     std::size_t connections;  // opened by a Refresh after it
   } cases[] = {
       {{.error_number = -2147217900, .error_text = "x Divide by zero y"}, "اشکال تقسيم بر صفر", 0},
-      {{.lost_at_row = 1}, "The connection was lost.", 1},
-      {{.busy = true}, "Timeout expired", 0}};
+      {{.lost_at_row = 1}, "اتصال قطع شد.", 1},
+      {{.busy = true}, "مهلت اجرا تمام شد.", 0}};
   for (const auto& c : cases) {
     database->ClearFaults();
     ASSERT_TRUE(report.View(7));

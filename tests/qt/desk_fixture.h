@@ -16,16 +16,17 @@
 #include "desk_window.h"
 #include "engine/report_control.h"
 #include "platform/script.h"
+#include "qt_environment.h"
 #include "report_tab.h"
+#include "settings_file.h"
 #include "vorek/qt.h"
 #include "vorek/sqlite.h"
 
 namespace vorek::qt {
 
-namespace fs = std::filesystem;
-
 // The sample, made once for all tests of a run.
 inline const std::string& SampleFile() {
+  namespace fs = std::filesystem;
   static const QTemporaryDir folder;
   static const std::string file = [] {
     const std::string path = folder.filePath("sample.db").toStdString();
@@ -51,7 +52,17 @@ class DeskTest : public testing::Test {
     desk = std::make_unique<desk::DeskWindow>(settings);
     desk->show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(desk.get()));
-    EXPECT_TRUE(desk->Connect({QString::fromStdString(SampleFile()), 1, 1, -1, -1}));
+    EXPECT_TRUE(desk->Connect(Owner()));
+  }
+  static desk::Login Owner() { return {QString::fromStdString(SampleFile()), 1, 1, -1, -1}; }
+  // Closes the window and opens another one on the same settings, as the program's next start does.
+  void Restart() {
+    desk->close();
+    desk = std::make_unique<desk::DeskWindow>(settings);
+    desk->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(desk.get()));
+    EXPECT_TRUE(desk->Connect(Owner()));
+    desk->ReopenTabs();
   }
   ReportControl& Control() { return desk->CurrentTab()->Widget().Report().Impl(); }
   template <typename Widget>
@@ -62,7 +73,7 @@ class DeskTest : public testing::Test {
   }
 
   QTemporaryDir folder;
-  QSettings settings{folder.filePath("desk.ini"), QSettings::IniFormat};
+  QSettings settings{desk::PrivateFile(folder.filePath("desk.ini")), QSettings::IniFormat};
   std::unique_ptr<desk::DeskWindow> desk;
 };
 

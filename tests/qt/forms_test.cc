@@ -1,21 +1,31 @@
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QTemporaryDir>
+#include <QTreeView>
 #include <QtTest/QTest>
+#include <memory>
 
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
+#include "adapters/qt/translations.h"
 #include "messages/form_confirm.h"
 #include "messages/form_error.h"
 #include "messages/form_message.h"
 #include "qt_environment.h"
+#include "widgets/basic_controls.h"
 
 namespace vorek::qt {
 namespace {
@@ -147,6 +157,87 @@ TEST(FormsTest, AFormMayGoWhileItsWindowIsOpen) {
   form.reset();
   QTest::qWait(1);
   EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+}
+
+// Latin letters of a text, without the marks of keys and of what stands for a name.
+QString Latin(QString text) {
+  static const QRegularExpression kNames("%\\d|Ctrl|Shift|Alt|Del|<[^>]*>");
+  QString latin;
+  for (const QChar letter : text.remove(kNames)) {
+    if (letter.unicode() < 0x250 && letter.isLetter()) latin += letter;
+  }
+  return latin;
+}
+
+void ExpectPersian(const QMenu& menu) {
+  EXPECT_FALSE(menu.actions().isEmpty());
+  for (const QAction* const action : menu.actions()) {
+    EXPECT_EQ(Latin(action->text().section('\t', 0, 0)), "") << action->text().toStdString();
+  }
+}
+
+TEST(TextsTest, FieldsAndScrollBarsHavePersianMenus) {
+  InstallPersianTexts();
+  InstallPersianTexts();
+  QLineEdit line("x");
+  QPlainTextEdit text("x");
+  std::unique_ptr<QMenu> menu(line.createStandardContextMenu());
+  ExpectPersian(*menu);
+  menu.reset(text.createStandardContextMenu());
+  ExpectPersian(*menu);
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "&Yes"), "بلي");
+  EXPECT_EQ(QCoreApplication::translate("QScrollBar", "Scroll here"), "رفتن به اينجا");
+  EXPECT_EQ(QCoreApplication::translate("HostWindow", "Open"), "Open");
+}
+
+TEST(TextsTest, TheFileDialogOfQtIsPersian) {
+  InstallPersianTexts();
+  QTemporaryDir folder;
+  QFileDialog dialog(nullptr, "انتخاب فايل", folder.path());
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setViewMode(QFileDialog::Detail);
+  dialog.show();
+  QTest::qWait(50);
+  SavePicture(dialog, "file-dialog");
+  for (const QLabel* const label : dialog.findChildren<QLabel*>()) {
+    EXPECT_EQ(Latin(label->text()), "") << label->text().toStdString();
+  }
+  for (const QAbstractButton* const button : dialog.findChildren<QAbstractButton*>()) {
+    EXPECT_EQ(Latin(button->text() + button->toolTip()), "") << button->objectName().toStdString();
+  }
+  for (const QAction* const action : dialog.findChildren<QAction*>()) {
+    EXPECT_EQ(Latin(action->text()), "") << action->text().toStdString();
+  }
+  const auto* const files = dialog.findChild<QTreeView*>();
+  for (int column = 0; column < files->model()->columnCount(); ++column) {
+    const QString title = files->model()->headerData(column, Qt::Horizontal).toString();
+    EXPECT_EQ(Latin(title), "") << title.toStdString();
+  }
+}
+
+TEST(TextsTest, AFailureIsToldInPersianWithItsPathAsOne) {
+  QString text;
+  When(ModalWindow, [&](QWidget* window) {
+    text = static_cast<QMessageBox*>(window)->text();
+    EXPECT_EQ(window->layoutDirection(), Qt::RightToLeft);
+    SavePicture(*window, "failure");
+    window->close();
+  });
+  ShowFailure(nullptr, "Cannot open the database '/srv/books 1404.db': the file doesn't exist.");
+  EXPECT_EQ(text, "پايگاه داده \u2066/srv/books 1404.db\u2069 باز نشد: فايل وجود ندارد.");
+}
+
+TEST(TextsTest, CombosAndProgressRunFromTheRight) {
+  QWidget window;
+  Frame root(nullptr, "root");
+  ComboBox combo(&root, "cmb");
+  VorekProgressBar bar(&root, "bar");
+  Presenter presenter(root, window);
+  EXPECT_EQ(window.findChild<QComboBox*>()->layoutDirection(), Qt::RightToLeft);
+  EXPECT_EQ(window.findChild<QProgressBar*>()->layoutDirection(), Qt::RightToLeft);
+  combo.SetRightToLeft(true);
+  combo.SetRightToLeft(false);
+  EXPECT_EQ(window.findChild<QComboBox*>()->layoutDirection(), Qt::RightToLeft);
 }
 
 }  // namespace

@@ -50,6 +50,25 @@ class GridTest : public testing::Test {
     area->setFocus();
     area->SyncBars();
   }
+  void Drag(QPoint from, QPoint to) {
+    QTest::mousePress(area->viewport(), Qt::LeftButton, Qt::NoModifier, from);
+    QMouseEvent move(QEvent::MouseMove, to, area->viewport()->mapToGlobal(to), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(area->viewport(), &move);
+  }
+  // The columns of the picture in which a text of the row can be seen, by the right and left ends.
+  std::pair<int, int> InkOf(int row, int col) {
+    const QImage picture = area->viewport()->grab().toImage();
+    const QRect cell = area->CellRect(row, col).intersected(area->viewport()->rect());
+    std::pair<int, int> ends{picture.width(), -1};
+    for (int x = cell.left() + 2; x <= cell.right() - 2; ++x) {
+      for (int y = cell.top() + 2; y <= cell.bottom() - 2; ++y) {
+        if (picture.pixelColor(x, y).lightness() > 110) continue;
+        ends = {std::min(ends.first, x), std::max(ends.second, x)};
+      }
+    }
+    return ends;
+  }
   QPoint Middle(int row, int col) { return area->CellRect(row, col).center(); }
 
   std::unique_ptr<DataSession> session;
@@ -122,6 +141,100 @@ TEST_F(GridTest, ScrollsBothWaysAndPassesOverHiddenRows) {
   area->SyncBars();
   EXPECT_EQ(area->CellRect(95, 0).top(), area->CellRect(0, 0).bottom() + 1);
   EXPECT_TRUE(area->CellRect(10, 0).isEmpty());
+}
+
+TEST_F(GridTest, MovesTheViewOnlyTheWayTheKeyGoes) {
+  Open(100);
+  grid.SetColWidth(2, 9000);
+  area->SyncBars();
+  grid.SelectByUser(1, 0, 1, 4);  // a whole row, as a run leaves it
+  for (int i = 0; i < 30; ++i) QTest::keyClick(area, Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(grid.RowSel(), 31);
+  EXPECT_EQ(grid.LeftCol(), 1);
+  EXPECT_GT(grid.TopRow(), 1);
+  const int top = grid.TopRow();
+  grid.SelectByUser(31, 1, 31, 1);
+  for (int i = 0; i < 3; ++i) QTest::keyClick(area, Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_EQ(grid.ColSel(), 4);
+  EXPECT_EQ(grid.TopRow(), top);
+  EXPECT_TRUE(area->viewport()->rect().contains(area->CellRect(31, 4)));
+}
+
+TEST_F(GridTest, ScrollsWhileTheMouseIsDraggedBeyondAnEdge) {
+  Open(100);
+  const QRect view = area->viewport()->rect();
+  Drag(Middle(3, 1), {Middle(3, 2).x(), view.bottom() + 50});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return grid.RowSel() > 60; }, 5000));
+  EXPECT_EQ(grid.Row(), 3);
+  EXPECT_EQ(grid.ColSel(), 2);
+  QTest::mouseRelease(area->viewport(), Qt::LeftButton, Qt::NoModifier, {9, view.bottom() + 50});
+  const int still = grid.RowSel();
+  QTest::qWait(150);
+  EXPECT_EQ(grid.RowSel(), still);
+
+  grid.SetColWidth(2, 9000);
+  grid.SetTopRow(1);
+  area->SyncBars();
+  Drag(Middle(2, 1), {-30, Middle(4, 1).y()});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return grid.ColSel() == 4; }, 5000));
+  EXPECT_EQ(grid.RowSel(), 4);
+}
+
+TEST_F(GridTest, FitsAColumnToItsTextsByADoubleClickOnItsEdge) {
+  Open(100);
+  grid.WriteCell(90, 1, "يك شرح بسيار بلند كه در ستون جا نمي گيرد");
+  std::int32_t resized = -1;
+  grid.on_user_resize = [&](std::int32_t col) { resized = col; };
+  const auto fit = [&](int col) {
+    const QRect cell = area->CellRect(0, col);
+    QTest::mouseDClick(area->viewport(), Qt::LeftButton, Qt::NoModifier,
+                       {cell.left(), cell.center().y()});
+    EXPECT_EQ(resized, col);
+    return area->CellRect(0, col).width();
+  };
+  const QFontMetrics metrics(area->font());
+  const int needed = metrics.horizontalAdvance(QString::fromStdString(grid.TextMatrix(90, 1)));
+  EXPECT_GE(fit(1), needed + 6);
+  EXPECT_LE(fit(1), needed + 12);
+  EXPECT_LT(fit(2), metrics.horizontalAdvance("0000000000"));
+  grid.WriteCell(91, 1, std::string(2000, 'x'));
+  EXPECT_LE(fit(1), area->viewport()->width());
+}
+
+TEST_F(GridTest, ShowsNoPartOfAFigureThatIsCut) {
+  Open(20);
+  const std::string amount = "123/456/789/012";
+  grid.SelectByUser(9, 1, 9, 1);
+  grid.WriteCell(1, 2, amount);
+  grid.WriteCell(2, 2, "999/999/999/999");
+  const QFontMetrics metrics(area->font());
+  const int width = metrics.horizontalAdvance(QString::fromStdString(amount));
+  const auto twips = [](int pixels) { return Scale::OfApplication().Twips(pixels); };
+  // Too narrow: the same picture as another amount of that length.
+  grid.SetColWidth(2, twips(width - 10));
+  const auto picture_of = [&](int row) {
+    const QRect cell = area->CellRect(row, 2);
+    return area->viewport()->grab(cell.intersected(area->viewport()->rect())).toImage();
+  };
+  EXPECT_EQ(picture_of(1), picture_of(2));
+  grid.SetColWidth(2, twips(width + 20));
+  EXPECT_NE(picture_of(1), picture_of(2));
+  // Cut by the edge of the view: where the rest has room for it, the amount stands there whole.
+  const int room = area->CellRect(0, 1).left() + area->CellRect(0, 1).width();
+  grid.SetColWidth(1, twips(room - width - 20));
+  grid.SetColWidth(2, twips(4 * width));
+  area->SyncBars();
+  ASSERT_LT(area->CellRect(1, 2).left(), 0);
+  const auto whole = InkOf(1, 2);
+  EXPECT_GT(whole.second - whole.first, width - 12);
+  EXPECT_GE(whole.first, 2);
+  // Where it has none, nothing of it is shown, and the edge is shaded.
+  grid.SetColWidth(1, twips(room - width / 2));
+  area->SyncBars();
+  EXPECT_EQ(picture_of(1), picture_of(2));
+  const QImage edge = area->viewport()->grab().toImage();
+  const int y = area->CellRect(1, 2).top() + 2;
+  EXPECT_LT(edge.pixelColor(0, y).lightness(), edge.pixelColor(20, y).lightness() - 40);
 }
 
 TEST_F(GridTest, KeepsTheWidthThatAnEdgeIsDrawnTo) {

@@ -12,6 +12,7 @@
 #include <QtTest/QTest>
 
 #include "adapters/qt/grid_area.h"
+#include "adapters/system/system_files.h"
 #include "desk_fixture.h"
 #include "engine/report_control.h"
 #include "qt_environment.h"
@@ -122,68 +123,143 @@ TEST_F(DeskTest, ShowsTheErrorOfAReportThatFails) {
   EXPECT_EQ(Control().flxMain.Rows(), 2);
 }
 
-TEST_F(DeskTest, RemembersTabsAndDrawnWidths) {
+TEST_F(DeskTest, AnEditableReportTellsItsHostOfItsButtons) {
   desk->OpenReport(101);
-  desk->OpenReport(201);
-  Control().flxMain.ResizeByUser(2, 3333);
-  desk->close();
-  desk = std::make_unique<desk::DeskWindow>(settings);
-  desk->show();
-  ASSERT_TRUE(desk->Connect({QString::fromStdString(SampleFile()), 1, 1, -1, -1}));
-  desk->ReopenTabs();
-  EXPECT_EQ(desk->OpenReport(101)->ReportNumber(), 101);
-  EXPECT_NE(Control().flxMain.ColWidth(2), 3333);
-  desk->OpenReport(201);
-  EXPECT_EQ(Control().flxMain.ColWidth(2), 3333);
+  VorekReportWidget& widget = desk->CurrentTab()->Widget();
+  EXPECT_FALSE(Child<QPushButton>("cmdAdd")->isVisible());
+  widget.SetEditable(true);
+  QString told;
+  QObject::connect(&widget, &VorekReportWidget::AddClick, [&] { told += "add "; });
+  QObject::connect(&widget, &VorekReportWidget::EditClick, [&] { told += "edit "; });
+  QObject::connect(&widget, &VorekReportWidget::DeleteClick, [&] { told += "delete "; });
+  const auto* const area = Child<GridArea>("flxMain");
+  for (const char* const name : {"cmdAdd", "cmdEdit", "cmdDelete"}) {
+    auto* const button = Child<QPushButton>(name);
+    EXPECT_FALSE(button->geometry().intersects(area->geometry())) << name;
+    QTest::mouseClick(button, Qt::LeftButton);
+  }
+  EXPECT_EQ(told, "add edit delete ");
+  EXPECT_EQ(Child<QPushButton>("cmdEdit")->text(), "ويرايش");
+  SavePicture(*desk, "editable");
 }
 
-// The window lives while the query runs, takes nothing but the wish to cancel, and the run ends as
-// one that failed.
-TEST(CancelTest, EndsARunInItsFailurePath) {
-  for (const bool by_button : {true, false}) {
+// What another control shows in between changes nothing in a widget with a world of its own.
+TEST(WorldsTest, AWidgetKeepsItsUserAndItsConnection) {
+  const auto make = [](int user) {
+    WorldOptions options;
+    options.providers = {SqliteProvider()};
+    AddQtServices(options);
+    AddSystemServices(options);
+    auto widget = std::make_unique<VorekReportWidget>(std::move(options));
+    widget->SetOleConnectionString("Provider=VorekSQLite;Data Source=" +
+                                   QString::fromStdString(SampleFile()));
+    widget->SetUserID(user);
+    widget->Report().SetUseThisQuery("select <UserID> as Who");
+    EXPECT_TRUE(widget->View(215)) << user;
+    return widget;
+  };
+  const auto first = make(1);
+  const auto second = make(2);
+  EXPECT_TRUE(first->Report().Refresh());
+  EXPECT_EQ(first->Report().TextMatrix(1, 1), "1");
+  EXPECT_EQ(second->Report().TextMatrix(1, 1), "2");
+}
+
+// A window whose report reads from a view that takes as long as nobody cancels it.
+class CancelTest : public testing::Test {
+ protected:
+  CancelTest() {
+    host.resize(700, 400);
     WorldOptions options;
     options.providers = {std::make_shared<SlowProvider>(SqliteProvider(), "slow_view")};
     AddQtServices(options);
     AddSystemServices(options);
-    World world(std::move(options));
-    QWidget host;
-    VorekReportWidget widget(world, &host);
-    host.resize(700, 400);
-    widget.resize(700, 400);
+    widget = std::make_unique<VorekReportWidget>(std::move(options), &host);
+    widget->resize(700, 400);
     host.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
-    widget.SetOleConnectionString("Provider=VorekSQLite;Data Source=" +
-                                  QString::fromStdString(SampleFile()));
-    widget.SetUserID(1);
-    widget.SetPositionID(1);
-    widget.Report().SetUseThisQuery("select * from slow_view");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&host));
+    widget->SetOleConnectionString("Provider=VorekSQLite;Data Source=" +
+                                   QString::fromStdString(SampleFile()));
+    widget->SetUserID(1);
+    widget->SetPositionID(1);
+    widget->Report().SetUseThisQuery("select * from slow_view");
+  }
+  QWidget* Panel() const { return host.findChild<QWidget*>("busyPanel"); }
+  QWidget* Line() const { return host.findChild<QWidget*>("toldLine"); }
+
+  QWidget host;
+  std::unique_ptr<VorekReportWidget> widget;
+};
+
+// The window lives while the query runs, takes nothing but the wish to cancel, and says in a line
+// that the run was cancelled.
+TEST_F(CancelTest, EndsARunWithALine) {
+  for (const bool by_button : {true, false}) {
+    widget->Report().SetUseThisQuery("select * from slow_view");
     bool refused = false;
-    const auto panel = [&host] { return host.findChild<QWidget*>("busyPanel"); };
-    When(panel, [&](QWidget* busy) {
-      try {
-        widget.Report().Refresh(true);
-      } catch (const Error&) {
-        refused = true;
-      }
-      if (by_button) {
-        QTest::mouseClick(busy->findChild<QPushButton*>("busyCancel"), Qt::LeftButton);
-      } else {
-        QTest::keyClick(&host, Qt::Key_Escape);
-      }
-    });
-    QString detail;
+    When([this] { return Panel(); },
+         [&](QWidget* busy) {
+           try {
+             widget->Report().Refresh(true);
+           } catch (const Error&) {
+             refused = true;
+           }
+           if (by_button) {
+             QTest::mouseClick(busy->findChild<QPushButton*>("busyCancel"), Qt::LeftButton);
+           } else {
+             QTest::keyClick(&host, Qt::Key_Escape);
+           }
+         });
+    bool asked = false;
     When(ModalWindow, [&](QWidget* window) {
-      detail = window->findChild<QPlainTextEdit*>("txtError")->toPlainText();
+      asked = true;
       window->close();
     });
-    EXPECT_FALSE(widget.View(101));
-    EXPECT_EQ(detail, "The statement was cancelled.");
-    EXPECT_EQ(panel(), nullptr);
+    EXPECT_FALSE(widget->View(101));
+    EXPECT_FALSE(asked);
+    EXPECT_EQ(Panel(), nullptr);
+    ASSERT_NE(Line(), nullptr);
+    EXPECT_EQ(Line()->accessibleName(), "اجراي گزارش لغو شد.");
+    QTest::mouseClick(&host, Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Line(), nullptr);
     // Nothing else is lost: the report runs again.
-    widget.Report().SetUseThisQuery("");
-    EXPECT_TRUE(widget.View(101));
-    EXPECT_GT(widget.Report().QueryRecordCount(), 0);
+    widget->Report().SetUseThisQuery("");
+    EXPECT_TRUE(widget->View(101));
+    EXPECT_GT(widget->Report().QueryRecordCount(), 0);
   }
+}
+
+TEST_F(CancelTest, TellsTheTimeThatHasGoneBy) {
+  QString first;
+  QString later;
+  When([this] { return Panel(); },
+       [&](QWidget* busy) {
+         first = busy->findChild<QLabel*>("busyTime")->text();
+         SavePicture(host, "busy");
+         QTest::qWait(1200);
+         later = busy->findChild<QLabel*>("busyTime")->text();
+         EXPECT_TRUE(host.rect().contains(busy->geometry()));
+         for (const QLabel* const label : busy->findChildren<QLabel*>()) {
+           EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text()));
+         }
+         QTest::keyClick(&host, Qt::Key_Escape);
+       });
+  EXPECT_FALSE(widget->View(101));
+  EXPECT_EQ(first, "0:00");
+  EXPECT_NE(later, first);
+  SavePicture(host, "cancelled");
+}
+
+// One press of the close box ends the run and then closes the window.
+TEST_F(CancelTest, ClosesAWindowThatWasClosedMeanwhile) {
+  When([this] { return Panel(); },
+       [&](QWidget*) {
+         EXPECT_FALSE(host.close());
+         EXPECT_TRUE(host.isVisible());
+       });
+  EXPECT_FALSE(widget->View(101));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !host.isVisible(); }, 2000));
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <functional>
 
+#include "adapters/system/file_settings.h"
+#include "platform/memory_files.h"
 #include "vorek/error.h"
 #include "vorek/system.h"
 
@@ -111,6 +113,33 @@ TEST_F(SystemFilesTest, KeepsPermissionsAndFollowsALink) {
   EXPECT_TRUE(fs::is_symlink(At("link")));
   EXPECT_EQ(files_.Read(At("real")), "new");
   EXPECT_EQ(fs::status(At("real")).permissions(), fs::perms(0640));
+}
+
+TEST_F(SystemFilesTest, WritesSettingsAtOnceForTheirOwnerAlone) {
+  const auto files = std::make_shared<SystemFiles>();
+  const auto mode = [&](const char* name) {
+    return fs::status(At(name)).permissions() & fs::perms::all;
+  };
+  FileSettings settings(files, At("sub/settings.conf"));
+  settings.Save("Setting", "DialogPath", "/a");
+  EXPECT_EQ(mode("sub/settings.conf"), fs::perms(0600));
+  ASSERT_EQ(::chmod(At("sub/settings.conf").c_str(), 0644), 0);
+  settings.Save("Setting", "Other", "x");
+  EXPECT_EQ(mode("sub/settings.conf"), fs::perms(0600));
+  EXPECT_EQ(settings.Get("Setting", "DialogPath", ""), "/a");
+
+  const auto memory = std::make_shared<MemoryFiles>();
+  FilePropertyStore store(memory, "store");
+  store.WriteProperty("UserID", "1", "-1");
+  store.WriteProperty("PeriodID", "2", "-1");
+  EXPECT_EQ(memory->writes, 0);
+  store.Commit();
+  EXPECT_EQ(memory->writes, 1);
+  EXPECT_EQ(store.ReadProperty("UserID", "") + store.ReadProperty("PeriodID", ""), "12");
+  memory->fail_writes = true;
+  store.WriteProperty("UserID", "9", "-1");
+  EXPECT_THROW(store.Commit(), Error);
+  EXPECT_EQ(store.ReadProperty("UserID", ""), "1");
 }
 
 TEST_F(SystemFilesTest, MakesTheFoldersOfAPath) {

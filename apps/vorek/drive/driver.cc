@@ -4,6 +4,7 @@
 #include <set>
 #include <utility>
 
+#include "adapters/system/database_option.h"
 #include "command.h"
 #include "drive/evaluation_object.h"
 #include "engine/report_control.h"
@@ -190,7 +191,7 @@ void Driver::Connect(const Words& words) {
     if (found == std::end(kKeys) || equal == words[i].size()) Refuse("unknown word " + words[i]);
     report_->Root().Set(found->second, words[i].substr(equal + 1));
   }
-  report_->SetOleConnectionString(ConnectionString(connection));
+  report_->SetOleConnectionString(DatabaseOption(connection, ""));
 }
 
 void Driver::View(const Words& words) {

@@ -243,6 +243,9 @@ void ListenToEvents(VorekReport1& report, std::function<void(const std::string&)
   events.InvokeView = [tell](std::int32_t& type, std::string& condition, std::string& value) {
     tell("InvokeView " + std::to_string(type) + " " + condition + " " + value);
   };
+  events.AddClick = [tell] { tell("AddClick"); };
+  events.EditClick = [tell] { tell("EditClick"); };
+  events.DeleteClick = [tell] { tell("DeleteClick"); };
 }
 
 }  // namespace vorek::drive

@@ -112,6 +112,7 @@ class BackgroundConnection : public DatabaseConnection {
     if (busy_->Active()) {
       throw Error(ErrorNumber::kInvalidCall, "Another statement is still running.");
     }
+    busy_->Begin();
     std::exception_ptr failure;
     rows_ = 0;
     cancelled_ = false;

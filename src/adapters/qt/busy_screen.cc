@@ -3,11 +3,14 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QFrame>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
+
+#include "text/cell_text.h"
 
 namespace vorek::qt {
 namespace {
@@ -44,6 +47,32 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
+// "0:07", "12:34", "1:02:03".
+QString Elapsed(qint64 milliseconds) {
+  const qint64 seconds = milliseconds / 1000;
+  const auto two = [](qint64 value) { return QString("%1").arg(value, 2, 10, QChar('0')); };
+  const qint64 hours = seconds / 3600;
+  const QString minutes = QString::number(seconds / 60 % 60);
+  return hours == 0 ? minutes + ":" + two(seconds % 60)
+                    : QString("%1:%2:%3").arg(hours).arg(two(seconds / 60 % 60), two(seconds % 60));
+}
+
+QString RowsRead(std::size_t rows) {
+  return QString::fromStdString(GroupDigits(static_cast<FixedPoint>(rows))) + " سطر خوانده شد";
+}
+
+// The window that gets an event by itself, or before that through the screen's own object for it.
+QWidget* WindowOf(QObject* object) {
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    if (window == object || (object->isWindowType() && window->windowHandle() == object)) {
+      return window;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
 QWidget* WindowInFront() {
   if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
   if (QWidget* const active = QApplication::activeWindow()) return active;
@@ -52,8 +81,6 @@ QWidget* WindowInFront() {
   }
   return nullptr;
 }
-
-}  // namespace
 
 void BusyScreen::Await(const Work& work) {
   work_ = &work;
@@ -67,7 +94,7 @@ void BusyScreen::Await(const Work& work) {
       return;
     }
     if (panel_.isNull() && since.elapsed() >= kShowAfter) ShowPanel();
-    TellRows();
+    Tell(since.elapsed());
   });
   ask.start(kAskEvery);
   qApp->installEventFilter(this);
@@ -80,6 +107,19 @@ void BusyScreen::Await(const Work& work) {
   qApp->removeEventFilter(this);
   delete panel_.data();
   work_ = nullptr;
+  CloseLate();
+}
+
+// The run that waited goes on first: its window must not go from under it.
+void BusyScreen::CloseLate() {
+  QWidget* const window = closing_.data();
+  closing_.clear();
+  if (window != nullptr) QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
+}
+
+void BusyScreen::CancelByUser() {
+  cancelled_ = true;
+  work_->cancel();
 }
 
 void BusyScreen::ShowPanel() {
@@ -90,27 +130,36 @@ void BusyScreen::ShowPanel() {
   frame->setLayoutDirection(Qt::RightToLeft);
   frame->setFrameShape(QFrame::StyledPanel);
   frame->setAutoFillBackground(true);
-  auto* const layout = new QHBoxLayout(frame);
-  auto* const label = new QLabel("در حال اجراي گزارش", frame);
-  label->setObjectName("busyText");
-  label->setMinimumWidth(label->fontMetrics().averageCharWidth() * 34);
-  layout->addWidget(label);
+  auto* const layout = new QGridLayout(frame);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  layout->setHorizontalSpacing(24);
+  const auto add = [&](const QString& name, const QString& longest, int row, int column) {
+    auto* const label = new QLabel(frame);
+    label->setObjectName(name);
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(longest));
+    layout->addWidget(label, row, column);
+    return label;
+  };
+  const QString title = "در حال اجراي گزارش";
+  add("busyText", title, 0, 0)->setText(title);
+  add("busyTime", "0:00:00", 0, 1);
+  add("busyRows", RowsRead(99'999'999), 1, 0);
   auto* const cancel = new QPushButton("انصراف", frame);
   cancel->setObjectName("busyCancel");
-  connect(cancel, &QPushButton::clicked, this, [this] { work_->cancel(); });
-  layout->addWidget(cancel);
-  frame->adjustSize();
-  frame->move(window->rect().center() - frame->rect().center());
+  connect(cancel, &QPushButton::clicked, this, [this] { CancelByUser(); });
+  layout->addWidget(cancel, 1, 1);
+  panel_ = frame;
   frame->show();
   frame->raise();
-  panel_ = frame;
 }
 
-void BusyScreen::TellRows() {
+void BusyScreen::Tell(qint64 milliseconds) {
+  if (panel_.isNull()) return;
   const std::size_t rows = work_->rows();
-  if (panel_.isNull() || rows == 0) return;
-  auto* const label = panel_->findChild<QLabel*>("busyText");
-  label->setText(QString("در حال اجراي گزارش: %1 سطر خوانده شد").arg(rows));
+  panel_->findChild<QLabel*>("busyTime")->setText(Elapsed(milliseconds));
+  if (rows > 0) panel_->findChild<QLabel*>("busyRows")->setText(RowsRead(rows));
+  panel_->adjustSize();
+  panel_->move(panel_->parentWidget()->rect().center() - panel_->rect().center());
 }
 
 bool BusyScreen::IsOfPanel(const QObject* object) const {
@@ -121,14 +170,15 @@ bool BusyScreen::IsOfPanel(const QObject* object) const {
 
 bool BusyScreen::eventFilter(QObject* object, QEvent* event) {
   if (event->type() == QEvent::Close) {
+    closing_ = WindowOf(object);
     event->ignore();
-    work_->cancel();
+    CancelByUser();
     return true;
   }
   if (!IsInput(event->type())) return false;
   if (event->type() == QEvent::KeyPress &&
       static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-    work_->cancel();
+    CancelByUser();
     return true;
   }
   // A window hands what it gets on to its widgets, where it is looked at again.

@@ -7,11 +7,13 @@
 #include <QWidget>
 #include <cstddef>
 #include <functional>
+#include <utility>
 
 namespace vorek::qt {
 
 // Keeps windows alive while a statement runs elsewhere: they paint, but take no input save for
-// Escape, a cancel button and the close box, which all cancel.
+// Escape, a cancel button and the close box, which all cancel. A window whose close box was pressed
+// closes when the statement has ended.
 class BusyScreen : public QObject {
  public:
   struct Work {
@@ -23,18 +25,29 @@ class BusyScreen : public QObject {
   // Returns when the work is done. REQUIRES: !Active().
   void Await(const Work& work);
   bool Active() const { return work_ != nullptr; }
+  // A statement begins, whether or not it will be waited for here.
+  void Begin() { cancelled_ = false; }
+  // True if the user cancelled the last statement; false when asked again.
+  bool TakeCancelled() { return std::exchange(cancelled_, false); }
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
   void ShowPanel();
-  void TellRows();
+  void Tell(qint64 milliseconds);
+  void CancelByUser();
+  void CloseLate();
   bool IsOfPanel(const QObject* object) const;
 
   const Work* work_ = nullptr;
+  bool cancelled_ = false;  // by the user
   QPointer<QWidget> panel_;
+  QPointer<QWidget> closing_;  // whose close box was pressed meanwhile
 };
+
+// The window that the user looks at; null if there is none.
+QWidget* WindowInFront();
 
 }  // namespace vorek::qt
 

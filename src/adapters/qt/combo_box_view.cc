@@ -47,7 +47,9 @@ class ComboBoxView : public ControlView {
   }
 
   void Set(std::string_view property) override {
-    if (property == "List") {
+    if (property == "RightToLeft") {
+      Combo().setLayoutDirection(Qt::RightToLeft);  // as all of the screen
+    } else if (property == "List") {
       FillList();
     } else if (property == "Refusal") {
       Combo().setAccessibleDescription(ToQt(box_.Refusal()));
@@ -60,6 +62,7 @@ class ComboBoxView : public ControlView {
   }
   void SetAll() override {
     ControlView::SetAll();
+    Set("RightToLeft");
     FillList();
   }
 

@@ -24,6 +24,7 @@ GridArea::GridArea(Grid& grid, QWidget* parent,
   for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
     connect(bar, &QScrollBar::valueChanged, this, [this] { BarMoved(); });
   }
+  connect(&drag_timer_, &QTimer::timeout, this, [this] { ScrollByDrag(); });
   Restyle();
 }
 
@@ -117,27 +118,33 @@ void GridArea::changeEvent(QEvent* event) {
 
 double GridArea::Twips(double pixels) const { return Scale::OfApplication().Twips(pixels); }
 
-// Shows the cell, if it isn't in view already.
-void GridArea::ScrollTo(std::int32_t row, std::int32_t col) {
+// Shows the row, if it isn't in view already.
+void GridArea::ScrollToRow(std::int32_t row) {
+  if (row < grid_->FixedRows()) return;
   const VisibleRows& rows = geometry_->Visible();
-  std::int32_t top = grid_->TopRow();
-  if (row >= grid_->FixedRows()) {
-    const std::int32_t place = rows.PlaceOf(row);
-    const std::int32_t first = rows.PlaceOf(top);
-    const std::int32_t page = geometry_->PageRows();
-    if (place < first) top = row;
-    if (place >= first + page) top = rows.RowAt(std::max(place - page + 1, 0));
+  const std::int32_t place = rows.PlaceOf(row);
+  const std::int32_t first = rows.PlaceOf(grid_->TopRow());
+  const std::int32_t page = geometry_->PageRows();
+  if (place < first) grid_->ScrollByUser(row, grid_->LeftCol());
+  if (place >= first + page) {
+    grid_->ScrollByUser(rows.RowAt(std::max(place - page + 1, 0)), grid_->LeftCol());
   }
-  std::int32_t left = grid_->LeftCol();
-  if (col >= grid_->FixedCols() && col < left) left = col;
-  while (left < col && left < grid_->Cols() - 1) {
-    grid_->ScrollByUser(top, left);
-    const QRect rect = geometry_->CellRect({row, col});
-    if (!rect.isEmpty() && viewport()->rect().contains(rect)) break;
-    ++left;
-  }
-  if (top != grid_->TopRow() || left != grid_->LeftCol()) grid_->ScrollByUser(top, left);
-  LayoutChanged();
+}
+
+// Shows the column whole, or as much of it as there is room for.
+void GridArea::ScrollToCol(std::int32_t col) {
+  if (col < grid_->FixedCols()) return;
+  std::int32_t left = std::min(grid_->LeftCol(), col);
+  const auto whole = [&] {
+    for (const Span& span : geometry_->Columns()) {
+      if (span.index == col) {
+        return span.start >= 0 && span.start + span.size <= viewport()->width();
+      }
+    }
+    return false;
+  };
+  grid_->ScrollByUser(grid_->TopRow(), left);
+  while (left < col && !whole()) grid_->ScrollByUser(grid_->TopRow(), ++left);
 }
 
 }  // namespace vorek::qt

@@ -2,6 +2,7 @@
 #define VOREK_ADAPTERS_QT_GRID_AREA_H_
 
 #include <QAbstractScrollArea>
+#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -49,13 +50,18 @@ class GridArea : public QAbstractScrollArea {
   void Press(GridCell cell, QMouseEvent& event);
   void SelectAt(GridCell cell, bool extend);
   void DragTo(QPoint point);
+  void SelectTo(QPoint point);
+  void ScrollByDrag();
+  QPoint Beyond(QPoint point) const;
   void BarMoved();
   void DragEdge(int x);
+  void FitColumn(std::int32_t col);
   bool MoveByKey(const QKeyEvent& event);
   void MoveTo(std::int32_t row, std::int32_t col, bool extend);
   std::int32_t StepRow(std::int32_t by) const;
-  std::int32_t StepCol(std::int32_t by) const;
-  void ScrollTo(std::int32_t row, std::int32_t col);
+  std::int32_t StepCol(std::int32_t from, std::int32_t by) const;
+  void ScrollToRow(std::int32_t row);
+  void ScrollToCol(std::int32_t col);
   void PressHeader(int button);
   void Copy();
   double Twips(double pixels) const;
@@ -67,6 +73,8 @@ class GridArea : public QAbstractScrollArea {
   bool syncing_ = false;
   GridCell pressed_;             // of the left button, until it is up
   bool dragging_ = false;        // the left button is down in the data
+  QPoint drag_point_;            // where the pointer is meanwhile
+  QTimer drag_timer_;            // scrolls while it is beyond the data
   bool double_clicked_ = false;  // the next release ends a double click
   std::int32_t drawn_col_ = -1;  // the column whose edge is being drawn
 };

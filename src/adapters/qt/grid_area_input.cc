@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "adapters/qt/column_fit.h"
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/key_codes.h"
@@ -10,6 +11,11 @@
 // Mouse and keys of the area. The grid's own handlers come first; what they leave undone, selecting
 // and moving, follows.
 namespace vorek::qt {
+namespace {
+
+constexpr int kLeastColumn = 8;  // pixels, so that a column can be found again
+
+}  // namespace
 
 bool GridArea::viewportEvent(QEvent* event) {
   if (grid_ == nullptr && event->type() != QEvent::Paint) return false;
@@ -75,28 +81,26 @@ void GridArea::mouseMoveEvent(QMouseEvent* event) {
   if (dragging_ && grid_ != nullptr) DragTo(point);
 }
 
-void GridArea::DragTo(QPoint point) {
-  const GridCell cell = geometry_->CellAt(point);
-  if (cell.row < grid_->FixedRows()) return;
-  const bool by_rows = pressed_.col < grid_->FixedCols();
-  if (!by_rows && cell.col < grid_->FixedCols()) return;
-  if (cell == pressed_ && grid_->RowSel() == cell.row && grid_->ColSel() == cell.col) return;
-  feed_([&] { SelectAt(cell, true); });
-}
-
 void GridArea::DragEdge(int x) {
   const std::vector<Span> columns = geometry_->Columns();
   const auto span = std::find_if(columns.begin(), columns.end(),
                                  [this](const Span& column) { return column.index == drawn_col_; });
   if (span == columns.end()) return;
-  constexpr int kLeast = 8;  // pixels, so that the column can be found again
   const int size = grid_->RightToLeft() ? span->start + span->size - x : x - span->start;
-  const std::int32_t twips = Scale::OfApplication().Twips(std::max(size, kLeast));
+  const std::int32_t twips = Scale::OfApplication().Twips(std::max(size, kLeastColumn));
   feed_([&] { grid_->ResizeByUser(drawn_col_, twips); });
+}
+
+// As wide as its texts, but not wider than the view.
+void GridArea::FitColumn(std::int32_t col) {
+  const int most = viewport()->width() * 9 / 10 - geometry_->FixedPixels();
+  const int pixels = std::min(FittingPixels(*grid_, col, font()), std::max(most, kLeastColumn));
+  feed_([&] { grid_->ResizeByUser(col, Scale::OfApplication().Twips(pixels)); });
 }
 
 void GridArea::mouseReleaseEvent(QMouseEvent* event) {
   dragging_ = false;
+  drag_timer_.stop();
   if (std::exchange(drawn_col_, -1) >= 0) return;
   if (std::exchange(double_clicked_, false) || event->button() != Qt::LeftButton) return;
   const GridCell cell = geometry_->CellAt(event->position().toPoint());
@@ -111,7 +115,10 @@ void GridArea::mouseReleaseEvent(QMouseEvent* event) {
 void GridArea::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const QPoint point = event->position().toPoint();
-  if (geometry_->EdgeAt(point) >= 0) return;
+  if (const std::int32_t edge = geometry_->EdgeAt(point); edge >= 0) {
+    FitColumn(edge);
+    return;
+  }
   double_clicked_ = true;
   const GridCell cell = geometry_->CellAt(point);
   feed_([&] {
@@ -173,17 +180,17 @@ bool GridArea::MoveByKey(const QKeyEvent& event) {
   else if (key == Qt::Key_PageDown)
     to_row = StepRow(page);
   else if (key == forward)
-    to_col = StepCol(1);
+    to_col = StepCol(col, 1);
   else if (key == back)
-    to_col = StepCol(-1);
+    to_col = StepCol(col, -1);
   else if (key == Qt::Key_Home && whole)
     to_row = StepRow(-most);
   else if (key == Qt::Key_End && whole)
     to_row = StepRow(most);
   else if (key == Qt::Key_Home)
-    to_col = StepCol(-grid_->Cols());
+    to_col = StepCol(col, -grid_->Cols());
   else if (key == Qt::Key_End)
-    to_col = StepCol(grid_->Cols());
+    to_col = StepCol(col, grid_->Cols());
   else
     return false;
   feed_([&] { MoveTo(to_row, to_col, extend); });
@@ -199,18 +206,20 @@ std::int32_t GridArea::StepRow(std::int32_t by) const {
       static_cast<std::int32_t>(std::clamp<std::int64_t>(place, 0, rows.Count() - 1)));
 }
 
-std::int32_t GridArea::StepCol(std::int32_t by) const {
+std::int32_t GridArea::StepCol(std::int32_t from, std::int32_t by) const {
   const std::vector<std::int32_t> columns = geometry_->ScrollColumns();
-  if (columns.empty()) return grid_->Col();
-  const auto place = std::lower_bound(columns.begin(), columns.end(), grid_->Col());
+  if (columns.empty()) return from;
+  const auto place = std::lower_bound(columns.begin(), columns.end(), from);
   const auto last = static_cast<std::int64_t>(columns.size()) - 1;
   const std::int64_t to = std::clamp<std::int64_t>(place - columns.begin() + by, 0, last);
   return columns[static_cast<std::size_t>(to)];
 }
 
-// A selection of a whole row stays one while it moves up and down.
+// A selection of a whole row stays one while it moves up and down. The view follows in the
+// direction that was moved in alone.
 void GridArea::MoveTo(std::int32_t row, std::int32_t col, bool extend) {
   if (row >= grid_->Rows() || col >= grid_->Cols()) return;
+  const bool sideways = col != (extend ? grid_->ColSel() : grid_->Col());
   const bool spans = grid_->Col() != grid_->ColSel() && grid_->Row() == grid_->RowSel();
   if (extend) {
     grid_->SelectByUser(grid_->Row(), grid_->Col(), row, col);
@@ -219,7 +228,9 @@ void GridArea::MoveTo(std::int32_t row, std::int32_t col, bool extend) {
   } else {
     grid_->SelectByUser(row, col, row, col);
   }
-  ScrollTo(row, col);
+  ScrollToRow(row);
+  if (sideways) ScrollToCol(col);
+  LayoutChanged();
 }
 
 void GridArea::Copy() {

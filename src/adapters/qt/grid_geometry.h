@@ -37,6 +37,7 @@ class GridGeometry {
   void Invalidate() { rows_.Invalidate(); }
   void SetFont(const QFont& font, const Scale& scale);
   void SetViewport(QSize size) { viewport_ = size; }
+  QRect View() const { return {QPoint(0, 0), viewport_}; }
 
   std::vector<Span> Columns() const;
   std::vector<Span> Rows() const;
@@ -60,10 +61,11 @@ class GridGeometry {
   std::vector<std::int32_t> ScrollColumns() const;
   std::int32_t LastLeftPlace(const std::vector<std::int32_t>& columns) const;
 
- private:
+  // What the fixed columns and the fixed rows take.
   int FixedPixels() const;
   int HeaderPixels() const;
 
+ private:
   const Grid& grid_;
   VisibleRows rows_;
   Scale scale_ = Scale::OfApplication();

@@ -10,7 +10,7 @@
 namespace vorek::qt {
 namespace {
 
-constexpr int kMargin = 3;  // pixels between a cell's edge and its text
+constexpr int kShade = 10;  // pixels at an edge of the view that cuts a column
 constexpr std::int8_t kFlat = 0;
 constexpr std::int8_t kRaised = 1;
 
@@ -33,6 +33,35 @@ bool RunsFromRight(const QString& text) {
     const QChar::Direction direction = character.direction();
     return direction == QChar::DirR || direction == QChar::DirAL;
   });
+}
+
+// Amounts, dates, times and whatever else is read as a number.
+bool IsFigure(const QString& text) {
+  static const QString kSigns = " /.,:-+()%";
+  bool digits = false;
+  for (const QChar character : text) {
+    if (character.isDigit()) {
+      digits = true;
+    } else if (!kSigns.contains(character)) {
+      return false;
+    }
+  }
+  return digits;
+}
+
+// The text as a place that is too narrow shows it. A figure that is cut would look like a smaller
+// one: nothing of it is shown.
+QString Shortened(const QString& text, const QFontMetrics& metrics, int width) {
+  if (!IsFigure(text)) return metrics.elidedText(text, Qt::ElideRight, width);
+  return QString(std::max(width / std::max(metrics.horizontalAdvance('#'), 1), 0), QChar('#'));
+}
+
+// Where a text of that width stands in its cell.
+QRect PlaceOf(int width, QRect cell, Qt::Alignment alignment) {
+  QRect place(cell.left(), cell.top(), width, cell.height());
+  if (alignment.testFlag(Qt::AlignRight)) place.moveRight(cell.right());
+  if (alignment.testFlag(Qt::AlignHCenter)) place.moveLeft(cell.center().x() - width / 2);
+  return place;
 }
 
 QColor Mixed(const QColor& a, const QColor& b, double part) {
@@ -58,14 +87,34 @@ GridPainter::GridPainter(const Grid& grid, const GridGeometry& geometry, QPainte
 void GridPainter::Paint(QRect area) {
   painter_.fillRect(area, palette_.color(QPalette::Base));
   const std::vector<Span> columns = geometry_.Columns();
-  for (const Span& row : geometry_.Rows()) {
+  const std::vector<Span> rows = geometry_.Rows();
+  for (const Span& row : rows) {
     if (row.start > area.bottom() || row.start + row.size <= area.top()) continue;
     for (const Span& col : columns) {
       const QRect rect(col.start, row.start, col.size, row.size);
       if (rect.intersects(area)) PaintCell({row.index, col.index}, rect);
     }
   }
+  const int bottom = rows.empty() ? 0 : rows.back().start + rows.back().size;
+  for (const Span& col : columns) PaintCut(col, bottom);
   PaintFocus();
+}
+
+// A shade over the edge of the view behind which a column goes on.
+void GridPainter::PaintCut(const Span& col, int bottom) {
+  const QRect view = geometry_.View();
+  const bool left = col.start < view.left();
+  const bool right = col.start + col.size > view.right() + 1;
+  if (!left && !right) return;
+  const int from = left ? view.left() : view.right();
+  const int to = left ? from + kShade : from - kShade;
+  QLinearGradient shade(from, 0, to, 0);
+  QColor color = palette_.color(QPalette::Text);
+  color.setAlpha(130);
+  shade.setColorAt(0, color);
+  color.setAlpha(0);
+  shade.setColorAt(1, color);
+  painter_.fillRect(QRect(std::min(from, to), 0, kShade + 1, bottom), shade);
 }
 
 bool GridPainter::IsSelected(GridCell cell) const {
@@ -112,18 +161,24 @@ void GridPainter::PaintCell(GridCell cell, QRect rect) {
     painter_.drawLine(rect.topRight(), rect.bottomRight());
   }
   const std::string_view text = grid_.CellView(cell.row, cell.col, scratch_);
-  if (!text.empty()) PaintText(ToQt(text), rect.adjusted(kMargin, 0, -kMargin, -1), look);
+  if (!text.empty()) PaintText(ToQt(text), rect.adjusted(kCellMargin, 0, -kCellMargin, -1), look);
 }
 
 void GridPainter::PaintText(const QString& text, QRect rect, const Look& look) {
   const QFontMetrics& metrics = look.bold ? bold_metrics_ : metrics_;
   painter_.setFont(look.bold ? bold_ : plain_);
   painter_.setLayoutDirection(RunsFromRight(text) ? Qt::RightToLeft : Qt::LeftToRight);
-  const int flags =
-      static_cast<int>(Horizontal(look.alignment) | Qt::AlignVCenter) | Qt::TextSingleLine;
-  // A number that doesn't fit must not look like a smaller one.
-  const bool fits = metrics.horizontalAdvance(text) <= rect.width();
-  const QString shown = fits ? text : metrics.elidedText(text, Qt::ElideRight, rect.width());
+  const Qt::Alignment alignment = Horizontal(look.alignment);
+  const int flags = static_cast<int>(alignment | Qt::AlignVCenter) | Qt::TextSingleLine;
+  const int width = metrics.horizontalAdvance(text);
+  const QRect view = geometry_.View().adjusted(kCellMargin, 0, -kCellMargin, 0);
+  const QRect place = PlaceOf(width, rect, alignment);
+  // A cell that the edge of the view cuts has its text in the part that is seen.
+  if (place.left() < view.left() || place.right() > view.right()) {
+    rect = QRect(QPoint(std::max(rect.left(), view.left()), rect.top()),
+                 QPoint(std::min(rect.right(), view.right()), rect.bottom()));
+  }
+  const QString shown = width <= rect.width() ? text : Shortened(text, metrics, rect.width());
   if (look.style != kFlat) {
     const int step = look.style == kRaised ? -1 : 1;
     painter_.setPen(Mixed(look.back, Qt::white, 0.8));

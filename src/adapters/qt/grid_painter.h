@@ -12,6 +12,8 @@
 
 namespace vorek::qt {
 
+constexpr int kCellMargin = 3;  // pixels between a cell's edge and its text
+
 // Paints what of a grid is in view, straight from its texts and formats.
 class GridPainter {
  public:
@@ -30,6 +32,7 @@ class GridPainter {
   };
   void PaintCell(GridCell cell, QRect rect);
   void PaintText(const QString& text, QRect rect, const Look& look);
+  void PaintCut(const Span& col, int bottom);
   void PaintFocus();
   Look LookOf(GridCell cell) const;
   bool IsFixed(GridCell cell) const {

@@ -14,7 +14,9 @@ class ProgressView : public ControlView {
   }
 
   void Set(std::string_view property) override {
-    if (property == "Value") {
+    if (property == "RightToLeft") {
+      Bar().setLayoutDirection(Qt::RightToLeft);  // as all of the screen
+    } else if (property == "Value") {
       Bar().setValue(bar_.Value());
     } else {
       ControlView::Set(property);
@@ -22,6 +24,7 @@ class ProgressView : public ControlView {
   }
   void SetAll() override {
     ControlView::SetAll();
+    Set("RightToLeft");
     Set("Value");
   }
 

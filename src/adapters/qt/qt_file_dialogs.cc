@@ -22,6 +22,12 @@ QStringList NameFilters(const std::string& filter) {
 
 bool Ask(FileDialogRequest& request, QFileDialog::AcceptMode mode, QFileDialog::FileMode file) {
   QFileDialog dialog(QApplication::activeWindow(), ToQt(request.title));
+  dialog.setLayoutDirection(Qt::RightToLeft);
+  // Paths run from the left; a desktop's own dialog has its own fields.
+  for (const char* const name : {"lookInCombo", "fileNameEdit"}) {
+    auto* const field = dialog.findChild<QWidget*>(name);
+    if (field != nullptr) field->setLayoutDirection(Qt::LeftToRight);
+  }
   dialog.setAcceptMode(mode);
   dialog.setFileMode(file);
   dialog.setNameFilters(NameFilters(request.filter));

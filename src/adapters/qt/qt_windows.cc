@@ -11,6 +11,8 @@
 #include <utility>
 
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/told_line.h"
+#include "messages/persian_reason.h"
 
 namespace vorek::qt {
 namespace {
@@ -49,7 +51,10 @@ void Fill(QMenu& shown, Menu& menu) {
 }  // namespace
 
 void ShowFailure(QWidget* over, const QString& description) {
-  QMessageBox box(QMessageBox::Warning, "خطا", description, QMessageBox::NoButton, over);
+  const QString reason = ToQt(PersianReason(description.toStdString()));
+  QMessageBox box(QMessageBox::Warning, "خطا", reason, QMessageBox::NoButton, over);
+  box.setTextFormat(Qt::PlainText);
+  box.setLayoutDirection(Qt::RightToLeft);
   box.addButton("تاييد", QMessageBox::AcceptRole);
   box.exec();
 }
@@ -114,6 +119,12 @@ void QtWindows::SetMousePointer(int shape) {
   } else {
     QGuiApplication::restoreOverrideCursor();
   }
+}
+
+bool QtWindows::TellCancelled() {
+  if (!busy_->TakeCancelled()) return false;
+  ToldLine::Show("اجراي گزارش لغو شد.");
+  return true;
 }
 
 void QtWindows::Beep() { QApplication::beep(); }

@@ -21,6 +21,7 @@ class QtWindows : public Windows {
   void PopupMenu(Menu& menu) override;
   std::int32_t TextWidth(std::string_view text, double size) const override;
   void SetMousePointer(int shape) override;
+  bool TellCancelled() override;
   void Beep() override;
   int OsMajorVersion() const override;
 

@@ -1,18 +1,23 @@
 #include <QMetaMethod>
 #include <QResizeEvent>
 #include <QTimer>
+#include <algorithm>
+#include <utility>
 
 #include "adapters/qt/background_provider.h"
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/memory.h"
 #include "adapters/qt/presenter.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
+#include "adapters/qt/translations.h"
 #include "engine/report_control.h"
 #include "vorek/qt.h"
 
 namespace vorek {
 
 void AddQtServices(WorldOptions& options) {
+  qt::InstallPersianTexts();
   const auto windows = std::make_shared<qt::QtWindows>();
   options.windows = windows;
   options.file_dialogs = std::make_shared<qt::QtFileDialogs>();
@@ -23,20 +28,38 @@ void AddQtServices(WorldOptions& options) {
 
 struct VorekReportWidget::Parts {
   Parts(World& world, QWidget& widget) : report(world), presenter(report.Root(), widget) {}
+  Parts(std::unique_ptr<World> world, QWidget& widget)
+      : own_world(std::move(world)), report(*own_world), presenter(report.Root(), widget) {}
 
+  Windows& Screen() { return report.Impl().world.process.windows(); }
   // A world without a screen of ours has nothing to wait for.
   bool Busy() {
-    Windows& windows = report.Impl().world.process.windows();
-    const auto* const screen = dynamic_cast<const qt::QtWindows*>(&windows);
+    const auto* const screen = dynamic_cast<const qt::QtWindows*>(&Screen());
     return screen != nullptr && screen->Busy()->Active();
   }
 
+  bool IsBig() {
+    constexpr std::int32_t kBig = 20'000;  // rows
+    return std::max(report.Impl().flxMain.Rows(), report.Impl().flxTranspose.Rows()) > kBig;
+  }
+
+  std::unique_ptr<World> own_world;  // null for a shared one
   VorekReport1 report;
   qt::Presenter presenter;
 };
 
+VorekReportWidget::VorekReportWidget(WorldOptions options, QWidget* parent)
+    : QWidget(parent),
+      parts_(std::make_unique<Parts>(std::make_unique<World>(std::move(options)), *this)) {
+  Begin();
+}
+
 VorekReportWidget::VorekReportWidget(World& world, QWidget* parent)
     : QWidget(parent), parts_(std::make_unique<Parts>(world, *this)) {
+  Begin();
+}
+
+void VorekReportWidget::Begin() {
   setLayoutDirection(Qt::RightToLeft);
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(200, 120);
@@ -44,7 +67,11 @@ VorekReportWidget::VorekReportWidget(World& world, QWidget* parent)
   ConnectEvents();
 }
 
-VorekReportWidget::~VorekReportWidget() = default;
+VorekReportWidget::~VorekReportWidget() {
+  const bool big = parts_->IsBig();
+  parts_.reset();
+  if (big) qt::ReturnMemory();
+}
 
 VorekReport1& VorekReportWidget::Report() { return parts_->report; }
 
@@ -60,16 +87,21 @@ void VorekReportWidget::ConnectEvents() {
   events.InvokeView = [this](std::int32_t& type, std::string& condition, std::string& value) {
     Q_EMIT InvokeView(type, qt::ToQt(condition), qt::ToQt(value));
   };
+  events.AddClick = [this] { Q_EMIT AddClick(); };
+  events.EditClick = [this] { Q_EMIT EditClick(); };
+  events.DeleteClick = [this] { Q_EMIT DeleteClick(); };
 }
 
 bool VorekReportWidget::View(int ID, const QString& inParameterString,
                              const QString& inCallerStringValue) {
   bool shown = false;
+  const bool was_big = parts_->IsBig();
   parts_->presenter.Feed([&] {
     shown =
         parts_->report.View(ID, inParameterString.toStdString(), inCallerStringValue.toStdString());
   });
   parts_->presenter.Sync();
+  if (was_big) qt::ReturnMemory();
   // A report that waits for its panel is asked for it at once.
   VorekParameters& panel = parts_->report.Impl().VorekParameters1;
   if (panel.Visible() && !panel.result) panel.FocusFirst();
@@ -79,7 +111,7 @@ bool VorekReportWidget::View(int ID, const QString& inParameterString,
 void VorekReportWidget::Tell(const QString& failure) {
   if (isSignalConnected(QMetaMethod::fromSignal(&VorekReportWidget::Failed))) {
     Q_EMIT Failed(failure);
-  } else {
+  } else if (!parts_->Screen().TellCancelled()) {
     qt::ShowFailure(this, failure);
   }
 }

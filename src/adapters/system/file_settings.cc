@@ -20,10 +20,16 @@ std::string FileSettings::Get(const std::string& section, const std::string& key
 
 void FileSettings::Save(const std::string& section, const std::string& key,
                         const std::string& value) {
+  SaveAll({{section, {{key, value}}}});
+}
+
+void FileSettings::SaveAll(const text::Sections& changed) {
   text::Sections sections = Read();
-  sections[section][key] = value;
+  for (const auto& [section, values] : changed) {
+    for (const auto& [key, value] : values) sections[section][key] = value;
+  }
   files_->MakeFoldersFor(path_);
-  files_->Write(path_, text::FormatKeyValues(sections));
+  files_->WritePrivate(path_, text::FormatKeyValues(sections));
 }
 
 std::shared_ptr<Settings> MachineSettings() {

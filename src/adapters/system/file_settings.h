@@ -12,7 +12,8 @@
 
 namespace vorek {
 
-// Settings in a text file, read at each question so that programs may share it.
+// Settings in a text file that its owner alone may read. It is read at each question, so that
+// programs may share it, and written whole, beside the old one and by a rename.
 class FileSettings : public Settings {
  public:
   FileSettings(std::shared_ptr<Files> files, std::string path)
@@ -21,6 +22,8 @@ class FileSettings : public Settings {
   std::string Get(const std::string& section, const std::string& key,
                   const std::string& missing) const override;
   void Save(const std::string& section, const std::string& key, const std::string& value) override;
+  // Several values in one write.
+  void SaveAll(const text::Sections& changed);
 
  private:
   text::Sections Read() const;
@@ -29,7 +32,7 @@ class FileSettings : public Settings {
   std::string path_;
 };
 
-// Properties in a text file, a line "key=value" each; every write goes to the file at once.
+// Properties in a text file, a line "key=value" each, written by Commit.
 class FilePropertyStore : public PropertyStore {
  public:
   FilePropertyStore(std::shared_ptr<Files> files, std::string path)
@@ -40,11 +43,16 @@ class FilePropertyStore : public PropertyStore {
   }
   void WriteProperty(const std::string& key, const std::string& value,
                      const std::string& /*default_value*/) override {
-    settings_.Save("", key, value);
+    written_[""][key] = value;
+  }
+  void Commit() override {
+    settings_.SaveAll(written_);
+    written_.clear();
   }
 
  private:
   FileSettings settings_;
+  text::Sections written_;
 };
 
 }  // namespace vorek

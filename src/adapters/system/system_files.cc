@@ -27,9 +27,9 @@ namespace fs = std::filesystem;
 // An open file that is closed whatever happens.
 class Descriptor {
  public:
-  Descriptor(const std::string& path, int flags) : path_(path) {
+  Descriptor(const std::string& path, int flags, mode_t mode = 0666) : path_(path) {
     do {
-      fd_ = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
+      fd_ = ::open(path.c_str(), flags | O_CLOEXEC, mode);
     } while (fd_ < 0 && errno == EINTR);
     if (fd_ < 0) Fail(path_, errno);
   }
@@ -83,10 +83,14 @@ void RefuseAllButFiles(const std::string& path) {
       path + ": " + std::generic_category().message(S_ISDIR(old.st_mode) ? EISDIR : EINVAL));
 }
 
-void WriteTemporary(const std::string& temporary, const std::string& path, std::string_view bytes) {
-  Descriptor out(temporary, O_WRONLY | O_CREAT | O_EXCL);
+enum class Readers { kAsBefore, kOwner };
+
+void WriteTemporary(const std::string& temporary, const std::string& path, std::string_view bytes,
+                    Readers readers) {
+  const bool shared = readers == Readers::kAsBefore;
+  Descriptor out(temporary, O_WRONLY | O_CREAT | O_EXCL, shared ? 0666 : 0600);
   struct stat old {};
-  if (::stat(path.c_str(), &old) == 0 && ::fchmod(out.Get(), old.st_mode & 07777U) != 0) {
+  if (shared && ::stat(path.c_str(), &old) == 0 && ::fchmod(out.Get(), old.st_mode & 07777U) != 0) {
     Fail(temporary, errno);
   }
   out.WriteAll(bytes);
@@ -99,6 +103,20 @@ void SyncFolderOf(const std::string& path) {
   IgnoreErrors([&] {
     Descriptor(folder.empty() ? "." : folder.string(), O_RDONLY | O_DIRECTORY).SyncAndClose();
   });
+}
+
+void Replace(const std::string& path, std::string_view bytes, Readers readers) {
+  const std::string target = FollowLink(path);
+  RefuseAllButFiles(target);
+  const std::string temporary = TemporaryName(target);
+  try {
+    WriteTemporary(temporary, target, bytes, readers);
+    if (::rename(temporary.c_str(), target.c_str()) != 0) Fail(path, errno);
+  } catch (const Error&) {
+    ::unlink(temporary.c_str());
+    throw;
+  }
+  SyncFolderOf(target);
 }
 
 }  // namespace
@@ -126,17 +144,11 @@ std::string SystemFiles::Read(const std::string& path) const {
 }
 
 void SystemFiles::Write(const std::string& path, std::string_view bytes) {
-  const std::string target = FollowLink(path);
-  RefuseAllButFiles(target);
-  const std::string temporary = TemporaryName(target);
-  try {
-    WriteTemporary(temporary, target, bytes);
-    if (::rename(temporary.c_str(), target.c_str()) != 0) Fail(path, errno);
-  } catch (const Error&) {
-    ::unlink(temporary.c_str());
-    throw;
-  }
-  SyncFolderOf(target);
+  Replace(path, bytes, Readers::kAsBefore);
+}
+
+void SystemFiles::WritePrivate(const std::string& path, std::string_view bytes) {
+  Replace(path, bytes, Readers::kOwner);
 }
 
 void SystemFiles::MakeFoldersFor(const std::string& path) {

@@ -15,6 +15,7 @@ class SystemFiles : public Files {
   bool Exists(const std::string& path) const override;
   std::string Read(const std::string& path) const override;
   void Write(const std::string& path, std::string_view bytes) override;
+  void WritePrivate(const std::string& path, std::string_view bytes) override;
   void MakeFoldersFor(const std::string& path) override;
 };
 
