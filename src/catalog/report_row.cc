@@ -41,6 +41,13 @@ std::string TransposeLayoutQuery(std::int32_t report_id) {
          std::to_string(report_id) + "  Order by ColumnNumber";
 }
 
+std::string CrossTableQuery(std::int32_t report_id, std::int32_t last_column) {
+  return "Select ColumnNumber,tblVorekReportTranspose.Alignment,tblVorekReportTranspose.Width,"
+         "tblVorekReportTranspose.MergeType,isnull(SortedAfterTransporting,0) as "
+         "SortedAfterTransporting From tblVorekReportTranspose Where ReportID=" +
+         std::to_string(report_id) + " and ColumnNumber <=" + std::to_string(last_column);
+}
+
 std::string WholeLayoutQuery(std::int32_t report_id, bool transposed) {
   return std::string("Select * from ") +
          (transposed ? "tblVorekReportTranspose" : "tblVorekReportLayout") +

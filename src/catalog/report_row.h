@@ -23,6 +23,8 @@ std::string ReportRowQuery(std::int32_t report_id);
 std::string RunLayoutQuery(std::int32_t report_id);
 std::string StoredLayoutQuery(std::int32_t report_id);
 std::string TransposeLayoutQuery(std::int32_t report_id);
+// The same as a finished cross table reads it, up to its last column.
+std::string CrossTableQuery(std::int32_t report_id, std::int32_t last_column);
 // All columns of a layout, as AlignFlexes reads them.
 std::string WholeLayoutQuery(std::int32_t report_id, bool transposed);
 

@@ -61,7 +61,7 @@ class ReportControl : public Frame {
   void mnuShowAskForm_Click();
 
   ReportContext Context() {
-    return {world.process, state, flxMain, flxTranspose, world.messages, Evaluation};
+    return {world.process, state, flxMain, flxTranspose, world.messages, Evaluation, &Progress};
   }
 
   static constexpr std::int32_t kCaptionWidth = 6000;  // twips, of a short title

@@ -9,6 +9,7 @@
 #include "engine/run_handoffs.h"
 #include "engine/shared_helpers.h"
 #include "grid/column_sort.h"
+#include "grid/cross_table.h"
 #include "grid/expression_columns.h"
 #include "grid/merged_rows.h"
 #include "grid/tree_rows.h"

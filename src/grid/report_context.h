@@ -6,6 +6,7 @@
 #include "state/process.h"
 #include "state/report_state.h"
 #include "vorek/evaluation.h"
+#include "widgets/basic_controls.h"
 
 namespace vorek {
 
@@ -17,7 +18,8 @@ struct ReportContext {
   Grid& flxMain;
   Grid& flxTranspose;
   Notices& notices;
-  EvaluationClass& Evaluation;  // of the control, for its calculated columns
+  EvaluationClass& Evaluation;           // of the control, for its calculated columns
+  VorekProgressBar* Progress = nullptr;  // that a long pass moves; null for none
 
   // The grid that the user sees.
   Grid& ActiveGrid() { return state.isTransposedResult ? flxTranspose : flxMain; }

@@ -28,11 +28,11 @@ std::uint64_t HeadOf(std::string_view key) {
 
 RowRanks::RowRanks(std::size_t rows) : slots_(1024) { ids_.reserve(rows); }
 
-void RowRanks::Add(std::string_view text, bool stays) {
+std::uint32_t RowRanks::Add(std::string_view text, bool stays) {
   // Neighbours are often equal.
   if (!ids_.empty() && texts_[ids_.back()] == text) {
     ids_.push_back(ids_.back());
-    return;
+    return ids_.back();
   }
   const std::size_t slot = SlotOf(text, std::hash<std::string_view>{}(text));
   if (slots_[slot] == 0) {
@@ -41,6 +41,7 @@ void RowRanks::Add(std::string_view text, bool stays) {
   }
   ids_.push_back(slots_[slot] - 1);
   if (texts_.size() * 2 > slots_.size()) Grow();
+  return ids_.back();
 }
 
 std::size_t RowRanks::SlotOf(std::string_view text, std::size_t hash) const {

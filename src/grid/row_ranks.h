@@ -17,7 +17,8 @@ class RowRanks {
   explicit RowRanks(std::size_t rows);
 
   // The text of the next row. It's copied unless it stays, that is, lives as long as this does.
-  void Add(std::string_view text, bool stays);
+  // Gives a number that equal texts share.
+  std::uint32_t Add(std::string_view text, bool stays);
 
   // The rows from 0 in their order; those with equal keys stay as they came.
   std::vector<std::uint32_t> Sorted(bool ignore_case, bool descending) const;

@@ -80,8 +80,9 @@ struct ReportState {
   std::vector<std::int32_t> TransposeColumns;
   bool HasSumRow = false;  // in the grid when it was last gone through
   bool HasAvgRow = false;
-  std::int32_t SortColumn = 0;  // the last one of flxMain; 0 for none
-  std::int32_t SortCode = 1;    // 1 ascending, 2 descending
+  std::int32_t SortColumn = 0;         // the last one of flxMain; 0 for none
+  std::int32_t SortCode = 1;           // 1 ascending, 2 descending
+  std::int32_t TransposeSortCode = 0;  // the last sort of flxTranspose; 0 for none
   std::int32_t TreeSortColumn = 0;
   bool TreeSortDescending = false;
   bool ReapplySort = false;

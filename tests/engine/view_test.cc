@@ -182,7 +182,7 @@ TEST_F(ViewTest, TellsOfAConnectionThatWasLostBetweenTwoRuns) {
   std::string detail;
   windows->Queue([&](Form& form) { detail = form.DetailText(); });
   EXPECT_FALSE(report.Refresh());
-  EXPECT_EQ(detail, "The connection was lost.");
+  EXPECT_EQ(detail, "اتصال قطع شد.");
   EXPECT_EQ(report.Rows(), 2);
   database->ClearFaults();
   EXPECT_TRUE(report.Refresh());

@@ -15,6 +15,15 @@
 #include "vorek/qt.h"
 
 namespace vorek {
+namespace {
+
+bool IsInside(const Control& control, const Control& container) {
+  const Control* above = &control;
+  while (above != nullptr && above != &container) above = above->Parent();
+  return above != nullptr;
+}
+
+}  // namespace
 
 void AddQtServices(WorldOptions& options) {
   qt::InstallPersianTexts();
@@ -123,8 +132,13 @@ void VorekReportWidget::TakeSize() {
     QTimer::singleShot(kAgain, this, [this] { TakeSize(); });
     return;
   }
+  // The layout gives the grid the focus; who is typing in the panel keeps it.
+  Control* const active = parts_->report.Root().ActiveControl();
   const qt::Scale& scale = parts_->presenter.Measure();
   parts_->report.Resize(scale.Twips(width()), scale.Twips(height()));
+  if (active != nullptr && IsInside(*active, parts_->report.Impl().VorekParameters1)) {
+    active->SetFocus();
+  }
 }
 
 void VorekReportWidget::resizeEvent(QResizeEvent* event) {

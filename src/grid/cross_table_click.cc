@@ -1,0 +1,105 @@
+#include "grid/cross_table_click.h"
+
+#include <string>
+#include <string_view>
+
+#include "grid/column_sort.h"
+#include "grid/tree_rows.h"
+#include "text/number.h"
+#include "text/utf8.h"
+
+namespace vorek {
+namespace {
+
+constexpr std::int32_t kSubRowHeight = 310;  // twips
+constexpr std::int32_t kAscending = 1;
+constexpr std::int32_t kDescending = 2;
+constexpr std::int32_t kTextAscending = 7;
+constexpr std::int32_t kTextDescending = 8;
+
+void SortByColumn(ReportContext& report, std::int32_t col) {
+  Grid& table = report.flxTranspose;
+  std::int32_t& code = report.state.TransposeSortCode;
+  if (IsDateColumn(table, col)) {
+    code = code == kTextAscending ? kTextDescending : kTextAscending;
+  } else {
+    code = code == kAscending ? kDescending : kAscending;
+  }
+  table.SetCol(col);
+  table.Sort(code);
+}
+
+void ShowSubRows(Grid& table, std::int32_t row) {
+  table.WriteCell(row, 0, "-");
+  for (++row; row < table.Rows() && table.RowHeight(row) == 0; ++row) {
+    table.SetRowHeight(row, kSubRowHeight);
+  }
+}
+
+void HideSubRows(Grid& table, std::int32_t row) {
+  table.WriteCell(row, 0, "+");
+  for (++row; row < table.Rows(); ++row) {
+    const char mark = TreeMark(table, row);
+    if (mark == '+' || mark == '-') return;
+    table.SetRowHeight(row, 0);
+  }
+}
+
+void SetSign(Grid& table, std::int32_t col, char sign) {
+  table.WriteCell(0, col, sign + text::Mid(table.TextMatrix(0, col), 2));
+}
+
+// A number with its sign is a value, not an outline.
+bool IsOutline(const std::string& header) {
+  const bool signed_text = header.starts_with('+') || header.starts_with('-');
+  return signed_text && text::Contains(std::string_view(header).substr(1), "-");
+}
+
+void OpenColumns(Grid& table, std::int32_t col) {
+  const std::int32_t level = TreeLevel(table.TextMatrix(0, col));
+  for (std::int32_t next = col + 1; next < table.Cols(); ++next) {
+    if (TreeLevel(table.TextMatrix(0, next)) != level + 1) break;
+    table.SetColWidth(next, table.ColWidth(0));
+  }
+  SetSign(table, col, '-');
+}
+
+void CloseColumns(Grid& table, std::int32_t col) {
+  const std::int32_t level = TreeLevel(table.TextMatrix(0, col));
+  for (std::int32_t next = col + 1; next < table.Cols(); ++next) {
+    const std::string header = table.TextMatrix(0, next);
+    if (TreeLevel(header) <= level) break;
+    table.SetColWidth(next, 0);
+    if (header.starts_with('-')) SetSign(table, next, '+');
+  }
+  SetSign(table, col, '+');
+}
+
+void ClickHeader(ReportContext& report, std::int32_t col) {
+  Grid& table = report.flxTranspose;
+  const std::string header = table.TextMatrix(0, col);
+  const bool outline = col >= 1 && col <= table.Cols() - 2 && IsOutline(header);
+  if (!outline) {
+    SortByColumn(report, col);
+  } else if (header.front() == '+') {
+    OpenColumns(table, col);
+  } else {
+    CloseColumns(table, col);
+  }
+}
+
+}  // namespace
+
+void ClickCrossTable(ReportContext& report, std::int32_t row, std::int32_t col) {
+  Grid& table = report.flxTranspose;
+  if (row < 0 || col < 0 || row >= table.Rows() || col >= table.Cols()) return;
+  if (row == 0) {
+    ClickHeader(report, col);
+  } else if (col == 0 && table.TextMatrix(row, 0) == "+") {
+    ShowSubRows(table, row);
+  } else if (col == 0 && table.TextMatrix(row, 0) == "-") {
+    HideSubRows(table, row);
+  }
+}
+
+}  // namespace vorek
