@@ -53,6 +53,9 @@ Connection::Connection(const std::string& path, OpenMode mode) {
 
 void Connection::SetUp(const std::string&, OpenMode mode) {
   sqlite3* db = db_.get();
+  if (sqlite3_compileoption_used("UNTESTABLE") != 0) {
+    throw Error(ErrorNumber::kConnection, "this build of SQLite can't switch off Bloom filters");
+  }
   // The file may come from anybody: nothing in it may run code, write the schema or load a library.
   sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
