@@ -95,6 +95,16 @@ TEST_F(ProviderTest, KeepsWhatWasMadeForTheNextConnection) {
   EXPECT_EQ(Run(*again, "select * from sysobjects")->rows, 2U);
 }
 
+TEST_F(ProviderTest, ATranslationEndsWithTheTime) {
+  // Each level is translated twice, since its number meets a text.
+  std::string query = "select '1'";
+  for (int i = 0; i < 40; ++i) query = "select '1' where 1 in (" + query + ")";
+  const auto connection = Open("a.db", ";Mode=Create");
+  EXPECT_EQ(NumberOf([&] { Run(*connection, query, 1); }), Number(ErrorNumber::kTimeout));
+  Run(*connection, "create view v as select 1 as A");
+  EXPECT_EQ(Run(*connection, "select A from v")->rows, 1U);
+}
+
 TEST_F(ProviderTest, SeesWhatAnotherConnectionDefines) {
   const auto one = Open("a.db", ";Mode=Create");
   const auto two = Open("a.db");

@@ -230,6 +230,7 @@ void Definer::DropParts(const TableInfo& table, const Statement& statement) {
   for (const std::string& name : statement.columns) {
     if (statement.word == "drop column") {
       Run(db_, "ALTER TABLE " + schema + QuoteName(table.name) + " DROP COLUMN " + QuoteName(name));
+      Forget(table, name);
       continue;
     }
     const std::string index = QuoteName(table.name + "." + name);

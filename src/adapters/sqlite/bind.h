@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -119,6 +120,16 @@ class Binder {
     std::string name;
     std::vector<ColumnInfo> columns;
   };
+  // The views that a statement reads, each written once, as a common table in front of it all.
+  struct ViewTable {
+    CommonTableInfo info;
+    int tables = 0;  // that SQLite reads for it
+    bool temporary = false;
+  };
+  struct ViewTables {
+    std::map<std::string, ViewTable> by_name;
+    std::string sql;
+  };
   struct SelectParts {
     std::vector<Bound> items;
     std::string prefix;  // "SELECT DISTINCT "
@@ -185,7 +196,9 @@ class Binder {
   std::string BindTable(const TableRef& table, bool nullable, bool after_comma);
   std::string BindJoin(const TableRef& join, bool nullable, bool after_comma);
   std::string BindNamedTable(const TableRef& table, bool nullable);
-  std::string BindView(const ModuleInfo& view, const std::string& alias, Source source);
+  std::string BindView(const ModuleInfo& view, Source source);
+  const ViewTable& WriteView(const ModuleInfo& view);
+  void CountTables(int tables, std::size_t at);
   std::string BindSubquery(const TableRef& table, bool nullable);
   const CommonTableInfo* FindCommonTable(const ObjectName& name) const;
   std::string CatalogueView(const ObjectName& name);
@@ -276,9 +289,11 @@ class Binder {
   Scope* scope_ = nullptr;
   std::vector<CommonTableInfo> common_tables_;
   std::vector<std::string> views_;  // being written out, innermost last
+  std::shared_ptr<ViewTables> view_tables_ = std::make_shared<ViewTables>();
   std::vector<std::string> parameters_;
   std::vector<std::string> assigned_;
   std::set<std::string> running_;  // variables that the select around assigns, row by row
+  int tables_ = 0;  // that SQLite reads, those of views each time that the view is named
   bool temporary_ = false;
   bool calls_ = false;  // a function of the database
   int depth_ = 0;

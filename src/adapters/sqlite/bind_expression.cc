@@ -77,6 +77,7 @@ void Binder::Refuse(std::size_t at, const std::string& message) const {
 
 Bound Binder::Bind(const Expr& expr) {
   if (++depth_ > kMaxBinding) Refuse(expr.at, "The expression is nested too deeply");
+  schema_.KeepTime();
   const std::size_t before = scope_ == nullptr ? 0 : scope_->ungrouped.size();
   Bound bound = BindAny(expr);
   --depth_;

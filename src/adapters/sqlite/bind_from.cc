@@ -10,6 +10,7 @@ namespace vorek::sqlite {
 namespace {
 
 constexpr std::size_t kMaxViews = 32;  // that stand inside one another
+constexpr int kMaxTables = 1000;       // of a statement with its views
 
 bool KeepsAllRows(TableRef::Join join, bool left_side) {
   switch (join) {
@@ -159,6 +160,8 @@ std::string Binder::CatalogueView(const ObjectName& name) {
 }
 
 std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
+  schema_.KeepTime();
+  CountTables(1, table.at);
   Source source;
   source.name = table.alias.empty() ? table.name.Last() : table.alias;
   source.sql = QuoteName(source.name);
@@ -176,8 +179,7 @@ std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
   } else {
     if (const ModuleInfo* module = schema_.FindModule(table.name.Last());
         module != nullptr && module->kind == "V") {
-      const std::string alias = source.sql;
-      return BindView(*module, alias, std::move(source));
+      return BindView(*module, std::move(source));
     }
     const TableInfo* info = schema_.FindTable(table.name.Last());
     if (info == nullptr) MissingObject(table.name);
@@ -191,33 +193,56 @@ std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
   return name + " AS " + alias;
 }
 
-std::string Binder::BindView(const ModuleInfo& view, const std::string& alias, Source source) {
-  if (views_.size() >= kMaxViews ||
-      std::find(views_.begin(), views_.end(), view.name) != views_.end()) {
+void Binder::CountTables(int tables, std::size_t at) {
+  tables_ += tables;
+  if (tables_ > kMaxTables) {
+    Refuse(at, "Too many tables in the query, those of its views included: more than " +
+                   std::to_string(kMaxTables));
+  }
+}
+
+const Binder::ViewTable& Binder::WriteView(const ModuleInfo& view) {
+  const std::string key = NameKey(view.name);
+  const auto found = view_tables_->by_name.find(key);
+  if (found != view_tables_->by_name.end()) return found->second;
+  if (std::find(views_.begin(), views_.end(), key) != views_.end()) {
+    throw Error(ErrorNumber::kSyntax, "The view '" + view.name + "' refers to itself.");
+  }
+  if (views_.size() >= kMaxViews) {
     throw Error(ErrorNumber::kSyntax,
-                "The view '" + view.name + "' refers to itself, or views stand too deep");
+                "Maximum view nesting level exceeded (limit 32) at the view '" + view.name + "'.");
   }
   // A view sees neither the columns nor the WITH tables of the text that reads it.
   const Statement& definition = view.Definition();
-  Binder inner(schema_, Variables{}, view.source);
+  const Variables none;
+  Binder inner(schema_, none, view.source);
   inner.views_ = views_;
-  inner.views_.push_back(view.name);
+  inner.views_.push_back(key);
+  inner.view_tables_ = view_tables_;
   BoundQuery query = inner.BindQuery(*definition.query);
-  temporary_ = temporary_ || inner.temporary_;
-  source.own = inner.NamedColumns(query.columns, definition.view_columns, view.name, 0);
-  for (std::size_t i = 0; i < source.own.size(); ++i) query.columns[i].name = source.own[i].name;
-  std::string sql = "(" + query.sql + ")";
-  if (!definition.view_columns.empty()) {
-    std::string names;
-    for (const ColumnInfo& column : source.own) {
-      names += (names.empty() ? "" : ", ") + QuoteName(column.name);
-    }
-    const std::string hidden = QuoteName("view");
-    sql =
-        "(WITH " + hidden + "(" + names + ") AS (" + query.sql + ") SELECT * FROM " + hidden + ")";
+  ViewTable table;
+  table.info.name = "view " + std::to_string(view_tables_->by_name.size()) + " " + view.name;
+  table.info.columns = inner.NamedColumns(query.columns, definition.view_columns, view.name, 0);
+  table.tables = inner.tables_;
+  table.temporary = inner.temporary_;
+  std::string names;
+  for (const ColumnInfo& column : table.info.columns) {
+    names += (names.empty() ? "" : ", ") + QuoteName(column.name);
   }
+  std::string& sql = view_tables_->sql;
+  sql += (sql.empty() ? "" : ", ") + QuoteName(table.info.name) + "(" + names +
+         ") AS NOT MATERIALIZED (" + query.sql + ")";
+  return view_tables_->by_name.emplace(key, std::move(table)).first->second;
+}
+
+std::string Binder::BindView(const ModuleInfo& view, Source source) {
+  const ViewTable& table = WriteView(view);
+  CountTables(table.tables, 0);
+  temporary_ = temporary_ || table.temporary;
+  source.own = table.info.columns;
+  std::string sql = QuoteName(table.info.name) + " AS " + source.sql;
   AddSource(std::move(source), 0);
-  return sql + " AS " + alias;
+  return sql;
 }
 
 std::string Binder::BindSubquery(const TableRef& table, bool nullable) {

@@ -32,6 +32,11 @@ Type Widest(const Bound& a, const Bound& b) {
   return type;
 }
 
+bool IsLiteral(const Expr& expr) {
+  if (expr.kind == ExprKind::kUnary) return IsLiteral(*expr.operands[0]);
+  return expr.kind == ExprKind::kNumber || expr.kind == ExprKind::kText;
+}
+
 // The digits that a literal has of itself: 3 is decimal(1,0), not decimal(10,0).
 Type DigitsOf(const Bound& value) {
   if (value.literal != Bound::Literal::kNumber || !value.type.IsWhole()) {
@@ -271,7 +276,7 @@ bool Binder::CompareIsNull(const Expr& expr, Bound& result) {
     const bool fits = call.kind == ExprKind::kFunction && call.path.size() == 1 &&
                       SameWord(call.path[0], "isnull") && call.operands.size() == 2 &&
                       call.operands[0]->kind == ExprKind::kColumn;
-    if (!fits) continue;
+    if (!fits || !IsLiteral(*call.operands[1]) || !IsLiteral(other)) continue;
     Bound column = BindValue(*call.operands[0]);
     const Bound instead = BindValue(*call.operands[1]);
     const Bound value = BindValue(other);

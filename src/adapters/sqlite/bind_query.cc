@@ -11,6 +11,14 @@ namespace vorek::sqlite {
 Translation Binder::Finish(BoundQuery query) {
   Translation result;
   result.sql = std::move(query.sql);
+  if (!view_tables_->sql.empty()) {
+    constexpr std::string_view kWith = "WITH ";
+    constexpr std::string_view kRecursive = "WITH RECURSIVE ";
+    std::size_t head = 0;
+    if (result.sql.rfind(kWith, 0) == 0) head = kWith.size();
+    if (result.sql.rfind(kRecursive, 0) == 0) head = kRecursive.size();
+    result.sql.replace(0, head, "WITH RECURSIVE " + view_tables_->sql + (head == 0 ? " " : ", "));
+  }
   result.columns = std::move(query.columns);
   result.assigned = std::move(query.assigned);
   result.parameters = std::move(parameters_);

@@ -82,6 +82,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   Run(db, "PRAGMA foreign_keys = ON");
   Run(db, "PRAGMA cache_size = -65536");  // kibibytes: joins over an index halve their time by it
   schema_ = std::make_unique<Schema>(db);
+  schema_->SetCheckpoint([this] { AskProgress(0); });
   schema_->Refresh();  // the first read: fails for a file that is no database
   if (mode != OpenMode::kReadOnly && sqlite3_db_readonly(db, "main") == 1 &&
       mode == OpenMode::kCreate) {

@@ -258,15 +258,17 @@ void Definer::Remember(const TableInfo& table, const std::string& column, const 
   Step(db_, statement.get());
 }
 
-void Definer::Forget(const TableInfo& table) {
+void Definer::Forget(const TableInfo& table, const std::string& column) {
   const char* schema = table.temporary ? "temp" : "main";
   if (sqlite3_table_column_metadata(db_, schema, "vorek_columns", nullptr, nullptr, nullptr,
                                     nullptr, nullptr, nullptr) != SQLITE_OK) {
     return;
   }
   const PreparedPtr statement =
-      Prepare(db_, "DELETE FROM " + SchemaOf(table) + "vorek_columns WHERE table_name = ?1");
+      Prepare(db_, "DELETE FROM " + SchemaOf(table) +
+                       "vorek_columns WHERE table_name = ?1 AND ?2 IN ('', column_name)");
   BindText(statement.get(), 1, table.name);
+  BindText(statement.get(), 2, column);
   Step(db_, statement.get());
 }
 

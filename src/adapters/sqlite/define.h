@@ -47,7 +47,8 @@ class Definer {
   TableInfo Shape(const Statement& statement) const;
   void Remember(const TableInfo& table, const std::string& column, const std::string& type,
                 bool identity, const std::string& default_source);
-  void Forget(const TableInfo& table);
+  // What is kept of one column, or of all.
+  void Forget(const TableInfo& table, const std::string& column = "");
   void SetSeed(const TableInfo& table, long long seed);
   std::string DefaultValue(const Expr& expr, const Type& type) const;
   const TableInfo& NeedTable(const ObjectName& name) const;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "adapters/sqlite/handle.h"
+#include "text/number.h"
 #include "vorek/error.h"
 
 namespace vorek::sqlite {
@@ -72,6 +73,7 @@ class ColumnReader {
  private:
   void ReadText(int kind) {
     if (kind == SQLITE_BLOB) return ReadBytes();
+    if (type_.IsDecimal()) return ReadWide(kind);
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, index_));
     std::string_view s(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index_)));
     if (moment_ && s.size() > 4 && s.substr(s.size() - 4) == ".000") s.remove_suffix(4);
@@ -105,11 +107,20 @@ class ColumnReader {
     }
     column_.ConvertToText();
     storage_ = Storage::kText;
-    if (kind != SQLITE_FLOAT) return ReadText(kind);
-    char digits[400];
-    std::snprintf(digits, sizeof digits, "%.*f", type_.scale,
+    ReadText(kind);
+  }
+
+  // A decimal in a column that has turned to texts.
+  void ReadWide(int kind) {
+    std::string digits;
+    if (kind == SQLITE_INTEGER) {
+      text::AppendScaled(sqlite3_column_int64(statement_, index_), type_.scale, digits);
+      return column_.AppendText(digits);
+    }
+    char real[400];
+    std::snprintf(real, sizeof real, "%.*f", type_.scale,
                   sqlite3_column_double(statement_, index_) / std::pow(10.0, type_.scale));
-    column_.AppendText(digits);
+    column_.AppendText(real);
   }
 
   sqlite3_stmt* statement_;

@@ -299,6 +299,16 @@ std::vector<ObjectRow> Schema::Objects() {
 
 void Schema::FillCatalogueViews() {
   if (filled_ == stamp_) return;
+  filled_ = stamp_;  // from here on: a view that is listed may itself read the catalogue
+  try {
+    FillObjects();
+  } catch (const Error& error) {
+    filled_ = -1;
+    throw Error(error.Number(), error.Description());
+  }
+}
+
+void Schema::FillObjects() {
   for (const char* sql : kCatalogueViews) Run(db_, sql);
   Run(db_, "DELETE FROM temp.\"#vorek sysobjects\"");
   Run(db_, "DELETE FROM temp.\"#vorek syscolumns\"");
@@ -312,10 +322,10 @@ void Schema::FillCatalogueViews() {
     sqlite3_bind_int(insert.get(), 2, object.id);
     BindText(insert.get(), 3, object.kind);
     Step(db_, insert.get());
+    checkpoint_();
     // A view whose tables are gone is listed without columns.
     IgnoreErrors([&] { FillColumns(object); });
   }
-  filled_ = stamp_;
 }
 
 void Schema::FillColumns(const ObjectRow& object) {

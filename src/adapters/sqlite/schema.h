@@ -1,10 +1,12 @@
 #ifndef VOREK_ADAPTERS_SQLITE_SCHEMA_H_
 #define VOREK_ADAPTERS_SQLITE_SCHEMA_H_
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "adapters/sqlite/handle.h"
@@ -57,6 +59,13 @@ class Schema {
  public:
   explicit Schema(sqlite3* db) : db_(db) {}
 
+  // What is asked now and then all along a translation; it throws when the time is over.
+  void SetCheckpoint(std::function<void()> checkpoint) { checkpoint_ = std::move(checkpoint); }
+  void KeepTime() {
+    constexpr unsigned kSteps = 256;
+    if (++steps_ % kSteps == 0) checkpoint_();
+  }
+
   // Forgets what was read if somebody changed the schema since. Called before each text.
   void Refresh();
   // Told by whoever changes it on this connection.
@@ -81,6 +90,7 @@ class Schema {
  private:
   void LoadColumns(TableInfo& table);
   void OverlayColumns(TableInfo& table);
+  void FillObjects();
   void FillColumns(const ObjectRow& object);
 
   sqlite3* db_;
@@ -89,6 +99,8 @@ class Schema {
   long long temporary_stamp_ = 1;
   long long version_ = -1;  // SQLite's schema version when the maps were empty
   long long filled_ = -1;   // the stamp that the catalogue views were filled at
+  std::function<void()> checkpoint_ = [] {};
+  unsigned steps_ = 0;
   std::unordered_map<std::string, std::unique_ptr<TableInfo>> tables_;
   std::unordered_map<std::string, std::unique_ptr<TableInfo>> temporary_tables_;
   std::unordered_map<std::string, std::unique_ptr<ModuleInfo>> modules_;
