@@ -45,7 +45,9 @@ struct Bound {
   bool column = false;    // a column as it stands
   bool collated = false;  // compared by the collation VOREK without being told
   bool nullable = true;
-  std::string name;  // the name that a select list gives it
+  bool unchecked = false;  // bigint or money that is a real number where it has left 63 bits
+  double most = -1;        // of its units, if that is told closer than by the type
+  std::string name;        // the name that a select list gives it
 };
 
 struct Variable {
@@ -188,6 +190,7 @@ class Binder {
   std::string Render(SelectParts& parts) const;
   std::string WriteItems(const std::vector<Bound>& items) const;
   BoundQuery Compound(const Query& query, const Targets* targets);
+  static SelectParts Derived(BoundQuery query);
   SelectParts BranchParts(const Query& query, const Branch& branch);
   void Unify(std::vector<SelectParts>& branches, const Targets* targets, std::size_t at);
 
@@ -223,12 +226,14 @@ class Binder {
 
   // Expressions (bind_expression.cc).
   Bound Bind(const Expr& expr);
-  Bound BindAny(const Expr& expr);  // without the look at the group keys
+  Bound BindUnchecked(const Expr& expr);
+  Bound BindOperand(const Expr& expr);  // for an operator that goes on computing with it
+  Bound BindAny(const Expr& expr);      // without the look at the group keys
   Bound BindValue(const Expr& expr);
   std::string BindCondition(const Expr& expr, int tightness);
   Bound BindChain(const Expr& expr);
   Bound BindLiteral(const Expr& expr);
-  Bound BindNumber(const Expr& expr);
+  Bound BindNumber(const Expr& expr, bool negative = false);
   Bound BindVariable(const Expr& expr);
   Bound BindColumn(const Expr& expr);
   Bound ColumnOf(Scope& scope, const Source& source, const ColumnInfo& column, const Expr& expr);
@@ -248,6 +253,7 @@ class Binder {
 
   // Operators (bind_operator.cc).
   Bound BindBinary(const Expr& expr);
+  static Bound Negated(Bound value);
   Bound Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound b);
   Bound Concatenate(Bound a, Bound b);
   Bound AddOrSubtract(const std::string& op, Bound a, Bound b, const Type& common);
@@ -258,6 +264,7 @@ class Binder {
   Bound Compare(const std::string& op, Bound a, Bound b, const Expr& expr);
   void MakeComparable(Bound& a, Bound& b, const Expr& expr);
   static void AlignScales(Bound& a, Bound& b);
+  static Bound Rescaled(const Bound& value, int step);
   bool CompareIsNull(const Expr& expr, Bound& result);
 
   // Functions (bind_function.cc, bind_aggregate.cc).
@@ -304,6 +311,14 @@ Bound MakeBound(std::string sql, const Type& type, int tightness = kTight);
 std::string Wrap(const Bound& value, int tightness);
 Bound NumberLiteral(long long units, const Type& type);
 Bound TextLiteral(const std::string& text, const Type& type);
+// No value has more units than this.
+double MostOf(const Bound& value);
+// True if a value may be beyond 63 bits, and no integer of SQLite then.
+bool IsWide(const Bound& value);
+// What the value is ordered by.
+Bound Ordered(Bound value);
+// The value, or the error if it is none of its type.
+Bound Checked(Bound value);
 // name(a, b)
 Bound CallOf(std::string_view name, std::initializer_list<std::string> arguments, const Type& type);
 // The value with the collation VOREK, unless it carries it by itself.

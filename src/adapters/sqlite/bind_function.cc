@@ -299,11 +299,16 @@ struct FunctionRules {
   // Numbers. ABS, CEILING, FLOOR, ROUND and SIGN keep the type of what they are given.
   static Bound Abs(Call& call) {
     const Bound number = call.Number(0);
-    return CallOf("abs", {number.sql}, number.type);
+    if (IsWide(number)) return CallOf("vk_abs", {number.sql}, number.type);
+    Bound result = CallOf("abs", {number.sql}, number.type);
+    // The least number has no positive one.
+    result.unchecked = number.type.IsWhole() && number.type.kind != TypeKind::kTinyInt;
+    return Checked(std::move(result));
   }
   static Bound Sign(Call& call) {
     const Bound number = call.Number(0);
-    Bound sign = CallOf("sign", {number.sql}, Make(TypeKind::kInt));
+    Bound sign = CallOf(IsWide(number) ? "vk_sign" : "sign", {number.sql}, Make(TypeKind::kInt));
+    sign.most = 1;
     return call.binder.Convert(std::move(sign), number.type, Binder::Mode::kImplicit, call.expr.at);
   }
   static Bound Integral(Call& call, bool up) {

@@ -149,7 +149,6 @@ Binder::SelectParts Binder::BranchParts(const Query& query, const Branch& branch
   // A branch with its own TOP, or one in brackets, becomes a derived table.
   (void)query;
   Query bare;
-  SelectParts parts;
   BoundQuery bound;
   if (branch.query != nullptr) {
     bound = BindQuery(*branch.query);
@@ -162,17 +161,22 @@ Binder::SelectParts Binder::BranchParts(const Query& query, const Branch& branch
     }
     bound.sql = Render(inner);
   }
+  return Derived(std::move(bound));
+}
+
+Binder::SelectParts Binder::Derived(BoundQuery query) {
+  SelectParts parts;
   parts.prefix = "SELECT ";
   std::string names;
-  for (std::size_t i = 0; i < bound.columns.size(); ++i) {
+  for (std::size_t i = 0; i < query.columns.size(); ++i) {
     const std::string name = QuoteName("c" + std::to_string(i + 1));
     names += (names.empty() ? "" : ", ") + name;
-    Bound item = MakeBound(name, bound.columns[i].type);
-    item.name = bound.columns[i].name;
+    Bound item = MakeBound(name, query.columns[i].type);
+    item.name = query.columns[i].name;
     item.column = true;
     parts.items.push_back(std::move(item));
   }
-  parts.tail = " FROM (WITH " + QuoteName("branch") + "(" + names + ") AS (" + bound.sql +
+  parts.tail = " FROM (WITH " + QuoteName("branch") + "(" + names + ") AS (" + query.sql +
                ") SELECT * FROM " + QuoteName("branch") + ")";
   return parts;
 }
@@ -238,7 +242,16 @@ Binder::BoundQuery Binder::Compound(const Query& query, const Targets* targets) 
   }
   Scope scope;
   const ScopeGuard guard(*this, scope);
-  result.sql += BindOrder(query.order, branches[0].items, true);
+  const std::vector<Bound>& items = branches[0].items;
+  if (!query.order.empty() && std::any_of(items.begin(), items.end(), IsWide)) {
+    // SQLite orders a UNION by its columns as they are, and by nothing else.
+    SelectParts whole = Derived(result);
+    whole.order = BindOrder(query.order, whole.items, true);
+    whole.limit = BindLimit(query, nullptr);
+    result.sql = Render(whole);
+    return result;
+  }
+  result.sql += BindOrder(query.order, items, true);
   result.sql += BindLimit(query, nullptr);
   return result;
 }
@@ -338,10 +351,12 @@ Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::
 void Binder::BindGroup(const vorek::sqlite::Select& select, SelectParts& parts) {
   std::string keys;
   for (const ExprPtr& key : select.group) {
-    const Bound bound = BindValue(*key);
+    const Bound unchecked = BindOperand(*key);
+    const Bound bound = Checked(unchecked);
     if (bound.literal != Bound::Literal::kNone) {
       Refuse(key->at, "Each GROUP BY expression must contain a column of the query");
     }
+    scope_->group_keys.insert(unchecked.sql);
     scope_->group_keys.insert(bound.sql);
     keys += (keys.empty() ? "" : ", ") + Collated(bound).sql;
   }
@@ -372,6 +387,7 @@ void Binder::CollateItems(std::vector<Bound>& items) {
 std::string Binder::OrderTerm(const OrderItem& item, const std::vector<Bound>& items,
                               bool ordinals_only) {
   const auto ordinal = [&](std::size_t index) {
+    if (IsWide(items[index])) return Ordered(items[index]).sql;
     std::string sql = std::to_string(index + 1);
     if (items[index].type.IsText() && !items[index].collated) sql += " COLLATE VOREK";
     return sql;
@@ -400,7 +416,7 @@ std::string Binder::OrderTerm(const OrderItem& item, const std::vector<Bound>& i
   if (bound.literal != Bound::Literal::kNone) {
     Refuse(expr.at, "A constant expression stands in the ORDER BY list");
   }
-  return Collated(bound).sql;
+  return Ordered(bound).sql;
 }
 
 std::string Binder::BindOrder(const std::vector<OrderItem>& order, const std::vector<Bound>& items,

@@ -15,12 +15,6 @@ namespace {
 
 std::string KindText(const Type& type) { return QuoteText(TypeName(type)); }
 
-// Digits in front of the decimal point that a value of the type may have.
-int WholeDigits(const Type& type) {
-  const Type decimal = AsDecimal(type);
-  return decimal.precision - decimal.scale;
-}
-
 bool FitsWhole(long long value, TypeKind kind) {
   switch (kind) {
     case TypeKind::kTinyInt:
@@ -63,6 +57,7 @@ Bound Binder::Convert(Bound value, const Type& to, Mode mode, std::size_t at, in
     return value;
   }
   if (value.type == to && style == 0) return value;
+  value = Checked(std::move(value));
   if (to.IsWhole()) return ToWhole(std::move(value), to, mode, at);
   if (to.IsMoney() || to.IsDecimal()) return ToScaled(std::move(value), to, mode, at);
   if (to.IsFloat()) return ToFloat(std::move(value), to, mode, at);
@@ -90,9 +85,14 @@ Bound Binder::ToWhole(Bound value, const Type& to, Mode mode, std::size_t at) {
       const long long number = std::strtoll(value.value.c_str(), nullptr, 10);
       if (FitsWhole(number, to.kind)) return NumberLiteral(number, to);
     }
-    if (from.kind > to.kind) {
-      return CallOf(is_try ? "vk_try_range" : "vk_range", {value.sql, KindText(to)}, to);
+    const bool fits =
+        from.kind <= to.kind || (to.kind != TypeKind::kTinyInt && to.kind != TypeKind::kBit &&
+                                 MostOf(value) < MostUnits(to));
+    if (!fits) {
+      if (is_try) return CallOf("vk_try_range", {value.sql, KindText(to)}, to);
+      return CallOf("vk_in_" + TypeName(to), {value.sql}, to);
     }
+    value.most = MostOf(value);
     value.type = to;
     return value;
   }
@@ -137,27 +137,16 @@ Bound Binder::ToScaled(Bound value, const Type& to, Mode mode, std::size_t at) {
   }
   if (!from.IsExact()) RefuseConversion(value, to, at);
   const int step = to.scale - from.scale;
-  if (value.literal == Bound::Literal::kNumber && step >= 0) {
-    const long long units = std::strtoll(value.value.c_str(), nullptr, 10);
-    const std::int64_t factor = PowerOfTen(step);
-    const bool fits =
-        units <= INT64_MAX / factor && units >= -(INT64_MAX / factor) &&
-        static_cast<int>(value.value.size()) <= (to.IsDecimal() ? to.precision : 19) - step;
-    if (fits) return NumberLiteral(units * factor, to);
+  Bound result = Rescaled(value, step);
+  if (result.literal == Bound::Literal::kNumber && MostOf(result) < MostUnits(to)) {
+    return NumberLiteral(std::strtoll(result.value.c_str(), nullptr, 10), to);
   }
-  Bound result = value;
+  result.most = MostOf(result);
   result.literal = Bound::Literal::kNone;
   result.column = result.column && step == 0;
-  if (step > 0) {
-    result = MakeBound(Wrap(value, kMultiplicative) + " * " + std::to_string(PowerOfTen(step)), to,
-                       kMultiplicative);
-  } else if (step < 0) {
-    result = CallOf("vk_down", {value.sql, std::to_string(-step)}, to);
-  }
   result.type = to;
   result.nullable = value.nullable;
-  const bool checks = mode != Mode::kImplicit && WholeDigits(to) < WholeDigits(from);
-  if (!checks && !(mode != Mode::kImplicit && to.IsMoney() && from.IsDecimal())) return result;
+  if (result.most < MostUnits(to) || (step == 0 && MostUnits(from) <= MostUnits(to))) return result;
   return CallOf(is_try ? "vk_try_fit" : "vk_fit", {result.sql, digits, KindText(to)}, to);
 }
 
@@ -170,6 +159,7 @@ Bound Binder::ToFloat(Bound value, const Type& to, Mode mode, std::size_t at) {
     }
     return value;
   }
+  if (IsWide(value)) return CallOf("vk_to_real", {value.sql, std::to_string(from.scale)}, to);
   if (from.IsExact()) {
     std::string sql = from.scale == 0
                           ? "CAST(" + value.sql + " AS REAL)"

@@ -1,5 +1,9 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <optional>
 
+#include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/functions.h"
 
 // STDEV, VAR and their like, and the guard of subqueries that stand for one value.
@@ -43,6 +47,49 @@ void RegisterSpread(sqlite3* db, const char* name) {
                                  Remove, nullptr);
 }
 
+// vk_sum(a): the exact sum of exact numbers.
+struct Sum {
+  std::int64_t count;
+  // Of a Wide: SQLite aligns memory to eight bytes only.
+  std::uint64_t low;
+  std::uint64_t high;
+  bool overflow;
+
+  Wide Total() const { return static_cast<Wide>(Unsigned{high} << 64U | low); }
+  void SetTotal(Wide value) {
+    low = static_cast<std::uint64_t>(static_cast<Unsigned>(value));
+    high = static_cast<std::uint64_t>(static_cast<Unsigned>(value) >> 64U);
+  }
+};
+
+void AddToSum(sqlite3_context* context, sqlite3_value* value, bool adds) {
+  if (sqlite3_value_type(value) == SQLITE_NULL) return;
+  auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, sizeof(Sum)));
+  if (sum == nullptr) return sqlite3_result_error_nomem(context);
+  const std::optional<Wide> wide = WideOf(value);
+  sum->count += adds ? 1 : -1;
+  Wide total = 0;
+  const bool over = adds ? __builtin_add_overflow(sum->Total(), wide.value_or(0), &total)
+                         : __builtin_sub_overflow(sum->Total(), wide.value_or(0), &total);
+  sum->SetTotal(total);
+  sum->overflow = sum->overflow || over || !wide;
+}
+
+void AddNumber(sqlite3_context* context, int, sqlite3_value** values) {
+  AddToSum(context, values[0], true);
+}
+void RemoveNumber(sqlite3_context* context, int, sqlite3_value** values) {
+  AddToSum(context, values[0], false);
+}
+void GiveSum(sqlite3_context* context) {
+  const auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, 0));
+  if (sum == nullptr || sum->count == 0) return sqlite3_result_null(context);
+  if (sum->overflow || !HasDigits(sum->Total(), kMostDigits)) {
+    return FailOverflow(context, "numeric");
+  }
+  ResultWide(context, sum->Total());
+}
+
 struct One {
   sqlite3_value* value;
   bool seen;
@@ -75,6 +122,9 @@ void RegisterAggregates(sqlite3* db) {
   RegisterSpread<false, true>(db, "vk_stdevp");
   RegisterSpread<true, false>(db, "vk_var");
   RegisterSpread<false, false>(db, "vk_varp");
+  sqlite3_create_window_function(db, "vk_sum", 1,
+                                 SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                                 AddNumber, GiveSum, GiveSum, RemoveNumber, nullptr);
   sqlite3_create_function_v2(db, "vk_one", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
                              nullptr, nullptr, TakeOne, GiveOne, nullptr);
 }

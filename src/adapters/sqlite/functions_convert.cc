@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/functions.h"
-#include "adapters/sqlite/type.h"
 #include "text/number.h"
 #include "text/utf8.h"
 
@@ -91,57 +91,20 @@ void TextToInt(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultWhole(context, value, to);
 }
 
-// A decimal's text: sign, digits, point, digits. Digits behind the scale round the last unit.
-struct DecimalText {
-  bool well_formed = false;
-  bool fits = true;
-  std::int64_t units = 0;
-};
-
-DecimalText ReadDecimal(std::string_view s, int scale) {
-  DecimalText result;
-  const bool negative = !s.empty() && s.front() == '-';
-  if (!s.empty() && (s.front() == '-' || s.front() == '+')) s.remove_prefix(1);
-  std::uint64_t units = 0;
-  int places = -1;  // read behind the point, -1 in front of it
-  bool any = false;
-  bool round_up = false;
-  const auto push = [&](unsigned digit) {
-    if (units > (static_cast<std::uint64_t>(INT64_MAX) - digit) / 10) {
-      result.fits = false;
-    } else {
-      units = units * 10 + digit;
-    }
-  };
-  for (const char c : s) {
-    if (c == '.' && places < 0) {
-      places = 0;
-      continue;
-    }
-    if (c < '0' || c > '9') return result;
-    any = true;
-    if (places >= 0 && places == scale) {
-      round_up = c >= '5';
-      ++places;
-    } else if (places < scale) {
-      push(static_cast<unsigned>(c - '0'));
-      if (places >= 0) ++places;
-    }
-  }
-  if (!any) return result;
-  result.well_formed = true;
-  for (int place = std::max(places, 0); place < scale; ++place) push(0);
-  if (round_up) ++units;
-  if (units > static_cast<std::uint64_t>(INT64_MAX)) result.fits = false;
-  if (!result.fits) return result;
-  result.units = static_cast<std::int64_t>(units);
-  if (negative) result.units = -result.units;
-  return result;
+// Units for a type of so many digits; money has the range of 64 bits, which is told by its name.
+bool FitsType(Wide units, int digits, std::string_view to) {
+  const std::string_view kind = KindName(to);
+  if (kind == "money") return units >= INT64_MIN && units <= INT64_MAX;
+  if (kind == "smallmoney") return units >= INT32_MIN && units <= INT32_MAX;
+  return HasDigits(units, digits);
 }
 
-bool HasDigits(std::int64_t units, int digits) {
-  if (digits > 18) return true;
-  return units < PowerOfTen(digits) && units > -PowerOfTen(digits);
+void ResultUnits(sqlite3_context* context, const DecimalText& number, int digits,
+                 std::string_view to) {
+  if (!number.fits || !FitsType(number.units, digits, to)) {
+    return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
+  }
+  ResultWide(context, number.units);
 }
 
 // vk_decimal(text, from, scale, digits, to)
@@ -157,15 +120,12 @@ void TextToDecimal(sqlite3_context* context, int count, sqlite3_value** values) 
     if (sign == 0 || (sign == 1 && s[0] == '-')) s.erase(sign, 1);
     if (s.empty()) s = "0";
   }
-  DecimalText number = ReadDecimal(s, sqlite3_value_int(values[2]));
+  const DecimalText number = ReadDecimal(s, sqlite3_value_int(values[2]));
   if (!number.well_formed) {
     if (money) return FailConversion(context, text, TextOf(values[1]), to);
     return FailType(context, TextOf(values[1]), "numeric");
   }
-  if (!number.fits || !HasDigits(number.units, sqlite3_value_int(values[3]))) {
-    return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
-  }
-  sqlite3_result_int64(context, number.units);
+  ResultUnits(context, number, sqlite3_value_int(values[3]), to);
 }
 
 // vk_float(text, from)
@@ -192,21 +152,15 @@ void Range(sqlite3_context* context, int count, sqlite3_value** values) {
 // vk_whole(units, scale, rounds, to): decimals are cut off, money is rounded.
 void Whole(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
-  const std::int64_t unit = PowerOfTen(sqlite3_value_int(values[1]));
   const std::string_view to = TextOf(values[3]);
-  if (!IsInteger(values[0])) {
-    const double value = sqlite3_value_double(values[0]) / static_cast<double>(unit);
-    if (std::abs(value) >= 9.2e18) return FailOverflow(context, to);
-    return ResultWhole(context, static_cast<std::int64_t>(value), to);
-  }
-  const std::int64_t units = sqlite3_value_int64(values[0]);
-  std::int64_t whole = units / unit;
-  const std::int64_t rest = units % unit;
-  if (to == "bit") return sqlite3_result_int(context, units != 0 ? 1 : 0);
-  if (sqlite3_value_int(values[2]) != 0 && unit > 1 && std::abs(rest) * 2 >= unit) {
-    whole += units < 0 ? -1 : 1;
-  }
-  ResultWhole(context, whole, to);
+  const std::optional<Wide> units = WideOf(values[0]);
+  if (!units) return FailOverflow(context, to);
+  if (to == "bit") return sqlite3_result_int(context, *units != 0 ? 1 : 0);
+  const Wide unit = WidePower(sqlite3_value_int(values[1]));
+  const Wide whole =
+      Scale(*units, 1, 0, unit, sqlite3_value_int(values[2]) != 0).value_or(Wide{INT64_MAX} + 1);
+  if (whole < INT64_MIN || whole > INT64_MAX) return FailOverflow(context, to);
+  ResultWhole(context, static_cast<std::int64_t>(whole), to);
 }
 
 // vk_trunc(real, to)
@@ -227,53 +181,30 @@ void Exact(sqlite3_context* context, int count, sqlite3_value** values) {
   const int scale = sqlite3_value_int(values[1]);
   const double value = sqlite3_value_double(values[0]);
   const std::string_view to = TextOf(values[3]);
-  const std::string_view name = KindName(to) == "decimal" ? "numeric" : KindName(to);
-  if (!(std::abs(value) < 9.2e18)) return FailOverflow(context, name);
   // Seventeen digits tell a double from its neighbours; fifteen is what its text is good for.
   char digits[400];
   std::snprintf(digits, sizeof digits, "%.*f", std::min(scale + 3, 20), value);
   char precise[64];
   std::snprintf(precise, sizeof precise, "%.15g", value);
-  std::string shortest = precise;
-  const bool plain = shortest.find('e') == std::string::npos;
-  const DecimalText number = ReadDecimal(plain ? shortest : digits, scale);
-  if (!number.fits || !HasDigits(number.units, sqlite3_value_int(values[2]))) {
-    return FailOverflow(context, name);
-  }
-  sqlite3_result_int64(context, number.units);
+  const bool plain = std::string_view(precise).find('e') == std::string_view::npos;
+  ResultUnits(context, ReadDecimal(plain ? precise : digits, scale), sqlite3_value_int(values[2]),
+              to);
 }
 
-// vk_fit(units, digits, to): a decimal that goes where fewer digits have room.
+// vk_fit(units, digits, to): an exact number that goes where fewer digits have room.
 void Fit(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
-  const std::string_view to = TextOf(values[2]);
-  const bool fits = IsInteger(values[0]) &&
-                    HasDigits(sqlite3_value_int64(values[0]), sqlite3_value_int(values[1]));
-  if (!fits) return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
-  sqlite3_result_value(context, values[0]);
-}
-
-std::string FixedText(std::int64_t units, int scale) {
-  std::string digits = std::to_string(units);
-  const bool negative = digits[0] == '-';
-  if (negative) digits.erase(0, 1);
-  const auto places = static_cast<std::size_t>(scale);
-  if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');
-  if (places > 0) digits.insert(digits.size() - places, ".");
-  return negative ? "-" + digits : digits;
+  const std::optional<Wide> units = WideOf(values[0]);
+  const DecimalText number{true, units.has_value(), units.value_or(0)};
+  ResultUnits(context, number, sqlite3_value_int(values[1]), TextOf(values[2]));
 }
 
 // vk_decimal_text(units, scale): all places of the scale.
 void DecimalToText(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
-  const int scale = sqlite3_value_int(values[1]);
-  if (IsInteger(values[0])) {
-    return ResultText(context, FixedText(sqlite3_value_int64(values[0]), scale));
-  }
-  char digits[400];
-  std::snprintf(digits, sizeof digits, "%.*f", scale,
-                sqlite3_value_double(values[0]) / std::pow(10.0, scale));
-  ResultText(context, digits);
+  const std::optional<Wide> units = WideOf(values[0]);
+  if (!units) return FailOverflow(context, "numeric");
+  ResultText(context, WideText(*units, sqlite3_value_int(values[1])));
 }
 
 // vk_money_text(units, style): 0 two places, 1 two with commas, 2 four places.
@@ -282,9 +213,9 @@ void MoneyToText(sqlite3_context* context, int count, sqlite3_value** values) {
   const int style = sqlite3_value_int(values[1]);
   if (!IsInteger(values[0])) return FailOverflow(context, "money");
   const std::int64_t units = sqlite3_value_int64(values[0]);
-  if (style == 2 || style == 126) return ResultText(context, FixedText(units, 4));
-  const std::int64_t cents = (units + (units < 0 ? -50 : 50)) / 100;
-  std::string out = FixedText(cents, 2);
+  if (style == 2 || style == 126) return ResultText(context, WideText(units, 4));
+  const Wide cents = (Wide{units} + (units < 0 ? -50 : 50)) / 100;
+  std::string out = WideText(cents, 2);
   if (style == 1) {
     const std::size_t first = out[0] == '-' ? 1 : 0;
     for (std::size_t at = out.find('.'); at > first + 3;) {

@@ -300,9 +300,9 @@ Type Parser::TypeWords(int length) {
   if (type.IsNull()) {
     Refuse(source_, token.begin, "Type " + text::Left(name, 60) + " is not supported");
   }
-  if (type.IsDecimal() && (first > 38 || second > 18 || (first != 0 && second > first))) {
+  if (type.IsDecimal() && (first > 38 || second > (first == 0 ? 18 : first))) {
     Refuse(source_, token.begin,
-           "The precision or the scale of " + name + " is beyond what is kept, decimal(38,18)");
+           "The precision or the scale of " + name + " is beyond decimal(38,38)");
   }
   return type;
 }

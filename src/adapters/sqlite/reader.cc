@@ -1,13 +1,12 @@
 #include "adapters/sqlite/reader.h"
 
-#include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/handle.h"
-#include "text/number.h"
 #include "vorek/error.h"
 
 namespace vorek::sqlite {
@@ -72,8 +71,8 @@ class ColumnReader {
 
  private:
   void ReadText(int kind) {
+    if (type_.IsDecimal()) return ReadWide();
     if (kind == SQLITE_BLOB) return ReadBytes();
-    if (type_.IsDecimal()) return ReadWide(kind);
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, index_));
     std::string_view s(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index_)));
     if (moment_ && s.size() > 4 && s.substr(s.size() - 4) == ".000") s.remove_suffix(4);
@@ -96,31 +95,20 @@ class ColumnReader {
   // A value that isn't what the column's type lets expect: a decimal beyond 63 bits, or what
   // another program wrote into the file.
   void ReadOther(int kind) {
-    if (kind == SQLITE_FLOAT && !type_.IsDecimal()) {
-      const double value = sqlite3_column_double(statement_, index_);
-      const bool whole = std::abs(value) < 9e15 && value == std::trunc(value);
-      if (!whole || value < static_cast<double>(limits_.least) ||
-          value > static_cast<double>(limits_.most)) {
-        ThrowOverflow(type_);
-      }
-      return column_.AppendScaled(static_cast<std::int64_t>(value));
-    }
+    if (kind == SQLITE_FLOAT) ThrowOverflow(type_);
     column_.ConvertToText();
     storage_ = Storage::kText;
     ReadText(kind);
   }
 
-  // A decimal in a column that has turned to texts.
-  void ReadWide(int kind) {
-    std::string digits;
-    if (kind == SQLITE_INTEGER) {
-      text::AppendScaled(sqlite3_column_int64(statement_, index_), type_.scale, digits);
-      return column_.AppendText(digits);
-    }
-    char real[400];
-    std::snprintf(real, sizeof real, "%.*f", type_.scale,
-                  sqlite3_column_double(statement_, index_) / std::pow(10.0, type_.scale));
-    column_.AppendText(real);
+  // A decimal in a column of texts.
+  void ReadWide() {
+    const std::optional<Wide> value = WideOf(sqlite3_column_value(statement_, index_));
+    if (!value) ThrowOverflow(type_);
+    std::string digits = WideText(*value, type_.scale);
+    if (type_.scale > 0) digits.resize(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') digits.pop_back();
+    column_.AppendText(digits);
   }
 
   sqlite3_stmt* statement_;
