@@ -253,11 +253,27 @@ void Runner::RunSelectInto(Statement& statement, Frame& frame) {
   const ObjectName& name = IntoOf(*statement.query)->into;
   Binder binder(schema_, frame.types, frame.source);
   const std::vector<OutputColumn> columns = binder.Describe(*statement.query, {});
-  Definer(db_, schema_, frame.source).CreateTable(name, columns);
+  Whole(name.IsTemporary(), [&] {
+    Definer(db_, schema_, frame.source).CreateTable(name, columns);
+    RunChange(Compile(statement, 1, frame,
+                      [&](Binder& inner) {
+                        return inner.InsertInto(*statement.query, name.Last());
+                      }),
+              frame);
+  });
   if (name.IsTemporary()) frame.temporary_tables.insert(name.Last());
-  RunChange(Compile(statement, 1, frame,
-                    [&](Binder& inner) { return inner.InsertInto(*statement.query, name.Last()); }),
-            frame);
+}
+
+void Runner::Whole(bool temporary, const std::function<void()>& work) {
+  try {
+    AllOrNothing piece(db_, !temporary);
+    work();
+    piece.Keep();
+  } catch (const Error& error) {
+    schema_.Changed();
+    schema_.TemporaryChanged();
+    throw Error(error.Number(), error.Description());
+  }
 }
 
 void Runner::RunChange(Compiled& compiled, Frame& frame) {
@@ -306,7 +322,8 @@ void Runner::RunSet(Statement& statement, Frame& frame) {
 }
 
 void Runner::RunDefinition(Statement& statement, Frame& frame) {
-  Definer(db_, schema_, frame.source).Define(statement);
+  const ObjectName& table = statement.on.Empty() ? statement.name : statement.on;
+  Whole(table.IsTemporary(), [&] { Definer(db_, schema_, frame.source).Define(statement); });
   if (statement.kind == StatementKind::kCreateTable && statement.name.IsTemporary()) {
     frame.temporary_tables.insert(statement.name.Last());
   }

@@ -50,6 +50,8 @@ class Runner {
   void RunSelectInto(Statement& statement, Frame& frame);
   void RunInsert(Statement& statement, Frame& frame);
   void RunInsertOfProcedure(Statement& statement, Frame& frame);
+  // Work on a table that stays as a whole or not at all, its definitions included.
+  void Whole(bool temporary, const std::function<void()>& work);
   void RunChange(Compiled& compiled, Frame& frame);
   void RunDeclare(Statement& statement, Frame& frame);
   void RunSet(Statement& statement, Frame& frame);

@@ -195,18 +195,21 @@ void Runner::RunInsertOfProcedure(Statement& statement, Frame& frame) {
   insert.query = std::make_unique<Query>();
   insert.query->branches.emplace_back();
   insert.query->branches[0].select = std::move(select);
-  Compiled& compiled =
-      Compile(insert, 0, row_frame, [&](Binder& binder) { return binder.Insert(insert); });
-  for (std::size_t row = 0; row < rows->rows; ++row) {
-    for (std::size_t i = 0; i < rows->columns.size(); ++i) {
-      const ResultColumn& column = rows->columns[i];
-      row_frame.values["@column" + std::to_string(i)] =
-          column.IsNull(row) ? Cell{} : Cell{column.Display(row)};
+  Whole(insert.name.IsTemporary(), [&] {
+    Compiled& compiled =
+        Compile(insert, 0, row_frame, [&](Binder& binder) { return binder.Insert(insert); });
+    for (std::size_t row = 0; row < rows->rows; ++row) {
+      for (std::size_t i = 0; i < rows->columns.size(); ++i) {
+        const ResultColumn& column = rows->columns[i];
+        row_frame.values["@column" + std::to_string(i)] =
+            column.IsNull(row) ? Cell{} : Cell{column.Display(row)};
+      }
+      sqlite3_reset(compiled.prepared.get());
+      BindAll(compiled, row_frame);
+      Step(db_, compiled.prepared.get());
     }
     sqlite3_reset(compiled.prepared.get());
-    BindAll(compiled, row_frame);
-    Step(db_, compiled.prepared.get());
-  }
+  });
   row_count_ = static_cast<std::int64_t>(rows->rows);
 }
 
