@@ -68,6 +68,7 @@ struct Translation {
   std::vector<OutputColumn> columns;    // empty if it gives no rows
   std::vector<std::string> parameters;  // names of the variables behind ?1, ?2, ...
   std::vector<std::string> assigned;    // SELECT @x = ..: the variable of each column
+  bool assigns = false;                 // they are assigned by the statement itself, row by row
   bool temporary = false;               // reads or writes a temporary table
 };
 
@@ -117,6 +118,8 @@ class Binder {
     int inside_aggregate = 0;
     bool has_aggregate = false;
     bool takes_aggregates = false;  // select list, HAVING and ORDER BY do
+    // Columns that a subquery in order hands on, while the select list is bound that runs over it.
+    std::vector<std::string>* carried = nullptr;
   };
   struct CommonTableInfo {
     std::string name;
@@ -144,6 +147,7 @@ class Binder {
     std::string sql;
     std::vector<OutputColumn> columns;
     std::vector<std::string> assigned;
+    bool assigns = false;
   };
   struct Target {
     Type type;
@@ -179,6 +183,8 @@ class Binder {
   SelectParts BindValues(const vorek::sqlite::Select& select, const Targets* targets);
   void BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
                  std::vector<std::string>* assigned);
+  void AssignItems(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts,
+                   const std::vector<std::string>& assigned);
   void ExpandStar(const Expr& star, std::vector<Bound>& items);
   void BindGroup(const vorek::sqlite::Select& select, SelectParts& parts);
   void CheckGrouping(const vorek::sqlite::Select& select) const;
@@ -287,6 +293,7 @@ class Binder {
   Bound ToText(Bound value, const Type& to, Mode mode, std::size_t at, int style);
   Bound TextToText(Bound value, const Type& to, Mode mode);
   Bound ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int style);
+  int DateStyle(TypeKind kind) const;  // of a text without one
   Bound ToBinary(Bound value, const Type& to, Mode mode, std::size_t at, int style);
   [[noreturn]] void RefuseConversion(const Bound& value, const Type& to, std::size_t at) const;
 
@@ -300,6 +307,8 @@ class Binder {
   std::vector<std::string> parameters_;
   std::vector<std::string> assigned_;
   std::set<std::string> running_;  // variables that the select around assigns, row by row
+  bool uses_running_ = false;
+  bool assigns_ = false;
   int tables_ = 0;  // that SQLite reads, those of views each time that the view is named
   bool temporary_ = false;
   bool calls_ = false;  // a function of the database

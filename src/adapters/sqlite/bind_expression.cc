@@ -288,6 +288,7 @@ Bound Binder::BindVariable(const Expr& expr) {
   const auto found = variables_.find(name);
   if (found != variables_.end() && running_.count(name) != 0) {
     // "SELECT @x = @x + ..": each row sees what the row before has left.
+    uses_running_ = true;
     return CallOf("vk_variable", {QuoteText(name)}, found->second.type);
   }
   if (found != variables_.end()) return MakeBound(Parameter(name), found->second.type);
@@ -310,6 +311,13 @@ Bound Binder::ColumnOf(Scope& scope, const Source& source, const ColumnInfo& col
   bound.collated = column.collated;
   bound.nullable = column.nullable || source.nullable;
   bound.name = column.name;
+  if (scope.carried != nullptr) {
+    std::vector<std::string>& carried = *scope.carried;
+    const auto found = std::find(carried.begin(), carried.end(), bound.sql);
+    const auto index = found - carried.begin();
+    if (found == carried.end()) carried.push_back(bound.sql);
+    bound.sql = QuoteName("rows in order") + ".\"c" + std::to_string(index) + "\"";
+  }
   if (scope.inside_aggregate == 0 && scope.group_keys.count(bound.sql) == 0) {
     scope.ungrouped.push_back({expr.at, source.name + "." + column.name});
   }

@@ -285,7 +285,8 @@ struct FunctionRules {
     return CallOf("vk_eomonth", {call.Moment(0).sql, months}, Make(TypeKind::kDate));
   }
   static Bound IsDate(Call& call) {
-    return MakeBound("vk_try_date(" + call.Text(0).sql + ", 'datetime', 0) IS NOT NULL",
+    const std::string style = std::to_string(call.binder.DateStyle(TypeKind::kDateTime));
+    return MakeBound("vk_try_date(" + call.Text(0).sql + ", 'datetime', " + style + ") IS NOT NULL",
                      Make(TypeKind::kInt), kEquality);
   }
   static Bound IsNumeric(Call& call) {
@@ -373,8 +374,26 @@ struct FunctionRules {
                   Make(TypeKind::kInt));
   }
   static Bound ScopeIdentity(Call& call) {
-    return MakeBound(call.binder.Parameter("@@identity"), MakeDecimal(18, 0));
+    return MakeBound(call.binder.Parameter("@@scope_identity"), MakeDecimal(38, 0));
   }
+  static Bound OfError(Call& call, const char* name, TypeKind kind) {
+    Type type = Make(kind);
+    if (type.IsText()) type.length = 4000;
+    return MakeBound(call.binder.Parameter(name), type);
+  }
+  static Bound ErrorMessage(Call& call) {
+    return OfError(call, "@@error_message", TypeKind::kNVarChar);
+  }
+  static Bound ErrorProcedure(Call& call) {
+    return OfError(call, "@@error_procedure", TypeKind::kNVarChar);
+  }
+  static Bound ErrorNumber(Call& call) { return OfError(call, "@@error_number", TypeKind::kInt); }
+  static Bound ErrorSeverity(Call& call) {
+    return OfError(call, "@@error_severity", TypeKind::kInt);
+  }
+  static Bound ErrorState(Call& call) { return OfError(call, "@@error_state", TypeKind::kInt); }
+  static Bound ErrorLine(Call& call) { return OfError(call, "@@error_line", TypeKind::kInt); }
+  static Bound XactState(Call& call) { return OfError(call, "@@xact_state", TypeKind::kSmallInt); }
   static Bound NewId(Call&) { return MakeBound("vk_newid()", Make(TypeKind::kGuid)); }
   static Bound UserName(Call&) { return TextLiteral("dbo", MakeText(TypeKind::kNVarChar, 128)); }
   static Bound DbName(Call&) { return TextLiteral("main", MakeText(TypeKind::kNVarChar, 128)); }
@@ -384,7 +403,7 @@ struct FunctionRules {
 
 const Binder::Rule* FunctionRules::Find(std::string_view name) {
   using R = FunctionRules;
-  static constexpr std::array<Rule, 73> kRules = {{
+  static constexpr std::array<Rule, 80> kRules = {{
       {"isnull", 2, 2, R::IsNull},
       {"coalesce", 2, kMany, R::Coalesce},
       {"nullif", 2, 2, R::NullIf},
@@ -446,6 +465,13 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
       {"objectproperty", 2, 2, R::ObjectProperty},
       {"scope_identity", 0, 0, R::ScopeIdentity},
       {"newid", 0, 0, R::NewId},
+      {"error_message", 0, 0, R::ErrorMessage},
+      {"error_procedure", 0, 0, R::ErrorProcedure},
+      {"error_number", 0, 0, R::ErrorNumber},
+      {"error_severity", 0, 0, R::ErrorSeverity},
+      {"error_state", 0, 0, R::ErrorState},
+      {"error_line", 0, 0, R::ErrorLine},
+      {"xact_state", 0, 0, R::XactState},
       {"user_name", 0, 1, R::UserName},
       {"suser_sname", 0, 1, R::UserName},
       {"suser_name", 0, 1, R::UserName},

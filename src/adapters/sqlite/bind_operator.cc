@@ -42,6 +42,12 @@ Type DigitsOf(const Bound& value) {
   return MakeDecimal(std::max(digits, 1), 0);
 }
 
+// A real number has single precision behind each operator.
+Bound Single(Bound value) {
+  if (value.type.kind != TypeKind::kReal) return value;
+  return CallOf("vk_real", {value.sql}, value.type);
+}
+
 // A whole number's or money's result: one that may leave its range is checked, at once or, where
 // SQLite itself marks it by a real number, behind the last operator.
 Bound Ranged(Bound result, double most) {
@@ -60,7 +66,7 @@ Bound Ranged(Bound result, double most) {
 // is exact, by the function where it isn't.
 Bound Computed(Bound native, double most, std::string_view function,
                const std::vector<Bound>& operands) {
-  if (native.type.IsFloat()) return native;
+  if (native.type.IsFloat()) return Single(std::move(native));
   const bool wide = std::any_of(operands.begin(), operands.end(), IsWide) ||
                     (native.type.IsDecimal() && most > kMostInteger);
   Bound result = std::move(native);
@@ -216,7 +222,7 @@ Bound Binder::Divide(Bound a, Bound b, const Type& common) {
   Bound native = MakeBound(Wrap(a, kMultiplicative) + " / " + Wrap(b, kMultiplicative + 1), common,
                            kMultiplicative);
   if (common.IsFloat()) {
-    return IsNonZeroLiteral(b) ? native : CallOf("vk_divide", {a.sql, b.sql}, common);
+    return Single(IsNonZeroLiteral(b) ? native : CallOf("vk_divide", {a.sql, b.sql}, common));
   }
   if (common.IsWhole() || (common.IsMoney() && b.type.scale == 0)) {
     const bool native_fits = IsNonZeroLiteral(b) && !IsWide(a);
@@ -239,7 +245,7 @@ Bound Binder::Divide(Bound a, Bound b, const Type& common) {
 }
 
 Bound Binder::Modulo(Bound a, Bound b, const Type& common) {
-  if (common.IsFloat()) return CallOf("vk_remainder_real", {a.sql, b.sql}, common);
+  if (common.IsFloat()) return Single(CallOf("vk_remainder_real", {a.sql, b.sql}, common));
   Type type = common;
   if (common.IsDecimal()) {
     const Type da = DigitsOf(a);

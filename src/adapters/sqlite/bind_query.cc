@@ -21,6 +21,7 @@ Translation Binder::Finish(BoundQuery query) {
   }
   result.columns = std::move(query.columns);
   result.assigned = std::move(query.assigned);
+  result.assigns = query.assigns;
   result.parameters = std::move(parameters_);
   result.temporary = temporary_;
   return result;
@@ -124,6 +125,7 @@ Binder::BoundQuery Binder::BindQuery(const Query& query, const Targets* targets)
     parts.push_back(BindSelect(query, *first.select));
     result.assigned = std::move(assigned_);
     assigned_.clear();
+    result.assigns = assigns_;
     if (targets != nullptr) Unify(parts, targets, query.at);
     for (const Bound& item : parts[0].items) {
       result.columns.push_back({item.name, item.type, item.nullable, item.collated});
@@ -301,7 +303,10 @@ void Binder::ExpandStar(const Expr& star, std::vector<Bound>& items) {
 
 void Binder::BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
                        std::vector<std::string>* assigned) {
-  running_.clear();
+  // A subquery in the list sees the variables as the list does.
+  const bool assigns = std::any_of(select.items.begin(), select.items.end(),
+                                   [](const SelectItem& item) { return !item.variable.empty(); });
+  if (assigns) uses_running_ = false;
   for (const SelectItem& item : select.items) {
     if (!item.variable.empty()) running_.insert(LowerWord(item.variable));
   }
@@ -324,9 +329,47 @@ void Binder::BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
     }
     parts.items.push_back(std::move(value));
   }
-  running_.clear();
+  if (assigns) running_.clear();
   if (!assigned->empty() && assigned->size() != parts.items.size()) {
     Refuse(select.at, "A SELECT that assigns a value to a variable must not return rows as well");
+  }
+}
+
+void Binder::AssignItems(const Query& query, const vorek::sqlite::Select& select,
+                         SelectParts& parts, const std::vector<std::string>& assigned) {
+  const bool ordered = !query.order.empty();
+  assigns_ = !ordered || uses_running_;
+  if (!assigns_) return;  // the last row decides
+  if (ordered) {
+    // SQLite computes a select list before it sorts: the rows are put in order first.
+    if (select.distinct || scope_->has_aggregate || !select.group.empty()) {
+      Refuse(select.at,
+             "A variable that goes on from row to row can't stand beside groups or DISTINCT in "
+             "an order");
+    }
+    const std::string order = BindOrder(query.order, {}, false);
+    std::vector<std::string> carried;
+    scope_->carried = &carried;
+    SelectParts again;
+    std::vector<std::string> same;
+    BindItems(select, again, &same);
+    scope_->carried = nullptr;
+    std::string columns;
+    for (std::size_t i = 0; i < carried.size(); ++i) {
+      columns += (i == 0 ? "" : ", ") + carried[i] + " AS \"c" + std::to_string(i) + "\"";
+    }
+    const std::string rows = QuoteName("rows in order");
+    parts.items = std::move(again.items);
+    parts.prefix = "WITH " + rows + " AS MATERIALIZED (SELECT " +
+                   (columns.empty() ? "1" : columns) + parts.tail + order + parts.limit +
+                   ") SELECT ";
+    parts.tail = " FROM " + rows;
+    parts.order.clear();
+    parts.limit.clear();
+  }
+  for (std::size_t i = 0; i < assigned.size(); ++i) {
+    Bound& item = parts.items[i];
+    item = CallOf("vk_assign", {QuoteText(assigned[i]), item.sql}, item.type);
   }
 }
 
@@ -344,6 +387,7 @@ Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::
   parts.order = BindOrder(query.order, parts.items, select.distinct);
   CheckGrouping(select);
   parts.limit = BindLimit(query, &select);
+  if (!assigned.empty()) AssignItems(query, select, parts, assigned);
   assigned_ = std::move(assigned);
   return parts;
 }

@@ -75,6 +75,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   };
   own("vk_call", -1, OnCall);
   own("vk_variable", 1, OnVariable);
+  own("vk_assign", 2, OnAssign);
   own("vk_object_id", 1, OnObjectId);
   own("vk_object_property", 2, OnObjectProperty);
   has_deadline_ = true;
@@ -140,6 +141,12 @@ void Connection::OnCall(sqlite3_context* context, int count, sqlite3_value** val
 void Connection::OnVariable(sqlite3_context* context, int, sqlite3_value** values) {
   auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
   ResultCell(context, connection->runner_->Current(std::string(TextOf(values[0]))));
+}
+
+void Connection::OnAssign(sqlite3_context* context, int, sqlite3_value** values) {
+  auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
+  connection->runner_->Assign(std::string(TextOf(values[0])), CellOf(values[1]));
+  sqlite3_result_value(context, values[1]);
 }
 
 void Connection::OnObjectId(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -241,8 +248,8 @@ ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& op
   try {
     schema_->Refresh();
     const std::shared_ptr<Batch> batch = Parse(text, options.script_line);
-    ResultSetPtr result = runner_->Run(*batch, options.script_line > 0,
-                                       [this](std::size_t rows) { AskProgress(rows); });
+    ResultSetPtr result =
+        runner_->Run(*batch, options, [this](std::size_t rows) { AskProgress(rows); });
     // Who takes a big result needs the memory more than the pages that it was read from.
     if (result != nullptr && result->rows >= kBigResult) sqlite3_db_release_memory(db_.get());
     return result;

@@ -152,11 +152,12 @@ Bound Binder::ToScaled(Bound value, const Type& to, Mode mode, std::size_t at) {
 
 Bound Binder::ToFloat(Bound value, const Type& to, Mode mode, std::size_t at) {
   const Type from = value.type;
+  const Type wide = Make(TypeKind::kFloat);
+  if (to.kind == TypeKind::kReal && from.kind != TypeKind::kReal) {
+    return CallOf("vk_real", {ToFloat(std::move(value), wide, mode, at).sql}, to);
+  }
   if (from.IsFloat()) {
     value.type = to;
-    if (to.kind == TypeKind::kReal && from.kind == TypeKind::kFloat) {
-      return CallOf("vk_real", {value.sql}, to);
-    }
     return value;
   }
   if (IsWide(value)) return CallOf("vk_to_real", {value.sql, std::to_string(from.scale)}, to);
@@ -233,13 +234,22 @@ Bound Binder::ToText(Bound value, const Type& to, Mode mode, std::size_t at, int
   return TextToText(std::move(text), to, mode == Mode::kAssign ? mode : Mode::kCast);
 }
 
+int Binder::DateStyle(TypeKind kind) const {
+  const std::string& format = schema_.CurrentSession().date_format;
+  if (format == "ymd") return kYearFirst;
+  if (format != "dmy") return 0;
+  const bool old = kind == TypeKind::kDateTime || kind == TypeKind::kSmallDateTime;
+  return old ? kDayFirst : kDayFirstIsoYear;
+}
+
 Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int style) {
   const Type from = value.type;
   const std::string kind = KindText(Make(to.kind));
   if (from.IsText()) {
+    if (style == 0) style = DateStyle(to.kind);
     if (value.literal == Bound::Literal::kText && mode != Mode::kTry) {
       const std::optional<Moment> moment = ParseMoment(value.value, style);
-      if (moment && moment->day >= kFirstDateTimeDay) {
+      if (moment && moment->day >= kFirstDateTimeDay && to.kind != TypeKind::kSmallDateTime) {
         Bound folded = TextLiteral(StoredMoment(*moment, TypeName(Make(to.kind))), to);
         folded.literal = Bound::Literal::kNone;
         return folded;
@@ -249,12 +259,12 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
                   {value.sql, kind, std::to_string(style)}, to);
   }
   if (from.IsDate()) {
-    const bool same = from.kind >= TypeKind::kDateTime && to.kind >= TypeKind::kDateTime;
+    const bool same = from.kind >= TypeKind::kSmallDateTime && from.kind <= to.kind;
     if (same) {
       value.type = to;
       return value;
     }
-    if (from.kind == TypeKind::kDate && to.kind != TypeKind::kTime) {
+    if (from.kind == TypeKind::kDate && to.kind == TypeKind::kDateTime2) {
       return MakeBound(Wrap(value, kConcatenation) + " || ' 00:00:00.000'", to, kConcatenation);
     }
     return CallOf("vk_date_kind", {value.sql, kind}, to);
@@ -271,25 +281,36 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
 
 Bound Binder::ToBinary(Bound value, const Type& to, Mode mode, std::size_t at, int style) {
   const Type from = value.type;
-  if (from.IsBinary()) {
-    const bool shorter =
-        to.length != Type::kMax && (from.length == Type::kMax || from.length > to.length);
-    if (!shorter || value.literal != Bound::Literal::kNone) {
-      value.type = to;
-      return value;
-    }
-    if (mode == Mode::kAssign) {
-      return CallOf("vk_fit_text", {value.sql, std::to_string(to.length)}, to);
-    }
-    return CallOf("substr", {value.sql, "1", std::to_string(to.length)}, to);
+  const std::string length = std::to_string(to.length);
+  const bool fixed = to.kind == TypeKind::kBinary;
+  if (from.IsWhole() && mode == Mode::kCast) {
+    const int size = from.kind == TypeKind::kBigInt     ? 8
+                     : from.kind == TypeKind::kInt      ? 4
+                     : from.kind == TypeKind::kSmallInt ? 2
+                                                        : 1;
+    return CallOf("vk_bytes_of_int", {value.sql, std::to_string(size), length, fixed ? "1" : "0"},
+                  to);
   }
   if (from.IsText() && (style == 1 || style == 2)) {
-    return CallOf("vk_unhex", {value.sql, std::to_string(style)}, to);
+    value = CallOf("vk_unhex", {value.sql, std::to_string(style)},
+                   MakeText(TypeKind::kVarBinary, Type::kMax));
+  } else if (from.IsText() && !from.IsNational()) {
+    value =
+        MakeBound("CAST(" + value.sql + " AS BLOB)", MakeText(TypeKind::kVarBinary, Type::kMax));
+  } else if (!from.IsBinary()) {
+    RefuseConversion(value, to, at);
   }
-  if (from.IsText() && !from.IsNational()) {
-    return MakeBound("CAST(" + value.sql + " AS BLOB)", to);
+  const bool same = from.IsBinary() && from.kind == to.kind && from.length == to.length;
+  const bool shorter =
+      to.length != Type::kMax && (value.type.length == Type::kMax || value.type.length > to.length);
+  if (same || (!fixed && !shorter)) {
+    value.type = to;
+    return value;
   }
-  RefuseConversion(value, to, at);
+  if (shorter && mode == Mode::kAssign)
+    value.sql = "vk_fit_text(" + value.sql + ", " + length + ")";
+  if (fixed) return CallOf("vk_pad_bytes", {value.sql, length}, to);
+  return CallOf("substr", {value.sql, "1", length}, to);
 }
 
 }  // namespace vorek::sqlite

@@ -10,33 +10,41 @@
 namespace vorek::sqlite {
 namespace {
 
+// Kept as the mean and the squares of the distances from it, so that big numbers that lie close
+// together lose nothing.
 struct Spread {
   std::int64_t count;
-  double sum;
+  double mean;
   double squares;
 };
 
-void AddTo(sqlite3_context* context, sqlite3_value** values, double sign) {
+void AddTo(sqlite3_context* context, sqlite3_value** values, bool adds) {
   if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
   auto* spread = static_cast<Spread*>(sqlite3_aggregate_context(context, sizeof(Spread)));
   if (spread == nullptr) return sqlite3_result_error_nomem(context);
-  const double x = sqlite3_value_double(values[0]);
-  spread->count += sign > 0 ? 1 : -1;
-  spread->sum += sign * x;
-  spread->squares += sign * x * x;
+  const double distance = sqlite3_value_double(values[0]) - spread->mean;
+  spread->count += adds ? 1 : -1;
+  if (spread->count == 0) {
+    *spread = {};
+    return;
+  }
+  const double step = distance / static_cast<double>(spread->count);
+  spread->mean += adds ? step : -step;
+  const double product = distance * (sqlite3_value_double(values[0]) - spread->mean);
+  spread->squares += adds ? product : -product;
 }
 
-void Add(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, 1); }
-void Remove(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, -1); }
+void Add(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, true); }
+void Remove(sqlite3_context* context, int, sqlite3_value** values) {
+  AddTo(context, values, false);
+}
 
 template <bool kSample, bool kRoot>
 void Result(sqlite3_context* context) {
   const auto* spread = static_cast<Spread*>(sqlite3_aggregate_context(context, 0));
   const std::int64_t divisor = spread == nullptr ? 0 : spread->count - (kSample ? 1 : 0);
   if (divisor <= 0) return sqlite3_result_null(context);
-  const auto count = static_cast<double>(spread->count);
-  const double variance = std::max(0.0, spread->squares - spread->sum * spread->sum / count) /
-                          static_cast<double>(divisor);
+  const double variance = std::max(0.0, spread->squares) / static_cast<double>(divisor);
   sqlite3_result_double(context, kRoot ? std::sqrt(variance) : variance);
 }
 

@@ -245,17 +245,44 @@ void FloatToText(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultText(context, out);
 }
 
-void IsNumeric(sqlite3_context* context, int, sqlite3_value** values) {
-  std::string s(Trimmed(TextOf(values[0])));
-  s.erase(std::remove(s.begin(), s.end(), ','), s.end());
-  if (!s.empty() && s[0] == '$') s.erase(0, 1);
-  bool numeric = ReadDecimal(s, 18).well_formed;
-  if (!numeric && !s.empty() && (s[0] == '+' || s[0] == '-' || (s[0] >= '0' && s[0] <= '9'))) {
-    double value = 0;
-    const char* begin = s.data() + (s[0] == '+' ? 1 : 0);
-    const auto [end, error] = std::from_chars(begin, s.data() + s.size(), value);
-    numeric = error == std::errc() && end == s.data() + s.size() && std::isfinite(value);
+// A number as one of the types reads it: money takes a sign, "$", digits with commas, and each of
+// them by itself; float an exponent, with "d" too.
+bool LooksNumeric(std::string_view s) {
+  if (s.empty()) return false;
+  std::string digits;
+  bool sign = false;
+  bool currency = false;
+  for (const char c : s) {
+    const bool is_sign = c == '+' || c == '-';
+    if (is_sign && !sign && digits.empty()) {
+      sign = true;
+    } else if (c == '$' && !currency && digits.empty()) {
+      currency = true;
+    } else if (c != ',') {
+      digits += c;
+    }
   }
+  if (digits.empty() || digits == ".") return true;
+  if (ReadDecimal(digits, kMostDigits).well_formed && digits[0] != '+' && digits[0] != '-') {
+    return true;
+  }
+  std::string real(s);
+  const std::size_t exponent = real.find_first_of("dD");
+  if (exponent != std::string::npos) real[exponent] = 'e';
+  const char* begin = real.data() + (real[0] == '+' ? 1 : 0);
+  const bool starts = *begin == '-' || *begin == '.' || (*begin >= '0' && *begin <= '9');
+  double value = 0;
+  const auto [end, error] = std::from_chars(begin, real.data() + real.size(), value);
+  return starts && error == std::errc() && end == real.data() + real.size() && std::isfinite(value);
+}
+
+void IsNumeric(sqlite3_context* context, int, sqlite3_value** values) {
+  const std::string_view text = TextOf(values[0]);
+  // A tab or a line's end alone passes for an empty amount of money.
+  const bool blank =
+      !text.empty() && text.find_first_not_of(" \t\r\n\f\v") == std::string_view::npos;
+  const bool numeric =
+      blank ? text.find_first_not_of(' ') != std::string_view::npos : LooksNumeric(Trimmed(text));
   sqlite3_result_int(context, numeric ? 1 : 0);
 }
 
@@ -321,6 +348,34 @@ void IntOfBytes(sqlite3_context* context, int count, sqlite3_value** values) {
   sqlite3_result_int64(context, takes == 2 ? static_cast<std::int16_t>(value) : whole);
 }
 
+// vk_bytes_of_int(whole number, bytes of its type, length, fixed): the highest first; a fixed
+// length is filled up in front, a short one cut there.
+void BytesOfInt(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto value = static_cast<std::uint64_t>(sqlite3_value_int64(values[0]));
+  const auto size = static_cast<std::size_t>(sqlite3_value_int64(values[1]));
+  const std::int64_t length = sqlite3_value_int64(values[2]);
+  const bool fixed = sqlite3_value_int(values[3]) != 0;
+  std::string bytes;
+  for (std::size_t i = size; i-- > 0;) {
+    bytes += static_cast<char>(static_cast<unsigned char>(value >> (8 * i)));
+  }
+  const std::size_t wanted = length < 0 ? size : static_cast<std::size_t>(length);
+  if (bytes.size() > wanted) bytes.erase(0, bytes.size() - wanted);
+  if (fixed && bytes.size() < wanted) bytes.insert(0, wanted - bytes.size(), '\0');
+  sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
+}
+
+// vk_pad_bytes(bytes, length): cut or filled up behind.
+void PadBytes(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto* data = static_cast<const char*>(sqlite3_value_blob(values[0]));
+  std::string bytes(data == nullptr ? "" : data,
+                    static_cast<std::size_t>(sqlite3_value_bytes(values[0])));
+  bytes.resize(static_cast<std::size_t>(sqlite3_value_int64(values[1])), '\0');
+  sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
+}
+
 // vk_key(value, column): a row's key can't be NULL, for which SQLite would take a new number.
 void Key(sqlite3_context* context, int, sqlite3_value** values) {
   if (sqlite3_value_type(values[0]) != SQLITE_NULL) {
@@ -349,6 +404,8 @@ void RegisterConversions(sqlite3* db) {
   Register(db, "vk_hex", 2, Hex);
   Register(db, "vk_unhex", 2, Unhex);
   Register(db, "vk_int_of_bytes", 2, IntOfBytes);
+  Register(db, "vk_bytes_of_int", 4, BytesOfInt);
+  Register(db, "vk_pad_bytes", 2, PadBytes);
   Register(db, "vk_key", 2, Key);
 }
 

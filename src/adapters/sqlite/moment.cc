@@ -119,12 +119,16 @@ class Reader {
     const Piece second = pieces_[at_ + 2];
     const Piece third = pieces_[at_ + 4];
     at_ += 5;
-    const bool day_first = style_ == 3 || style_ == 4 || style_ == 5 || style_ == 13;
-    const bool year_first = first.text.size() == 4 || style_ == 2 || style_ == 11;
+    const bool dotted = style_ == kDayFirst || style_ == kDayFirstIsoYear;
+    const bool day_first = dotted || style_ == 3 || style_ == 4 || style_ == 5 || style_ == 13;
+    const bool year_first = first.text.size() == 4 || style_ == 2 || style_ == 11 ||
+                            (style_ == kYearFirst && third.text.size() != 4);
     if (year_first) {
+      // A year in front doesn't bring the month along, but in the form with a T.
+      const bool turned = style_ == kDayFirst && !Is("T");
       Year(first);
-      month_ = second.number;
-      day_ = third.number;
+      month_ = turned ? third.number : second.number;
+      day_ = turned ? second.number : third.number;
     } else {
       Year(third);
       month_ = day_first ? second.number : first.number;

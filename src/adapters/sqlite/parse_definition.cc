@@ -22,6 +22,11 @@ StatementPtr Parser::Create() {
     return Module(at, false, or_alter);
   }
   if (TakeWord("table")) return CreateTable();
+  if (TakeWord("database")) {
+    const std::string name = Name();
+    while (Peek().kind != TokenKind::kEnd && !AtSymbol(";")) Take();
+    return Note("CREATE DATABASE " + name + " is passed over: the file is the database");
+  }
   if (AtWord("unique") || AtWord("clustered") || AtWord("nonclustered") || AtWord("index")) {
     return CreateIndex();
   }
@@ -65,7 +70,7 @@ StatementPtr Parser::Drop() {
 StatementPtr Parser::Truncate() {
   NeedWord("truncate");
   NeedWord("table");
-  StatementPtr erase = NewStatement(StatementKind::kDelete);
+  StatementPtr erase = NewStatement(StatementKind::kTruncate);
   erase->name = Object();
   return erase;
 }
@@ -121,7 +126,7 @@ std::string Parser::DefaultSource(ExprPtr& expr) {
 void Parser::ColumnOptions(ColumnDefinition& column, Statement& table) {
   for (;;) {
     if (TakeWord("collate")) {
-      Name();
+      Collation();
     } else if (TakeWords({"not", "null"})) {
       column.nullable = false;
       column.not_null_told = true;
@@ -400,7 +405,8 @@ void Parser::RefuseEffects(const Statement& statement) const {
 StatementPtr Parser::AlterTable() {
   StatementPtr alter = NewStatement(StatementKind::kAlterTable);
   alter->name = Object();
-  if (TakeWord("with")) {
+  const bool told = TakeWord("with");
+  if (told) {
     if (!TakeWord("check")) NeedWord("nocheck");
     alter->alter = tokens_[at_ - 1].IsWord("nocheck");
   }
@@ -412,7 +418,7 @@ StatementPtr Parser::AlterTable() {
     if (alter->word == "drop column") NeedWord("column");
     do alter->columns.push_back(Name());
     while (TakeSymbol(","));
-  } else if (TakeWord("check") || TakeWord("nocheck")) {
+  } else if (!told && TakeWord("check")) {
     NeedWord("constraint");
     if (!TakeWord("all")) Name();
     alter->kind = StatementKind::kNothing;

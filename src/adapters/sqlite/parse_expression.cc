@@ -182,7 +182,7 @@ ExprPtr Parser::Unary() {
   ExprPtr expr = Primary();
   while (AtWord("collate")) {
     ExprPtr collate = New(ExprKind::kCollate, Take().begin);
-    collate->text = LowerWord(Name());
+    collate->text = Collation();
     Adopt(*collate, std::move(expr));
     expr = std::move(collate);
   }

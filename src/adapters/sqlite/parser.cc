@@ -51,6 +51,10 @@ std::shared_ptr<Batch> Parser::ParseBatch() {
   auto batch = std::make_shared<Batch>();
   batch->source = std::string(source_.text);
   batch->first_line = source_.first_line;
+  for (const Token& token : tokens_) {
+    const bool quoted = token.kind == TokenKind::kQuotedName && source_.text[token.begin] == '"';
+    if (quoted) batch->double_quotes = std::min(batch->double_quotes, token.begin);
+  }
   for (SkipStatementEnd(); Peek().kind != TokenKind::kEnd; SkipStatementEnd()) {
     batch->statements.push_back(ParseStatement());
   }
@@ -125,6 +129,19 @@ std::string Parser::Name() {
   if (!AtName()) RefuseHere();
   if (Peek().value.empty()) RefuseHere("An object or column name is missing or empty");
   return Take().value;
+}
+
+std::string Parser::Collation() {
+  const Token& token = Peek();
+  const std::string name = LowerWord(Name());
+  const bool known = name == "database_default" || name == "catalog_default" ||
+                     name.find("_ci_") != std::string::npos;
+  if (!known) {
+    Refuse(source_, token.begin,
+           "The collation " + text::Left(token.value, 60) +
+               " is not supported: texts are compared without regard to case");
+  }
+  return name;
 }
 
 std::string Parser::AliasName() {

@@ -54,6 +54,7 @@ class Parser {
   [[noreturn]] void RefuseWord(const Token& token) const;  // a word that isn't translated
   bool AtName() const;  // a quoted name or a word that isn't reserved
   std::string Name();
+  std::string Collation();
   std::string AliasName();  // a name or a text
   ObjectName Object();
   std::vector<std::string> NameList();  // (a, b)
@@ -122,6 +123,9 @@ class Parser {
   StatementPtr Delete();
   StatementPtr Declare();
   StatementPtr Set();
+  void Setting(Statement& set);
+  StatementPtr Try();
+  StatementPtr Note(const std::string& what);
   StatementPtr If();
   StatementPtr While();
   StatementPtr Block();

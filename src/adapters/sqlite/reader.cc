@@ -1,6 +1,9 @@
 #include "adapters/sqlite/reader.h"
 
+#include <array>
+#include <charconv>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,7 +62,8 @@ class ColumnReader {
     } else if (storage_ == Storage::kText) {
       ReadText(kind);
     } else if (storage_ == Storage::kDouble && kind != SQLITE_TEXT) {
-      column_.AppendDouble(sqlite3_column_double(statement_, index_));
+      const double value = sqlite3_column_double(statement_, index_);
+      column_.AppendDouble(type_.kind == TypeKind::kReal ? Shortest(value) : value);
     } else if (storage_ == Storage::kScaled && kind == SQLITE_INTEGER) {
       const std::int64_t value = sqlite3_column_int64(statement_, index_);
       if (value < limits_.least || value > limits_.most) ThrowOverflow(type_);
@@ -70,6 +74,14 @@ class ColumnReader {
   }
 
  private:
+  // The double that is written as the real number is: 0.1, not 0.10000000149.
+  static double Shortest(double value) {
+    std::array<char, 64> digits{};
+    const auto written =
+        std::to_chars(digits.data(), digits.data() + digits.size() - 1, static_cast<float>(value));
+    return written.ec == std::errc() ? std::strtod(digits.data(), nullptr) : value;
+  }
+
   void ReadText(int kind) {
     if (type_.IsDecimal()) return ReadWide();
     if (kind == SQLITE_BLOB) return ReadBytes();

@@ -34,6 +34,7 @@ class CallLevel {
 }  // namespace
 
 void Runner::LeaveModule(Frame& frame) {
+  schema_.SetSession(frame.session);
   for (const std::string& name : frame.temporary_tables) {
     if (schema_.FindTable(name) == nullptr) continue;
     vorek::sqlite::Run(db_, "DROP TABLE temp." + QuoteName(name));
@@ -116,9 +117,8 @@ bool Runner::RunSystemProcedure(Statement& statement, Frame& frame) {
     const auto* source = std::get_if<std::string>(&cell);
     if (source == nullptr) return true;
     const std::shared_ptr<Batch> batch = Parser(*source).ParseBatch();
-    Frame own{SourceText(batch->source), {}, {}, {}, {}, true};
-    RunAll(batch->statements, own);
-    LeaveModule(own);
+    Frame own = NewFrame(SourceText(batch->source), true);
+    RunModule(batch->statements, own);
     return true;
   }
   // Notes about the schema, as tools script them: nothing here reads them.
@@ -139,16 +139,11 @@ void Runner::RunExecute(Statement& statement, Frame& frame) {
   // Kept while it runs, whatever becomes of the schema meanwhile.
   const std::shared_ptr<Batch> batch = module->batch;
   Statement& definition = *batch->statements.front();
-  Frame inner{SourceText(batch->source), {}, {}, {}, {}, true};
+  Frame inner = NewFrame(SourceText(batch->source), true);
+  inner.procedure = module->name;
   inner.types["@return value"] = {Make(TypeKind::kInt)};
   TakeArguments(statement, definition, frame, inner);
-  try {
-    RunAll(definition.body, inner);
-  } catch (const Error& error) {
-    IgnoreErrors([&] { LeaveModule(inner); });
-    throw Error(error.Number(), error.Description());
-  }
-  LeaveModule(inner);
+  RunModule(definition.body, inner);
   GiveBack(statement, definition, frame, inner);
   if (statement.variable.empty()) return;
   const bool none = std::holds_alternative<std::monostate>(inner.returned);
@@ -162,20 +157,23 @@ void Runner::RunExecuteText(Statement& statement, Frame& frame) {
   const auto* source = std::get_if<std::string>(&cell);
   if (source == nullptr) return;
   const std::shared_ptr<Batch> batch = Parser(*source).ParseBatch();
-  Frame inner{SourceText(batch->source), {}, {}, {}, {}, true};
-  RunAll(batch->statements, inner);
-  LeaveModule(inner);
+  Frame inner = NewFrame(SourceText(batch->source), true);
+  RunModule(batch->statements, inner);
 }
 
 void Runner::RunInsertOfProcedure(Statement& statement, Frame& frame) {
-  // The procedure's row set is taken aside, then inserted row by row.
-  const ResultSetPtr before = std::exchange(result_, nullptr);
-  const bool collect = std::exchange(collect_, true);
-  RunOne(*statement.body[0], frame);
-  const ResultSetPtr rows = std::exchange(result_, before);
-  collect_ = collect;
+  // The procedure's row sets are taken aside, then inserted row by row.
+  Sink sink;
+  Sink* const outer = std::exchange(sink_, &sink);
+  try {
+    RunOne(*statement.body[0], frame);
+  } catch (const Error& error) {
+    sink_ = outer;
+    throw Error(error.Number(), error.Description());
+  }
+  sink_ = outer;
   row_count_ = 0;
-  if (rows == nullptr) return;
+  if (sink.rows.empty()) return;
   Statement insert;
   insert.kind = StatementKind::kInsert;
   insert.at = statement.at;
@@ -183,12 +181,12 @@ void Runner::RunInsertOfProcedure(Statement& statement, Frame& frame) {
   insert.columns = statement.columns;
   auto select = std::make_unique<Select>();
   std::vector<ExprPtr> values;
-  Frame row_frame{frame.source, {}, {}, {}, {}, true};
-  for (std::size_t i = 0; i < rows->columns.size(); ++i) {
+  Frame row_frame = NewFrame(frame.source, true);
+  for (std::size_t i = 0; i < sink.columns.size(); ++i) {
     auto value = std::make_unique<Expr>();
     value->kind = ExprKind::kVariable;
     value->text = "@column" + std::to_string(i);
-    row_frame.types[value->text] = {MakeText(TypeKind::kNVarChar, Type::kMax)};
+    row_frame.types[value->text] = {sink.columns[i].type};
     values.push_back(std::move(value));
   }
   select->values.push_back(std::move(values));
@@ -196,21 +194,27 @@ void Runner::RunInsertOfProcedure(Statement& statement, Frame& frame) {
   insert.query->branches.emplace_back();
   insert.query->branches[0].select = std::move(select);
   Whole(insert.name.IsTemporary(), [&] {
-    Compiled& compiled =
-        Compile(insert, 0, row_frame, [&](Binder& binder) { return binder.Insert(insert); });
-    for (std::size_t row = 0; row < rows->rows; ++row) {
-      for (std::size_t i = 0; i < rows->columns.size(); ++i) {
-        const ResultColumn& column = rows->columns[i];
-        row_frame.values["@column" + std::to_string(i)] =
-            column.IsNull(row) ? Cell{} : Cell{column.Display(row)};
+    for (std::vector<Cell>& row : sink.rows) {
+      for (std::size_t i = 0; i < row.size(); ++i) {
+        row_frame.values["@column" + std::to_string(i)] = std::move(row[i]);
       }
-      sqlite3_reset(compiled.prepared.get());
-      BindAll(compiled, row_frame);
-      Step(db_, compiled.prepared.get());
+      RunInsert(insert, row_frame);
     }
-    sqlite3_reset(compiled.prepared.get());
   });
-  row_count_ = static_cast<std::int64_t>(rows->rows);
+  if (!std::holds_alternative<std::monostate>(row_frame.identity)) {
+    frame.identity = row_frame.identity;
+  }
+  row_count_ = static_cast<std::int64_t>(sink.rows.size());
+}
+
+void Runner::RunModule(std::vector<StatementPtr>& statements, Frame& frame) {
+  try {
+    RunAll(statements, frame);
+  } catch (const Error& error) {
+    IgnoreErrors([&] { LeaveModule(frame); });
+    throw Error(error.Number(), error.Description());
+  }
+  LeaveModule(frame);
 }
 
 Cell Runner::Call(const std::string& function, std::vector<Cell> arguments) {
@@ -221,23 +225,25 @@ Cell Runner::Call(const std::string& function, std::vector<Cell> arguments) {
   const CallLevel level(depth_);
   const std::shared_ptr<Batch> batch = module->batch;
   Statement& definition = *batch->statements.front();
-  Frame frame{SourceText(batch->source), {}, {}, {}, {}, true};
+  Frame frame = NewFrame(SourceText(batch->source), true);
   frame.types["@return value"] = {definition.returns};
   for (std::size_t i = 0; i < definition.parameters.size() && i < arguments.size(); ++i) {
     const std::string name = LowerWord(definition.parameters[i].name);
     frame.types[name] = {definition.parameters[i].type};
     frame.values[name] = std::move(arguments[i]);
   }
-  const bool collect = std::exchange(collect_, false);
   const std::int64_t row_count = row_count_;
+  const int last_error = last_error_;
+  ++functions_;
   try {
     RunAll(definition.body, frame);
   } catch (const Error& error) {
-    collect_ = collect;
+    --functions_;
     throw Error(error.Number(), error.Description());
   }
-  collect_ = collect;
+  --functions_;
   row_count_ = row_count;
+  last_error_ = last_error;
   return frame.returned;
 }
 

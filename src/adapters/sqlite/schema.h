@@ -23,6 +23,7 @@ struct ColumnInfo {
   bool identity = false;
   bool computed = false;
   bool row_key = false;        // SQLite keeps it as the row number
+  long long seed = 1;          // of an identity
   std::string default_source;  // in the dialect's words, or empty
 };
 
@@ -52,6 +53,13 @@ struct ObjectRow {
   int id = 0;
 };
 
+// What SET has changed for the connection.
+struct Session {
+  bool ends_transactions = false;   // XACT_ABORT: an error takes the whole transaction back
+  bool quotes_names = true;         // QUOTED_IDENTIFIER: "x" is a name
+  std::string date_format = "mdy";  // in which order a text's numbers are day, month and year
+};
+
 // What the database holds, read from it when it is asked for and kept until it changes. What
 // SQLite's own schema can't tell stands in two tables of the file: vorek_objects (the modules) and
 // vorek_columns (types of row keys, identities, defaults).
@@ -71,6 +79,9 @@ class Schema {
   // Told by whoever changes it on this connection.
   void Changed();
   void TemporaryChanged();
+
+  const Session& CurrentSession() const { return session_; }
+  void SetSession(const Session& session);
 
   // Counts of the changes, for those who keep translations.
   long long Stamp() const { return stamp_; }
@@ -94,6 +105,7 @@ class Schema {
   void FillColumns(const ObjectRow& object);
 
   sqlite3* db_;
+  Session session_;
   PreparedPtr version_query_;
   long long stamp_ = 1;
   long long temporary_stamp_ = 1;

@@ -213,7 +213,10 @@ enum class StatementKind {
   kExecute,
   kExecuteText,  // EXEC ('text')
   kPrint,
-  kRaise,
+  kRaise,    // expr: the text; arguments: severity, state, values; word: "throw"
+  kTry,      // body: the block, its CATCH
+  kSetting,  // word: the setting; variable: its value
+  kNote,     // word: what is passed over
   kCreateTable,
   kCreateIndex,
   kCreateModule,  // a view, procedure or function
@@ -224,6 +227,7 @@ enum class StatementKind {
   kBegin,
   kCommit,
   kRollback,
+  kTruncate,
   kNothing,  // a setting that changes nothing here
 };
 
@@ -269,6 +273,7 @@ struct Batch {
   std::string source;
   int first_line = 1;
   std::vector<StatementPtr> statements;
+  std::size_t double_quotes = std::string::npos;  // where the first name in such quotes stands
 };
 
 }  // namespace vorek::sqlite
