@@ -41,8 +41,8 @@ struct Database {
   Database() {
     sqlite3_open(":memory:", &db);
     RegisterFunctions(db);
-    for (const char* name : {"vk_call", "vk_variable", "vk_assign", "vk_object_id",
-                             "vk_object_property"}) {
+    for (const char* name :
+         {"vk_call", "vk_variable", "vk_assign", "vk_object_id", "vk_object_property"}) {
       sqlite3_create_function(db, name, -1, SQLITE_UTF8, nullptr, Nothing, nullptr, nullptr);
     }
     Run(db,

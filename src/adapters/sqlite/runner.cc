@@ -42,6 +42,33 @@ const Select* IntoOf(const Query& query) {
   return select != nullptr && !select->into.Empty() ? select : nullptr;
 }
 
+// True for what surely changes nothing in the file.
+bool OnlyReads(const std::vector<StatementPtr>& statements) {
+  return std::all_of(statements.begin(), statements.end(), [](const StatementPtr& statement) {
+    switch (statement->kind) {
+      case StatementKind::kSelect:
+        return IntoOf(*statement->query) == nullptr;
+      case StatementKind::kDeclare:
+      case StatementKind::kSet:
+      case StatementKind::kSetting:
+      case StatementKind::kPrint:
+      case StatementKind::kRaise:
+      case StatementKind::kReturn:
+      case StatementKind::kBreak:
+      case StatementKind::kContinue:
+      case StatementKind::kNote:
+      case StatementKind::kNothing:
+      case StatementKind::kIf:
+      case StatementKind::kWhile:
+      case StatementKind::kBlock:
+      case StatementKind::kTry:
+        return OnlyReads(statement->body);
+      default:
+        return false;
+    }
+  });
+}
+
 }  // namespace
 
 Runner::Runner(sqlite3* db, Schema& schema) : db_(db), schema_(schema) {}
@@ -62,6 +89,10 @@ ResultSetPtr Runner::Run(Batch& batch, const ExecuteOptions& options,
   if (!schema_.CurrentSession().quotes_names && batch.double_quotes != std::string::npos) {
     Refuse(source, batch.double_quotes,
            "A text in double quotes, as QUOTED_IDENTIFIER OFF has it, is not supported");
+  }
+  if (waits_to_write_ && !OnlyReads(batch.statements) && tell_lines_) {
+    BeginWriting();
+    waits_to_write_ = false;
   }
   Frame frame = NewFrame(source, false);
   frame.identity = own_identity_;
@@ -417,34 +448,46 @@ void Runner::RunDefinition(Statement& statement, Frame& frame) {
   }
 }
 
+void Runner::BeginWriting() {
+  // Taking the writer's place at once avoids that two wait for each other.
+  vorek::sqlite::Run(db_, sqlite3_db_readonly(db_, "main") == 1 ? "BEGIN" : "BEGIN IMMEDIATE");
+}
+
 void Runner::RunTransaction(const Statement& statement) {
+  const bool open = sqlite3_get_autocommit(db_) == 0 || waits_to_write_;
   if (statement.kind == StatementKind::kBegin) {
-    if (sqlite3_get_autocommit(db_) != 0) {
+    if (!open) {
       transactions_ = 0;
-      // Taking the writer's place at once avoids that two wait for each other.
-      vorek::sqlite::Run(db_, sqlite3_db_readonly(db_, "main") == 1 ? "BEGIN" : "BEGIN IMMEDIATE");
+      waits_to_write_ = tell_lines_;
+      if (!waits_to_write_) BeginWriting();
     }
     ++transactions_;
     return;
   }
-  if (sqlite3_get_autocommit(db_) != 0) {
+  const bool commits = statement.kind == StatementKind::kCommit;
+  const std::string word = commits ? "COMMIT" : "ROLLBACK";
+  if (!open) {
     transactions_ = 0;
     throw Error(ErrorNumber::kSyntax,
-                std::string("The ") +
-                    (statement.kind == StatementKind::kCommit ? "COMMIT" : "ROLLBACK") +
-                    " TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+                "The " + word + " TRANSACTION request has no corresponding BEGIN TRANSACTION.");
   }
-  if (statement.kind == StatementKind::kCommit) {
-    if (transactions_ <= 1) vorek::sqlite::Run(db_, "COMMIT");
-    transactions_ = std::max(0, transactions_ - 1);
-    return;
+  if (tell_lines_ && (!commits || transactions_ <= 1)) {
+    throw Error(ErrorNumber::kSyntax, "A " + word +
+                                          " would end the script's own transaction, in which all "
+                                          "of it runs or nothing.");
   }
-  Rollback();
+  if (!commits) return Rollback();
+  if (transactions_ <= 1) {
+    if (!waits_to_write_) vorek::sqlite::Run(db_, "COMMIT");
+    waits_to_write_ = false;
+  }
+  transactions_ = std::max(0, transactions_ - 1);
 }
 
 void Runner::Rollback() {
   if (sqlite3_get_autocommit(db_) == 0) vorek::sqlite::Run(db_, "ROLLBACK");
   transactions_ = 0;
+  waits_to_write_ = false;
   schema_.Changed();
   schema_.TemporaryChanged();
 }

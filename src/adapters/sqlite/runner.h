@@ -74,6 +74,7 @@ class Runner {
   void RunDefinition(Statement& statement, Frame& frame);
   void RunTransaction(const Statement& statement);
   void Rollback();
+  void BeginWriting();
   void RunTruncate(Statement& statement, Frame& frame);
   void RunSetting(const Statement& statement);
   void RunRaise(Statement& statement, Frame& frame);
@@ -116,6 +117,7 @@ class Runner {
   bool tell_lines_ = false;
   int depth_ = 0;
   int transactions_ = 0;
+  bool waits_to_write_ = false;  // a script's transaction, until it changes something
   std::int64_t row_count_ = 0;
   Cell identity_;
   Cell own_identity_;  // of the texts themselves, whatever procedures inserted
