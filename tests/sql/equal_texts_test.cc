@@ -10,10 +10,13 @@
 #include <random>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "adapters/sqlite/functions.h"
 #include "platform/database.h"
+#include "text/collation.h"
+#include "text/utf8.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {
@@ -246,6 +249,39 @@ TEST_P(EqualTexts, AreOneInUniqueKeys) {
   Run("create table u (c nvarchar(14))\ncreate unique index iu on u (c)");
   Run("insert u values (N'" + Spelling(8, random_) + "')");
   EXPECT_THROW(Run("insert u values (N'" + Spelling(8, random_) + "')"), Error);
+}
+
+// The order letter by letter, as it is told: the fast one must not differ, whatever the bytes.
+int PlainOrder(std::string_view a, std::string_view b) {
+  while (!a.empty() && a.back() == ' ') a.remove_suffix(1);
+  while (!b.empty() && b.back() == ' ') b.remove_suffix(1);
+  std::size_t i = 0;
+  std::size_t j = 0;
+  while (i < a.size() && j < b.size()) {
+    const char32_t x = text::LetterOrder(text::ToLower(text::DecodeAt(a, i)));
+    const char32_t y = text::LetterOrder(text::ToLower(text::DecodeAt(b, j)));
+    if (x != y) return x < y ? -1 : 1;
+  }
+  return i < a.size() ? 1 : j < b.size() ? -1 : 0;
+}
+
+TEST(CompareTextsTest, OrdersAsLetterByLetter) {
+  const std::vector<std::string> pieces = {"a", "A", " ",    "ك",    "ک",        "ي",
+                                           "ی", "é", "É",    "я",    "Я",        "\u200C",
+                                           "😀", "İ", "\xC3", "\xA9", "\xE2\x80", "پ"};
+  std::mt19937 random(11);
+  const auto append = [&](std::string& text, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) text += pieces[random() % pieces.size()];
+  };
+  for (int i = 0; i < 200000; ++i) {
+    std::string a;
+    append(a, random() % 12);
+    std::string b = a;
+    append(a, random() % 4);
+    append(b, random() % 4);
+    const int order = sqlite::CompareTexts(a, b);
+    ASSERT_EQ((order > 0) - (order < 0), PlainOrder(a, b)) << a << " | " << b;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Tables, EqualTexts, testing::Values("bare", "indexed", "analysed"),
