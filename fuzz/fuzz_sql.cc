@@ -120,7 +120,7 @@ void Translate(Database& database, const Statement& statement, const SourceText&
     }
     case StatementKind::kDeclare:
       for (const Parameter& variable : statement.parameters) {
-        variables[LowerWord(variable.name)] = {variable.type};
+        variables[LowerWord(variable.name)] = {variable.type, ""};
       }
       return;
     default:

@@ -52,6 +52,7 @@ struct Bound {
 
 struct Variable {
   Type type;
+  std::string table;  // the temporary table behind a table variable
 };
 using Variables = std::map<std::string, Variable>;  // by lower-case name with its "@"
 
@@ -191,6 +192,8 @@ class Binder {
   std::string BindOrder(const std::vector<OrderItem>& order, const std::vector<Bound>& items,
                         bool ordinals_only);
   std::string OrderTerm(const OrderItem& item, const std::vector<Bound>& items, bool ordinals_only);
+  // TOP ... WITH TIES and TOP n PERCENT, by the rank of each row.
+  void RankRows(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts);
   std::string BindLimit(const Query& query, const vorek::sqlite::Select* select);
   static void CollateItems(std::vector<Bound>& items);
   std::string Render(SelectParts& parts) const;
@@ -206,6 +209,8 @@ class Binder {
   std::string BindJoin(const TableRef& join, bool nullable, bool after_comma);
   std::string BindNamedTable(const TableRef& table, bool nullable);
   std::string BindView(const ModuleInfo& view, Source source);
+  std::string BindTableFunction(const TableRef& table, Source source);
+  Bound ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr* given);
   const ViewTable& WriteView(const ModuleInfo& view);
   void CountTables(int tables, std::size_t at);
   std::string BindSubquery(const TableRef& table, bool nullable);
@@ -219,6 +224,7 @@ class Binder {
 
   // Changes (bind_change.cc).
   const TableInfo& TargetTable(const ObjectName& name);
+  std::string TableOf(const ObjectName& name) const;  // as the schema knows it
   std::vector<const ColumnInfo*> InsertColumns(const Statement& statement, const TableInfo& table);
   void AddDefaults(const TableInfo& table, std::vector<const ColumnInfo*>& columns,
                    std::vector<std::string>& defaults);
@@ -306,6 +312,8 @@ class Binder {
   std::shared_ptr<ViewTables> view_tables_ = std::make_shared<ViewTables>();
   std::vector<std::string> parameters_;
   std::vector<std::string> assigned_;
+  std::map<std::string, Bound> arguments_;  // of the function whose query is bound
+  std::string prefix_;  // of its tables' names, which the columns in arguments don't meet
   std::set<std::string> running_;  // variables that the select around assigns, row by row
   bool uses_running_ = false;
   bool assigns_ = false;

@@ -15,7 +15,7 @@ constexpr long kNullViolation = -2147217873;  // 80040E2F
 }  // namespace
 
 const TableInfo& Binder::TargetTable(const ObjectName& name) {
-  const TableInfo* table = schema_.FindTable(name.Last());
+  const TableInfo* table = schema_.FindTable(TableOf(name));
   const ModuleInfo* view = schema_.FindModule(name.Last());
   if (view != nullptr && view->kind == "V") {
     Refuse(name.at, "A change through the view '" + view->name + "' is not supported");

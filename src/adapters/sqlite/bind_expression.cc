@@ -285,7 +285,12 @@ std::string Binder::Parameter(const std::string& name) {
 
 Bound Binder::BindVariable(const Expr& expr) {
   const std::string name = LowerWord(expr.text);
+  const auto argument = arguments_.find(name);
+  if (argument != arguments_.end()) return argument->second;
   const auto found = variables_.find(name);
+  if (found != variables_.end() && !found->second.table.empty()) {
+    Refuse(expr.at, "Must declare the scalar variable \"" + expr.text + "\"");
+  }
   if (found != variables_.end() && running_.count(name) != 0) {
     // "SELECT @x = @x + ..": each row sees what the row before has left.
     uses_running_ = true;

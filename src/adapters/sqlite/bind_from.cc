@@ -53,6 +53,15 @@ void Binder::MissingObject(const ObjectName& name) const {
               "Invalid object name '" + path + "' (" + PlaceOf(source_, name.at) + ").");
 }
 
+std::string Binder::TableOf(const ObjectName& name) const {
+  if (!name.IsVariable()) return name.Last();
+  const auto found = variables_.find(LowerWord(name.Last()));
+  if (found == variables_.end() || found->second.table.empty()) {
+    Refuse(name.at, "Must declare the table variable \"" + name.Last() + "\"");
+  }
+  return found->second.table;
+}
+
 void Binder::AddSource(Source source, std::size_t at) {
   for (const Source& other : scope_->sources) {
     if (text::EqualsIgnoreCase(other.name, source.name)) {
@@ -164,12 +173,14 @@ std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
   CountTables(1, table.at);
   Source source;
   source.name = table.alias.empty() ? table.name.Last() : table.alias;
-  source.sql = QuoteName(source.name);
+  source.sql = QuoteName(prefix_ + source.name);
   source.nullable = nullable;
   std::string name;
   if (const CommonTableInfo* common = FindCommonTable(table.name)) {
     name = QuoteName(common->name);
     source.own = common->columns;
+  } else if (table.call) {
+    return BindTableFunction(table, std::move(source));
   } else if (const std::string view = CatalogueView(table.name); !view.empty()) {
     schema_.FillCatalogueViews();
     const TableInfo* info = schema_.FindTable("#" + view);
@@ -181,7 +192,7 @@ std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
         module != nullptr && module->kind == "V") {
       return BindView(*module, std::move(source));
     }
-    const TableInfo* info = schema_.FindTable(table.name.Last());
+    const TableInfo* info = schema_.FindTable(TableOf(table.name));
     if (info == nullptr) MissingObject(table.name);
     temporary_ = temporary_ || info->temporary;
     name = (info->temporary ? "temp." : "main.") + QuoteName(info->name);
@@ -219,7 +230,10 @@ const Binder::ViewTable& Binder::WriteView(const ModuleInfo& view) {
   inner.views_ = views_;
   inner.views_.push_back(key);
   inner.view_tables_ = view_tables_;
+  inner.parameters_ = parameters_;
   BoundQuery query = inner.BindQuery(*definition.query);
+  parameters_ = inner.parameters_;
+  calls_ = calls_ || inner.calls_;
   ViewTable table;
   table.info.name = "view " + std::to_string(view_tables_->by_name.size()) + " " + view.name;
   table.info.columns = inner.NamedColumns(query.columns, definition.view_columns, view.name, 0);
@@ -233,6 +247,55 @@ const Binder::ViewTable& Binder::WriteView(const ModuleInfo& view) {
   sql += (sql.empty() ? "" : ", ") + QuoteName(table.info.name) + "(" + names +
          ") AS NOT MATERIALIZED (" + query.sql + ")";
   return view_tables_->by_name.emplace(key, std::move(table)).first->second;
+}
+
+Bound Binder::ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr* given) {
+  const vorek::sqlite::Parameter& parameter = module.Definition().parameters[index];
+  if (given == nullptr && parameter.default_value == nullptr) {
+    Refuse(0, "The parameter '" + parameter.name + "' of '" + module.name + "' has no default");
+  }
+  const Expr& value = given == nullptr ? *parameter.default_value : *given;
+  return Convert(BindValue(value), parameter.type, Mode::kCast, value.at);
+}
+
+std::string Binder::BindTableFunction(const TableRef& table, Source source) {
+  const ModuleInfo* module = schema_.FindModule(table.name.Last());
+  if (module == nullptr || module->kind != "IF") MissingObject(table.name);
+  const Statement& definition = module->Definition();
+  if (table.arguments.size() != definition.parameters.size()) {
+    Refuse(table.at, "The function '" + module->name + "' takes " +
+                         std::to_string(definition.parameters.size()) + " argument(s)");
+  }
+  if (views_.size() >= kMaxViews) {
+    throw Error(ErrorNumber::kSyntax,
+                "Maximum function nesting level exceeded (limit 32) at '" + module->name + "'.");
+  }
+  const Variables none;
+  Binder inner(schema_, none, module->source);
+  // The arguments see what a derived table sees: the queries around, not the tables beside.
+  Scope* const beside = scope_;
+  scope_ = beside->outer;
+  Scope nothing;
+  if (scope_ == nullptr) scope_ = &nothing;
+  for (std::size_t i = 0; i < table.arguments.size(); ++i) {
+    inner.arguments_[LowerWord(definition.parameters[i].name)] =
+        ArgumentOf(*module, i, table.arguments[i].get());
+  }
+  scope_ = beside;
+  inner.views_ = views_;
+  inner.views_.push_back(NameKey(module->name));
+  inner.prefix_ = "f" + std::to_string(views_.size()) + " ";
+  inner.view_tables_ = view_tables_;
+  inner.parameters_ = parameters_;
+  BoundQuery query = inner.BindQuery(*definition.query);
+  parameters_ = inner.parameters_;
+  calls_ = calls_ || inner.calls_;
+  temporary_ = temporary_ || inner.temporary_;
+  CountTables(inner.tables_, table.at);
+  source.own = NamedColumns(query.columns, table.columns, module->name, table.at);
+  const std::string sql = "(" + query.sql + ") AS " + source.sql;
+  AddSource(std::move(source), table.at);
+  return sql;
 }
 
 std::string Binder::BindView(const ModuleInfo& view, Source source) {
@@ -254,7 +317,7 @@ std::string Binder::BindSubquery(const TableRef& table, bool nullable) {
   scope_ = beside;
   Source source;
   source.name = table.alias;
-  source.sql = QuoteName(table.alias);
+  source.sql = QuoteName(prefix_ + table.alias);
   source.nullable = nullable;
   source.own = NamedColumns(query.columns, table.columns, table.alias, table.at);
   std::string sql = "(" + query.sql + ")";

@@ -493,6 +493,9 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
 Bound Binder::BindFunction(const Expr& expr) {
   const std::string name = LowerWord(expr.path.back());
   if (expr.path.size() > 1) return BindUserFunction(expr);
+  const bool defaults = std::any_of(expr.operands.begin(), expr.operands.end(),
+                                    [](const ExprPtr& operand) { return operand == nullptr; });
+  if (defaults) Refuse(expr.at, "DEFAULT goes to functions of the database alone");
   if (name == "iif") {
     if (expr.operands.size() != 3) Refuse(expr.at, "IIF takes three arguments");
     const std::string condition = BindCondition(*expr.operands[0], 0);
@@ -541,10 +544,7 @@ Bound Binder::BindUserFunction(const Expr& expr) {
   calls_ = true;
   std::string sql = "vk_call(" + QuoteText(module->name);
   for (std::size_t i = 0; i < expr.operands.size(); ++i) {
-    Bound argument = BindValue(*expr.operands[i]);
-    sql += ", " + Convert(std::move(argument), definition.parameters[i].type, Mode::kCast,
-                          expr.operands[i]->at)
-                      .sql;
+    sql += ", " + ArgumentOf(*module, i, expr.operands[i].get()).sql;
   }
   return MakeBound(sql + ")", definition.returns);
 }

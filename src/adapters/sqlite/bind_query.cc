@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <utility>
 
@@ -384,6 +385,14 @@ Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::
   BindItems(select, parts, &assigned);
   parts.prefix = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   if (select.distinct) CollateItems(parts.items);
+  const bool whole = select.top_percent && select.top->text == "100";
+  if (select.top != nullptr && !whole && (select.top_percent || select.top_ties)) {
+    RankRows(query, select, parts);
+    CheckGrouping(select);
+    assigned_ = std::move(assigned);
+    if (!assigned_.empty()) Refuse(select.at, "A TOP of ranks can't assign variables");
+    return parts;
+  }
   parts.order = BindOrder(query.order, parts.items, select.distinct);
   CheckGrouping(select);
   parts.limit = BindLimit(query, &select);
@@ -473,6 +482,46 @@ std::string Binder::BindOrder(const std::vector<OrderItem>& order, const std::ve
   return sql;
 }
 
+void Binder::RankRows(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts) {
+  if (select.top_ties && query.order.empty()) {
+    Refuse(select.at, "The TOP N WITH TIES clause is not allowed without a corresponding ORDER BY");
+  }
+  // What the rows are ordered by goes along behind the select list.
+  const std::size_t shown = parts.items.size();
+  std::vector<std::size_t> keys;
+  for (const OrderItem& item : query.order) {
+    const std::string term = OrderTerm(item, parts.items, select.distinct);
+    std::size_t index = 0;
+    const auto [end, error] = std::from_chars(term.data(), term.data() + term.size(), index);
+    const bool ordinal =
+        error == std::errc() && index > 0 && index <= shown && (*end == '\0' || *end == ' ');
+    if (!ordinal) {
+      parts.items.push_back(BindValue(*item.expr));
+      index = parts.items.size();
+    }
+    keys.push_back(index - 1);
+  }
+  BoundQuery inner;
+  for (const Bound& item : parts.items) {
+    inner.columns.push_back({item.name, item.type, item.nullable, false});
+  }
+  inner.sql = Render(parts);
+  parts = Derived(std::move(inner));
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    parts.order += (i == 0 ? " ORDER BY " : ", ") + Ordered(parts.items[keys[i]]).sql +
+                   (query.order[i].descending ? " DESC" : "");
+  }
+  const bool percent = select.top_percent;
+  const Type number = Make(percent ? TypeKind::kFloat : TypeKind::kBigInt);
+  const std::string top =
+      Convert(BindValue(*select.top), number, Mode::kImplicit, select.top->at).sql;
+  parts.tail = " FROM (SELECT *, " + std::string(select.top_ties ? "rank" : "row_number") +
+               "() OVER (" + (parts.order.empty() ? "" : parts.order.substr(1)) +
+               ") AS \"rank\", count(*) OVER () AS \"all\"" + parts.tail + ") WHERE \"rank\" <= " +
+               (percent ? "ceil(\"all\" * (" + top + ") / 100.0)" : "(" + top + ")");
+  parts.items.resize(shown);
+}
+
 std::string Binder::BindLimit(const Query& query, const vorek::sqlite::Select* select) {
   const auto count = [this](const Expr& expr) {
     Bound value = Convert(BindValue(expr), Make(TypeKind::kBigInt), Mode::kImplicit, expr.at);
@@ -482,9 +531,7 @@ std::string Binder::BindLimit(const Query& query, const vorek::sqlite::Select* s
   if (select != nullptr && select->top != nullptr) {
     if (select->top->kind == ExprKind::kUnary)
       Refuse(select->top->at, "TOP takes no negative number");
-    if (!select->top_percent) return " LIMIT " + count(*select->top);
-    if (select->top->text == "100") return "";
-    Refuse(select->top->at, "TOP with PERCENT is not supported, save for TOP 100 PERCENT");
+    return select->top_percent ? "" : " LIMIT " + count(*select->top);
   }
   if (query.offset == nullptr) return "";
   const std::string limit = query.fetch == nullptr ? "-1" : count(*query.fetch);

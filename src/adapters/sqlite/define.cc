@@ -354,6 +354,12 @@ void Definer::CreateModule(const Statement& statement) {
   if (statement.word == "V") {
     const Variables none;
     Binder(schema_, none, source_).Describe(*statement.query, statement.view_columns);
+  } else if (statement.word == "IF") {
+    Variables parameters;
+    for (const auto& parameter : statement.parameters) {
+      parameters[LowerWord(parameter.name)] = {parameter.type, ""};
+    }
+    Binder(schema_, parameters, source_).Describe(*statement.query, {});
   }
   schema_.EnsureCatalogue();
   const PreparedPtr insert = Prepare(
@@ -408,7 +414,8 @@ void Definer::DropModule(const Statement& statement) {
   names.insert(names.end(), statement.columns.begin(), statement.columns.end());
   for (const std::string& name : names) {
     const ModuleInfo* module = schema_.FindModule(name);
-    if (module == nullptr || module->kind != statement.word) {
+    const bool function = statement.word == "FN" && module != nullptr && module->kind == "IF";
+    if (module == nullptr || (module->kind != statement.word && !function)) {
       if (statement.if_exists) continue;
       throw Error(ErrorNumber::kMissingObject, "Cannot drop '" + name +
                                                    "', because it does not exist (" +

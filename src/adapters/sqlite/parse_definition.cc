@@ -363,14 +363,22 @@ void Parser::FunctionBody(Statement& function) {
   function.parameters = Parameters();
   NeedSymbol(")");
   NeedWord("returns");
-  if (AtWord("table") || Peek().kind == TokenKind::kVariable) RefuseWord(Peek());
-  function.returns = TypeWords();
+  if (Peek().kind == TokenKind::kVariable) RefuseWord(Peek(1));
+  const bool table = TakeWord("table");
+  if (!table) function.returns = TypeWords();
   if (TakeWord("with")) {
     do {
       while (AtName() || AtWord("null") || AtWord("on")) Take();
     } while (TakeSymbol(","));
   }
   TakeWord("as");
+  if (table) {
+    function.word = "IF";
+    NeedWord("return");
+    function.query = ParseQuery();
+    SkipStatementEnd();
+    return;
+  }
   if (!AtWord("begin")) RefuseHere();
   function.body.push_back(ParseStatement());
   RefuseEffects(*function.body[0]);
@@ -380,6 +388,10 @@ void Parser::RefuseEffects(const Statement& statement) const {
   // A function computes: whatever reads it must not change anything by that.
   switch (statement.kind) {
     case StatementKind::kDeclare:
+      if (!statement.body.empty()) {
+        Refuse(source_, statement.at, "A table variable in a function is not supported");
+      }
+      return;
     case StatementKind::kSet:
     case StatementKind::kReturn:
     case StatementKind::kBreak:

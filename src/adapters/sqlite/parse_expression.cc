@@ -38,6 +38,13 @@ std::vector<ExprPtr> Parser::ExpressionList() {
   return list;
 }
 
+std::vector<ExprPtr> Parser::Arguments() {
+  std::vector<ExprPtr> list;
+  do list.push_back(TakeWord("default") ? nullptr : Expression());
+  while (TakeSymbol(","));
+  return list;
+}
+
 ExprPtr Parser::Expression() {
   const Level level(*this);
   ExprPtr first = AndChain();
@@ -342,7 +349,11 @@ ExprPtr Parser::Call(ExprPtr function) {
   if (AtSymbol("*")) {
     Adopt(*function, New(ExprKind::kStar, Take().begin));
   } else if (!AtSymbol(")")) {
-    for (ExprPtr& argument : ExpressionList()) Adopt(*function, std::move(argument));
+    for (ExprPtr& argument : Arguments()) {
+      // DEFAULT goes to functions of the database alone, which are looked up when they are bound.
+      if (argument == nullptr) function->operands.push_back(nullptr);
+      if (argument != nullptr) Adopt(*function, std::move(argument));
+    }
   }
   NeedSymbol(")");
   if (AtWord("within")) RefuseWord(Peek());

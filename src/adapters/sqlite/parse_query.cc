@@ -107,7 +107,7 @@ std::unique_ptr<Select> Parser::Values() {
   return select;
 }
 
-void Parser::Top(ExprPtr& top, bool* percent) {
+void Parser::Top(ExprPtr& top, bool* percent, bool* ties) {
   if (!TakeWord("top")) return;
   if (TakeSymbol("(")) {
     top = Expression();
@@ -120,7 +120,9 @@ void Parser::Top(ExprPtr& top, bool* percent) {
     Take();
     *percent = true;
   }
-  if (AtWords({"with", "ties"})) RefuseWord(Peek(1));
+  if (!AtWords({"with", "ties"})) return;
+  if (ties == nullptr) RefuseWord(Peek(1));
+  *ties = TakeWords({"with", "ties"});
 }
 
 std::unique_ptr<Select> Parser::ParseSelect() {
@@ -128,7 +130,7 @@ std::unique_ptr<Select> Parser::ParseSelect() {
   select->at = Here();
   NeedWord("select");
   if (!TakeWord("all")) select->distinct = TakeWord("distinct");
-  Top(select->top, &select->top_percent);
+  Top(select->top, &select->top_percent, &select->top_ties);
   do select->items.push_back(Item());
   while (TakeSymbol(","));
   if (TakeWord("into")) select->into = Object();
@@ -250,11 +252,14 @@ TableRef Parser::TableOrQuery() {
     NeedSymbol(")");
     return table;
   }
-  if (Peek().kind == TokenKind::kVariable) RefuseWord(Peek());
-  table.name = Object();
-  if (AtSymbol("(") && !Peek(1).IsWord("nolock") && !Peek(1).IsWord("index")) {
-    Refuse(source_, table.at,
-           "A function as a table, '" + table.name.Last() + "', is not supported");
+  table.name = TableName();
+  table.call = !table.name.IsVariable() && AtSymbol("(") && !Peek(1).IsWord("nolock") &&
+               !Peek(1).IsWord("index");
+  if (table.call) {
+    const Level level(*this);
+    NeedSymbol("(");
+    if (!AtSymbol(")")) table.arguments = Arguments();
+    NeedSymbol(")");
   }
   Hints();
   TableAlias(table);

@@ -89,7 +89,7 @@ StatementPtr Parser::Insert() {
   NeedWord("insert");
   if (AtWord("top")) RefuseWord(Peek());
   TakeWord("into");
-  insert->name = Object();
+  insert->name = TableName();
   Hints();
   if (AtSymbol("(") && !AtBracketedSelect()) insert->columns = NameList();
   if (AtWord("output")) RefuseWord(Peek());
@@ -132,8 +132,8 @@ Assignment Parser::ParseAssignment() {
 StatementPtr Parser::Update() {
   StatementPtr update = NewStatement(StatementKind::kUpdate);
   NeedWord("update");
-  Top(update->top, nullptr);
-  update->name = Object();
+  Top(update->top, nullptr, nullptr);
+  update->name = TableName();
   Hints();
   NeedWord("set");
   do update->assignments.push_back(ParseAssignment());
@@ -151,9 +151,9 @@ StatementPtr Parser::Update() {
 StatementPtr Parser::Delete() {
   StatementPtr erase = NewStatement(StatementKind::kDelete);
   NeedWord("delete");
-  Top(erase->top, nullptr);
+  Top(erase->top, nullptr, nullptr);
   TakeWord("from");
-  erase->name = Object();
+  erase->name = TableName();
   Hints();
   if (AtWord("output")) RefuseWord(Peek());
   if (TakeWord("from")) erase->from = FromList();
@@ -175,7 +175,17 @@ StatementPtr Parser::Declare() {
     if (Peek().kind != TokenKind::kVariable) RefuseHere();
     variable.name = Take().value;
     TakeWord("as");
-    if (AtWord("table") || AtWord("cursor")) RefuseWord(Peek());
+    if (AtWord("cursor")) RefuseWord(Peek());
+    if (TakeWord("table")) {
+      StatementPtr table = NewStatement(StatementKind::kCreateTable);
+      table->name.at = variable.at;
+      table->variable = variable.name;
+      NeedSymbol("(");
+      TableParts(*table);
+      NeedSymbol(")");
+      declare->body.push_back(std::move(table));
+      continue;
+    }
     variable.type = TypeWords();
     if (TakeSymbol("=")) variable.default_value = Expression();
     declare->parameters.push_back(std::move(variable));

@@ -61,6 +61,12 @@ std::shared_ptr<Batch> Parser::ParseBatch() {
   return batch;
 }
 
+std::vector<Parameter> Parser::ParseParameters() {
+  std::vector<Parameter> parameters = Parameters();
+  if (Peek().kind != TokenKind::kEnd) RefuseHere();
+  return parameters;
+}
+
 ExprPtr Parser::ParseWholeExpression() {
   ExprPtr expr = Expression();
   if (Peek().kind != TokenKind::kEnd) RefuseHere();
@@ -162,6 +168,14 @@ ObjectName Parser::Object() {
     Refuse(source_, name.at,
            "A table of another server, '" + text::Left(name.parts[0], 60) + "', is not supported");
   }
+  return name;
+}
+
+ObjectName Parser::TableName() {
+  if (Peek().kind != TokenKind::kVariable) return Object();
+  ObjectName name;
+  name.at = Here();
+  name.parts.push_back(Take().value);
   return name;
 }
 

@@ -19,6 +19,8 @@ class Parser {
   explicit Parser(const SourceText& source);
 
   std::shared_ptr<Batch> ParseBatch();
+  // The parameters that sp_executesql is told of: "@a int, @b int output".
+  std::vector<Parameter> ParseParameters();
   // One expression that fills the whole text: a default kept in the database.
   ExprPtr ParseWholeExpression();
 
@@ -57,6 +59,7 @@ class Parser {
   std::string Collation();
   std::string AliasName();  // a name or a text
   ObjectName Object();
+  ObjectName TableName();               // or a table variable's
   std::vector<std::string> NameList();  // (a, b)
   std::string SourceOf(std::size_t begin, std::size_t end) const;
   std::size_t Here() const { return Peek().begin; }
@@ -90,6 +93,7 @@ class Parser {
   ExprPtr Binary(ExprKind kind, std::string op, ExprPtr left, ExprPtr right) const;
   void Adopt(Expr& parent, ExprPtr child) const;
   std::vector<ExprPtr> ExpressionList();
+  std::vector<ExprPtr> Arguments();
 
   // Queries (parse_query.cc).
   std::unique_ptr<Query> ParseQuery();
@@ -100,7 +104,7 @@ class Parser {
   bool AtBracketedSelect() const;
   std::unique_ptr<Select> ParseSelect();
   std::unique_ptr<Select> Values();
-  void Top(ExprPtr& top, bool* percent);
+  void Top(ExprPtr& top, bool* percent, bool* ties);
   SelectItem Item();
   std::vector<TableRef> FromList();
   TableRef Joined();

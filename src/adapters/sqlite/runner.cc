@@ -100,23 +100,37 @@ ResultSetPtr Runner::Run(Batch& batch, const ExecuteOptions& options,
     RunAll(batch.statements, frame);
     own_identity_ = frame.identity;
   } catch (const Error& error) {
+    frame_ = &frame;
     own_identity_ = frame.identity;
     if (schema_.CurrentSession().ends_transactions) Rollback();
+    IgnoreErrors([&] { DropVariables(frame); });
     if (!pending_) throw Error(error.Number(), error.Description());
   }
+  DropVariables(frame);
   if (pending_) throw Error(*pending_);
   return std::move(result_);
 }
 
 Runner::Frame Runner::NewFrame(const SourceText& source, bool is_module) const {
-  Frame frame{source, {}, {}, {}, {}, {}, is_module, "", schema_.CurrentSession()};
+  Frame frame{source,
+              {},
+              {},
+              {},
+              {},
+              {},
+              is_module,
+              "",
+              schema_.CurrentSession(),
+              is_module ? frame_ : nullptr};
   return frame;
 }
 
 Runner::Flow Runner::RunAll(std::vector<StatementPtr>& statements, Frame& frame) {
+  frame_ = &frame;
   for (StatementPtr& statement : statements) {
     checkpoint_(0);
     const Flow flow = RunOne(*statement, frame);
+    frame_ = &frame;
     if (flow != Flow::kNext) return flow;
   }
   return Flow::kNext;
@@ -416,16 +430,27 @@ void Runner::RunInsert(Statement& statement, Frame& frame) {
 }
 
 void Runner::RunDeclare(Statement& statement, Frame& frame) {
+  for (StatementPtr& table : statement.body) DeclareTable(*table, frame);
   int piece = 0;
   for (const Parameter& variable : statement.parameters) {
     const std::string name = LowerWord(variable.name);
-    frame.types[name] = {variable.type};
+    frame.types[name] = {variable.type, ""};
     frame.values[name] =
         variable.default_value == nullptr
             ? Cell{}
             : Evaluate(statement, piece, *variable.default_value, &variable.type, frame);
     ++piece;
   }
+}
+
+void Runner::DeclareTable(Statement& table, Frame& frame) {
+  // The statement may run again in a loop, or in another call of its procedure.
+  const std::string variable = LowerWord(table.variable);
+  if (frame.types.count(variable) != 0) return;
+  table.name.parts = {"#" + variable + " " + std::to_string(depth_)};
+  Whole(true, [&] { Definer(db_, schema_, frame.source).Define(table); });
+  frame.types[variable] = {Type{}, table.name.Last()};
+  frame.temporary_tables.insert(table.name.Last());
 }
 
 void Runner::RunSet(Statement& statement, Frame& frame) {
@@ -490,6 +515,22 @@ void Runner::Rollback() {
   waits_to_write_ = false;
   schema_.Changed();
   schema_.TemporaryChanged();
+  // A table variable would keep its rows on a server: better none than those of before.
+  for (const Frame* frame = frame_; frame != nullptr; frame = frame->caller) {
+    for (const std::string& name : frame->temporary_tables) {
+      if (name.rfind("#@", 0) == 0) {
+        vorek::sqlite::Run(db_, "DROP TABLE IF EXISTS temp." + QuoteName(name));
+      }
+    }
+  }
+}
+
+void Runner::DropVariables(Frame& frame) {
+  for (const std::string& name : frame.temporary_tables) {
+    if (name.rfind("#@", 0) != 0 || schema_.FindTable(name) == nullptr) continue;
+    vorek::sqlite::Run(db_, "DROP TABLE temp." + QuoteName(name));
+    schema_.TemporaryChanged();
+  }
 }
 
 void Runner::RunTruncate(Statement& statement, Frame& frame) {

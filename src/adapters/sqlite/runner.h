@@ -48,6 +48,7 @@ class Runner {
     bool is_module = false;
     std::string procedure;
     Session session;  // as it was before the module
+    const Frame* caller = nullptr;
   };
   // What INSERT ... EXEC takes of a procedure's row sets.
   struct Sink {
@@ -67,10 +68,13 @@ class Runner {
   void Whole(bool temporary, const std::function<void()>& work);
   void RunChange(Compiled& compiled, Frame& frame);
   void RunDeclare(Statement& statement, Frame& frame);
+  void DeclareTable(Statement& table, Frame& frame);
+  void DropVariables(Frame& frame);
   void RunSet(Statement& statement, Frame& frame);
   void RunExecute(Statement& statement, Frame& frame);
   void RunExecuteText(Statement& statement, Frame& frame);
   bool RunSystemProcedure(Statement& statement, Frame& frame);
+  void RunExecuteSql(Statement& statement, Frame& frame);
   void RunDefinition(Statement& statement, Frame& frame);
   void RunTransaction(const Statement& statement);
   void Rollback();
@@ -85,10 +89,10 @@ class Runner {
   void TakeRows(Compiled& compiled);
   bool Holds(Statement& statement, Frame& frame);
   Cell Evaluate(Statement& statement, int piece, const Expr& expr, const Type* type, Frame& frame);
-  void TakeArguments(Statement& statement, const Statement& definition, Frame& caller,
-                     Frame& frame);
+  void TakeArguments(Statement& statement, const Statement& definition, Frame& caller, Frame& frame,
+                     std::size_t first = 0);
   void GiveBack(const Statement& statement, const Statement& definition, Frame& caller,
-                const Frame& frame);
+                const Frame& frame, std::size_t first = 0);
   void RunModule(std::vector<StatementPtr>& statements, Frame& frame);
   void LeaveModule(Frame& frame);
 
@@ -100,6 +104,7 @@ class Runner {
   sqlite3* db_;
   Schema& schema_;
   ResultSetPtr result_;
+  const Frame* frame_ = nullptr;  // that runs
   Frame* assigning_ = nullptr;
   Sink* sink_ = nullptr;
   const Frame* untranslated_ = nullptr;  // whose statement couldn't be translated

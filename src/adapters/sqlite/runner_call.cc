@@ -44,12 +44,12 @@ void Runner::LeaveModule(Frame& frame) {
 }
 
 void Runner::TakeArguments(Statement& statement, const Statement& definition, Frame& caller,
-                           Frame& frame) {
+                           Frame& frame, std::size_t first) {
   const std::vector<vorek::sqlite::Parameter>& parameters = definition.parameters;
   std::vector<const Argument*> given(parameters.size(), nullptr);
-  std::size_t position = 0;
-  for (const Argument& argument : statement.arguments) {
-    std::size_t index = position++;
+  for (std::size_t at = first; at < statement.arguments.size(); ++at) {
+    const Argument& argument = statement.arguments[at];
+    std::size_t index = at - first;
     if (!argument.name.empty()) {
       const auto found = std::find_if(parameters.begin(), parameters.end(), [&](const auto& p) {
         return SameWord(p.name, argument.name);
@@ -69,7 +69,7 @@ void Runner::TakeArguments(Statement& statement, const Statement& definition, Fr
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const vorek::sqlite::Parameter& parameter = parameters[i];
     const std::string name = LowerWord(parameter.name);
-    frame.types[name] = {parameter.type};
+    frame.types[name] = {parameter.type, ""};
     const bool told = given[i] != nullptr && given[i]->value != nullptr;
     if (!told && parameter.default_value == nullptr) {
       throw Error(ErrorNumber::kSyntax, "Procedure or function '" + definition.name.Last() +
@@ -79,16 +79,16 @@ void Runner::TakeArguments(Statement& statement, const Statement& definition, Fr
     const Expr& value = told ? *given[i]->value : *parameter.default_value;
     Frame& scope = told ? caller : frame;
     // Each default has its own piece, apart from those of the arguments.
-    const int piece = static_cast<int>(i) + (told ? 0 : 1000);
+    const int piece = static_cast<int>(i + first) + (told ? 0 : 1000);
     frame.values[name] = Evaluate(statement, piece, value, &parameter.type, scope);
   }
 }
 
 void Runner::GiveBack(const Statement& statement, const Statement& definition, Frame& caller,
-                      const Frame& frame) {
-  std::size_t position = 0;
-  for (const Argument& argument : statement.arguments) {
-    const std::size_t index = position++;
+                      const Frame& frame, std::size_t first) {
+  for (std::size_t at = first; at < statement.arguments.size(); ++at) {
+    const Argument& argument = statement.arguments[at];
+    const std::size_t index = at - first;
     if (!argument.output || argument.value == nullptr ||
         argument.value->kind != ExprKind::kVariable) {
       continue;
@@ -107,18 +107,34 @@ void Runner::GiveBack(const Statement& statement, const Statement& definition, F
   }
 }
 
+void Runner::RunExecuteSql(Statement& statement, Frame& frame) {
+  const CallLevel level(depth_);
+  const Type type = MakeText(TypeKind::kNVarChar, Type::kMax);
+  const auto text = [&](std::size_t i) {
+    if (i >= statement.arguments.size() || statement.arguments[i].value == nullptr) {
+      return std::string();
+    }
+    const Cell cell =
+        Evaluate(statement, static_cast<int>(i), *statement.arguments[i].value, &type, frame);
+    const auto* value = std::get_if<std::string>(&cell);
+    return value == nullptr ? std::string() : *value;
+  };
+  constexpr std::size_t kTexts = 2;  // the statements and the parameters' names
+  const std::shared_ptr<Batch> batch = Parser(text(0)).ParseBatch();
+  const std::string names = text(1);
+  Statement definition;
+  definition.name.parts = {"sp_executesql"};
+  if (!names.empty()) definition.parameters = Parser(names).ParseParameters();
+  Frame own = NewFrame(SourceText(batch->source), true);
+  TakeArguments(statement, definition, frame, own, kTexts);
+  RunModule(batch->statements, own);
+  GiveBack(statement, definition, frame, own, kTexts);
+}
+
 bool Runner::RunSystemProcedure(Statement& statement, Frame& frame) {
   const std::string name = LowerWord(statement.name.Last());
-  if (name == "sp_executesql" && statement.arguments.size() == 1 &&
-      statement.arguments[0].value != nullptr) {
-    const CallLevel level(depth_);
-    const Type text = MakeText(TypeKind::kNVarChar, Type::kMax);
-    const Cell cell = Evaluate(statement, 0, *statement.arguments[0].value, &text, frame);
-    const auto* source = std::get_if<std::string>(&cell);
-    if (source == nullptr) return true;
-    const std::shared_ptr<Batch> batch = Parser(*source).ParseBatch();
-    Frame own = NewFrame(SourceText(batch->source), true);
-    RunModule(batch->statements, own);
+  if (name == "sp_executesql" && !statement.arguments.empty()) {
+    RunExecuteSql(statement, frame);
     return true;
   }
   // Notes about the schema, as tools script them: nothing here reads them.
@@ -141,7 +157,7 @@ void Runner::RunExecute(Statement& statement, Frame& frame) {
   Statement& definition = *batch->statements.front();
   Frame inner = NewFrame(SourceText(batch->source), true);
   inner.procedure = module->name;
-  inner.types["@return value"] = {Make(TypeKind::kInt)};
+  inner.types["@return value"] = {Make(TypeKind::kInt), ""};
   TakeArguments(statement, definition, frame, inner);
   RunModule(definition.body, inner);
   GiveBack(statement, definition, frame, inner);
@@ -186,7 +202,7 @@ void Runner::RunInsertOfProcedure(Statement& statement, Frame& frame) {
     auto value = std::make_unique<Expr>();
     value->kind = ExprKind::kVariable;
     value->text = "@column" + std::to_string(i);
-    row_frame.types[value->text] = {sink.columns[i].type};
+    row_frame.types[value->text] = {sink.columns[i].type, ""};
     values.push_back(std::move(value));
   }
   select->values.push_back(std::move(values));
@@ -226,10 +242,10 @@ Cell Runner::Call(const std::string& function, std::vector<Cell> arguments) {
   const std::shared_ptr<Batch> batch = module->batch;
   Statement& definition = *batch->statements.front();
   Frame frame = NewFrame(SourceText(batch->source), true);
-  frame.types["@return value"] = {definition.returns};
+  frame.types["@return value"] = {definition.returns, ""};
   for (std::size_t i = 0; i < definition.parameters.size() && i < arguments.size(); ++i) {
     const std::string name = LowerWord(definition.parameters[i].name);
-    frame.types[name] = {definition.parameters[i].type};
+    frame.types[name] = {definition.parameters[i].type, ""};
     frame.values[name] = std::move(arguments[i]);
   }
   const std::int64_t row_count = row_count_;

@@ -25,7 +25,10 @@ struct ObjectName {
 
   bool Empty() const { return parts.empty(); }
   const std::string& Last() const { return parts.back(); }
-  bool IsTemporary() const { return !parts.empty() && parts.back().rfind('#', 0) == 0; }
+  bool IsVariable() const { return !parts.empty() && parts.back().rfind('@', 0) == 0; }
+  bool IsTemporary() const {
+    return IsVariable() || (!parts.empty() && parts.back().rfind('#', 0) == 0);
+  }
 };
 
 enum class ExprKind {
@@ -74,7 +77,7 @@ struct Expr {
   int depth = 1;  // of the tree below and with this node
   std::string text;
   std::vector<std::string> path;
-  std::vector<ExprPtr> operands;
+  std::vector<ExprPtr> operands;  // null for the word DEFAULT as an argument
   std::unique_ptr<Query> query;
   std::unique_ptr<Window> window;
   Type type;              // of a cast
@@ -101,6 +104,8 @@ struct TableRef {
   ObjectName name;
   std::string alias;
   std::vector<std::string> columns;  // alias(column, ...)
+  bool call = false;                 // of a function that gives a table
+  std::vector<ExprPtr> arguments;    // null for the word DEFAULT
   std::unique_ptr<Query> query;
   Join join = Join::kInner;
   std::unique_ptr<TableRef> left;
@@ -114,6 +119,7 @@ struct Select {
   bool distinct = false;
   ExprPtr top;
   bool top_percent = false;
+  bool top_ties = false;
   std::vector<SelectItem> items;
   ObjectName into;
   std::vector<TableRef> from;
@@ -255,11 +261,11 @@ struct Statement {
   std::vector<Parameter> parameters;  // of a module, or declared variables
   std::vector<Argument> arguments;    // of EXEC
   std::string variable;               // EXEC @x = procedure
-  std::vector<StatementPtr> body;     // of a block, a module; IF: then, else
+  std::vector<StatementPtr> body;     // of a block, a module; IF: then, else; DECLARE: the tables
   std::vector<ColumnDefinition> definitions;
   std::vector<Constraint> constraints;
   std::vector<std::string> view_columns;
-  std::string word;  // a module's kind: "V", "P", "FN"; what ALTER does
+  std::string word;  // a module's kind: "V", "P", "FN", "IF"; what ALTER does
   Type returns;      // of a function
   bool unique = false;
   bool or_alter = false;
