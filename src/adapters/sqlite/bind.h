@@ -115,6 +115,8 @@ class Binder {
     Scope* outer = nullptr;
     std::vector<Source> sources;
     std::set<std::string> group_keys;
+    std::set<std::string> absent_keys;  // of other grouping sets: NULL in this one
+    const std::vector<std::size_t>* grouping_set = nullptr;
     std::vector<Violation> ungrouped;  // columns outside of aggregates and of the group keys
     int inside_aggregate = 0;
     bool has_aggregate = false;
@@ -187,6 +189,8 @@ class Binder {
   void AssignItems(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts,
                    const std::vector<std::string>& assigned);
   void ExpandStar(const Expr& star, std::vector<Bound>& items);
+  BoundQuery GroupingSets(const Query& query, const vorek::sqlite::Select& select,
+                          const Targets* targets);
   void BindGroup(const vorek::sqlite::Select& select, SelectParts& parts);
   void CheckGrouping(const vorek::sqlite::Select& select) const;
   std::string BindOrder(const std::vector<OrderItem>& order, const std::vector<Bound>& items,
@@ -214,6 +218,9 @@ class Binder {
   const ViewTable& WriteView(const ModuleInfo& view);
   void CountTables(int tables, std::size_t at);
   std::string BindSubquery(const TableRef& table, bool nullable);
+  std::string BindPivot(const TableRef& table, bool nullable);
+  BoundQuery PivotRows(const TableRef& table, const std::string& from);
+  BoundQuery UnpivotRows(const TableRef& table, const std::string& from);
   const CommonTableInfo* FindCommonTable(const ObjectName& name) const;
   std::string CatalogueView(const ObjectName& name);
   void AddSource(Source source, std::size_t at);

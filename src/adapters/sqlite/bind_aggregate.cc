@@ -23,6 +23,9 @@ bool Holds(const List& list, std::string_view name) {
 
 std::string Binder::BindWindow(const Expr& expr) {
   if (expr.window == nullptr) return "";
+  if (scope_ != nullptr && scope_->grouping_set != nullptr) {
+    Refuse(expr.at, "A window beside ROLLUP, CUBE or GROUPING SETS is not supported");
+  }
   std::string sql;
   for (const ExprPtr& key : expr.window->partition) {
     sql += (sql.empty() ? "PARTITION BY " : ", ") + Collated(BindValue(*key)).sql;
@@ -40,6 +43,17 @@ std::string Binder::BindWindow(const Expr& expr) {
 
 Bound Binder::BindAggregate(const Expr& expr, const std::string& name) {
   if (Holds(kRanking, name)) return BindRanking(expr, name);
+  if (name == "grouping" && expr.operands.size() == 1 && scope_ != nullptr) {
+    // Bound as in an aggregate, where a key of another set stays what it is.
+    ++scope_->inside_aggregate;
+    const Bound key = BindOperand(*expr.operands[0]);
+    --scope_->inside_aggregate;
+    const bool absent = scope_->absent_keys.count(key.sql) != 0;
+    if (!absent && scope_->group_keys.count(key.sql) == 0) {
+      Refuse(expr.at, "GROUPING takes a key of the GROUP BY");
+    }
+    return NumberLiteral(absent ? 1 : 0, Make(TypeKind::kTinyInt));
+  }
   if (!Holds(kAggregates, name)) {
     const ModuleInfo* module = schema_.FindModule(name);
     if (module != nullptr && module->kind == "FN") return BindUserFunction(expr);

@@ -113,6 +113,14 @@ Bound Binder::BindUnchecked(const Expr& expr) {
       scope_->group_keys.count(bound.sql) != 0) {
     scope_->ungrouped.resize(before);
   }
+  const bool absent = scope_ != nullptr && scope_->inside_aggregate == 0 &&
+                      scope_->absent_keys.count(bound.sql) != 0;
+  if (absent) {
+    scope_->ungrouped.resize(before);
+    const std::string name = bound.name;
+    bound = MakeBound("NULL", bound.type);
+    bound.name = name;
+  }
   return bound;
 }
 

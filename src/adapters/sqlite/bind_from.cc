@@ -124,6 +124,9 @@ std::string Binder::BindTable(const TableRef& table, bool nullable, bool after_c
       return BindJoin(table, nullable, after_comma);
     case TableRef::Kind::kQuery:
       return BindSubquery(table, nullable);
+    case TableRef::Kind::kPivot:
+    case TableRef::Kind::kUnpivot:
+      return BindPivot(table, nullable);
     case TableRef::Kind::kTable:
       break;
   }

@@ -214,7 +214,36 @@ struct FunctionRules {
     return bound;
   }
 
+  static Bound ConcatWs(Call& call) {
+    // NULLs are left out with their separators: each value brings the one in front of it along.
+    const std::string separator = "ifnull(" + call.Text(0).sql + ", '')";
+    std::string sql;
+    bool national = call[0].type.IsNational();
+    for (std::size_t i = 1; i < call.Count(); ++i) {
+      national = national || call[i].type.IsNational();
+      sql += (i == 1 ? "" : " || ") + ("ifnull(" + separator + " || " + call.Text(i).sql + ", '')");
+    }
+    Bound bound = CallOf("substr", {sql, "length(" + separator + ") + 1"},
+                         MakeText(national ? TypeKind::kNVarChar : TypeKind::kVarChar, 4000));
+    bound.nullable = false;
+    return bound;
+  }
+  static Bound Choose(Call& call) {
+    Type type;
+    for (std::size_t i = 1; i < call.Count(); ++i) type = CommonType(type, call[i].type);
+    std::string sql = "CASE " + call.Whole(0).sql;
+    for (std::size_t i = 1; i < call.Count(); ++i) {
+      const Bound value = call.binder.Convert(call[i], type, Binder::Mode::kImplicit, call.expr.at);
+      sql += " WHEN " + std::to_string(i) + " THEN " + value.sql;
+    }
+    return MakeBound(sql + " END", type);
+  }
+
   // Dates.
+  static Bound DateFromParts(Call& call) {
+    return CallOf("vk_date_of_parts", {call.Whole(0).sql, call.Whole(1).sql, call.Whole(2).sql},
+                  Make(TypeKind::kDate));
+  }
   static std::string Part(Call& call) {
     const Expr& word = *call.expr.operands[0];
     if (word.kind != ExprKind::kColumn || word.path.size() != 1) {
@@ -403,7 +432,7 @@ struct FunctionRules {
 
 const Binder::Rule* FunctionRules::Find(std::string_view name) {
   using R = FunctionRules;
-  static constexpr std::array<Rule, 80> kRules = {{
+  static constexpr std::array<Rule, 83> kRules = {{
       {"isnull", 2, 2, R::IsNull},
       {"coalesce", 2, kMany, R::Coalesce},
       {"nullif", 2, 2, R::NullIf},
@@ -431,6 +460,9 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
       {"ascii", 1, 1, R::Unicode},
       {"quotename", 1, 1, R::QuoteName},
       {"concat", 2, kMany, R::Concat},
+      {"concat_ws", 3, kMany, R::ConcatWs},
+      {"choose", 2, kMany, R::Choose},
+      {"datefromparts", 3, 3, R::DateFromParts},
       {"dateadd", 3, 3, R::DateAdd},
       {"datediff", 3, 3, R::DateDiff},
       {"datepart", 2, 2, R::DatePart},
@@ -517,7 +549,7 @@ Bound Binder::BindFunction(const Expr& expr) {
     Refuse(expr.at, "The function '" + expr.path[0] + "' takes " + std::to_string(rule->least) +
                         (rule->most == rule->least ? "" : " or more") + " argument(s)");
   }
-  const bool has_part = name.rfind("date", 0) == 0 && name != "datalength";
+  const bool has_part = name.rfind("date", 0) == 0 && name != "datefromparts";
   Call call{*this, expr, {}};
   for (std::size_t i = 0; i < count; ++i) {
     // The part of a date is a word, no column.

@@ -119,7 +119,9 @@ Binder::BoundQuery Binder::BindQuery(const Query& query, const Targets* targets)
   BoundQuery result;
   const Branch& first = query.branches[0];
   const bool single = query.branches.size() == 1 && first.select != nullptr;
-  if (single && first.select->values.empty()) {
+  if (single && !first.select->grouping_sets.empty()) {
+    result = GroupingSets(query, *first.select, targets);
+  } else if (single && first.select->values.empty()) {
     Scope scope;
     const ScopeGuard guard(*this, scope);
     std::vector<SelectParts> parts;
@@ -401,26 +403,74 @@ Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::
   return parts;
 }
 
+Binder::BoundQuery Binder::GroupingSets(const Query& query, const vorek::sqlite::Select& select,
+                                        const Targets* targets) {
+  std::vector<SelectParts> branches;
+  const Query bare;  // ORDER BY and TOP belong to the whole
+  for (const std::vector<std::size_t>& set : select.grouping_sets) {
+    Scope scope;
+    const ScopeGuard guard(*this, scope);
+    scope.grouping_set = &set;
+    branches.push_back(BindSelect(bare, select));
+    branches.back().limit.clear();
+  }
+  if (select.distinct || !assigned_.empty() || select.top_percent || select.top_ties) {
+    Refuse(select.at, "ROLLUP, CUBE and GROUPING SETS take no DISTINCT, variables or TOP of ranks");
+  }
+  Unify(branches, targets, query.at);
+  BoundQuery inner;
+  for (const Bound& item : branches[0].items) {
+    inner.columns.push_back({item.name, item.type, true, false});
+  }
+  for (SelectParts& branch : branches) {
+    inner.sql += (inner.sql.empty() ? "" : " UNION ALL ") + Render(branch);
+  }
+  BoundQuery result;
+  result.columns = inner.columns;
+  SelectParts whole = Derived(std::move(inner));
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  whole.order = BindOrder(query.order, whole.items, true);
+  whole.limit = BindLimit(query, &select);
+  result.sql = Render(whole);
+  return result;
+}
+
 void Binder::BindGroup(const vorek::sqlite::Select& select, SelectParts& parts) {
   std::string keys;
-  for (const ExprPtr& key : select.group) {
+  std::set<std::string> absent;
+  for (std::size_t i = 0; i < select.group.size(); ++i) {
+    const ExprPtr& key = select.group[i];
     const Bound unchecked = BindOperand(*key);
     const Bound bound = Checked(unchecked);
     if (bound.literal != Bound::Literal::kNone) {
       Refuse(key->at, "Each GROUP BY expression must contain a column of the query");
+    }
+    const auto* set = scope_->grouping_set;
+    if (set != nullptr && std::find(set->begin(), set->end(), i) == set->end()) {
+      absent.insert(unchecked.sql);
+      absent.insert(bound.sql);
+      continue;
     }
     scope_->group_keys.insert(unchecked.sql);
     scope_->group_keys.insert(bound.sql);
     keys += (keys.empty() ? "" : ", ") + Collated(bound).sql;
   }
   scope_->ungrouped.clear();
+  for (const std::string& key : absent) {
+    if (scope_->group_keys.count(key) == 0) scope_->absent_keys.insert(key);
+  }
   if (!keys.empty()) parts.tail += " GROUP BY " + keys;
+  // The set without a key is one group, whatever is selected.
+  if (keys.empty() && scope_->grouping_set != nullptr) parts.tail += " HAVING count(*) >= 0";
+  if (scope_->grouping_set != nullptr) scope_->has_aggregate = true;
   if (select.having != nullptr) {
     scope_->takes_aggregates = true;
     std::string having = BindCondition(*select.having, 0);
     // Without groups SQLite takes HAVING only beside an aggregate; a query of one group is meant.
+    const bool one_group = keys.empty() && scope_->grouping_set != nullptr;
     if (keys.empty()) scope_->has_aggregate = true;
-    parts.tail += " HAVING " + having;
+    parts.tail += one_group ? " AND (" + having + ")" : " HAVING " + having;
   }
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -149,6 +150,23 @@ void DateOfBytes(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultText(context, StoredMoment(moment, kind));
 }
 
+// vk_date_of_parts(year, month, day)
+void DateOfParts(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto part = [values](int i) {
+    return static_cast<int>(std::clamp<std::int64_t>(sqlite3_value_int64(values[i]), 0, 10000));
+  };
+  const Calendar date{part(0), part(1), part(2)};
+  const bool exists = date.year >= 1 && date.year <= 9999 && date.month >= 1 && date.month <= 12 &&
+                      date.day >= 1 && date.day <= DaysInMonth(date.year, date.month);
+  if (!exists) {
+    return Fail(context,
+                "Cannot construct data type date, some of the arguments have values which "
+                "are not valid.");
+  }
+  ResultText(context, StoredMoment({DayOf(date), 0}, "date"));
+}
+
 void EoMonth(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
   const std::optional<Moment> moment = MomentOf(context, values[0]);
@@ -173,6 +191,7 @@ void RegisterDateFunctions(sqlite3* db) {
   Register(db, "vk_datepart", 2, DatePart);
   Register(db, "vk_datename", 2, DateName);
   Register(db, "vk_date_of_bytes", 2, DateOfBytes);
+  Register(db, "vk_date_of_parts", 3, DateOfParts);
   Register(db, "vk_eomonth", 2, EoMonth);
 }
 

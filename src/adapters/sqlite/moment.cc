@@ -230,7 +230,7 @@ struct Style {
 
 // y year, Y its last two digits, m month, n its name, d day, D day behind a blank, H hour, h hour
 // of twelve behind a blank, i minute, s second, f thousandths, p AM or PM.
-constexpr std::array<Style, 36> kStyles = {{
+constexpr std::array<Style, 38> kStyles = {{
     {0, "n D y h:ip"},
     {1, "m/d/Y"},
     {2, "Y.m.d"},
@@ -248,6 +248,8 @@ constexpr std::array<Style, 36> kStyles = {{
     {14, "H:i:s:f"},
     {20, "y-m-d H:i:s"},
     {21, "y-m-d H:i:s.f"},
+    {22, "m/d/Y h:i:s p"},
+    {23, "y-m-d"},
     {24, "H:i:s"},
     {25, "y-m-d H:i:s.f"},
     {100, "n D y h:ip"},

@@ -136,15 +136,75 @@ std::unique_ptr<Select> Parser::ParseSelect() {
   if (TakeWord("into")) select->into = Object();
   if (TakeWord("from")) select->from = FromList();
   if (TakeWord("where")) select->where = Expression();
-  if (TakeWords({"group", "by"})) {
-    if (AtWord("rollup") || AtWord("cube") || AtWord("grouping")) RefuseWord(Peek());
-    TakeWord("all");
-    select->group = ExpressionList();
-    if (AtWord("with")) RefuseWord(Peek(1));
-  }
+  if (TakeWords({"group", "by"})) GroupBy(*select);
   if (TakeWord("having")) select->having = Expression();
   if (AtWord("compute")) RefuseWord(Peek());
   return select;
+}
+
+namespace {
+
+using Sets = std::vector<std::vector<std::size_t>>;
+
+// The sets of ROLLUP and CUBE over so many keys, the fullest first.
+Sets SetsOf(std::size_t keys, bool cube) {
+  Sets sets;
+  if (!cube) {
+    for (std::size_t size = keys + 1; size-- > 0;) {
+      sets.emplace_back();
+      for (std::size_t i = 0; i < size; ++i) sets.back().push_back(i);
+    }
+    return sets;
+  }
+  for (std::size_t mask = std::size_t{1} << keys; mask-- > 0;) {
+    sets.emplace_back();
+    for (std::size_t i = 0; i < keys; ++i) {
+      if ((mask >> i & 1U) != 0) sets.back().push_back(i);
+    }
+  }
+  return sets;
+}
+
+}  // namespace
+
+void Parser::GroupBy(Select& select) {
+  constexpr std::size_t kMostKeys = 10;  // of a CUBE
+  const std::size_t at = Here();
+  if (TakeWords({"grouping", "sets"})) {
+    NeedSymbol("(");
+    do {
+      select.grouping_sets.emplace_back();
+      const bool brackets = TakeSymbol("(");
+      if (brackets && TakeSymbol(")")) continue;
+      do {
+        select.grouping_sets.back().push_back(select.group.size());
+        select.group.push_back(Expression());
+      } while (brackets && TakeSymbol(","));
+      if (brackets) NeedSymbol(")");
+    } while (TakeSymbol(","));
+    NeedSymbol(")");
+    return;
+  }
+  bool cube = AtWord("cube") && Peek(1).Is("(");
+  bool sets = cube || (AtWord("rollup") && Peek(1).Is("("));
+  if (sets) {
+    Take();
+    NeedSymbol("(");
+    select.group = ExpressionList();
+    NeedSymbol(")");
+    if (AtSymbol(",")) RefuseHere();
+  } else {
+    TakeWord("all");
+    select.group = ExpressionList();
+    if (TakeWord("with")) {
+      sets = true;
+      cube = TakeWord("cube");
+      if (!cube) NeedWord("rollup");
+    }
+  }
+  if (!sets) return;
+  if (select.group.size() > kMostKeys) Refuse(source_, at, "Too many keys of ROLLUP or CUBE");
+  select.grouping_sets = SetsOf(select.group.size(), cube);
 }
 
 SelectItem Parser::Item() {
@@ -205,7 +265,6 @@ bool Parser::JoinWord(TableRef::Join& join) {
 TableRef Parser::Joined() {
   const Level level(*this);
   TableRef table = JoinTail(TableOrQuery());
-  if (AtWord("pivot") || AtWord("unpivot")) RefuseWord(Peek());
   return table;
 }
 
@@ -236,6 +295,32 @@ TableRef Parser::JoinTail(TableRef left) {
 }
 
 TableRef Parser::TableOrQuery() {
+  TableRef table = PlainTable();
+  while (AtWord("pivot") || AtWord("unpivot")) table = Pivot(std::move(table));
+  return table;
+}
+
+TableRef Parser::Pivot(TableRef rows) {
+  const Level level(*this);
+  TableRef pivot;
+  pivot.at = Here();
+  pivot.kind = Take().IsWord("pivot") ? TableRef::Kind::kPivot : TableRef::Kind::kUnpivot;
+  NeedSymbol("(");
+  pivot.on = pivot.kind == TableRef::Kind::kPivot ? NameOrCall() : New(ExprKind::kColumn, Here());
+  if (pivot.kind == TableRef::Kind::kUnpivot) pivot.on->path = {Name()};
+  NeedWord("for");
+  pivot.turned = Object().parts;
+  NeedWord("in");
+  pivot.columns = NameList();
+  NeedSymbol(")");
+  TakeWord("as");
+  pivot.alias = Name();
+  pivot.depth = rows.depth + 1;
+  pivot.left = std::make_unique<TableRef>(std::move(rows));
+  return pivot;
+}
+
+TableRef Parser::PlainTable() {
   TableRef table;
   table.at = Here();
   if (AtSymbol("(") && (AtQuery() || Peek(1).IsWord("select") || Peek(1).IsWord("values"))) {

@@ -111,6 +111,9 @@ class Parser {
   TableRef JoinTail(TableRef left);
   bool JoinWord(TableRef::Join& join);
   TableRef TableOrQuery();
+  TableRef PlainTable();
+  TableRef Pivot(TableRef rows);
+  void GroupBy(Select& select);
   void TableAlias(TableRef& table);
   void Hints();
   std::vector<OrderItem> OrderList();

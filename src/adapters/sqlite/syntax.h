@@ -95,7 +95,9 @@ struct SelectItem {
 };
 
 struct TableRef {
-  enum class Kind { kTable, kQuery, kJoin };
+  // A pivot has its rows in `left`; in `columns` the columns that it makes or takes apart, in `on`
+  // the aggregate, or the name of the values' column; in `turned` that of the names.
+  enum class Kind { kTable, kQuery, kJoin, kPivot, kUnpivot };
   enum class Join { kInner, kLeft, kRight, kFull, kCross };
 
   Kind kind = Kind::kTable;
@@ -104,8 +106,9 @@ struct TableRef {
   ObjectName name;
   std::string alias;
   std::vector<std::string> columns;  // alias(column, ...)
-  bool call = false;                 // of a function that gives a table
-  std::vector<ExprPtr> arguments;    // null for the word DEFAULT
+  std::vector<std::string> turned;
+  bool call = false;               // of a function that gives a table
+  std::vector<ExprPtr> arguments;  // null for the word DEFAULT
   std::unique_ptr<Query> query;
   Join join = Join::kInner;
   std::unique_ptr<TableRef> left;
@@ -125,6 +128,7 @@ struct Select {
   std::vector<TableRef> from;
   ExprPtr where;
   std::vector<ExprPtr> group;
+  std::vector<std::vector<std::size_t>> grouping_sets;  // of the group's keys
   ExprPtr having;
   std::vector<std::vector<ExprPtr>> values;  // VALUES (..), (..) in place of all that
 };
