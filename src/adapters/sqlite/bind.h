@@ -102,8 +102,9 @@ class Binder {
     std::string sql;   // the name for SQLite, quoted
     std::vector<ColumnInfo> own;
     const std::vector<ColumnInfo>* columns = nullptr;
-    bool nullable = false;  // on the side of an outer join that may be missing
-    bool bare = false;      // columns are written without the source's name
+    bool nullable = false;           // on the side of an outer join that may be missing
+    bool bare = false;               // columns are written without the source's name
+    std::vector<Bound> expressions;  // that stand for the columns, if they are none of a table
 
     const std::vector<ColumnInfo>& Columns() const { return columns != nullptr ? *columns : own; }
   };
@@ -212,8 +213,13 @@ class Binder {
   std::string BindTable(const TableRef& table, bool nullable, bool after_comma);
   std::string BindJoin(const TableRef& join, bool nullable, bool after_comma);
   std::string BindNamedTable(const TableRef& table, bool nullable);
+  // What stands behind APPLY, as a join (bind_apply.cc).
+  std::string BindApply(const TableRef& join, bool nullable);
+  std::string ApplyQuery(const TableRef& join, Binder& in, const Query& query, Source source);
+  std::string ApplyFirstRow(Binder& in, const Query& query, const std::string& prefix);
   std::string BindView(const ModuleInfo& view, Source source);
   std::string BindTableFunction(const TableRef& table, Source source);
+  const ModuleInfo& TableFunction(const TableRef& table);
   Bound ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr* given);
   const ViewTable& WriteView(const ModuleInfo& view);
   void CountTables(int tables, std::size_t at);

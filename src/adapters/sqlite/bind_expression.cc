@@ -320,8 +320,12 @@ Bound Binder::ColumnOf(Scope& scope, const Source& source, const ColumnInfo& col
                        const Expr& expr) {
   Bound bound =
       MakeBound((source.bare ? "" : source.sql + ".") + QuoteName(column.name), column.type);
-  bound.column = true;
-  bound.collated = column.collated;
+  if (!source.expressions.empty()) {
+    bound = source.expressions[static_cast<std::size_t>(&column - source.Columns().data())];
+  } else {
+    bound.column = true;
+    bound.collated = column.collated;
+  }
   bound.nullable = column.nullable || source.nullable;
   bound.name = column.name;
   if (scope.carried != nullptr) {

@@ -135,9 +135,12 @@ std::string Binder::BindTable(const TableRef& table, bool nullable, bool after_c
 
 std::string Binder::BindJoin(const TableRef& join, bool nullable, bool after_comma) {
   // A join binds tighter than a comma; for inner and left joins the order makes no difference.
+  const bool applies =
+      join.join == TableRef::Join::kCrossApply || join.join == TableRef::Join::kOuterApply;
   const bool brackets = after_comma && HasRightOrFull(join);
   std::string sql =
       BindTable(*join.left, nullable || !KeepsAllRows(join.join, true), after_comma && !brackets);
+  if (applies) return sql + BindApply(join, nullable);
   sql += JoinText(join.join);
   std::string right = BindTable(*join.right, nullable || !KeepsAllRows(join.join, false), false);
   sql += join.right->kind == TableRef::Kind::kJoin ? "(" + right + ")" : right;
@@ -261,18 +264,24 @@ Bound Binder::ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr
   return Convert(BindValue(value), parameter.type, Mode::kCast, value.at);
 }
 
-std::string Binder::BindTableFunction(const TableRef& table, Source source) {
+const ModuleInfo& Binder::TableFunction(const TableRef& table) {
   const ModuleInfo* module = schema_.FindModule(table.name.Last());
   if (module == nullptr || module->kind != "IF") MissingObject(table.name);
-  const Statement& definition = module->Definition();
-  if (table.arguments.size() != definition.parameters.size()) {
-    Refuse(table.at, "The function '" + module->name + "' takes " +
-                         std::to_string(definition.parameters.size()) + " argument(s)");
+  const std::size_t takes = module->Definition().parameters.size();
+  if (table.arguments.size() != takes) {
+    Refuse(table.at,
+           "The function '" + module->name + "' takes " + std::to_string(takes) + " argument(s)");
   }
   if (views_.size() >= kMaxViews) {
     throw Error(ErrorNumber::kSyntax,
                 "Maximum function nesting level exceeded (limit 32) at '" + module->name + "'.");
   }
+  return *module;
+}
+
+std::string Binder::BindTableFunction(const TableRef& table, Source source) {
+  const ModuleInfo* const module = &TableFunction(table);
+  const Statement& definition = module->Definition();
   const Variables none;
   Binder inner(schema_, none, module->source);
   // The arguments see what a derived table sees: the queries around, not the tables beside.

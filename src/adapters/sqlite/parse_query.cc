@@ -248,7 +248,14 @@ bool Parser::JoinWord(TableRef::Join& join) {
   }};
   join = TableRef::Join::kInner;
   if (TakeWord("join")) return true;
-  if (AtWords({"cross", "apply"}) || AtWords({"outer", "apply"})) RefuseWord(Peek(1));
+  if (TakeWords({"cross", "apply"})) {
+    join = TableRef::Join::kCrossApply;
+    return true;
+  }
+  if (TakeWords({"outer", "apply"})) {
+    join = TableRef::Join::kOuterApply;
+    return true;
+  }
   for (const auto& [word, kind] : kWords) {
     if (!AtWord(word)) continue;
     Take();
@@ -279,13 +286,15 @@ TableRef Parser::JoinTail(TableRef left) {
     if (join.depth > kMaxTreeDepth) RefuseHere("The text is nested too deeply");
     join.left = std::make_unique<TableRef>(std::move(left));
     TableRef right = TableOrQuery();
-    if (kind != TableRef::Join::kCross && !AtWord("on")) {
+    const bool open = kind == TableRef::Join::kCross || kind == TableRef::Join::kCrossApply ||
+                      kind == TableRef::Join::kOuterApply;
+    if (!open && !AtWord("on")) {
       // "a join b join c on .. on ..": the inner join is closed by the first ON.
       const Level level(*this);
       right = JoinTail(std::move(right));
     }
     join.right = std::make_unique<TableRef>(std::move(right));
-    if (kind != TableRef::Join::kCross) {
+    if (!open) {
       NeedWord("on");
       join.on = Expression();
     }

@@ -98,7 +98,7 @@ struct TableRef {
   // A pivot has its rows in `left`; in `columns` the columns that it makes or takes apart, in `on`
   // the aggregate, or the name of the values' column; in `turned` that of the names.
   enum class Kind { kTable, kQuery, kJoin, kPivot, kUnpivot };
-  enum class Join { kInner, kLeft, kRight, kFull, kCross };
+  enum class Join { kInner, kLeft, kRight, kFull, kCross, kCrossApply, kOuterApply };
 
   Kind kind = Kind::kTable;
   std::size_t at = 0;
