@@ -44,7 +44,7 @@ constexpr char kRows[] = R"(
 with n(i) as (select 1 union all select i + 1 from n where i < 5000)
 insert tblCustomer select i, 'Customer ' + cast(i as nvarchar(10)), 'City ' + cast(i % 40 as nvarchar(10)), i % 12 from n;
 with n(i) as (select 1 union all select i + 1 from n where i < 1000000)
-insert tblInvoice select i, i * 7919 % 5000 + 1, 'INV' + cast(i as nvarchar(12)), i * 31 % 100000 + 0.25, i % 100, i % 50 + 1,
+insert tblInvoice select i, cast(i as bigint) * 7919 % 5000 + 1, 'INV' + cast(i as nvarchar(12)), i * 31 % 100000 + 0.25, i % 100, i % 50 + 1,
   dateadd(day, i % 365, '2024-01-01'), i % 4 from n
 )";
 

@@ -41,7 +41,8 @@ struct Database {
   Database() {
     sqlite3_open(":memory:", &db);
     RegisterFunctions(db);
-    for (const char* name : {"vk_call", "vk_variable", "vk_object_id"}) {
+    for (const char* name :
+         {"vk_call", "vk_variable", "vk_assign", "vk_object_id", "vk_object_property"}) {
       sqlite3_create_function(db, name, -1, SQLITE_UTF8, nullptr, Nothing, nullptr, nullptr);
     }
     Run(db,
@@ -119,7 +120,7 @@ void Translate(Database& database, const Statement& statement, const SourceText&
     }
     case StatementKind::kDeclare:
       for (const Parameter& variable : statement.parameters) {
-        variables[LowerWord(variable.name)] = {variable.type};
+        variables[LowerWord(variable.name)] = {variable.type, ""};
       }
       return;
     default:

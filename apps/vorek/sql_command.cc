@@ -33,12 +33,12 @@ std::string ReadAll(std::istream& in) {
 
 // The statements themselves, "-" for the standard input, or the name of a file that is there.
 std::string ScriptOf(const std::string& text) {
-  if (text == "-") return ReadAll(std::cin);
+  if (text == "-") return ScriptText(ReadAll(std::cin));
   std::error_code error;
   if (text.size() > 1000 || !std::filesystem::is_regular_file(text, error)) return text;
   std::ifstream file(text, std::ios::binary);
   if (!file) throw Error(ErrorNumber::kPathAccess, "Cannot read '" + text + "'.");
-  return ReadAll(file);
+  return ScriptText(ReadAll(file));
 }
 
 std::unique_ptr<DatabaseConnection> Connect(const SqlOptions& options) {
@@ -73,6 +73,7 @@ void RunSql(const SqlOptions& options) {
   }
   ExecuteOptions execute;
   execute.timeout_seconds = options.timeout;
+  execute.message = [](std::string_view text) { std::cerr << text << '\n'; };
   WriteResults(RunScript(*connection, script, execute), options.format);
 }
 

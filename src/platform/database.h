@@ -22,6 +22,10 @@ struct ExecuteOptions {
   // The text is a piece of a script that begins at this line of it: messages count their lines from
   // there and always tell the line that failed. 0 for a text that stands by itself.
   int script_line = 0;
+  // Row sets behind the first one, and what PRINT and warnings tell, as they come. The embedded
+  // database tells both; a provider that doesn't leaves them out.
+  std::function<void(ResultSetPtr rows)> more_rows = nullptr;
+  std::function<void(std::string_view text)> message = nullptr;
 };
 
 // An open connection. Used from one thread, save for Cancel.

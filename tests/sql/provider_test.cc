@@ -95,6 +95,16 @@ TEST_F(ProviderTest, KeepsWhatWasMadeForTheNextConnection) {
   EXPECT_EQ(Run(*again, "select * from sysobjects")->rows, 2U);
 }
 
+TEST_F(ProviderTest, ATranslationEndsWithTheTime) {
+  // Each level is translated twice, since its number meets a text.
+  std::string query = "select '1'";
+  for (int i = 0; i < 40; ++i) query = "select '1' where 1 in (" + query + ")";
+  const auto connection = Open("a.db", ";Mode=Create");
+  EXPECT_EQ(NumberOf([&] { Run(*connection, query, 1); }), Number(ErrorNumber::kTimeout));
+  Run(*connection, "create view v as select 1 as A");
+  EXPECT_EQ(Run(*connection, "select A from v")->rows, 1U);
+}
+
 TEST_F(ProviderTest, SeesWhatAnotherConnectionDefines) {
   const auto one = Open("a.db", ";Mode=Create");
   const auto two = Open("a.db");
@@ -207,6 +217,81 @@ TEST_F(ProviderTest, RunsAScriptAsAWholeAndTellsTheLineThatFailed) {
     EXPECT_NE(NumberOf([&] { RunScript(*connection, script, {}); }, &text), 0);
     EXPECT_NE(text.find(place), std::string::npos) << text;
     EXPECT_EQ(Run(*connection, "select A from t")->rows, 3U) << "all or nothing";
+  }
+}
+
+TEST_F(ProviderTest, AScriptStaysWhole) {
+  const auto connection = Open("a.db", ";Mode=Create");
+  Run(*connection, "create table t (A int)");
+  const std::vector<std::pair<const char*, const char*>> bad = {
+      {"insert t values (1)\ncommit\ngo\nselect 1/0", "A COMMIT would end the script's own"},
+      {"insert t values (1)\ngo\nif 1 = 1 rollback tran", "A ROLLBACK would end the script's own"},
+      {"begin tran\ninsert t values (1)\ncommit\ncommit", "(line 4)"},
+      {"begin tran\ninsert t values (1)\ncommit\ngo\nselect 1/0", "(line 5)"},
+  };
+  for (const auto& [script, place] : bad) {
+    std::string text;
+    EXPECT_NE(NumberOf([&] { RunScript(*connection, script, {}); }, &text), 0) << script;
+    EXPECT_NE(text.find(place), std::string::npos) << text;
+    EXPECT_EQ(Run(*connection, "select A from t")->rows, 0U) << script;
+  }
+  RunScript(*connection, "begin tran\ninsert t values (1)\ncommit\ngo\ninsert t values (2)", {});
+  EXPECT_EQ(Run(*connection, "select A from t")->rows, 2U);
+  EXPECT_EQ(Run(*connection, "select @@trancount")->columns[0].Display(0), "0");
+}
+
+TEST_F(ProviderTest, AScriptThatOnlyReadsWaitsForNoWriter) {
+  const auto writer = Open("a.db", ";Mode=Create");
+  Run(*writer, "create table t (A int)\ninsert t values (1)");
+  Run(*writer, "begin tran");
+  const auto reader = Open("a.db");
+  ExecuteOptions options;
+  options.timeout_seconds = 1;
+  const char* const script = "declare @n int\nselect @n = count(*) from t\nif @n = 1 select @n";
+  EXPECT_EQ(RunScript(*reader, script, options).size(), 1U);
+  EXPECT_EQ(NumberOf([&] { RunScript(*reader, "select 1\ngo\ninsert t values (2)", options); }),
+            Number(ErrorNumber::kTimeout));
+  Run(*writer, "commit");
+  RunScript(*reader, "select 1\ngo\ninsert t values (2)", options);
+  EXPECT_EQ(Run(*writer, "select A from t")->rows, 2U);
+}
+
+TEST_F(ProviderTest, AScriptGivesAllRowSetsAndTellsWhatItPrints) {
+  const auto connection = Open("a.db", ";Mode=Create");
+  std::string told;
+  ExecuteOptions options;
+  options.message = [&](std::string_view text) { told += std::string(text) + "|"; };
+  const std::string script =
+      ":setvar Name \"x\"\ncreate database books on (name = 'a')\ngo\nuse [books]\nset dateformat "
+      "ymd\n"
+      "print 'one'\nselect 1\nselect 2 as B\nraiserror('only %d', 5, 1, 7)\ngo\nselect 'x\n:setvar "
+      "y'";
+  const std::vector<ResultSetPtr> results = RunScript(*connection, script, options);
+  ASSERT_EQ(results.size(), 3U);
+  EXPECT_EQ(results[1]->columns[0].Name(), "B");
+  EXPECT_EQ(results[2]->columns[0].Display(0), "x\n:setvar y");
+  EXPECT_EQ(told,
+            "line 1: :setvar Name \"x\" is passed over|CREATE DATABASE books is passed over: the "
+            "file is the database|USE books is passed over: there is one database|one|only 7|");
+  std::string text;
+  NumberOf([&] { RunScript(*connection, ":setvar a b\n\nselect 1/0", {}); }, &text);
+  EXPECT_NE(text.find("(line 3)"), std::string::npos) << text;
+}
+
+TEST(ScriptTest, ReadsUtf16AndRefusesWhatIsNoText) {
+  EXPECT_EQ(ScriptText("select N'متن'"), "select N'متن'");
+  EXPECT_EQ(ScriptText(std::string("\xFF\xFE"
+                                   "a\0\x33\x06=\xD8\x00\xDE",
+                                   10)),
+            "aس😀");
+  EXPECT_EQ(ScriptText(std::string("\xFE\xFF\0a\x06\x33\xD8=\xDE\x00", 10)), "aس😀");
+  EXPECT_EQ(ScriptText("\xEF\xBB\xBFselect 1"), "\xEF\xBB\xBFselect 1");
+  try {
+    ScriptText("select 1\nسلام \xC7\xE1");
+    FAIL() << "windows-1256 is no UTF-8";
+  } catch (const Error& error) {
+    EXPECT_NE(error.Description().find("line 2, column 6"), std::string::npos)
+        << error.Description();
   }
 }
 

@@ -85,7 +85,9 @@ void Definer::AddConstraint(const TableInfo& table, const Constraint& constraint
   Run(db_, std::string("CREATE UNIQUE INDEX ") + (copy.temporary ? "temp." : "main.") +
                QuoteName(copy.name + "." + name) + " ON " + QuoteName(copy.name) + " (" + columns +
                ")");
-  if (constraint.kind != Constraint::Kind::kPrimaryKey) return;
+  if (constraint.kind != Constraint::Kind::kPrimaryKey) {
+    return AddOneNull(copy, name, constraint.columns, "");
+  }
   for (const std::string& column : constraint.columns) {
     if (!copy.Find(column)->nullable) continue;
     Refuse(source_, constraint.at,
@@ -230,12 +232,14 @@ void Definer::DropParts(const TableInfo& table, const Statement& statement) {
   for (const std::string& name : statement.columns) {
     if (statement.word == "drop column") {
       Run(db_, "ALTER TABLE " + schema + QuoteName(table.name) + " DROP COLUMN " + QuoteName(name));
+      Forget(table, name);
       continue;
     }
     const std::string index = QuoteName(table.name + "." + name);
     const PreparedPtr find =
         Prepare(db_,
-                "SELECT type, name FROM main.sqlite_schema WHERE name = ?1 COLLATE NOCASE OR "
+                "SELECT type, name FROM main.sqlite_schema WHERE name COLLATE NOCASE IN (?1, ?1 || "
+                "'.one null') OR "
                 "(type = 'trigger' AND (name LIKE ?1 || '.%' OR name LIKE '%.' || ?2 || ' of "
                 "' || ?3 || '.%'))");
     BindText(find.get(), 1, table.name + "." + name);

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -44,11 +45,14 @@ struct Bound {
   bool column = false;    // a column as it stands
   bool collated = false;  // compared by the collation VOREK without being told
   bool nullable = true;
-  std::string name;  // the name that a select list gives it
+  bool unchecked = false;  // bigint or money that is a real number where it has left 63 bits
+  double most = -1;        // of its units, if that is told closer than by the type
+  std::string name;        // the name that a select list gives it
 };
 
 struct Variable {
   Type type;
+  std::string table;  // the temporary table behind a table variable
 };
 using Variables = std::map<std::string, Variable>;  // by lower-case name with its "@"
 
@@ -65,6 +69,7 @@ struct Translation {
   std::vector<OutputColumn> columns;    // empty if it gives no rows
   std::vector<std::string> parameters;  // names of the variables behind ?1, ?2, ...
   std::vector<std::string> assigned;    // SELECT @x = ..: the variable of each column
+  bool assigns = false;                 // they are assigned by the statement itself, row by row
   bool temporary = false;               // reads or writes a temporary table
 };
 
@@ -97,8 +102,9 @@ class Binder {
     std::string sql;   // the name for SQLite, quoted
     std::vector<ColumnInfo> own;
     const std::vector<ColumnInfo>* columns = nullptr;
-    bool nullable = false;  // on the side of an outer join that may be missing
-    bool bare = false;      // columns are written without the source's name
+    bool nullable = false;           // on the side of an outer join that may be missing
+    bool bare = false;               // columns are written without the source's name
+    std::vector<Bound> expressions;  // that stand for the columns, if they are none of a table
 
     const std::vector<ColumnInfo>& Columns() const { return columns != nullptr ? *columns : own; }
   };
@@ -110,14 +116,28 @@ class Binder {
     Scope* outer = nullptr;
     std::vector<Source> sources;
     std::set<std::string> group_keys;
+    std::set<std::string> absent_keys;  // of other grouping sets: NULL in this one
+    const std::vector<std::size_t>* grouping_set = nullptr;
     std::vector<Violation> ungrouped;  // columns outside of aggregates and of the group keys
     int inside_aggregate = 0;
     bool has_aggregate = false;
     bool takes_aggregates = false;  // select list, HAVING and ORDER BY do
+    // Columns that a subquery in order hands on, while the select list is bound that runs over it.
+    std::vector<std::string>* carried = nullptr;
   };
   struct CommonTableInfo {
     std::string name;
     std::vector<ColumnInfo> columns;
+  };
+  // The views that a statement reads, each written once, as a common table in front of it all.
+  struct ViewTable {
+    CommonTableInfo info;
+    int tables = 0;  // that SQLite reads for it
+    bool temporary = false;
+  };
+  struct ViewTables {
+    std::map<std::string, ViewTable> by_name;
+    std::string sql;
   };
   struct SelectParts {
     std::vector<Bound> items;
@@ -131,6 +151,7 @@ class Binder {
     std::string sql;
     std::vector<OutputColumn> columns;
     std::vector<std::string> assigned;
+    bool assigns = false;
   };
   struct Target {
     Type type;
@@ -166,17 +187,24 @@ class Binder {
   SelectParts BindValues(const vorek::sqlite::Select& select, const Targets* targets);
   void BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
                  std::vector<std::string>* assigned);
+  void AssignItems(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts,
+                   const std::vector<std::string>& assigned);
   void ExpandStar(const Expr& star, std::vector<Bound>& items);
+  BoundQuery GroupingSets(const Query& query, const vorek::sqlite::Select& select,
+                          const Targets* targets);
   void BindGroup(const vorek::sqlite::Select& select, SelectParts& parts);
   void CheckGrouping(const vorek::sqlite::Select& select) const;
   std::string BindOrder(const std::vector<OrderItem>& order, const std::vector<Bound>& items,
                         bool ordinals_only);
   std::string OrderTerm(const OrderItem& item, const std::vector<Bound>& items, bool ordinals_only);
+  // TOP ... WITH TIES and TOP n PERCENT, by the rank of each row.
+  void RankRows(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts);
   std::string BindLimit(const Query& query, const vorek::sqlite::Select* select);
   static void CollateItems(std::vector<Bound>& items);
   std::string Render(SelectParts& parts) const;
   std::string WriteItems(const std::vector<Bound>& items) const;
   BoundQuery Compound(const Query& query, const Targets* targets);
+  static SelectParts Derived(BoundQuery query);
   SelectParts BranchParts(const Query& query, const Branch& branch);
   void Unify(std::vector<SelectParts>& branches, const Targets* targets, std::size_t at);
 
@@ -185,8 +213,20 @@ class Binder {
   std::string BindTable(const TableRef& table, bool nullable, bool after_comma);
   std::string BindJoin(const TableRef& join, bool nullable, bool after_comma);
   std::string BindNamedTable(const TableRef& table, bool nullable);
-  std::string BindView(const ModuleInfo& view, const std::string& alias, Source source);
+  // What stands behind APPLY, as a join (bind_apply.cc).
+  std::string BindApply(const TableRef& join, bool nullable);
+  std::string ApplyQuery(const TableRef& join, Binder& in, const Query& query, Source source);
+  std::string ApplyFirstRow(Binder& in, const Query& query, const std::string& prefix);
+  std::string BindView(const ModuleInfo& view, Source source);
+  std::string BindTableFunction(const TableRef& table, Source source);
+  const ModuleInfo& TableFunction(const TableRef& table);
+  Bound ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr* given);
+  const ViewTable& WriteView(const ModuleInfo& view);
+  void CountTables(int tables, std::size_t at);
   std::string BindSubquery(const TableRef& table, bool nullable);
+  std::string BindPivot(const TableRef& table, bool nullable);
+  BoundQuery PivotRows(const TableRef& table, const std::string& from);
+  BoundQuery UnpivotRows(const TableRef& table, const std::string& from);
   const CommonTableInfo* FindCommonTable(const ObjectName& name) const;
   std::string CatalogueView(const ObjectName& name);
   void AddSource(Source source, std::size_t at);
@@ -197,6 +237,7 @@ class Binder {
 
   // Changes (bind_change.cc).
   const TableInfo& TargetTable(const ObjectName& name);
+  std::string TableOf(const ObjectName& name) const;  // as the schema knows it
   std::vector<const ColumnInfo*> InsertColumns(const Statement& statement, const TableInfo& table);
   void AddDefaults(const TableInfo& table, std::vector<const ColumnInfo*>& columns,
                    std::vector<std::string>& defaults);
@@ -210,12 +251,14 @@ class Binder {
 
   // Expressions (bind_expression.cc).
   Bound Bind(const Expr& expr);
-  Bound BindAny(const Expr& expr);  // without the look at the group keys
+  Bound BindUnchecked(const Expr& expr);
+  Bound BindOperand(const Expr& expr);  // for an operator that goes on computing with it
+  Bound BindAny(const Expr& expr);      // without the look at the group keys
   Bound BindValue(const Expr& expr);
   std::string BindCondition(const Expr& expr, int tightness);
   Bound BindChain(const Expr& expr);
   Bound BindLiteral(const Expr& expr);
-  Bound BindNumber(const Expr& expr);
+  Bound BindNumber(const Expr& expr, bool negative = false);
   Bound BindVariable(const Expr& expr);
   Bound BindColumn(const Expr& expr);
   Bound ColumnOf(Scope& scope, const Source& source, const ColumnInfo& column, const Expr& expr);
@@ -235,6 +278,7 @@ class Binder {
 
   // Operators (bind_operator.cc).
   Bound BindBinary(const Expr& expr);
+  static Bound Negated(Bound value);
   Bound Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound b);
   Bound Concatenate(Bound a, Bound b);
   Bound AddOrSubtract(const std::string& op, Bound a, Bound b, const Type& common);
@@ -245,6 +289,7 @@ class Binder {
   Bound Compare(const std::string& op, Bound a, Bound b, const Expr& expr);
   void MakeComparable(Bound& a, Bound& b, const Expr& expr);
   static void AlignScales(Bound& a, Bound& b);
+  static Bound Rescaled(const Bound& value, int step);
   bool CompareIsNull(const Expr& expr, Bound& result);
 
   // Functions (bind_function.cc, bind_aggregate.cc).
@@ -267,6 +312,7 @@ class Binder {
   Bound ToText(Bound value, const Type& to, Mode mode, std::size_t at, int style);
   Bound TextToText(Bound value, const Type& to, Mode mode);
   Bound ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int style);
+  int DateStyle(TypeKind kind) const;  // of a text without one
   Bound ToBinary(Bound value, const Type& to, Mode mode, std::size_t at, int style);
   [[noreturn]] void RefuseConversion(const Bound& value, const Type& to, std::size_t at) const;
 
@@ -276,9 +322,15 @@ class Binder {
   Scope* scope_ = nullptr;
   std::vector<CommonTableInfo> common_tables_;
   std::vector<std::string> views_;  // being written out, innermost last
+  std::shared_ptr<ViewTables> view_tables_ = std::make_shared<ViewTables>();
   std::vector<std::string> parameters_;
   std::vector<std::string> assigned_;
+  std::map<std::string, Bound> arguments_;  // of the function whose query is bound
+  std::string prefix_;  // of its tables' names, which the columns in arguments don't meet
   std::set<std::string> running_;  // variables that the select around assigns, row by row
+  bool uses_running_ = false;
+  bool assigns_ = false;
+  int tables_ = 0;  // that SQLite reads, those of views each time that the view is named
   bool temporary_ = false;
   bool calls_ = false;  // a function of the database
   int depth_ = 0;
@@ -289,6 +341,14 @@ Bound MakeBound(std::string sql, const Type& type, int tightness = kTight);
 std::string Wrap(const Bound& value, int tightness);
 Bound NumberLiteral(long long units, const Type& type);
 Bound TextLiteral(const std::string& text, const Type& type);
+// No value has more units than this.
+double MostOf(const Bound& value);
+// True if a value may be beyond 63 bits, and no integer of SQLite then.
+bool IsWide(const Bound& value);
+// What the value is ordered by.
+Bound Ordered(Bound value);
+// The value, or the error if it is none of its type.
+Bound Checked(Bound value);
 // name(a, b)
 Bound CallOf(std::string_view name, std::initializer_list<std::string> arguments, const Type& type);
 // The value with the collation VOREK, unless it carries it by itself.

@@ -23,13 +23,16 @@ bool Holds(const List& list, std::string_view name) {
 
 std::string Binder::BindWindow(const Expr& expr) {
   if (expr.window == nullptr) return "";
+  if (scope_ != nullptr && scope_->grouping_set != nullptr) {
+    Refuse(expr.at, "A window beside ROLLUP, CUBE or GROUPING SETS is not supported");
+  }
   std::string sql;
   for (const ExprPtr& key : expr.window->partition) {
     sql += (sql.empty() ? "PARTITION BY " : ", ") + Collated(BindValue(*key)).sql;
   }
   std::string order;
   for (const OrderItem& item : expr.window->order) {
-    order += (order.empty() ? "ORDER BY " : ", ") + Collated(BindValue(*item.expr)).sql;
+    order += (order.empty() ? "ORDER BY " : ", ") + Ordered(BindValue(*item.expr)).sql;
     if (item.descending) order += " DESC";
   }
   if (!sql.empty() && !order.empty()) sql += " ";
@@ -40,6 +43,17 @@ std::string Binder::BindWindow(const Expr& expr) {
 
 Bound Binder::BindAggregate(const Expr& expr, const std::string& name) {
   if (Holds(kRanking, name)) return BindRanking(expr, name);
+  if (name == "grouping" && expr.operands.size() == 1 && scope_ != nullptr) {
+    // Bound as in an aggregate, where a key of another set stays what it is.
+    ++scope_->inside_aggregate;
+    const Bound key = BindOperand(*expr.operands[0]);
+    --scope_->inside_aggregate;
+    const bool absent = scope_->absent_keys.count(key.sql) != 0;
+    if (!absent && scope_->group_keys.count(key.sql) == 0) {
+      Refuse(expr.at, "GROUPING takes a key of the GROUP BY");
+    }
+    return NumberLiteral(absent ? 1 : 0, Make(TypeKind::kTinyInt));
+  }
   if (!Holds(kAggregates, name)) {
     const ModuleInfo* module = schema_.FindModule(name);
     if (module != nullptr && module->kind == "FN") return BindUserFunction(expr);
@@ -67,7 +81,8 @@ Bound Binder::BindAggregate(const Expr& expr, const std::string& name) {
     argument = MakeBound("*", Make(TypeKind::kInt));
     if (name != "count" && name != "count_big") Refuse(expr.at, "Incorrect syntax near '*'");
   } else {
-    argument = BindValue(*expr.operands[0]);
+    const bool sums = name == "sum" || name == "avg";
+    argument = sums ? BindOperand(*expr.operands[0]) : BindValue(*expr.operands[0]);
   }
   Bound result = AggregateOf(expr, name, std::move(argument));
   if (whole_query) --scope_->inside_aggregate;
@@ -90,7 +105,9 @@ Bound Binder::AggregateOf(const Expr& expr, const std::string& name, Bound argum
   }
   if (name == "min" || name == "max") {
     if (argument.type.kind == TypeKind::kBit) invalid();
-    return MakeBound(name + "(" + Collated(argument).sql + ")" + window, argument.type);
+    const Bound extreme =
+        MakeBound(name + "(" + Ordered(argument).sql + ")" + window, argument.type);
+    return IsWide(argument) ? CallOf("vk_of_order", {extreme.sql}, extreme.type) : extreme;
   }
   if (name == "string_agg") {
     if (!argument.type.IsText()) {
@@ -115,13 +132,18 @@ Bound Binder::AggregateOf(const Expr& expr, const std::string& name, Bound argum
   if (type.kind == TypeKind::kReal) type = Make(TypeKind::kFloat);
   if (type.kind == TypeKind::kSmallMoney) type = Make(TypeKind::kMoney);
   if (type.IsDecimal()) type = MakeDecimal(38, type.scale);
-  const std::string sum = "sum(" + distinct + argument.sql + ")" + window;
-  if (name == "sum") return MakeBound(sum, type);
+  const std::string function = type.IsDecimal() ? "vk_sum(" : "sum(";
+  Bound sum = MakeBound(function + distinct + argument.sql + ")" + window, type);
+  // An overflow of SQLite's sum is an error of its own, save for one that was handed to it.
+  sum.unchecked = type.IsWhole() || type.IsMoney();
+  sum = Checked(std::move(sum));
+  if (name == "sum") return sum;
   if (type.IsFloat()) return MakeBound("avg(" + distinct + argument.sql + ")" + window, type);
   const std::string count = "count(" + distinct + argument.sql + ")" + window;
-  if (!type.IsDecimal()) return MakeBound(sum + " / " + count, type, kMultiplicative);
+  if (!type.IsDecimal()) return MakeBound(sum.sql + " / " + count, type, kMultiplicative);
   const Type average = MakeDecimal(38, std::max(type.scale, 6));
-  return CallOf("vk_quotient", {sum, count, std::to_string(average.scale - type.scale)}, average);
+  return CallOf("vk_quotient", {sum.sql, count, std::to_string(average.scale - type.scale)},
+                average);
 }
 
 Bound Binder::BindRanking(const Expr& expr, const std::string& name) {

@@ -15,7 +15,7 @@ constexpr long kNullViolation = -2147217873;  // 80040E2F
 }  // namespace
 
 const TableInfo& Binder::TargetTable(const ObjectName& name) {
-  const TableInfo* table = schema_.FindTable(name.Last());
+  const TableInfo* table = schema_.FindTable(TableOf(name));
   const ModuleInfo* view = schema_.FindModule(name.Last());
   if (view != nullptr && view->kind == "V") {
     Refuse(name.at, "A change through the view '" + view->name + "' is not supported");
@@ -319,10 +319,10 @@ std::string Binder::ConditionOn(const Expr& expr, const TableInfo& table) {
   source.bare = true;
   AddSource(std::move(source), expr.at);
   std::string sql = BindCondition(expr, 0);
-  if (!parameters_.empty() || calls_) {
+  if (!parameters_.empty() || calls_ || !view_tables_->sql.empty()) {
     Refuse(expr.at,
            "A condition of a table can't depend on the time or call a function of the "
-           "database");
+           "database, nor read a view");
   }
   return sql;
 }

@@ -1,9 +1,12 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
 #include "adapters/sqlite/bind.h"
+#include "adapters/sqlite/exact.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 
@@ -32,6 +35,28 @@ Bound NumberLiteral(long long units, const Type& type) {
   bound.value = bound.sql;
   bound.nullable = false;
   return bound;
+}
+
+double MostOf(const Bound& value) {
+  if (value.literal == Bound::Literal::kNull) return 0;
+  if (value.literal == Bound::Literal::kNumber) {
+    return std::abs(std::strtod(value.value.c_str(), nullptr));
+  }
+  return value.most < 0 ? MostUnits(value.type) : value.most;
+}
+
+bool IsWide(const Bound& value) { return value.type.IsDecimal() && MostOf(value) > kMostInteger; }
+
+Bound Ordered(Bound value) {
+  if (IsWide(value)) return CallOf("vk_order", {value.sql}, value.type);
+  return Collated(std::move(value));
+}
+
+Bound Checked(Bound value) {
+  if (!value.unchecked) return value;
+  Bound checked = CallOf("vk_in_" + TypeName(value.type), {value.sql}, value.type);
+  checked.nullable = value.nullable;
+  return checked;
 }
 
 Bound TextLiteral(const std::string& text, const Type& type) {
@@ -75,8 +100,11 @@ void Binder::Refuse(std::size_t at, const std::string& message) const {
   vorek::sqlite::Refuse(source_, at, message);
 }
 
-Bound Binder::Bind(const Expr& expr) {
+Bound Binder::Bind(const Expr& expr) { return Checked(BindUnchecked(expr)); }
+
+Bound Binder::BindUnchecked(const Expr& expr) {
   if (++depth_ > kMaxBinding) Refuse(expr.at, "The expression is nested too deeply");
+  schema_.KeepTime();
   const std::size_t before = scope_ == nullptr ? 0 : scope_->ungrouped.size();
   Bound bound = BindAny(expr);
   --depth_;
@@ -84,6 +112,14 @@ Bound Binder::Bind(const Expr& expr) {
   if (scope_ != nullptr && !scope_->group_keys.empty() &&
       scope_->group_keys.count(bound.sql) != 0) {
     scope_->ungrouped.resize(before);
+  }
+  const bool absent = scope_ != nullptr && scope_->inside_aggregate == 0 &&
+                      scope_->absent_keys.count(bound.sql) != 0;
+  if (absent) {
+    scope_->ungrouped.resize(before);
+    const std::string name = bound.name;
+    bound = MakeBound("NULL", bound.type);
+    bound.name = name;
   }
   return bound;
 }
@@ -140,11 +176,13 @@ Bound Binder::BindAny(const Expr& expr) {
   Refuse(expr.at, "Incorrect syntax");
 }
 
-Bound Binder::BindValue(const Expr& expr) {
-  Bound bound = Bind(expr);
+Bound Binder::BindOperand(const Expr& expr) {
+  Bound bound = BindUnchecked(expr);
   if (bound.type.IsCondition()) Refuse(expr.at, "A condition stands where a value is expected");
   return bound;
 }
+
+Bound Binder::BindValue(const Expr& expr) { return Checked(BindOperand(expr)); }
 
 std::string Binder::BindCondition(const Expr& expr, int tightness) {
   const Bound bound = Bind(expr);
@@ -211,40 +249,39 @@ Bound Binder::BindLiteral(const Expr& expr) {
   return BindNumber(expr);
 }
 
-Bound Binder::BindNumber(const Expr& expr) {
-  std::string digits = expr.text;
+Bound Binder::BindNumber(const Expr& expr, bool negative) {
+  std::string digits = (negative ? "-" : "") + expr.text;
   if (digits.find_first_of("eE") != std::string::npos) {
     const double value = std::strtod(digits.c_str(), nullptr);
-    if (!(value < 1e308)) Refuse(expr.at, "The number " + digits + " is out of range");
-    Bound bound = MakeBound(digits, Make(TypeKind::kFloat));
+    if (!(std::abs(value) < 1e308)) Refuse(expr.at, "The number " + digits + " is out of range");
+    Bound bound = MakeBound(digits, Make(TypeKind::kFloat), negative ? kPrefix : kTight);
     bound.nullable = false;
     return bound;
   }
   const std::size_t point = digits.find('.');
-  int scale = 0;
-  if (point != std::string::npos) {
-    scale = static_cast<int>(digits.size() - point - 1);
-    digits.erase(point, 1);
-  }
+  const int scale = point == std::string::npos ? 0 : static_cast<int>(digits.size() - point - 1);
   const bool money = expr.kind == ExprKind::kMoney;
-  if (money) {
-    if (scale > 4) Refuse(expr.at, "The number " + expr.text + " has more than four places");
-    digits.append(static_cast<std::size_t>(4 - scale), '0');
+  if (money && scale > 4) {
+    Refuse(expr.at, "The number " + expr.text + " has more than four places");
   }
-  digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-  const bool too_big =
-      digits.size() > 19 || (digits.size() == 19 && digits > "9223372036854775807");
-  if (too_big || scale > 18) {
-    Refuse(expr.at, "The number " + expr.text + " is out of range: more than 18 digits");
+  const DecimalText number = ReadDecimal(digits, money ? 4 : scale);
+  const bool fits = number.fits && scale <= kMostDigits &&
+                    (!money || (number.units >= INT64_MIN && number.units <= INT64_MAX));
+  if (!fits) Refuse(expr.at, "The number " + expr.text + " is out of range");
+  const auto size =
+      static_cast<int>(WideText(number.units < 0 ? -number.units : number.units, 0).size());
+  Type type = MakeDecimal(std::max({size, scale, 1}), scale);
+  if (money) type = Make(TypeKind::kMoney);
+  // A whole number beyond int is a decimal without places.
+  const bool is_int =
+      point == std::string::npos && number.units >= INT32_MIN && number.units <= INT32_MAX;
+  if (!money && is_int) type = Make(TypeKind::kInt);
+  if (number.units > INT64_MIN && number.units <= INT64_MAX) {
+    return NumberLiteral(static_cast<long long>(number.units), type);
   }
-  const long long units = std::strtoll(digits.c_str(), nullptr, 10);
-  if (money) return NumberLiteral(units, Make(TypeKind::kMoney));
-  const int precision = std::max(static_cast<int>(digits.size()), std::max(scale, 1));
-  if (point != std::string::npos || units > 2147483647LL) {
-    // A whole number beyond int is a decimal without places.
-    return NumberLiteral(units, MakeDecimal(precision, scale));
-  }
-  return NumberLiteral(units, Make(TypeKind::kInt));
+  Bound bound = MakeBound(WideSql(number.units), type, kPrefix);
+  bound.nullable = false;
+  return bound;
 }
 
 std::string Binder::Parameter(const std::string& name) {
@@ -256,9 +293,15 @@ std::string Binder::Parameter(const std::string& name) {
 
 Bound Binder::BindVariable(const Expr& expr) {
   const std::string name = LowerWord(expr.text);
+  const auto argument = arguments_.find(name);
+  if (argument != arguments_.end()) return argument->second;
   const auto found = variables_.find(name);
+  if (found != variables_.end() && !found->second.table.empty()) {
+    Refuse(expr.at, "Must declare the scalar variable \"" + expr.text + "\"");
+  }
   if (found != variables_.end() && running_.count(name) != 0) {
     // "SELECT @x = @x + ..": each row sees what the row before has left.
+    uses_running_ = true;
     return CallOf("vk_variable", {QuoteText(name)}, found->second.type);
   }
   if (found != variables_.end()) return MakeBound(Parameter(name), found->second.type);
@@ -277,10 +320,21 @@ Bound Binder::ColumnOf(Scope& scope, const Source& source, const ColumnInfo& col
                        const Expr& expr) {
   Bound bound =
       MakeBound((source.bare ? "" : source.sql + ".") + QuoteName(column.name), column.type);
-  bound.column = true;
-  bound.collated = column.collated;
+  if (!source.expressions.empty()) {
+    bound = source.expressions[static_cast<std::size_t>(&column - source.Columns().data())];
+  } else {
+    bound.column = true;
+    bound.collated = column.collated;
+  }
   bound.nullable = column.nullable || source.nullable;
   bound.name = column.name;
+  if (scope.carried != nullptr) {
+    std::vector<std::string>& carried = *scope.carried;
+    const auto found = std::find(carried.begin(), carried.end(), bound.sql);
+    const auto index = found - carried.begin();
+    if (found == carried.end()) carried.push_back(bound.sql);
+    bound.sql = QuoteName("rows in order") + ".\"c" + std::to_string(index) + "\"";
+  }
   if (scope.inside_aggregate == 0 && scope.group_keys.count(bound.sql) == 0) {
     scope.ungrouped.push_back({expr.at, source.name + "." + column.name});
   }
@@ -317,7 +371,11 @@ Bound Binder::BindColumn(const Expr& expr) {
 }
 
 Bound Binder::BindUnary(const Expr& expr) {
-  Bound value = BindValue(*expr.operands[0]);
+  const Expr& operand = *expr.operands[0];
+  const bool literal = operand.kind == ExprKind::kNumber || operand.kind == ExprKind::kMoney;
+  // "-2147483648" is an int although its digits alone aren't.
+  if (literal && expr.text == "-") return BindNumber(operand, true);
+  Bound value = BindOperand(operand);
   if (value.type.IsText()) {
     value = Convert(std::move(value), Make(TypeKind::kInt), Mode::kImplicit, expr.at);
   }
@@ -328,20 +386,13 @@ Bound Binder::BindUnary(const Expr& expr) {
   if (expr.text == "+" || value.type.IsNull()) return value;
   if (expr.text == "~") {
     if (!value.type.IsWhole()) Refuse(expr.at, "'~' takes whole numbers only");
+    value = Checked(std::move(value));
     if (value.type.kind == TypeKind::kBit) {
       return MakeBound("1 - " + Wrap(value, kAdditive + 1), value.type, kAdditive);
     }
     return MakeBound("~" + Wrap(value, kPrefix), value.type, kPrefix);
   }
-  if (value.literal == Bound::Literal::kNumber && value.value[0] != '-') {
-    // "-2147483648" is an int although its digits alone aren't.
-    const long long units = -std::strtoll(value.value.c_str(), nullptr, 10);
-    const bool is_int = value.type.IsDecimal() && value.type.scale == 0 && units == -2147483648LL;
-    return NumberLiteral(units, is_int ? Make(TypeKind::kInt) : value.type);
-  }
-  Bound result = MakeBound("-" + Wrap(value, kPrefix + 1), value.type, kPrefix);
-  result.nullable = value.nullable;
-  return result;
+  return Negated(std::move(value));
 }
 
 Bound Binder::BindBetween(const Expr& expr) {

@@ -10,6 +10,7 @@ namespace vorek::sqlite {
 namespace {
 
 constexpr std::size_t kMaxViews = 32;  // that stand inside one another
+constexpr int kMaxTables = 1000;       // of a statement with its views
 
 bool KeepsAllRows(TableRef::Join join, bool left_side) {
   switch (join) {
@@ -50,6 +51,15 @@ void Binder::MissingObject(const ObjectName& name) const {
   for (const std::string& part : name.parts) path += (path.empty() ? "" : ".") + part;
   throw Error(ErrorNumber::kMissingObject,
               "Invalid object name '" + path + "' (" + PlaceOf(source_, name.at) + ").");
+}
+
+std::string Binder::TableOf(const ObjectName& name) const {
+  if (!name.IsVariable()) return name.Last();
+  const auto found = variables_.find(LowerWord(name.Last()));
+  if (found == variables_.end() || found->second.table.empty()) {
+    Refuse(name.at, "Must declare the table variable \"" + name.Last() + "\"");
+  }
+  return found->second.table;
 }
 
 void Binder::AddSource(Source source, std::size_t at) {
@@ -114,6 +124,9 @@ std::string Binder::BindTable(const TableRef& table, bool nullable, bool after_c
       return BindJoin(table, nullable, after_comma);
     case TableRef::Kind::kQuery:
       return BindSubquery(table, nullable);
+    case TableRef::Kind::kPivot:
+    case TableRef::Kind::kUnpivot:
+      return BindPivot(table, nullable);
     case TableRef::Kind::kTable:
       break;
   }
@@ -122,9 +135,12 @@ std::string Binder::BindTable(const TableRef& table, bool nullable, bool after_c
 
 std::string Binder::BindJoin(const TableRef& join, bool nullable, bool after_comma) {
   // A join binds tighter than a comma; for inner and left joins the order makes no difference.
+  const bool applies =
+      join.join == TableRef::Join::kCrossApply || join.join == TableRef::Join::kOuterApply;
   const bool brackets = after_comma && HasRightOrFull(join);
   std::string sql =
       BindTable(*join.left, nullable || !KeepsAllRows(join.join, true), after_comma && !brackets);
+  if (applies) return sql + BindApply(join, nullable);
   sql += JoinText(join.join);
   std::string right = BindTable(*join.right, nullable || !KeepsAllRows(join.join, false), false);
   sql += join.right->kind == TableRef::Kind::kJoin ? "(" + right + ")" : right;
@@ -159,14 +175,18 @@ std::string Binder::CatalogueView(const ObjectName& name) {
 }
 
 std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
+  schema_.KeepTime();
+  CountTables(1, table.at);
   Source source;
   source.name = table.alias.empty() ? table.name.Last() : table.alias;
-  source.sql = QuoteName(source.name);
+  source.sql = QuoteName(prefix_ + source.name);
   source.nullable = nullable;
   std::string name;
   if (const CommonTableInfo* common = FindCommonTable(table.name)) {
     name = QuoteName(common->name);
     source.own = common->columns;
+  } else if (table.call) {
+    return BindTableFunction(table, std::move(source));
   } else if (const std::string view = CatalogueView(table.name); !view.empty()) {
     schema_.FillCatalogueViews();
     const TableInfo* info = schema_.FindTable("#" + view);
@@ -176,10 +196,9 @@ std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
   } else {
     if (const ModuleInfo* module = schema_.FindModule(table.name.Last());
         module != nullptr && module->kind == "V") {
-      const std::string alias = source.sql;
-      return BindView(*module, alias, std::move(source));
+      return BindView(*module, std::move(source));
     }
-    const TableInfo* info = schema_.FindTable(table.name.Last());
+    const TableInfo* info = schema_.FindTable(TableOf(table.name));
     if (info == nullptr) MissingObject(table.name);
     temporary_ = temporary_ || info->temporary;
     name = (info->temporary ? "temp." : "main.") + QuoteName(info->name);
@@ -191,33 +210,114 @@ std::string Binder::BindNamedTable(const TableRef& table, bool nullable) {
   return name + " AS " + alias;
 }
 
-std::string Binder::BindView(const ModuleInfo& view, const std::string& alias, Source source) {
-  if (views_.size() >= kMaxViews ||
-      std::find(views_.begin(), views_.end(), view.name) != views_.end()) {
+void Binder::CountTables(int tables, std::size_t at) {
+  tables_ += tables;
+  if (tables_ > kMaxTables) {
+    Refuse(at, "Too many tables in the query, those of its views included: more than " +
+                   std::to_string(kMaxTables));
+  }
+}
+
+const Binder::ViewTable& Binder::WriteView(const ModuleInfo& view) {
+  const std::string key = NameKey(view.name);
+  const auto found = view_tables_->by_name.find(key);
+  if (found != view_tables_->by_name.end()) return found->second;
+  if (std::find(views_.begin(), views_.end(), key) != views_.end()) {
+    throw Error(ErrorNumber::kSyntax, "The view '" + view.name + "' refers to itself.");
+  }
+  if (views_.size() >= kMaxViews) {
     throw Error(ErrorNumber::kSyntax,
-                "The view '" + view.name + "' refers to itself, or views stand too deep");
+                "Maximum view nesting level exceeded (limit 32) at the view '" + view.name + "'.");
   }
   // A view sees neither the columns nor the WITH tables of the text that reads it.
   const Statement& definition = view.Definition();
-  Binder inner(schema_, Variables{}, view.source);
+  const Variables none;
+  Binder inner(schema_, none, view.source);
   inner.views_ = views_;
-  inner.views_.push_back(view.name);
+  inner.views_.push_back(key);
+  inner.view_tables_ = view_tables_;
+  inner.parameters_ = parameters_;
   BoundQuery query = inner.BindQuery(*definition.query);
-  temporary_ = temporary_ || inner.temporary_;
-  source.own = inner.NamedColumns(query.columns, definition.view_columns, view.name, 0);
-  for (std::size_t i = 0; i < source.own.size(); ++i) query.columns[i].name = source.own[i].name;
-  std::string sql = "(" + query.sql + ")";
-  if (!definition.view_columns.empty()) {
-    std::string names;
-    for (const ColumnInfo& column : source.own) {
-      names += (names.empty() ? "" : ", ") + QuoteName(column.name);
-    }
-    const std::string hidden = QuoteName("view");
-    sql =
-        "(WITH " + hidden + "(" + names + ") AS (" + query.sql + ") SELECT * FROM " + hidden + ")";
+  parameters_ = inner.parameters_;
+  calls_ = calls_ || inner.calls_;
+  ViewTable table;
+  table.info.name = "view " + std::to_string(view_tables_->by_name.size()) + " " + view.name;
+  table.info.columns = inner.NamedColumns(query.columns, definition.view_columns, view.name, 0);
+  table.tables = inner.tables_;
+  table.temporary = inner.temporary_;
+  std::string names;
+  for (const ColumnInfo& column : table.info.columns) {
+    names += (names.empty() ? "" : ", ") + QuoteName(column.name);
   }
+  std::string& sql = view_tables_->sql;
+  sql += (sql.empty() ? "" : ", ") + QuoteName(table.info.name) + "(" + names +
+         ") AS NOT MATERIALIZED (" + query.sql + ")";
+  return view_tables_->by_name.emplace(key, std::move(table)).first->second;
+}
+
+Bound Binder::ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr* given) {
+  const vorek::sqlite::Parameter& parameter = module.Definition().parameters[index];
+  if (given == nullptr && parameter.default_value == nullptr) {
+    Refuse(0, "The parameter '" + parameter.name + "' of '" + module.name + "' has no default");
+  }
+  const Expr& value = given == nullptr ? *parameter.default_value : *given;
+  return Convert(BindValue(value), parameter.type, Mode::kCast, value.at);
+}
+
+const ModuleInfo& Binder::TableFunction(const TableRef& table) {
+  const ModuleInfo* module = schema_.FindModule(table.name.Last());
+  if (module == nullptr || module->kind != "IF") MissingObject(table.name);
+  const std::size_t takes = module->Definition().parameters.size();
+  if (table.arguments.size() != takes) {
+    Refuse(table.at,
+           "The function '" + module->name + "' takes " + std::to_string(takes) + " argument(s)");
+  }
+  if (views_.size() >= kMaxViews) {
+    throw Error(ErrorNumber::kSyntax,
+                "Maximum function nesting level exceeded (limit 32) at '" + module->name + "'.");
+  }
+  return *module;
+}
+
+std::string Binder::BindTableFunction(const TableRef& table, Source source) {
+  const ModuleInfo* const module = &TableFunction(table);
+  const Statement& definition = module->Definition();
+  const Variables none;
+  Binder inner(schema_, none, module->source);
+  // The arguments see what a derived table sees: the queries around, not the tables beside.
+  Scope* const beside = scope_;
+  scope_ = beside->outer;
+  Scope nothing;
+  if (scope_ == nullptr) scope_ = &nothing;
+  for (std::size_t i = 0; i < table.arguments.size(); ++i) {
+    inner.arguments_[LowerWord(definition.parameters[i].name)] =
+        ArgumentOf(*module, i, table.arguments[i].get());
+  }
+  scope_ = beside;
+  inner.views_ = views_;
+  inner.views_.push_back(NameKey(module->name));
+  inner.prefix_ = "f" + std::to_string(views_.size()) + " ";
+  inner.view_tables_ = view_tables_;
+  inner.parameters_ = parameters_;
+  BoundQuery query = inner.BindQuery(*definition.query);
+  parameters_ = inner.parameters_;
+  calls_ = calls_ || inner.calls_;
+  temporary_ = temporary_ || inner.temporary_;
+  CountTables(inner.tables_, table.at);
+  source.own = NamedColumns(query.columns, table.columns, module->name, table.at);
+  const std::string sql = "(" + query.sql + ") AS " + source.sql;
+  AddSource(std::move(source), table.at);
+  return sql;
+}
+
+std::string Binder::BindView(const ModuleInfo& view, Source source) {
+  const ViewTable& table = WriteView(view);
+  CountTables(table.tables, 0);
+  temporary_ = temporary_ || table.temporary;
+  source.own = table.info.columns;
+  std::string sql = QuoteName(table.info.name) + " AS " + source.sql;
   AddSource(std::move(source), 0);
-  return sql + " AS " + alias;
+  return sql;
 }
 
 std::string Binder::BindSubquery(const TableRef& table, bool nullable) {
@@ -229,7 +329,7 @@ std::string Binder::BindSubquery(const TableRef& table, bool nullable) {
   scope_ = beside;
   Source source;
   source.name = table.alias;
-  source.sql = QuoteName(table.alias);
+  source.sql = QuoteName(prefix_ + table.alias);
   source.nullable = nullable;
   source.own = NamedColumns(query.columns, table.columns, table.alias, table.at);
   std::string sql = "(" + query.sql + ")";

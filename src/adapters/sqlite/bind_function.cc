@@ -214,7 +214,36 @@ struct FunctionRules {
     return bound;
   }
 
+  static Bound ConcatWs(Call& call) {
+    // NULLs are left out with their separators: each value brings the one in front of it along.
+    const std::string separator = "ifnull(" + call.Text(0).sql + ", '')";
+    std::string sql;
+    bool national = call[0].type.IsNational();
+    for (std::size_t i = 1; i < call.Count(); ++i) {
+      national = national || call[i].type.IsNational();
+      sql += (i == 1 ? "" : " || ") + ("ifnull(" + separator + " || " + call.Text(i).sql + ", '')");
+    }
+    Bound bound = CallOf("substr", {sql, "length(" + separator + ") + 1"},
+                         MakeText(national ? TypeKind::kNVarChar : TypeKind::kVarChar, 4000));
+    bound.nullable = false;
+    return bound;
+  }
+  static Bound Choose(Call& call) {
+    Type type;
+    for (std::size_t i = 1; i < call.Count(); ++i) type = CommonType(type, call[i].type);
+    std::string sql = "CASE " + call.Whole(0).sql;
+    for (std::size_t i = 1; i < call.Count(); ++i) {
+      const Bound value = call.binder.Convert(call[i], type, Binder::Mode::kImplicit, call.expr.at);
+      sql += " WHEN " + std::to_string(i) + " THEN " + value.sql;
+    }
+    return MakeBound(sql + " END", type);
+  }
+
   // Dates.
+  static Bound DateFromParts(Call& call) {
+    return CallOf("vk_date_of_parts", {call.Whole(0).sql, call.Whole(1).sql, call.Whole(2).sql},
+                  Make(TypeKind::kDate));
+  }
   static std::string Part(Call& call) {
     const Expr& word = *call.expr.operands[0];
     if (word.kind != ExprKind::kColumn || word.path.size() != 1) {
@@ -285,7 +314,8 @@ struct FunctionRules {
     return CallOf("vk_eomonth", {call.Moment(0).sql, months}, Make(TypeKind::kDate));
   }
   static Bound IsDate(Call& call) {
-    return MakeBound("vk_try_date(" + call.Text(0).sql + ", 'datetime', 0) IS NOT NULL",
+    const std::string style = std::to_string(call.binder.DateStyle(TypeKind::kDateTime));
+    return MakeBound("vk_try_date(" + call.Text(0).sql + ", 'datetime', " + style + ") IS NOT NULL",
                      Make(TypeKind::kInt), kEquality);
   }
   static Bound IsNumeric(Call& call) {
@@ -299,11 +329,16 @@ struct FunctionRules {
   // Numbers. ABS, CEILING, FLOOR, ROUND and SIGN keep the type of what they are given.
   static Bound Abs(Call& call) {
     const Bound number = call.Number(0);
-    return CallOf("abs", {number.sql}, number.type);
+    if (IsWide(number)) return CallOf("vk_abs", {number.sql}, number.type);
+    Bound result = CallOf("abs", {number.sql}, number.type);
+    // The least number has no positive one.
+    result.unchecked = number.type.IsWhole() && number.type.kind != TypeKind::kTinyInt;
+    return Checked(std::move(result));
   }
   static Bound Sign(Call& call) {
     const Bound number = call.Number(0);
-    Bound sign = CallOf("sign", {number.sql}, Make(TypeKind::kInt));
+    Bound sign = CallOf(IsWide(number) ? "vk_sign" : "sign", {number.sql}, Make(TypeKind::kInt));
+    sign.most = 1;
     return call.binder.Convert(std::move(sign), number.type, Binder::Mode::kImplicit, call.expr.at);
   }
   static Bound Integral(Call& call, bool up) {
@@ -368,8 +403,26 @@ struct FunctionRules {
                   Make(TypeKind::kInt));
   }
   static Bound ScopeIdentity(Call& call) {
-    return MakeBound(call.binder.Parameter("@@identity"), MakeDecimal(18, 0));
+    return MakeBound(call.binder.Parameter("@@scope_identity"), MakeDecimal(38, 0));
   }
+  static Bound OfError(Call& call, const char* name, TypeKind kind) {
+    Type type = Make(kind);
+    if (type.IsText()) type.length = 4000;
+    return MakeBound(call.binder.Parameter(name), type);
+  }
+  static Bound ErrorMessage(Call& call) {
+    return OfError(call, "@@error_message", TypeKind::kNVarChar);
+  }
+  static Bound ErrorProcedure(Call& call) {
+    return OfError(call, "@@error_procedure", TypeKind::kNVarChar);
+  }
+  static Bound ErrorNumber(Call& call) { return OfError(call, "@@error_number", TypeKind::kInt); }
+  static Bound ErrorSeverity(Call& call) {
+    return OfError(call, "@@error_severity", TypeKind::kInt);
+  }
+  static Bound ErrorState(Call& call) { return OfError(call, "@@error_state", TypeKind::kInt); }
+  static Bound ErrorLine(Call& call) { return OfError(call, "@@error_line", TypeKind::kInt); }
+  static Bound XactState(Call& call) { return OfError(call, "@@xact_state", TypeKind::kSmallInt); }
   static Bound NewId(Call&) { return MakeBound("vk_newid()", Make(TypeKind::kGuid)); }
   static Bound UserName(Call&) { return TextLiteral("dbo", MakeText(TypeKind::kNVarChar, 128)); }
   static Bound DbName(Call&) { return TextLiteral("main", MakeText(TypeKind::kNVarChar, 128)); }
@@ -379,7 +432,7 @@ struct FunctionRules {
 
 const Binder::Rule* FunctionRules::Find(std::string_view name) {
   using R = FunctionRules;
-  static constexpr std::array<Rule, 73> kRules = {{
+  static constexpr std::array<Rule, 83> kRules = {{
       {"isnull", 2, 2, R::IsNull},
       {"coalesce", 2, kMany, R::Coalesce},
       {"nullif", 2, 2, R::NullIf},
@@ -407,6 +460,9 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
       {"ascii", 1, 1, R::Unicode},
       {"quotename", 1, 1, R::QuoteName},
       {"concat", 2, kMany, R::Concat},
+      {"concat_ws", 3, kMany, R::ConcatWs},
+      {"choose", 2, kMany, R::Choose},
+      {"datefromparts", 3, 3, R::DateFromParts},
       {"dateadd", 3, 3, R::DateAdd},
       {"datediff", 3, 3, R::DateDiff},
       {"datepart", 2, 2, R::DatePart},
@@ -441,6 +497,13 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
       {"objectproperty", 2, 2, R::ObjectProperty},
       {"scope_identity", 0, 0, R::ScopeIdentity},
       {"newid", 0, 0, R::NewId},
+      {"error_message", 0, 0, R::ErrorMessage},
+      {"error_procedure", 0, 0, R::ErrorProcedure},
+      {"error_number", 0, 0, R::ErrorNumber},
+      {"error_severity", 0, 0, R::ErrorSeverity},
+      {"error_state", 0, 0, R::ErrorState},
+      {"error_line", 0, 0, R::ErrorLine},
+      {"xact_state", 0, 0, R::XactState},
       {"user_name", 0, 1, R::UserName},
       {"suser_sname", 0, 1, R::UserName},
       {"suser_name", 0, 1, R::UserName},
@@ -462,6 +525,9 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
 Bound Binder::BindFunction(const Expr& expr) {
   const std::string name = LowerWord(expr.path.back());
   if (expr.path.size() > 1) return BindUserFunction(expr);
+  const bool defaults = std::any_of(expr.operands.begin(), expr.operands.end(),
+                                    [](const ExprPtr& operand) { return operand == nullptr; });
+  if (defaults) Refuse(expr.at, "DEFAULT goes to functions of the database alone");
   if (name == "iif") {
     if (expr.operands.size() != 3) Refuse(expr.at, "IIF takes three arguments");
     const std::string condition = BindCondition(*expr.operands[0], 0);
@@ -483,7 +549,7 @@ Bound Binder::BindFunction(const Expr& expr) {
     Refuse(expr.at, "The function '" + expr.path[0] + "' takes " + std::to_string(rule->least) +
                         (rule->most == rule->least ? "" : " or more") + " argument(s)");
   }
-  const bool has_part = name.rfind("date", 0) == 0 && name != "datalength";
+  const bool has_part = name.rfind("date", 0) == 0 && name != "datefromparts";
   Call call{*this, expr, {}};
   for (std::size_t i = 0; i < count; ++i) {
     // The part of a date is a word, no column.
@@ -510,10 +576,7 @@ Bound Binder::BindUserFunction(const Expr& expr) {
   calls_ = true;
   std::string sql = "vk_call(" + QuoteText(module->name);
   for (std::size_t i = 0; i < expr.operands.size(); ++i) {
-    Bound argument = BindValue(*expr.operands[i]);
-    sql += ", " + Convert(std::move(argument), definition.parameters[i].type, Mode::kCast,
-                          expr.operands[i]->at)
-                      .sql;
+    sql += ", " + ArgumentOf(*module, i, expr.operands[i].get()).sql;
   }
   return MakeBound(sql + ")", definition.returns);
 }

@@ -1,28 +1,24 @@
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 #include "adapters/sqlite/bind.h"
+#include "adapters/sqlite/exact.h"
 
 // Operators: what they give depends on the types of both sides.
 namespace vorek::sqlite {
 namespace {
 
-constexpr int kKeptScale = 12;  // decimal places of a wide product or quotient
-
 bool IsNonZeroLiteral(const Bound& value) {
   return value.literal == Bound::Literal::kNumber && value.value != "0";
 }
 
-// The decimal that an operation gives, held to 38 digits as the dialect does it, and to fewer
-// places where the units wouldn't go into 63 bits.
+// The decimal that a product or a quotient gives, held to 38 digits as the dialect does it.
 Type Held(int precision, int scale) {
-  if (precision > 38) {
-    const int whole = precision - scale;
-    scale = std::max(38 - whole, std::min(scale, 6));
-    precision = 38;
-  }
-  if (precision > 18) scale = std::min(scale, kKeptScale);
+  const int whole = precision - scale;
+  if (precision > kMostDigits) scale = std::max(kMostDigits - whole, std::min(scale, 6));
   return MakeDecimal(precision, scale);
 }
 
@@ -30,6 +26,11 @@ Type Widest(const Bound& a, const Bound& b) {
   Type type = CommonType(a.type, b.type);
   if (type.kind == TypeKind::kBit) type = Make(TypeKind::kInt);
   return type;
+}
+
+bool IsLiteral(const Expr& expr) {
+  if (expr.kind == ExprKind::kUnary) return IsLiteral(*expr.operands[0]);
+  return expr.kind == ExprKind::kNumber || expr.kind == ExprKind::kText;
 }
 
 // The digits that a literal has of itself: 3 is decimal(1,0), not decimal(10,0).
@@ -41,12 +42,61 @@ Type DigitsOf(const Bound& value) {
   return MakeDecimal(std::max(digits, 1), 0);
 }
 
+// A real number has single precision behind each operator.
+Bound Single(Bound value) {
+  if (value.type.kind != TypeKind::kReal) return value;
+  return CallOf("vk_real", {value.sql}, value.type);
+}
+
+// A whole number's or money's result: one that may leave its range is checked, at once or, where
+// SQLite itself marks it by a real number, behind the last operator.
+Bound Ranged(Bound result, double most) {
+  const Type& type = result.type;
+  if (type.kind == TypeKind::kBigInt || type.kind == TypeKind::kMoney) {
+    result.unchecked = result.unchecked || most > kMostInteger;
+    return result;
+  }
+  const bool fits = type.kind != TypeKind::kTinyInt && most < MostUnits(type);
+  result.most = fits ? most : -1;
+  result.unchecked = !fits;
+  return Checked(std::move(result));
+}
+
+// An operation of exact numbers that gives at most so many units: by SQLite's operator where that
+// is exact, by the function where it isn't.
+Bound Computed(Bound native, double most, std::string_view function,
+               const std::vector<Bound>& operands) {
+  if (native.type.IsFloat()) return Single(std::move(native));
+  const bool wide = std::any_of(operands.begin(), operands.end(), IsWide) ||
+                    (native.type.IsDecimal() && most > kMostInteger);
+  Bound result = std::move(native);
+  if (wide) {
+    std::string sql;
+    for (const Bound& operand : operands) sql += (sql.empty() ? "" : ", ") + operand.sql;
+    result.sql = std::string(function) + "(" + sql + ")";
+    result.tightness = kTight;
+  }
+  result.nullable = std::any_of(operands.begin(), operands.end(),
+                                [](const Bound& operand) { return operand.nullable; });
+  if (!result.type.IsDecimal()) return Ranged(std::move(result), wide ? 2 * kMostInteger : most);
+  result.most = std::min(most, MostUnits(result.type));
+  return result;
+}
+
+Bound Count(int number) { return NumberLiteral(number, Make(TypeKind::kInt)); }
+
 }  // namespace
 
 Bound Binder::BindBinary(const Expr& expr) {
-  Bound left = BindValue(*expr.operands[0]);
-  Bound right = BindValue(*expr.operands[1]);
+  Bound left = BindOperand(*expr.operands[0]);
+  Bound right = BindOperand(*expr.operands[1]);
   return Arithmetic(expr, expr.text, std::move(left), std::move(right));
+}
+
+Bound Binder::Negated(Bound value) {
+  Bound native = MakeBound("-" + Wrap(value, kPrefix + 1), value.type, kPrefix);
+  native.nullable = value.nullable;
+  return Computed(std::move(native), MostOf(value), "vk_negate", {value});
 }
 
 void Binder::RefuseOperands(const Expr& expr, const Bound& a, const Bound& b) const {
@@ -69,6 +119,10 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
   if (a.type.IsText() || a.type.IsNull()) a = Convert(a, common, Mode::kImplicit, expr.at);
   if (b.type.IsText() || b.type.IsNull()) b = Convert(b, common, Mode::kImplicit, expr.at);
   if (!a.type.IsNumber() || !b.type.IsNumber()) RefuseOperands(expr, a, b);
+  if (op != "+" && op != "-" && op != "*") {
+    a = Checked(std::move(a));
+    b = Checked(std::move(b));
+  }
   if (op == "&" || op == "|" || op == "^") {
     if (!common.IsWhole()) RefuseOperands(expr, a, b);
     if (op == "^") return CallOf("vk_xor", {a.sql, b.sql}, common);
@@ -98,71 +152,84 @@ Bound Binder::Concatenate(Bound a, Bound b) {
   return result;
 }
 
+Bound Binder::Rescaled(const Bound& value, int step) {
+  if (step == 0 || value.literal == Bound::Literal::kNull) return value;
+  if (step < 0) {
+    Bound down = CallOf("vk_rescale", {value.sql, std::to_string(step)},
+                        MakeDecimal(kMostDigits, value.type.scale + step));
+    down.most = MostOf(value) * std::pow(10.0, step) + 1;
+    down.nullable = value.nullable;
+    return down;
+  }
+  const double most = MostOf(value) * std::pow(10.0, step);
+  const Type type = MakeDecimal(kMostDigits, value.type.scale + step);
+  const std::string unit = most > kMostInteger ? "" : WideText(WidePower(std::min(step, 18)), 0);
+  if (value.literal == Bound::Literal::kNumber && most < kMostInteger) {
+    return NumberLiteral(
+        std::strtoll(value.value.c_str(), nullptr, 10) * std::strtoll(unit.c_str(), nullptr, 10),
+        type);
+  }
+  return Computed(MakeBound(Wrap(value, kMultiplicative) + " * " + unit, type, kMultiplicative),
+                  most, "vk_rescale", {Checked(value), Count(step)});
+}
+
 void Binder::AlignScales(Bound& a, Bound& b) {
-  const auto scale_up = [](Bound& value, int scale) {
-    const int step = scale - value.type.scale;
-    if (step <= 0 || value.literal == Bound::Literal::kNull) return;
-    if (value.literal == Bound::Literal::kNumber &&
-        value.value.size() + static_cast<std::size_t>(step) < 18) {
-      const long long units = std::strtoll(value.value.c_str(), nullptr, 10);
-      value = NumberLiteral(units * PowerOfTen(step), MakeDecimal(18, scale));
-      return;
-    }
-    const bool nullable = value.nullable;
-    value = MakeBound(Wrap(value, kMultiplicative) + " * " + std::to_string(PowerOfTen(step)),
-                      MakeDecimal(38, scale), kMultiplicative);
-    value.nullable = nullable;
-  };
   const int scale = std::max(a.type.scale, b.type.scale);
-  scale_up(a, scale);
-  scale_up(b, scale);
+  if (a.type.scale < scale) a = Rescaled(a, scale - a.type.scale);
+  if (b.type.scale < scale) b = Rescaled(b, scale - b.type.scale);
 }
 
 Bound Binder::AddOrSubtract(const std::string& op, Bound a, Bound b, const Type& common) {
   Type type = common;
+  int down = 0;
   if (common.IsDecimal()) {
     const Type da = DigitsOf(a);
     const Type db = DigitsOf(b);
     const int scale = std::max(da.scale, db.scale);
     const int whole = std::max(da.precision - da.scale, db.precision - db.scale);
     type = MakeDecimal(whole + scale + 1, scale);
+    down = whole + scale + 1 > kMostDigits ? std::max(0, scale - (kMostDigits - whole)) : 0;
   }
   if (common.IsExact()) AlignScales(a, b);
   Bound result =
       MakeBound(Wrap(a, kAdditive) + " " + op + " " + Wrap(b, kAdditive + 1), type, kAdditive);
   result.nullable = a.nullable || b.nullable;
-  return result;
+  result = Computed(std::move(result), MostOf(a) + MostOf(b), op == "+" ? "vk_plus" : "vk_minus",
+                    {a, b});
+  return down == 0 ? result : Rescaled(result, -down);
 }
 
 Bound Binder::Multiply(Bound a, Bound b, const Type& common) {
-  const std::string product = Wrap(a, kMultiplicative) + " * " + Wrap(b, kMultiplicative + 1);
-  if (common.IsFloat() || common.IsWhole()) return MakeBound(product, common, kMultiplicative);
-  if (common.IsMoney()) {
-    if (a.type.scale + b.type.scale == 4) return MakeBound(product, common, kMultiplicative);
-    return CallOf("vk_times", {a.sql, b.sql, "4"}, common);
+  const double most = MostOf(a) * MostOf(b);
+  Bound product = MakeBound(Wrap(a, kMultiplicative) + " * " + Wrap(b, kMultiplicative + 1), common,
+                            kMultiplicative);
+  product.nullable = a.nullable || b.nullable;
+  if (common.IsMoney() && a.type.scale + b.type.scale > common.scale) {
+    return Ranged(CallOf("vk_times", {a.sql, b.sql, "4"}, common), most);
   }
+  if (!common.IsDecimal()) return Computed(std::move(product), most, "vk_times", {a, b, Count(0)});
   const Type da = DigitsOf(a);
   const Type db = DigitsOf(b);
-  const Type type = Held(da.precision + db.precision + 1, da.scale + db.scale);
-  const int down = da.scale + db.scale - type.scale;
-  if (down == 0) return MakeBound(product, type, kMultiplicative);
-  return CallOf("vk_times", {a.sql, b.sql, std::to_string(down)}, type);
+  product.type = Held(da.precision + db.precision + 1, da.scale + db.scale);
+  const int down = da.scale + db.scale - product.type.scale;
+  if (down == 0) return Computed(std::move(product), most, "vk_times", {a, b, Count(0)});
+  Bound rounded = CallOf("vk_times", {a.sql, b.sql, std::to_string(down)}, product.type);
+  rounded.nullable = product.nullable;
+  return rounded;
 }
 
 Bound Binder::Divide(Bound a, Bound b, const Type& common) {
+  Bound native = MakeBound(Wrap(a, kMultiplicative) + " / " + Wrap(b, kMultiplicative + 1), common,
+                           kMultiplicative);
   if (common.IsFloat()) {
-    if (IsNonZeroLiteral(b)) {
-      return MakeBound(Wrap(a, kMultiplicative) + " / " + Wrap(b, kMultiplicative + 1), common,
-                       kMultiplicative);
-    }
-    return CallOf("vk_divide", {a.sql, b.sql}, common);
+    return Single(IsNonZeroLiteral(b) ? native : CallOf("vk_divide", {a.sql, b.sql}, common));
   }
   if (common.IsWhole() || (common.IsMoney() && b.type.scale == 0)) {
-    if (IsNonZeroLiteral(b)) {
-      return MakeBound(Wrap(a, kMultiplicative) + " / " + Wrap(b, kMultiplicative + 1), common,
-                       kMultiplicative);
-    }
-    return CallOf("vk_quotient", {a.sql, b.sql, "0"}, common);
+    const bool native_fits = IsNonZeroLiteral(b) && !IsWide(a);
+    Bound result =
+        native_fits ? std::move(native) : CallOf("vk_quotient", {a.sql, b.sql, "0"}, common);
+    // Nothing but the least number by -1 leaves the range.
+    return Ranged(std::move(result), MostOf(a) / (IsNonZeroLiteral(b) ? MostOf(b) : 1));
   }
   Type type = common;
   if (!common.IsMoney()) {
@@ -173,11 +240,12 @@ Bound Binder::Divide(Bound a, Bound b, const Type& common) {
   }
   // units(a) 10^-sa / (units(b) 10^-sb) in units of 10^-s is units(a) 10^(s - sa + sb) / units(b).
   const int step = type.scale - a.type.scale + b.type.scale;
-  return CallOf("vk_quotient", {a.sql, b.sql, std::to_string(step)}, type);
+  Bound quotient = CallOf("vk_quotient", {a.sql, b.sql, std::to_string(step)}, type);
+  return type.IsDecimal() ? quotient : Ranged(std::move(quotient), 2 * kMostInteger);
 }
 
 Bound Binder::Modulo(Bound a, Bound b, const Type& common) {
-  if (common.IsFloat()) return CallOf("vk_remainder", {a.sql, b.sql}, common);
+  if (common.IsFloat()) return Single(CallOf("vk_remainder_real", {a.sql, b.sql}, common));
   Type type = common;
   if (common.IsDecimal()) {
     const Type da = DigitsOf(a);
@@ -186,11 +254,10 @@ Bound Binder::Modulo(Bound a, Bound b, const Type& common) {
     type = MakeDecimal(std::min(da.precision - da.scale, db.precision - db.scale) + scale, scale);
   }
   AlignScales(a, b);
-  if (IsNonZeroLiteral(b)) {
-    return MakeBound(Wrap(a, kMultiplicative) + " % " + Wrap(b, kMultiplicative + 1), type,
-                     kMultiplicative);
-  }
-  return CallOf("vk_remainder", {a.sql, b.sql}, type);
+  if (!IsNonZeroLiteral(b)) return CallOf("vk_remainder", {a.sql, b.sql}, type);
+  return Computed(MakeBound(Wrap(a, kMultiplicative) + " % " + Wrap(b, kMultiplicative + 1), type,
+                            kMultiplicative),
+                  std::min(MostOf(a), MostOf(b)), "vk_remainder", {a, b});
 }
 
 Bound Binder::DateArithmetic(const Expr& expr, const std::string& op, Bound a, Bound b) {
@@ -231,6 +298,7 @@ void Binder::MakeComparable(Bound& a, Bound& b, const Expr& expr) {
     takes(b);
     if (!a.type.IsExact() || !b.type.IsExact()) return;
   }
+  if (IsWide(a) || IsWide(b)) return AlignScales(a, b);
   // A literal with more places than the column has is put into the column's units, as a real
   // number if it falls between two of them: the column stays bare, so that its index serves.
   const auto into_units_of = [](Bound& literal, const Bound& other) {
@@ -255,6 +323,10 @@ void Binder::MakeComparable(Bound& a, Bound& b, const Expr& expr) {
 Bound Binder::Compare(const std::string& op, Bound a, Bound b, const Expr& expr) {
   MakeComparable(a, b, expr);
   const int tightness = op == "=" || op == "<>" ? kEquality : kRelation;
+  if (tightness == kRelation && (IsWide(a) || IsWide(b))) {
+    a = CallOf("vk_order", {a.sql}, a.type);
+    b = CallOf("vk_order", {b.sql}, b.type);
+  }
   return MakeBound(Wrap(a, tightness + 1) + " " + op + " " + Wrap(b, tightness + 1),
                    Make(TypeKind::kCondition), tightness);
 }
@@ -271,7 +343,7 @@ bool Binder::CompareIsNull(const Expr& expr, Bound& result) {
     const bool fits = call.kind == ExprKind::kFunction && call.path.size() == 1 &&
                       SameWord(call.path[0], "isnull") && call.operands.size() == 2 &&
                       call.operands[0]->kind == ExprKind::kColumn;
-    if (!fits) continue;
+    if (!fits || !IsLiteral(*call.operands[1]) || !IsLiteral(other)) continue;
     Bound column = BindValue(*call.operands[0]);
     const Bound instead = BindValue(*call.operands[1]);
     const Bound value = BindValue(other);

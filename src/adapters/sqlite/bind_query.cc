@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <utility>
 
@@ -11,8 +12,17 @@ namespace vorek::sqlite {
 Translation Binder::Finish(BoundQuery query) {
   Translation result;
   result.sql = std::move(query.sql);
+  if (!view_tables_->sql.empty()) {
+    constexpr std::string_view kWith = "WITH ";
+    constexpr std::string_view kRecursive = "WITH RECURSIVE ";
+    std::size_t head = 0;
+    if (result.sql.rfind(kWith, 0) == 0) head = kWith.size();
+    if (result.sql.rfind(kRecursive, 0) == 0) head = kRecursive.size();
+    result.sql.replace(0, head, "WITH RECURSIVE " + view_tables_->sql + (head == 0 ? " " : ", "));
+  }
   result.columns = std::move(query.columns);
   result.assigned = std::move(query.assigned);
+  result.assigns = query.assigns;
   result.parameters = std::move(parameters_);
   result.temporary = temporary_;
   return result;
@@ -109,13 +119,16 @@ Binder::BoundQuery Binder::BindQuery(const Query& query, const Targets* targets)
   BoundQuery result;
   const Branch& first = query.branches[0];
   const bool single = query.branches.size() == 1 && first.select != nullptr;
-  if (single && first.select->values.empty()) {
+  if (single && !first.select->grouping_sets.empty()) {
+    result = GroupingSets(query, *first.select, targets);
+  } else if (single && first.select->values.empty()) {
     Scope scope;
     const ScopeGuard guard(*this, scope);
     std::vector<SelectParts> parts;
     parts.push_back(BindSelect(query, *first.select));
     result.assigned = std::move(assigned_);
     assigned_.clear();
+    result.assigns = assigns_;
     if (targets != nullptr) Unify(parts, targets, query.at);
     for (const Bound& item : parts[0].items) {
       result.columns.push_back({item.name, item.type, item.nullable, item.collated});
@@ -141,7 +154,6 @@ Binder::SelectParts Binder::BranchParts(const Query& query, const Branch& branch
   // A branch with its own TOP, or one in brackets, becomes a derived table.
   (void)query;
   Query bare;
-  SelectParts parts;
   BoundQuery bound;
   if (branch.query != nullptr) {
     bound = BindQuery(*branch.query);
@@ -154,17 +166,22 @@ Binder::SelectParts Binder::BranchParts(const Query& query, const Branch& branch
     }
     bound.sql = Render(inner);
   }
+  return Derived(std::move(bound));
+}
+
+Binder::SelectParts Binder::Derived(BoundQuery query) {
+  SelectParts parts;
   parts.prefix = "SELECT ";
   std::string names;
-  for (std::size_t i = 0; i < bound.columns.size(); ++i) {
+  for (std::size_t i = 0; i < query.columns.size(); ++i) {
     const std::string name = QuoteName("c" + std::to_string(i + 1));
     names += (names.empty() ? "" : ", ") + name;
-    Bound item = MakeBound(name, bound.columns[i].type);
-    item.name = bound.columns[i].name;
+    Bound item = MakeBound(name, query.columns[i].type);
+    item.name = query.columns[i].name;
     item.column = true;
     parts.items.push_back(std::move(item));
   }
-  parts.tail = " FROM (WITH " + QuoteName("branch") + "(" + names + ") AS (" + bound.sql +
+  parts.tail = " FROM (WITH " + QuoteName("branch") + "(" + names + ") AS (" + query.sql +
                ") SELECT * FROM " + QuoteName("branch") + ")";
   return parts;
 }
@@ -230,7 +247,16 @@ Binder::BoundQuery Binder::Compound(const Query& query, const Targets* targets) 
   }
   Scope scope;
   const ScopeGuard guard(*this, scope);
-  result.sql += BindOrder(query.order, branches[0].items, true);
+  const std::vector<Bound>& items = branches[0].items;
+  if (!query.order.empty() && std::any_of(items.begin(), items.end(), IsWide)) {
+    // SQLite orders a UNION by its columns as they are, and by nothing else.
+    SelectParts whole = Derived(result);
+    whole.order = BindOrder(query.order, whole.items, true);
+    whole.limit = BindLimit(query, nullptr);
+    result.sql = Render(whole);
+    return result;
+  }
+  result.sql += BindOrder(query.order, items, true);
   result.sql += BindLimit(query, nullptr);
   return result;
 }
@@ -280,7 +306,10 @@ void Binder::ExpandStar(const Expr& star, std::vector<Bound>& items) {
 
 void Binder::BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
                        std::vector<std::string>* assigned) {
-  running_.clear();
+  // A subquery in the list sees the variables as the list does.
+  const bool assigns = std::any_of(select.items.begin(), select.items.end(),
+                                   [](const SelectItem& item) { return !item.variable.empty(); });
+  if (assigns) uses_running_ = false;
   for (const SelectItem& item : select.items) {
     if (!item.variable.empty()) running_.insert(LowerWord(item.variable));
   }
@@ -303,9 +332,47 @@ void Binder::BindItems(const vorek::sqlite::Select& select, SelectParts& parts,
     }
     parts.items.push_back(std::move(value));
   }
-  running_.clear();
+  if (assigns) running_.clear();
   if (!assigned->empty() && assigned->size() != parts.items.size()) {
     Refuse(select.at, "A SELECT that assigns a value to a variable must not return rows as well");
+  }
+}
+
+void Binder::AssignItems(const Query& query, const vorek::sqlite::Select& select,
+                         SelectParts& parts, const std::vector<std::string>& assigned) {
+  const bool ordered = !query.order.empty();
+  assigns_ = !ordered || uses_running_;
+  if (!assigns_) return;  // the last row decides
+  if (ordered) {
+    // SQLite computes a select list before it sorts: the rows are put in order first.
+    if (select.distinct || scope_->has_aggregate || !select.group.empty()) {
+      Refuse(select.at,
+             "A variable that goes on from row to row can't stand beside groups or DISTINCT in "
+             "an order");
+    }
+    const std::string order = BindOrder(query.order, {}, false);
+    std::vector<std::string> carried;
+    scope_->carried = &carried;
+    SelectParts again;
+    std::vector<std::string> same;
+    BindItems(select, again, &same);
+    scope_->carried = nullptr;
+    std::string columns;
+    for (std::size_t i = 0; i < carried.size(); ++i) {
+      columns += (i == 0 ? "" : ", ") + carried[i] + " AS \"c" + std::to_string(i) + "\"";
+    }
+    const std::string rows = QuoteName("rows in order");
+    parts.items = std::move(again.items);
+    parts.prefix = "WITH " + rows + " AS MATERIALIZED (SELECT " +
+                   (columns.empty() ? "1" : columns) + parts.tail + order + parts.limit +
+                   ") SELECT ";
+    parts.tail = " FROM " + rows;
+    parts.order.clear();
+    parts.limit.clear();
+  }
+  for (std::size_t i = 0; i < assigned.size(); ++i) {
+    Bound& item = parts.items[i];
+    item = CallOf("vk_assign", {QuoteText(assigned[i]), item.sql}, item.type);
   }
 }
 
@@ -320,31 +387,90 @@ Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::
   BindItems(select, parts, &assigned);
   parts.prefix = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   if (select.distinct) CollateItems(parts.items);
+  const bool whole = select.top_percent && select.top->text == "100";
+  if (select.top != nullptr && !whole && (select.top_percent || select.top_ties)) {
+    RankRows(query, select, parts);
+    CheckGrouping(select);
+    assigned_ = std::move(assigned);
+    if (!assigned_.empty()) Refuse(select.at, "A TOP of ranks can't assign variables");
+    return parts;
+  }
   parts.order = BindOrder(query.order, parts.items, select.distinct);
   CheckGrouping(select);
   parts.limit = BindLimit(query, &select);
+  if (!assigned.empty()) AssignItems(query, select, parts, assigned);
   assigned_ = std::move(assigned);
   return parts;
 }
 
+Binder::BoundQuery Binder::GroupingSets(const Query& query, const vorek::sqlite::Select& select,
+                                        const Targets* targets) {
+  std::vector<SelectParts> branches;
+  const Query bare;  // ORDER BY and TOP belong to the whole
+  for (const std::vector<std::size_t>& set : select.grouping_sets) {
+    Scope scope;
+    const ScopeGuard guard(*this, scope);
+    scope.grouping_set = &set;
+    branches.push_back(BindSelect(bare, select));
+    branches.back().limit.clear();
+  }
+  if (select.distinct || !assigned_.empty() || select.top_percent || select.top_ties) {
+    Refuse(select.at, "ROLLUP, CUBE and GROUPING SETS take no DISTINCT, variables or TOP of ranks");
+  }
+  Unify(branches, targets, query.at);
+  BoundQuery inner;
+  for (const Bound& item : branches[0].items) {
+    inner.columns.push_back({item.name, item.type, true, false});
+  }
+  for (SelectParts& branch : branches) {
+    inner.sql += (inner.sql.empty() ? "" : " UNION ALL ") + Render(branch);
+  }
+  BoundQuery result;
+  result.columns = inner.columns;
+  SelectParts whole = Derived(std::move(inner));
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  whole.order = BindOrder(query.order, whole.items, true);
+  whole.limit = BindLimit(query, &select);
+  result.sql = Render(whole);
+  return result;
+}
+
 void Binder::BindGroup(const vorek::sqlite::Select& select, SelectParts& parts) {
   std::string keys;
-  for (const ExprPtr& key : select.group) {
-    const Bound bound = BindValue(*key);
+  std::set<std::string> absent;
+  for (std::size_t i = 0; i < select.group.size(); ++i) {
+    const ExprPtr& key = select.group[i];
+    const Bound unchecked = BindOperand(*key);
+    const Bound bound = Checked(unchecked);
     if (bound.literal != Bound::Literal::kNone) {
       Refuse(key->at, "Each GROUP BY expression must contain a column of the query");
     }
+    const auto* set = scope_->grouping_set;
+    if (set != nullptr && std::find(set->begin(), set->end(), i) == set->end()) {
+      absent.insert(unchecked.sql);
+      absent.insert(bound.sql);
+      continue;
+    }
+    scope_->group_keys.insert(unchecked.sql);
     scope_->group_keys.insert(bound.sql);
     keys += (keys.empty() ? "" : ", ") + Collated(bound).sql;
   }
   scope_->ungrouped.clear();
+  for (const std::string& key : absent) {
+    if (scope_->group_keys.count(key) == 0) scope_->absent_keys.insert(key);
+  }
   if (!keys.empty()) parts.tail += " GROUP BY " + keys;
+  // The set without a key is one group, whatever is selected.
+  if (keys.empty() && scope_->grouping_set != nullptr) parts.tail += " HAVING count(*) >= 0";
+  if (scope_->grouping_set != nullptr) scope_->has_aggregate = true;
   if (select.having != nullptr) {
     scope_->takes_aggregates = true;
     std::string having = BindCondition(*select.having, 0);
     // Without groups SQLite takes HAVING only beside an aggregate; a query of one group is meant.
+    const bool one_group = keys.empty() && scope_->grouping_set != nullptr;
     if (keys.empty()) scope_->has_aggregate = true;
-    parts.tail += " HAVING " + having;
+    parts.tail += one_group ? " AND (" + having + ")" : " HAVING " + having;
   }
 }
 
@@ -364,6 +490,7 @@ void Binder::CollateItems(std::vector<Bound>& items) {
 std::string Binder::OrderTerm(const OrderItem& item, const std::vector<Bound>& items,
                               bool ordinals_only) {
   const auto ordinal = [&](std::size_t index) {
+    if (IsWide(items[index])) return Ordered(items[index]).sql;
     std::string sql = std::to_string(index + 1);
     if (items[index].type.IsText() && !items[index].collated) sql += " COLLATE VOREK";
     return sql;
@@ -392,7 +519,7 @@ std::string Binder::OrderTerm(const OrderItem& item, const std::vector<Bound>& i
   if (bound.literal != Bound::Literal::kNone) {
     Refuse(expr.at, "A constant expression stands in the ORDER BY list");
   }
-  return Collated(bound).sql;
+  return Ordered(bound).sql;
 }
 
 std::string Binder::BindOrder(const std::vector<OrderItem>& order, const std::vector<Bound>& items,
@@ -405,6 +532,46 @@ std::string Binder::BindOrder(const std::vector<OrderItem>& order, const std::ve
   return sql;
 }
 
+void Binder::RankRows(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts) {
+  if (select.top_ties && query.order.empty()) {
+    Refuse(select.at, "The TOP N WITH TIES clause is not allowed without a corresponding ORDER BY");
+  }
+  // What the rows are ordered by goes along behind the select list.
+  const std::size_t shown = parts.items.size();
+  std::vector<std::size_t> keys;
+  for (const OrderItem& item : query.order) {
+    const std::string term = OrderTerm(item, parts.items, select.distinct);
+    std::size_t index = 0;
+    const auto [end, error] = std::from_chars(term.data(), term.data() + term.size(), index);
+    const bool ordinal =
+        error == std::errc() && index > 0 && index <= shown && (*end == '\0' || *end == ' ');
+    if (!ordinal) {
+      parts.items.push_back(BindValue(*item.expr));
+      index = parts.items.size();
+    }
+    keys.push_back(index - 1);
+  }
+  BoundQuery inner;
+  for (const Bound& item : parts.items) {
+    inner.columns.push_back({item.name, item.type, item.nullable, false});
+  }
+  inner.sql = Render(parts);
+  parts = Derived(std::move(inner));
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    parts.order += (i == 0 ? " ORDER BY " : ", ") + Ordered(parts.items[keys[i]]).sql +
+                   (query.order[i].descending ? " DESC" : "");
+  }
+  const bool percent = select.top_percent;
+  const Type number = Make(percent ? TypeKind::kFloat : TypeKind::kBigInt);
+  const std::string top =
+      Convert(BindValue(*select.top), number, Mode::kImplicit, select.top->at).sql;
+  parts.tail = " FROM (SELECT *, " + std::string(select.top_ties ? "rank" : "row_number") +
+               "() OVER (" + (parts.order.empty() ? "" : parts.order.substr(1)) +
+               ") AS \"rank\", count(*) OVER () AS \"all\"" + parts.tail + ") WHERE \"rank\" <= " +
+               (percent ? "ceil(\"all\" * (" + top + ") / 100.0)" : "(" + top + ")");
+  parts.items.resize(shown);
+}
+
 std::string Binder::BindLimit(const Query& query, const vorek::sqlite::Select* select) {
   const auto count = [this](const Expr& expr) {
     Bound value = Convert(BindValue(expr), Make(TypeKind::kBigInt), Mode::kImplicit, expr.at);
@@ -414,9 +581,7 @@ std::string Binder::BindLimit(const Query& query, const vorek::sqlite::Select* s
   if (select != nullptr && select->top != nullptr) {
     if (select->top->kind == ExprKind::kUnary)
       Refuse(select->top->at, "TOP takes no negative number");
-    if (!select->top_percent) return " LIMIT " + count(*select->top);
-    if (select->top->text == "100") return "";
-    Refuse(select->top->at, "TOP with PERCENT is not supported, save for TOP 100 PERCENT");
+    return select->top_percent ? "" : " LIMIT " + count(*select->top);
   }
   if (query.offset == nullptr) return "";
   const std::string limit = query.fetch == nullptr ? "-1" : count(*query.fetch);

@@ -53,6 +53,9 @@ Connection::Connection(const std::string& path, OpenMode mode) {
 
 void Connection::SetUp(const std::string&, OpenMode mode) {
   sqlite3* db = db_.get();
+  if (sqlite3_compileoption_used("UNTESTABLE") != 0) {
+    throw Error(ErrorNumber::kConnection, "this build of SQLite can't switch off Bloom filters");
+  }
   // The file may come from anybody: nothing in it may run code, write the schema or load a library.
   sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -72,6 +75,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   };
   own("vk_call", -1, OnCall);
   own("vk_variable", 1, OnVariable);
+  own("vk_assign", 2, OnAssign);
   own("vk_object_id", 1, OnObjectId);
   own("vk_object_property", 2, OnObjectProperty);
   has_deadline_ = true;
@@ -79,6 +83,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   Run(db, "PRAGMA foreign_keys = ON");
   Run(db, "PRAGMA cache_size = -65536");  // kibibytes: joins over an index halve their time by it
   schema_ = std::make_unique<Schema>(db);
+  schema_->SetCheckpoint([this] { AskProgress(0); });
   schema_->Refresh();  // the first read: fails for a file that is no database
   if (mode != OpenMode::kReadOnly && sqlite3_db_readonly(db, "main") == 1 &&
       mode == OpenMode::kCreate) {
@@ -136,6 +141,12 @@ void Connection::OnCall(sqlite3_context* context, int count, sqlite3_value** val
 void Connection::OnVariable(sqlite3_context* context, int, sqlite3_value** values) {
   auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
   ResultCell(context, connection->runner_->Current(std::string(TextOf(values[0]))));
+}
+
+void Connection::OnAssign(sqlite3_context* context, int, sqlite3_value** values) {
+  auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
+  connection->runner_->Assign(std::string(TextOf(values[0])), CellOf(values[1]));
+  sqlite3_result_value(context, values[1]);
 }
 
 void Connection::OnObjectId(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -237,8 +248,8 @@ ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& op
   try {
     schema_->Refresh();
     const std::shared_ptr<Batch> batch = Parse(text, options.script_line);
-    ResultSetPtr result = runner_->Run(*batch, options.script_line > 0,
-                                       [this](std::size_t rows) { AskProgress(rows); });
+    ResultSetPtr result =
+        runner_->Run(*batch, options, [this](std::size_t rows) { AskProgress(rows); });
     // Who takes a big result needs the memory more than the pages that it was read from.
     if (result != nullptr && result->rows >= kBigResult) sqlite3_db_release_memory(db_.get());
     return result;

@@ -40,6 +40,7 @@ class Connection : public DatabaseConnection {
   static int OnBusy(void* self, int count);
   static void OnCall(sqlite3_context* context, int count, sqlite3_value** values);
   static void OnVariable(sqlite3_context* context, int count, sqlite3_value** values);
+  static void OnAssign(sqlite3_context* context, int count, sqlite3_value** values);
   static void OnObjectProperty(sqlite3_context* context, int count, sqlite3_value** values);
   static void OnObjectId(sqlite3_context* context, int count, sqlite3_value** values);
   void SetUp(const std::string& path, OpenMode mode);

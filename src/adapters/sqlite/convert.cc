@@ -15,12 +15,6 @@ namespace {
 
 std::string KindText(const Type& type) { return QuoteText(TypeName(type)); }
 
-// Digits in front of the decimal point that a value of the type may have.
-int WholeDigits(const Type& type) {
-  const Type decimal = AsDecimal(type);
-  return decimal.precision - decimal.scale;
-}
-
 bool FitsWhole(long long value, TypeKind kind) {
   switch (kind) {
     case TypeKind::kTinyInt:
@@ -63,6 +57,7 @@ Bound Binder::Convert(Bound value, const Type& to, Mode mode, std::size_t at, in
     return value;
   }
   if (value.type == to && style == 0) return value;
+  value = Checked(std::move(value));
   if (to.IsWhole()) return ToWhole(std::move(value), to, mode, at);
   if (to.IsMoney() || to.IsDecimal()) return ToScaled(std::move(value), to, mode, at);
   if (to.IsFloat()) return ToFloat(std::move(value), to, mode, at);
@@ -90,9 +85,14 @@ Bound Binder::ToWhole(Bound value, const Type& to, Mode mode, std::size_t at) {
       const long long number = std::strtoll(value.value.c_str(), nullptr, 10);
       if (FitsWhole(number, to.kind)) return NumberLiteral(number, to);
     }
-    if (from.kind > to.kind) {
-      return CallOf(is_try ? "vk_try_range" : "vk_range", {value.sql, KindText(to)}, to);
+    const bool fits =
+        from.kind <= to.kind || (to.kind != TypeKind::kTinyInt && to.kind != TypeKind::kBit &&
+                                 MostOf(value) < MostUnits(to));
+    if (!fits) {
+      if (is_try) return CallOf("vk_try_range", {value.sql, KindText(to)}, to);
+      return CallOf("vk_in_" + TypeName(to), {value.sql}, to);
     }
+    value.most = MostOf(value);
     value.type = to;
     return value;
   }
@@ -137,39 +137,30 @@ Bound Binder::ToScaled(Bound value, const Type& to, Mode mode, std::size_t at) {
   }
   if (!from.IsExact()) RefuseConversion(value, to, at);
   const int step = to.scale - from.scale;
-  if (value.literal == Bound::Literal::kNumber && step >= 0) {
-    const long long units = std::strtoll(value.value.c_str(), nullptr, 10);
-    const std::int64_t factor = PowerOfTen(step);
-    const bool fits =
-        units <= INT64_MAX / factor && units >= -(INT64_MAX / factor) &&
-        static_cast<int>(value.value.size()) <= (to.IsDecimal() ? to.precision : 19) - step;
-    if (fits) return NumberLiteral(units * factor, to);
+  Bound result = Rescaled(value, step);
+  if (result.literal == Bound::Literal::kNumber && MostOf(result) < MostUnits(to)) {
+    return NumberLiteral(std::strtoll(result.value.c_str(), nullptr, 10), to);
   }
-  Bound result = value;
+  result.most = MostOf(result);
   result.literal = Bound::Literal::kNone;
   result.column = result.column && step == 0;
-  if (step > 0) {
-    result = MakeBound(Wrap(value, kMultiplicative) + " * " + std::to_string(PowerOfTen(step)), to,
-                       kMultiplicative);
-  } else if (step < 0) {
-    result = CallOf("vk_down", {value.sql, std::to_string(-step)}, to);
-  }
   result.type = to;
   result.nullable = value.nullable;
-  const bool checks = mode != Mode::kImplicit && WholeDigits(to) < WholeDigits(from);
-  if (!checks && !(mode != Mode::kImplicit && to.IsMoney() && from.IsDecimal())) return result;
+  if (result.most < MostUnits(to) || (step == 0 && MostUnits(from) <= MostUnits(to))) return result;
   return CallOf(is_try ? "vk_try_fit" : "vk_fit", {result.sql, digits, KindText(to)}, to);
 }
 
 Bound Binder::ToFloat(Bound value, const Type& to, Mode mode, std::size_t at) {
   const Type from = value.type;
+  const Type wide = Make(TypeKind::kFloat);
+  if (to.kind == TypeKind::kReal && from.kind != TypeKind::kReal) {
+    return CallOf("vk_real", {ToFloat(std::move(value), wide, mode, at).sql}, to);
+  }
   if (from.IsFloat()) {
     value.type = to;
-    if (to.kind == TypeKind::kReal && from.kind == TypeKind::kFloat) {
-      return CallOf("vk_real", {value.sql}, to);
-    }
     return value;
   }
+  if (IsWide(value)) return CallOf("vk_to_real", {value.sql, std::to_string(from.scale)}, to);
   if (from.IsExact()) {
     std::string sql = from.scale == 0
                           ? "CAST(" + value.sql + " AS REAL)"
@@ -243,13 +234,22 @@ Bound Binder::ToText(Bound value, const Type& to, Mode mode, std::size_t at, int
   return TextToText(std::move(text), to, mode == Mode::kAssign ? mode : Mode::kCast);
 }
 
+int Binder::DateStyle(TypeKind kind) const {
+  const std::string& format = schema_.CurrentSession().date_format;
+  if (format == "ymd") return kYearFirst;
+  if (format != "dmy") return 0;
+  const bool old = kind == TypeKind::kDateTime || kind == TypeKind::kSmallDateTime;
+  return old ? kDayFirst : kDayFirstIsoYear;
+}
+
 Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int style) {
   const Type from = value.type;
   const std::string kind = KindText(Make(to.kind));
   if (from.IsText()) {
+    if (style == 0) style = DateStyle(to.kind);
     if (value.literal == Bound::Literal::kText && mode != Mode::kTry) {
       const std::optional<Moment> moment = ParseMoment(value.value, style);
-      if (moment && moment->day >= kFirstDateTimeDay) {
+      if (moment && moment->day >= kFirstDateTimeDay && to.kind != TypeKind::kSmallDateTime) {
         Bound folded = TextLiteral(StoredMoment(*moment, TypeName(Make(to.kind))), to);
         folded.literal = Bound::Literal::kNone;
         return folded;
@@ -259,12 +259,12 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
                   {value.sql, kind, std::to_string(style)}, to);
   }
   if (from.IsDate()) {
-    const bool same = from.kind >= TypeKind::kDateTime && to.kind >= TypeKind::kDateTime;
+    const bool same = from.kind >= TypeKind::kSmallDateTime && from.kind <= to.kind;
     if (same) {
       value.type = to;
       return value;
     }
-    if (from.kind == TypeKind::kDate && to.kind != TypeKind::kTime) {
+    if (from.kind == TypeKind::kDate && to.kind == TypeKind::kDateTime2) {
       return MakeBound(Wrap(value, kConcatenation) + " || ' 00:00:00.000'", to, kConcatenation);
     }
     return CallOf("vk_date_kind", {value.sql, kind}, to);
@@ -281,25 +281,36 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
 
 Bound Binder::ToBinary(Bound value, const Type& to, Mode mode, std::size_t at, int style) {
   const Type from = value.type;
-  if (from.IsBinary()) {
-    const bool shorter =
-        to.length != Type::kMax && (from.length == Type::kMax || from.length > to.length);
-    if (!shorter || value.literal != Bound::Literal::kNone) {
-      value.type = to;
-      return value;
-    }
-    if (mode == Mode::kAssign) {
-      return CallOf("vk_fit_text", {value.sql, std::to_string(to.length)}, to);
-    }
-    return CallOf("substr", {value.sql, "1", std::to_string(to.length)}, to);
+  const std::string length = std::to_string(to.length);
+  const bool fixed = to.kind == TypeKind::kBinary;
+  if (from.IsWhole() && mode == Mode::kCast) {
+    const int size = from.kind == TypeKind::kBigInt     ? 8
+                     : from.kind == TypeKind::kInt      ? 4
+                     : from.kind == TypeKind::kSmallInt ? 2
+                                                        : 1;
+    return CallOf("vk_bytes_of_int", {value.sql, std::to_string(size), length, fixed ? "1" : "0"},
+                  to);
   }
   if (from.IsText() && (style == 1 || style == 2)) {
-    return CallOf("vk_unhex", {value.sql, std::to_string(style)}, to);
+    value = CallOf("vk_unhex", {value.sql, std::to_string(style)},
+                   MakeText(TypeKind::kVarBinary, Type::kMax));
+  } else if (from.IsText() && !from.IsNational()) {
+    value =
+        MakeBound("CAST(" + value.sql + " AS BLOB)", MakeText(TypeKind::kVarBinary, Type::kMax));
+  } else if (!from.IsBinary()) {
+    RefuseConversion(value, to, at);
   }
-  if (from.IsText() && !from.IsNational()) {
-    return MakeBound("CAST(" + value.sql + " AS BLOB)", to);
+  const bool same = from.IsBinary() && from.kind == to.kind && from.length == to.length;
+  const bool shorter =
+      to.length != Type::kMax && (value.type.length == Type::kMax || value.type.length > to.length);
+  if (same || (!fixed && !shorter)) {
+    value.type = to;
+    return value;
   }
-  RefuseConversion(value, to, at);
+  if (shorter && mode == Mode::kAssign)
+    value.sql = "vk_fit_text(" + value.sql + ", " + length + ")";
+  if (fixed) return CallOf("vk_pad_bytes", {value.sql, length}, to);
+  return CallOf("substr", {value.sql, "1", length}, to);
 }
 
 }  // namespace vorek::sqlite

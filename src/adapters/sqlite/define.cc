@@ -210,8 +210,14 @@ void Definer::CreateTable(const Statement& statement) {
     if (!is_row_key && column.default_value == nullptr) continue;
     if (column.default_value != nullptr) DefaultValue(*column.default_value, column.type);
     Remember(table, column.name, is_row_key ? TypeName(column.type) : "", column.identity,
-             column.default_source);
+             column.default_source, column.seed);
     if (column.identity && column.seed != 1) SetSeed(table, column.seed);
+  }
+  for (const Constraint& constraint : statement.constraints) {
+    if (constraint.kind != Constraint::Kind::kUnique) continue;
+    AddOneNull(table,
+               constraint.name.empty() ? "key " + NameListSql(constraint.columns) : constraint.name,
+               constraint.columns, "");
   }
   table.temporary ? schema_.TemporaryChanged() : schema_.Changed();
 }
@@ -231,42 +237,78 @@ void Definer::CreateTable(const ObjectName& name, const std::vector<OutputColumn
 }
 
 void Definer::SetSeed(const TableInfo& table, long long seed) {
-  const PreparedPtr statement = Prepare(
-      db_, "INSERT INTO " + SchemaOf(table) + "sqlite_sequence (name, seq) VALUES (?1, ?2)");
+  const std::string sequence = SchemaOf(table) + "sqlite_sequence";
+  const PreparedPtr erase = Prepare(db_, "DELETE FROM " + sequence + " WHERE name = ?1");
+  BindText(erase.get(), 1, table.name);
+  Step(db_, erase.get());
+  const PreparedPtr statement =
+      Prepare(db_, "INSERT INTO " + sequence + " (name, seq) VALUES (?1, ?2)");
   BindText(statement.get(), 1, table.name);
   sqlite3_bind_int64(statement.get(), 2, seed - 1);
   Step(db_, statement.get());
 }
 
+void Definer::RestartIdentity(const ObjectName& name) {
+  const TableInfo& table = NeedTable(name);
+  for (const ColumnInfo& column : table.columns) {
+    if (column.identity) SetSeed(table, column.seed);
+  }
+}
+
+void Definer::AddOneNull(const TableInfo& table, const std::string& index,
+                         const std::vector<std::string>& columns, const std::string& condition) {
+  std::string keys;
+  std::string nulls;
+  for (const std::string& name : columns) {
+    const ColumnInfo& column = *table.Find(name);
+    const std::string sql = QuoteName(column.name);
+    if (!column.nullable) {
+      keys += ", " + sql;
+      continue;
+    }
+    keys += ", " + sql + " IS NULL, ifnull(" + sql + ", 0)" +
+            (column.type.IsText() ? " COLLATE VOREK" : "");
+    nulls += (nulls.empty() ? "" : " OR ") + sql + " IS NULL";
+  }
+  if (nulls.empty()) return;
+  if (!condition.empty()) nulls = "(" + condition + ") AND (" + nulls + ")";
+  Run(db_, "CREATE UNIQUE INDEX " + SchemaOf(table) +
+               QuoteName(table.name + "." + index + ".one null") + " ON " + QuoteName(table.name) +
+               " (" + keys.substr(2) + ") WHERE " + nulls);
+}
+
 void Definer::Remember(const TableInfo& table, const std::string& column, const std::string& type,
-                       bool identity, const std::string& default_source) {
+                       bool identity, const std::string& default_source, long long seed) {
   if (table.temporary) {
     Run(db_,
         "CREATE TEMP TABLE IF NOT EXISTS vorek_columns (table_name TEXT NOT NULL COLLATE "
         "NOCASE, column_name TEXT NOT NULL COLLATE NOCASE, type TEXT, identity INTEGER, "
-        "default_source TEXT, PRIMARY KEY (table_name, column_name))");
+        "default_source TEXT, seed INTEGER, PRIMARY KEY (table_name, column_name))");
   }
   const PreparedPtr statement =
       Prepare(db_, "INSERT OR REPLACE INTO " + SchemaOf(table) +
-                       "vorek_columns (table_name, column_name, type, identity, default_source) "
-                       "VALUES (?1, ?2, nullif(?3, ''), ?4, nullif(?5, ''))");
+                       "vorek_columns (table_name, column_name, type, identity, default_source, "
+                       "seed) VALUES (?1, ?2, nullif(?3, ''), ?4, nullif(?5, ''), ?6)");
   BindText(statement.get(), 1, table.name);
   BindText(statement.get(), 2, column);
   BindText(statement.get(), 3, type);
   sqlite3_bind_int(statement.get(), 4, identity ? 1 : 0);
   BindText(statement.get(), 5, default_source);
+  sqlite3_bind_int64(statement.get(), 6, seed);
   Step(db_, statement.get());
 }
 
-void Definer::Forget(const TableInfo& table) {
+void Definer::Forget(const TableInfo& table, const std::string& column) {
   const char* schema = table.temporary ? "temp" : "main";
   if (sqlite3_table_column_metadata(db_, schema, "vorek_columns", nullptr, nullptr, nullptr,
                                     nullptr, nullptr, nullptr) != SQLITE_OK) {
     return;
   }
   const PreparedPtr statement =
-      Prepare(db_, "DELETE FROM " + SchemaOf(table) + "vorek_columns WHERE table_name = ?1");
+      Prepare(db_, "DELETE FROM " + SchemaOf(table) +
+                       "vorek_columns WHERE table_name = ?1 AND ?2 IN ('', column_name)");
   BindText(statement.get(), 1, table.name);
+  BindText(statement.get(), 2, column);
   Step(db_, statement.get());
 }
 
@@ -286,15 +328,18 @@ void Definer::CreateIndex(const Statement& statement) {
     columns += (columns.empty() ? "" : ", ") + QuoteName(statement.columns[i]);
     if (statement.descending[i]) columns += " DESC";
   }
+  std::string condition;
   std::string sql = statement.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
   // Names of indexes are the table's own in the dialect, the database's in SQLite.
   sql += SchemaOf(table) + QuoteName(table.name + "." + statement.name.Last()) + " ON " +
          QuoteName(table.name) + " (" + columns + ")";
   if (statement.expr != nullptr) {
     const Variables none;
-    sql += " WHERE " + Binder(schema_, none, source_).ConditionOn(*statement.expr, table);
+    condition = Binder(schema_, none, source_).ConditionOn(*statement.expr, table);
+    sql += " WHERE " + condition;
   }
   Run(db_, sql);
+  if (statement.unique) AddOneNull(table, statement.name.Last(), statement.columns, condition);
 }
 
 void Definer::CreateModule(const Statement& statement) {
@@ -309,6 +354,12 @@ void Definer::CreateModule(const Statement& statement) {
   if (statement.word == "V") {
     const Variables none;
     Binder(schema_, none, source_).Describe(*statement.query, statement.view_columns);
+  } else if (statement.word == "IF") {
+    Variables parameters;
+    for (const auto& parameter : statement.parameters) {
+      parameters[LowerWord(parameter.name)] = {parameter.type, ""};
+    }
+    Binder(schema_, parameters, source_).Describe(*statement.query, {});
   }
   schema_.EnsureCatalogue();
   const PreparedPtr insert = Prepare(
@@ -352,8 +403,10 @@ void Definer::DropIndex(const Statement& statement) {
   if (dotted) name.parts = {statement.name.parts[statement.name.parts.size() - 2]};
   if (name.Empty()) Refuse(source_, statement.at, "DROP INDEX must name the table as well");
   const TableInfo& table = NeedTable(name);
+  const std::string index = table.name + "." + statement.name.Last();
   Run(db_, std::string("DROP INDEX ") + (statement.if_exists ? "IF EXISTS " : "") +
-               SchemaOf(table) + QuoteName(table.name + "." + statement.name.Last()));
+               SchemaOf(table) + QuoteName(index));
+  Run(db_, "DROP INDEX IF EXISTS " + SchemaOf(table) + QuoteName(index + ".one null"));
 }
 
 void Definer::DropModule(const Statement& statement) {
@@ -361,7 +414,8 @@ void Definer::DropModule(const Statement& statement) {
   names.insert(names.end(), statement.columns.begin(), statement.columns.end());
   for (const std::string& name : names) {
     const ModuleInfo* module = schema_.FindModule(name);
-    if (module == nullptr || module->kind != statement.word) {
+    const bool function = statement.word == "FN" && module != nullptr && module->kind == "IF";
+    if (module == nullptr || (module->kind != statement.word && !function)) {
       if (statement.if_exists) continue;
       throw Error(ErrorNumber::kMissingObject, "Cannot drop '" + name +
                                                    "', because it does not exist (" +

@@ -20,6 +20,8 @@ class Definer {
       : db_(db), schema_(schema), source_(source) {}
 
   void Define(const Statement& statement);
+  // The identity of a table that was emptied begins anew.
+  void RestartIdentity(const ObjectName& name);
   // The table of SELECT INTO.
   void CreateTable(const ObjectName& name, const std::vector<OutputColumn>& columns);
 
@@ -46,9 +48,13 @@ class Definer {
   const ColumnDefinition* RowKey(const Statement& statement) const;
   TableInfo Shape(const Statement& statement) const;
   void Remember(const TableInfo& table, const std::string& column, const std::string& type,
-                bool identity, const std::string& default_source);
-  void Forget(const TableInfo& table);
+                bool identity, const std::string& default_source, long long seed = 1);
+  // What is kept of one column, or of all.
+  void Forget(const TableInfo& table, const std::string& column = "");
   void SetSeed(const TableInfo& table, long long seed);
+  // A unique index takes one NULL, where SQLite's takes any number.
+  void AddOneNull(const TableInfo& table, const std::string& index,
+                  const std::vector<std::string>& columns, const std::string& condition);
   std::string DefaultValue(const Expr& expr, const Type& type) const;
   const TableInfo& NeedTable(const ObjectName& name) const;
   void RefuseTaken(const ObjectName& name) const;

@@ -40,7 +40,7 @@ class Explainer {
         return Write(binder.Delete(statement));
       case StatementKind::kDeclare:
         for (const Parameter& variable : statement.parameters) {
-          types_[LowerWord(variable.name)] = {variable.type};
+          types_[LowerWord(variable.name)] = {variable.type, ""};
         }
         return;
       case StatementKind::kIf:

@@ -1,38 +1,50 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <optional>
 
+#include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/functions.h"
 
 // STDEV, VAR and their like, and the guard of subqueries that stand for one value.
 namespace vorek::sqlite {
 namespace {
 
+// Kept as the mean and the squares of the distances from it, so that big numbers that lie close
+// together lose nothing.
 struct Spread {
   std::int64_t count;
-  double sum;
+  double mean;
   double squares;
 };
 
-void AddTo(sqlite3_context* context, sqlite3_value** values, double sign) {
+void AddTo(sqlite3_context* context, sqlite3_value** values, bool adds) {
   if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
   auto* spread = static_cast<Spread*>(sqlite3_aggregate_context(context, sizeof(Spread)));
   if (spread == nullptr) return sqlite3_result_error_nomem(context);
-  const double x = sqlite3_value_double(values[0]);
-  spread->count += sign > 0 ? 1 : -1;
-  spread->sum += sign * x;
-  spread->squares += sign * x * x;
+  const double distance = sqlite3_value_double(values[0]) - spread->mean;
+  spread->count += adds ? 1 : -1;
+  if (spread->count == 0) {
+    *spread = {};
+    return;
+  }
+  const double step = distance / static_cast<double>(spread->count);
+  spread->mean += adds ? step : -step;
+  const double product = distance * (sqlite3_value_double(values[0]) - spread->mean);
+  spread->squares += adds ? product : -product;
 }
 
-void Add(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, 1); }
-void Remove(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, -1); }
+void Add(sqlite3_context* context, int, sqlite3_value** values) { AddTo(context, values, true); }
+void Remove(sqlite3_context* context, int, sqlite3_value** values) {
+  AddTo(context, values, false);
+}
 
 template <bool kSample, bool kRoot>
 void Result(sqlite3_context* context) {
   const auto* spread = static_cast<Spread*>(sqlite3_aggregate_context(context, 0));
   const std::int64_t divisor = spread == nullptr ? 0 : spread->count - (kSample ? 1 : 0);
   if (divisor <= 0) return sqlite3_result_null(context);
-  const auto count = static_cast<double>(spread->count);
-  const double variance = std::max(0.0, spread->squares - spread->sum * spread->sum / count) /
-                          static_cast<double>(divisor);
+  const double variance = std::max(0.0, spread->squares) / static_cast<double>(divisor);
   sqlite3_result_double(context, kRoot ? std::sqrt(variance) : variance);
 }
 
@@ -41,6 +53,49 @@ void RegisterSpread(sqlite3* db, const char* name) {
   sqlite3_create_window_function(db, name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
                                  nullptr, Add, Result<kSample, kRoot>, Result<kSample, kRoot>,
                                  Remove, nullptr);
+}
+
+// vk_sum(a): the exact sum of exact numbers.
+struct Sum {
+  std::int64_t count;
+  // Of a Wide: SQLite aligns memory to eight bytes only.
+  std::uint64_t low;
+  std::uint64_t high;
+  bool overflow;
+
+  Wide Total() const { return static_cast<Wide>(Unsigned{high} << 64U | low); }
+  void SetTotal(Wide value) {
+    low = static_cast<std::uint64_t>(static_cast<Unsigned>(value));
+    high = static_cast<std::uint64_t>(static_cast<Unsigned>(value) >> 64U);
+  }
+};
+
+void AddToSum(sqlite3_context* context, sqlite3_value* value, bool adds) {
+  if (sqlite3_value_type(value) == SQLITE_NULL) return;
+  auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, sizeof(Sum)));
+  if (sum == nullptr) return sqlite3_result_error_nomem(context);
+  const std::optional<Wide> wide = WideOf(value);
+  sum->count += adds ? 1 : -1;
+  Wide total = 0;
+  const bool over = adds ? __builtin_add_overflow(sum->Total(), wide.value_or(0), &total)
+                         : __builtin_sub_overflow(sum->Total(), wide.value_or(0), &total);
+  sum->SetTotal(total);
+  sum->overflow = sum->overflow || over || !wide;
+}
+
+void AddNumber(sqlite3_context* context, int, sqlite3_value** values) {
+  AddToSum(context, values[0], true);
+}
+void RemoveNumber(sqlite3_context* context, int, sqlite3_value** values) {
+  AddToSum(context, values[0], false);
+}
+void GiveSum(sqlite3_context* context) {
+  const auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, 0));
+  if (sum == nullptr || sum->count == 0) return sqlite3_result_null(context);
+  if (sum->overflow || !HasDigits(sum->Total(), kMostDigits)) {
+    return FailOverflow(context, "numeric");
+  }
+  ResultWide(context, sum->Total());
 }
 
 struct One {
@@ -75,6 +130,9 @@ void RegisterAggregates(sqlite3* db) {
   RegisterSpread<false, true>(db, "vk_stdevp");
   RegisterSpread<true, false>(db, "vk_var");
   RegisterSpread<false, false>(db, "vk_varp");
+  sqlite3_create_window_function(db, "vk_sum", 1,
+                                 SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                                 AddNumber, GiveSum, GiveSum, RemoveNumber, nullptr);
   sqlite3_create_function_v2(db, "vk_one", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
                              nullptr, nullptr, TakeOne, GiveOne, nullptr);
 }

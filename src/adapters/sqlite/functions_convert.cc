@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/functions.h"
-#include "adapters/sqlite/type.h"
 #include "text/number.h"
 #include "text/utf8.h"
 
@@ -91,57 +91,20 @@ void TextToInt(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultWhole(context, value, to);
 }
 
-// A decimal's text: sign, digits, point, digits. Digits behind the scale round the last unit.
-struct DecimalText {
-  bool well_formed = false;
-  bool fits = true;
-  std::int64_t units = 0;
-};
-
-DecimalText ReadDecimal(std::string_view s, int scale) {
-  DecimalText result;
-  const bool negative = !s.empty() && s.front() == '-';
-  if (!s.empty() && (s.front() == '-' || s.front() == '+')) s.remove_prefix(1);
-  std::uint64_t units = 0;
-  int places = -1;  // read behind the point, -1 in front of it
-  bool any = false;
-  bool round_up = false;
-  const auto push = [&](unsigned digit) {
-    if (units > (static_cast<std::uint64_t>(INT64_MAX) - digit) / 10) {
-      result.fits = false;
-    } else {
-      units = units * 10 + digit;
-    }
-  };
-  for (const char c : s) {
-    if (c == '.' && places < 0) {
-      places = 0;
-      continue;
-    }
-    if (c < '0' || c > '9') return result;
-    any = true;
-    if (places >= 0 && places == scale) {
-      round_up = c >= '5';
-      ++places;
-    } else if (places < scale) {
-      push(static_cast<unsigned>(c - '0'));
-      if (places >= 0) ++places;
-    }
-  }
-  if (!any) return result;
-  result.well_formed = true;
-  for (int place = std::max(places, 0); place < scale; ++place) push(0);
-  if (round_up) ++units;
-  if (units > static_cast<std::uint64_t>(INT64_MAX)) result.fits = false;
-  if (!result.fits) return result;
-  result.units = static_cast<std::int64_t>(units);
-  if (negative) result.units = -result.units;
-  return result;
+// Units for a type of so many digits; money has the range of 64 bits, which is told by its name.
+bool FitsType(Wide units, int digits, std::string_view to) {
+  const std::string_view kind = KindName(to);
+  if (kind == "money") return units >= INT64_MIN && units <= INT64_MAX;
+  if (kind == "smallmoney") return units >= INT32_MIN && units <= INT32_MAX;
+  return HasDigits(units, digits);
 }
 
-bool HasDigits(std::int64_t units, int digits) {
-  if (digits > 18) return true;
-  return units < PowerOfTen(digits) && units > -PowerOfTen(digits);
+void ResultUnits(sqlite3_context* context, const DecimalText& number, int digits,
+                 std::string_view to) {
+  if (!number.fits || !FitsType(number.units, digits, to)) {
+    return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
+  }
+  ResultWide(context, number.units);
 }
 
 // vk_decimal(text, from, scale, digits, to)
@@ -157,15 +120,12 @@ void TextToDecimal(sqlite3_context* context, int count, sqlite3_value** values) 
     if (sign == 0 || (sign == 1 && s[0] == '-')) s.erase(sign, 1);
     if (s.empty()) s = "0";
   }
-  DecimalText number = ReadDecimal(s, sqlite3_value_int(values[2]));
+  const DecimalText number = ReadDecimal(s, sqlite3_value_int(values[2]));
   if (!number.well_formed) {
     if (money) return FailConversion(context, text, TextOf(values[1]), to);
     return FailType(context, TextOf(values[1]), "numeric");
   }
-  if (!number.fits || !HasDigits(number.units, sqlite3_value_int(values[3]))) {
-    return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
-  }
-  sqlite3_result_int64(context, number.units);
+  ResultUnits(context, number, sqlite3_value_int(values[3]), to);
 }
 
 // vk_float(text, from)
@@ -192,21 +152,15 @@ void Range(sqlite3_context* context, int count, sqlite3_value** values) {
 // vk_whole(units, scale, rounds, to): decimals are cut off, money is rounded.
 void Whole(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
-  const std::int64_t unit = PowerOfTen(sqlite3_value_int(values[1]));
   const std::string_view to = TextOf(values[3]);
-  if (!IsInteger(values[0])) {
-    const double value = sqlite3_value_double(values[0]) / static_cast<double>(unit);
-    if (std::abs(value) >= 9.2e18) return FailOverflow(context, to);
-    return ResultWhole(context, static_cast<std::int64_t>(value), to);
-  }
-  const std::int64_t units = sqlite3_value_int64(values[0]);
-  std::int64_t whole = units / unit;
-  const std::int64_t rest = units % unit;
-  if (to == "bit") return sqlite3_result_int(context, units != 0 ? 1 : 0);
-  if (sqlite3_value_int(values[2]) != 0 && unit > 1 && std::abs(rest) * 2 >= unit) {
-    whole += units < 0 ? -1 : 1;
-  }
-  ResultWhole(context, whole, to);
+  const std::optional<Wide> units = WideOf(values[0]);
+  if (!units) return FailOverflow(context, to);
+  if (to == "bit") return sqlite3_result_int(context, *units != 0 ? 1 : 0);
+  const Wide unit = WidePower(sqlite3_value_int(values[1]));
+  const Wide whole =
+      Scale(*units, 1, 0, unit, sqlite3_value_int(values[2]) != 0).value_or(Wide{INT64_MAX} + 1);
+  if (whole < INT64_MIN || whole > INT64_MAX) return FailOverflow(context, to);
+  ResultWhole(context, static_cast<std::int64_t>(whole), to);
 }
 
 // vk_trunc(real, to)
@@ -227,53 +181,30 @@ void Exact(sqlite3_context* context, int count, sqlite3_value** values) {
   const int scale = sqlite3_value_int(values[1]);
   const double value = sqlite3_value_double(values[0]);
   const std::string_view to = TextOf(values[3]);
-  const std::string_view name = KindName(to) == "decimal" ? "numeric" : KindName(to);
-  if (!(std::abs(value) < 9.2e18)) return FailOverflow(context, name);
   // Seventeen digits tell a double from its neighbours; fifteen is what its text is good for.
   char digits[400];
   std::snprintf(digits, sizeof digits, "%.*f", std::min(scale + 3, 20), value);
   char precise[64];
   std::snprintf(precise, sizeof precise, "%.15g", value);
-  std::string shortest = precise;
-  const bool plain = shortest.find('e') == std::string::npos;
-  const DecimalText number = ReadDecimal(plain ? shortest : digits, scale);
-  if (!number.fits || !HasDigits(number.units, sqlite3_value_int(values[2]))) {
-    return FailOverflow(context, name);
-  }
-  sqlite3_result_int64(context, number.units);
+  const bool plain = std::string_view(precise).find('e') == std::string_view::npos;
+  ResultUnits(context, ReadDecimal(plain ? precise : digits, scale), sqlite3_value_int(values[2]),
+              to);
 }
 
-// vk_fit(units, digits, to): a decimal that goes where fewer digits have room.
+// vk_fit(units, digits, to): an exact number that goes where fewer digits have room.
 void Fit(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
-  const std::string_view to = TextOf(values[2]);
-  const bool fits = IsInteger(values[0]) &&
-                    HasDigits(sqlite3_value_int64(values[0]), sqlite3_value_int(values[1]));
-  if (!fits) return FailOverflow(context, KindName(to) == "decimal" ? "numeric" : KindName(to));
-  sqlite3_result_value(context, values[0]);
-}
-
-std::string FixedText(std::int64_t units, int scale) {
-  std::string digits = std::to_string(units);
-  const bool negative = digits[0] == '-';
-  if (negative) digits.erase(0, 1);
-  const auto places = static_cast<std::size_t>(scale);
-  if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');
-  if (places > 0) digits.insert(digits.size() - places, ".");
-  return negative ? "-" + digits : digits;
+  const std::optional<Wide> units = WideOf(values[0]);
+  const DecimalText number{true, units.has_value(), units.value_or(0)};
+  ResultUnits(context, number, sqlite3_value_int(values[1]), TextOf(values[2]));
 }
 
 // vk_decimal_text(units, scale): all places of the scale.
 void DecimalToText(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
-  const int scale = sqlite3_value_int(values[1]);
-  if (IsInteger(values[0])) {
-    return ResultText(context, FixedText(sqlite3_value_int64(values[0]), scale));
-  }
-  char digits[400];
-  std::snprintf(digits, sizeof digits, "%.*f", scale,
-                sqlite3_value_double(values[0]) / std::pow(10.0, scale));
-  ResultText(context, digits);
+  const std::optional<Wide> units = WideOf(values[0]);
+  if (!units) return FailOverflow(context, "numeric");
+  ResultText(context, WideText(*units, sqlite3_value_int(values[1])));
 }
 
 // vk_money_text(units, style): 0 two places, 1 two with commas, 2 four places.
@@ -282,9 +213,9 @@ void MoneyToText(sqlite3_context* context, int count, sqlite3_value** values) {
   const int style = sqlite3_value_int(values[1]);
   if (!IsInteger(values[0])) return FailOverflow(context, "money");
   const std::int64_t units = sqlite3_value_int64(values[0]);
-  if (style == 2 || style == 126) return ResultText(context, FixedText(units, 4));
-  const std::int64_t cents = (units + (units < 0 ? -50 : 50)) / 100;
-  std::string out = FixedText(cents, 2);
+  if (style == 2 || style == 126) return ResultText(context, WideText(units, 4));
+  const Wide cents = (Wide{units} + (units < 0 ? -50 : 50)) / 100;
+  std::string out = WideText(cents, 2);
   if (style == 1) {
     const std::size_t first = out[0] == '-' ? 1 : 0;
     for (std::size_t at = out.find('.'); at > first + 3;) {
@@ -314,17 +245,44 @@ void FloatToText(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultText(context, out);
 }
 
-void IsNumeric(sqlite3_context* context, int, sqlite3_value** values) {
-  std::string s(Trimmed(TextOf(values[0])));
-  s.erase(std::remove(s.begin(), s.end(), ','), s.end());
-  if (!s.empty() && s[0] == '$') s.erase(0, 1);
-  bool numeric = ReadDecimal(s, 18).well_formed;
-  if (!numeric && !s.empty() && (s[0] == '+' || s[0] == '-' || (s[0] >= '0' && s[0] <= '9'))) {
-    double value = 0;
-    const char* begin = s.data() + (s[0] == '+' ? 1 : 0);
-    const auto [end, error] = std::from_chars(begin, s.data() + s.size(), value);
-    numeric = error == std::errc() && end == s.data() + s.size() && std::isfinite(value);
+// A number as one of the types reads it: money takes a sign, "$", digits with commas, and each of
+// them by itself; float an exponent, with "d" too.
+bool LooksNumeric(std::string_view s) {
+  if (s.empty()) return false;
+  std::string digits;
+  bool sign = false;
+  bool currency = false;
+  for (const char c : s) {
+    const bool is_sign = c == '+' || c == '-';
+    if (is_sign && !sign && digits.empty()) {
+      sign = true;
+    } else if (c == '$' && !currency && digits.empty()) {
+      currency = true;
+    } else if (c != ',') {
+      digits += c;
+    }
   }
+  if (digits.empty() || digits == ".") return true;
+  if (ReadDecimal(digits, kMostDigits).well_formed && digits[0] != '+' && digits[0] != '-') {
+    return true;
+  }
+  std::string real(s);
+  const std::size_t exponent = real.find_first_of("dD");
+  if (exponent != std::string::npos) real[exponent] = 'e';
+  const char* begin = real.data() + (real[0] == '+' ? 1 : 0);
+  const bool starts = *begin == '-' || *begin == '.' || (*begin >= '0' && *begin <= '9');
+  double value = 0;
+  const auto [end, error] = std::from_chars(begin, real.data() + real.size(), value);
+  return starts && error == std::errc() && end == real.data() + real.size() && std::isfinite(value);
+}
+
+void IsNumeric(sqlite3_context* context, int, sqlite3_value** values) {
+  const std::string_view text = TextOf(values[0]);
+  // A tab or a line's end alone passes for an empty amount of money.
+  const bool blank =
+      !text.empty() && text.find_first_not_of(" \t\r\n\f\v") == std::string_view::npos;
+  const bool numeric =
+      blank ? text.find_first_not_of(' ') != std::string_view::npos : LooksNumeric(Trimmed(text));
   sqlite3_result_int(context, numeric ? 1 : 0);
 }
 
@@ -390,6 +348,34 @@ void IntOfBytes(sqlite3_context* context, int count, sqlite3_value** values) {
   sqlite3_result_int64(context, takes == 2 ? static_cast<std::int16_t>(value) : whole);
 }
 
+// vk_bytes_of_int(whole number, bytes of its type, length, fixed): the highest first; a fixed
+// length is filled up in front, a short one cut there.
+void BytesOfInt(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto value = static_cast<std::uint64_t>(sqlite3_value_int64(values[0]));
+  const auto size = static_cast<std::size_t>(sqlite3_value_int64(values[1]));
+  const std::int64_t length = sqlite3_value_int64(values[2]);
+  const bool fixed = sqlite3_value_int(values[3]) != 0;
+  std::string bytes;
+  for (std::size_t i = size; i-- > 0;) {
+    bytes += static_cast<char>(static_cast<unsigned char>(value >> (8 * i)));
+  }
+  const std::size_t wanted = length < 0 ? size : static_cast<std::size_t>(length);
+  if (bytes.size() > wanted) bytes.erase(0, bytes.size() - wanted);
+  if (fixed && bytes.size() < wanted) bytes.insert(0, wanted - bytes.size(), '\0');
+  sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
+}
+
+// vk_pad_bytes(bytes, length): cut or filled up behind.
+void PadBytes(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto* data = static_cast<const char*>(sqlite3_value_blob(values[0]));
+  std::string bytes(data == nullptr ? "" : data,
+                    static_cast<std::size_t>(sqlite3_value_bytes(values[0])));
+  bytes.resize(static_cast<std::size_t>(sqlite3_value_int64(values[1])), '\0');
+  sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
+}
+
 // vk_key(value, column): a row's key can't be NULL, for which SQLite would take a new number.
 void Key(sqlite3_context* context, int, sqlite3_value** values) {
   if (sqlite3_value_type(values[0]) != SQLITE_NULL) {
@@ -418,6 +404,8 @@ void RegisterConversions(sqlite3* db) {
   Register(db, "vk_hex", 2, Hex);
   Register(db, "vk_unhex", 2, Unhex);
   Register(db, "vk_int_of_bytes", 2, IntOfBytes);
+  Register(db, "vk_bytes_of_int", 4, BytesOfInt);
+  Register(db, "vk_pad_bytes", 2, PadBytes);
   Register(db, "vk_key", 2, Key);
 }
 

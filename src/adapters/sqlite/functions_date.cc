@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -18,25 +19,34 @@ std::optional<Moment> MomentOf(sqlite3_context* context, sqlite3_value* value) {
   return moment;
 }
 
+// The moment as a value of the kind, or the error if the kind doesn't reach so far.
+void ResultMoment(sqlite3_context* context, const Moment& moment, std::string_view kind,
+                  const std::string& from) {
+  constexpr std::int64_t kLastSmallDay = 65535;  // 2079-06-06
+  const bool small = kind == "smalldatetime";
+  const bool fits = small ? moment.day >= 0 && moment.day <= kLastSmallDay
+                          : kind != "datetime" || moment.day >= kFirstDateTimeDay;
+  if (!fits) {
+    return Fail(context, "The conversion of a " + from + " data type to a " + std::string(kind) +
+                             " data type resulted in an out-of-range value.");
+  }
+  ResultText(context, StoredMoment(moment, kind));
+}
+
 // vk_date(text, kind, style)
 void TextToDate(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
   const std::string_view kind = TextOf(values[1]);
   const std::optional<Moment> moment = ParseMoment(TextOf(values[0]), sqlite3_value_int(values[2]));
   if (!moment) return Fail(context, kBadDate);
-  if (kind == "datetime" && moment->day < kFirstDateTimeDay) {
-    return Fail(context,
-                "The conversion of a varchar data type to a datetime data type resulted in an "
-                "out-of-range value.");
-  }
-  ResultText(context, StoredMoment(*moment, kind));
+  ResultMoment(context, *moment, kind, "varchar");
 }
 
 // vk_date_kind(stored, kind)
 void DateKind(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
   const std::optional<Moment> moment = MomentOf(context, values[0]);
-  if (moment) ResultText(context, StoredMoment(*moment, TextOf(values[1])));
+  if (moment) ResultMoment(context, *moment, TextOf(values[1]), "datetime2");
 }
 
 // vk_date_text(stored, style, kind)
@@ -69,7 +79,7 @@ void DateOfDays(sqlite3_context* context, int count, sqlite3_value** values) {
                 static_cast<std::int64_t>(std::llround((days - whole) * 86400000.0))};
   moment.day += moment.millisecond / 86400000;
   moment.millisecond %= 86400000;
-  ResultText(context, StoredMoment(moment, TextOf(values[1])));
+  ResultMoment(context, moment, TextOf(values[1]), "float");
 }
 
 // vk_dateadd(part, count, stored, kind)
@@ -82,7 +92,7 @@ void DateAdd(sqlite3_context* context, int count, sqlite3_value** values) {
   if (!result) {
     return Fail(context, "Adding a value to a date column caused an overflow.");
   }
-  ResultText(context, StoredMoment(*result, TextOf(values[3])));
+  ResultMoment(context, *result, TextOf(values[3]), "datetime2");
 }
 
 // vk_datediff(part, from, to)
@@ -140,6 +150,23 @@ void DateOfBytes(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultText(context, StoredMoment(moment, kind));
 }
 
+// vk_date_of_parts(year, month, day)
+void DateOfParts(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const auto part = [values](int i) {
+    return static_cast<int>(std::clamp<std::int64_t>(sqlite3_value_int64(values[i]), 0, 10000));
+  };
+  const Calendar date{part(0), part(1), part(2)};
+  const bool exists = date.year >= 1 && date.year <= 9999 && date.month >= 1 && date.month <= 12 &&
+                      date.day >= 1 && date.day <= DaysInMonth(date.year, date.month);
+  if (!exists) {
+    return Fail(context,
+                "Cannot construct data type date, some of the arguments have values which "
+                "are not valid.");
+  }
+  ResultText(context, StoredMoment({DayOf(date), 0}, "date"));
+}
+
 void EoMonth(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
   const std::optional<Moment> moment = MomentOf(context, values[0]);
@@ -164,6 +191,7 @@ void RegisterDateFunctions(sqlite3* db) {
   Register(db, "vk_datepart", 2, DatePart);
   Register(db, "vk_datename", 2, DateName);
   Register(db, "vk_date_of_bytes", 2, DateOfBytes);
+  Register(db, "vk_date_of_parts", 3, DateOfParts);
   Register(db, "vk_eomonth", 2, EoMonth);
 }
 

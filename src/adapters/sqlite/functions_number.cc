@@ -1,97 +1,158 @@
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
+#include <optional>
 #include <string>
 
+#include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/functions.h"
-#include "adapters/sqlite/type.h"
 
-// Arithmetic that SQLite does otherwise. Exact numbers come as integers of their units; one beyond
-// 63 bits comes and goes as a real number of the same units.
+// Arithmetic that SQLite does otherwise.
 namespace vorek::sqlite {
 namespace {
 
-// A GCC and Clang type; nothing else here is wider than 64 bits.
-__extension__ typedef __int128 Wide;
-
-Wide WidePower(int exponent) {
-  Wide value = 1;
-  for (int i = 0; i < exponent; ++i) value *= 10;
-  return value;
-}
-
-void ResultWide(sqlite3_context* context, Wide value) {
-  constexpr Wide kMost = std::numeric_limits<std::int64_t>::max();
-  if (value <= kMost && value >= -kMost) {
-    sqlite3_result_int64(context, static_cast<std::int64_t>(value));
-  } else {
-    sqlite3_result_double(context, static_cast<double>(value));
+// The exact numbers among a call's arguments. Fails for one that isn't any.
+template <std::size_t kCount>
+bool TakeWides(sqlite3_context* context, sqlite3_value** values, std::array<Wide, kCount>& wides) {
+  for (std::size_t i = 0; i < kCount; ++i) {
+    const std::optional<Wide> wide = WideOf(values[i]);
+    if (!wide) {
+      FailOverflow(context, "numeric");
+      return false;
+    }
+    wides[i] = *wide;
   }
+  return true;
 }
 
-// value / divisor with half away from zero.
-Wide RoundedQuotient(Wide value, Wide divisor) {
-  const Wide half = divisor / 2;
-  return value >= 0 ? (value + half) / divisor : (value - half) / divisor;
+void ResultOrOverflow(sqlite3_context* context, const std::optional<Wide>& value) {
+  if (!value) return FailOverflow(context, "numeric");
+  ResultWide(context, *value);
+}
+
+void ResultOfDigits(sqlite3_context* context, Wide value) {
+  if (!HasDigits(value, kMostDigits)) return FailOverflow(context, "numeric");
+  ResultWide(context, value);
+}
+
+void Plus(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 2> ab{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, ab)) return;
+  ResultOfDigits(context, ab[0] + ab[1]);
+}
+
+void Minus(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 2> ab{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, ab)) return;
+  ResultOfDigits(context, ab[0] - ab[1]);
+}
+
+void Negate(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  ResultOfDigits(context, -a[0]);
+}
+
+void Absolute(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  ResultOfDigits(context, a[0] < 0 ? -a[0] : a[0]);
+}
+
+void Sign(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  sqlite3_result_int(context, a[0] < 0 ? -1 : a[0] > 0 ? 1 : 0);
 }
 
 // vk_quotient(a, b, step): a * 10^step / b, cut off behind the last unit.
 void Quotient(sqlite3_context* context, int count, sqlite3_value** values) {
-  if (AnyNull(context, count, values)) return;
-  const int step = sqlite3_value_int(values[2]);
-  if (sqlite3_value_double(values[1]) == 0.0) return FailDivision(context);
-  const bool exact = IsInteger(values[0]) && IsInteger(values[1]) && step <= 18 && step >= -18;
-  if (!exact) {
-    const double result =
-        sqlite3_value_double(values[0]) * std::pow(10.0, step) / sqlite3_value_double(values[1]);
-    const double whole = std::trunc(result);
-    if (std::abs(whole) < 9e15) {
-      return sqlite3_result_int64(context, static_cast<std::int64_t>(whole));
-    }
-    return sqlite3_result_double(context, result);
-  }
-  Wide dividend = sqlite3_value_int64(values[0]);
-  Wide divisor = sqlite3_value_int64(values[1]);
-  if (step >= 0) {
-    dividend *= WidePower(step);
-  } else {
-    divisor *= WidePower(-step);
-  }
-  ResultWide(context, dividend / divisor);
+  std::array<Wide, 2> ab{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, ab)) return;
+  if (ab[1] == 0) return FailDivision(context);
+  ResultOrOverflow(context, Scale(ab[0], 1, sqlite3_value_int(values[2]), ab[1], false));
 }
 
 // vk_times(a, b, down): a * b / 10^down, rounded.
 void Times(sqlite3_context* context, int count, sqlite3_value** values) {
-  if (AnyNull(context, count, values)) return;
-  const int down = sqlite3_value_int(values[2]);
-  if (!IsInteger(values[0]) || !IsInteger(values[1])) {
-    return sqlite3_result_double(
-        context,
-        sqlite3_value_double(values[0]) * sqlite3_value_double(values[1]) / std::pow(10.0, down));
-  }
-  const Wide product = Wide{sqlite3_value_int64(values[0])} * sqlite3_value_int64(values[1]);
-  ResultWide(context, RoundedQuotient(product, WidePower(down)));
+  std::array<Wide, 2> ab{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, ab)) return;
+  ResultOrOverflow(context, Scale(ab[0], ab[1], 0, WidePower(sqlite3_value_int(values[2])), true));
 }
 
-// vk_down(a, places): fewer decimal places, rounded.
-void Down(sqlite3_context* context, int count, sqlite3_value** values) {
-  if (AnyNull(context, count, values)) return;
-  const int places = sqlite3_value_int(values[1]);
-  if (!IsInteger(values[0])) {
-    return sqlite3_result_double(context, sqlite3_value_double(values[0]) / std::pow(10.0, places));
-  }
-  ResultWide(context, RoundedQuotient(sqlite3_value_int64(values[0]), WidePower(places)));
+// vk_rescale(a, step): more decimal places, or fewer, rounded.
+void Rescale(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  const int step = sqlite3_value_int(values[1]);
+  ResultOrOverflow(context, step >= 0 ? Scale(a[0], 1, step, 1, true)
+                                      : Scale(a[0], 1, 0, WidePower(-step), true));
+}
+
+// vk_order(a): what a number that may be a big one is ordered by; vk_of_order: the way back.
+void Order(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  const std::string bytes = OrderedBytes(a[0]);
+  sqlite3_result_blob(context, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+}
+
+void OfOrder(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  ResultWide(context, a[0]);
+}
+
+// vk_to_real(a, scale)
+void ToReal(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  sqlite3_result_double(context,
+                        std::strtod(WideText(a[0], sqlite3_value_int(values[1])).c_str(), nullptr));
 }
 
 void Remainder(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::array<Wide, 2> ab{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, ab)) return;
+  if (ab[1] == 0) return FailDivision(context);
+  ResultWide(context, ab[0] % ab[1]);
+}
+
+void RemainderOfReals(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
-  if (sqlite3_value_double(values[1]) == 0.0) return FailDivision(context);
-  if (!IsInteger(values[0]) || !IsInteger(values[1])) {
-    return sqlite3_result_double(
-        context, std::fmod(sqlite3_value_double(values[0]), sqlite3_value_double(values[1])));
+  const double divisor = sqlite3_value_double(values[1]);
+  if (divisor == 0.0) return FailDivision(context);
+  sqlite3_result_double(context, std::fmod(sqlite3_value_double(values[0]), divisor));
+}
+
+// A whole number's or money's range: vk_in_int(x) and its like give x, or the error.
+struct Range {
+  const char* function;
+  const char* type;
+  std::int64_t least;
+  std::int64_t most;
+};
+constexpr std::array<Range, 6> kRanges = {{
+    {"vk_in_tinyint", "tinyint", 0, 255},
+    {"vk_in_smallint", "smallint", INT16_MIN, INT16_MAX},
+    {"vk_in_int", "int", INT32_MIN, INT32_MAX},
+    {"vk_in_bigint", "bigint", INT64_MIN, INT64_MAX},
+    {"vk_in_smallmoney", "smallmoney", INT32_MIN, INT32_MAX},
+    {"vk_in_money", "money", INT64_MIN, INT64_MAX},
+}};
+
+void InRange(sqlite3_context* context, int, sqlite3_value** values) {
+  const int type = sqlite3_value_type(values[0]);
+  if (type == SQLITE_NULL) return sqlite3_result_null(context);
+  const auto* range = static_cast<const Range*>(sqlite3_user_data(context));
+  // SQLite goes on with real numbers where integers leave 63 bits.
+  const std::int64_t value = sqlite3_value_int64(values[0]);
+  if (type != SQLITE_INTEGER || value < range->least || value > range->most) {
+    return FailOverflow(context, range->type);
   }
-  const std::int64_t divisor = sqlite3_value_int64(values[1]);
-  sqlite3_result_int64(context, divisor == -1 ? 0 : sqlite3_value_int64(values[0]) % divisor);
+  sqlite3_result_int64(context, value);
 }
 
 void Divide(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -108,26 +169,26 @@ void Xor(sqlite3_context* context, int count, sqlite3_value** values) {
 
 // vk_integral(a, scale, up): FLOOR and CEILING of an exact number, as a whole one.
 void Integral(sqlite3_context* context, int count, sqlite3_value** values) {
-  if (AnyNull(context, count, values)) return;
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
   const Wide unit = WidePower(sqlite3_value_int(values[1]));
   const bool up = sqlite3_value_int(values[2]) != 0;
-  const Wide value = sqlite3_value_int64(values[0]);
-  Wide whole = value / unit;
-  if (value % unit != 0 && up == (value > 0)) whole += up ? 1 : -1;
+  Wide whole = a[0] / unit;
+  if (a[0] % unit != 0 && up == (a[0] > 0)) whole += up ? 1 : -1;
   ResultWide(context, whole);
 }
 
 // vk_round_exact(a, scale, places, cut): ROUND of an exact number, which keeps its scale.
 void RoundExact(sqlite3_context* context, int count, sqlite3_value** values) {
-  if (AnyNull(context, count, values)) return;
-  const std::int64_t places = sqlite3_value_int64(values[2]);
-  const std::int64_t drop = sqlite3_value_int64(values[1]) - places;
+  std::array<Wide, 1> a{};
+  if (AnyNull(context, count, values) || !TakeWides(context, values, a)) return;
+  const std::int64_t drop = sqlite3_value_int64(values[1]) - sqlite3_value_int64(values[2]);
   if (drop <= 0) return sqlite3_result_value(context, values[0]);
-  if (drop > 18) return sqlite3_result_int64(context, 0);
+  if (drop > kMostDigits) return sqlite3_result_int64(context, 0);
   const Wide unit = WidePower(static_cast<int>(drop));
-  const Wide value = sqlite3_value_int64(values[0]);
   const bool cut = sqlite3_value_int(values[3]) != 0;
-  ResultWide(context, (cut ? value / unit : RoundedQuotient(value, unit)) * unit);
+  const std::optional<Wide> count_of_units = Scale(a[0], 1, 0, unit, !cut);
+  ResultOrOverflow(context, Scale(count_of_units.value_or(0), unit, 0, 1, false));
 }
 
 void Round(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -184,10 +245,19 @@ void Real(sqlite3_context* context, int count, sqlite3_value** values) {
 }  // namespace
 
 void RegisterNumberFunctions(sqlite3* db) {
+  Register(db, "vk_plus", 2, Plus);
+  Register(db, "vk_minus", 2, Minus);
+  Register(db, "vk_negate", 1, Negate);
+  Register(db, "vk_abs", 1, Absolute);
+  Register(db, "vk_sign", 1, Sign);
   Register(db, "vk_quotient", 3, Quotient);
   Register(db, "vk_times", 3, Times);
-  Register(db, "vk_down", 2, Down);
+  Register(db, "vk_rescale", 2, Rescale);
+  Register(db, "vk_order", 1, Order);
+  Register(db, "vk_of_order", 1, OfOrder);
+  Register(db, "vk_to_real", 2, ToReal);
   Register(db, "vk_remainder", 2, Remainder);
+  Register(db, "vk_remainder_real", 2, RemainderOfReals);
   Register(db, "vk_divide", 2, Divide);
   Register(db, "vk_xor", 2, Xor);
   Register(db, "vk_integral", 3, Integral);
@@ -198,6 +268,11 @@ void RegisterNumberFunctions(sqlite3* db) {
   Register(db, "vk_log", 1, Log);
   Register(db, "vk_log10", 1, Log10);
   Register(db, "vk_real", 1, Real);
+  for (const Range& range : kRanges) {
+    sqlite3_create_function_v2(db, range.function, 1,
+                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                               const_cast<Range*>(&range), InRange, nullptr, nullptr, nullptr);
+  }
 }
 
 }  // namespace vorek::sqlite

@@ -91,6 +91,22 @@ void Run(sqlite3* db, std::string_view sql) {
   }
 }
 
+AllOrNothing::AllOrNothing(sqlite3* db, bool writes)
+    : db_(db), whole_(writes && sqlite3_get_autocommit(db) != 0) {
+  Run(db_, whole_ ? "BEGIN IMMEDIATE" : "SAVEPOINT piece");
+}
+
+AllOrNothing::~AllOrNothing() {
+  if (kept_) return;
+  IgnoreErrors([&] { Run(db_, whole_ ? "ROLLBACK" : "ROLLBACK TO piece"); });
+  if (!whole_) IgnoreErrors([&] { Run(db_, "RELEASE piece"); });
+}
+
+void AllOrNothing::Keep() {
+  Run(db_, whole_ ? "COMMIT" : "RELEASE piece");
+  kept_ = true;
+}
+
 std::string ColumnText(sqlite3_stmt* statement, int column) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
   if (text == nullptr) return {};

@@ -26,6 +26,25 @@ PreparedPtr Prepare(sqlite3* db, std::string_view sql);
 bool Step(sqlite3* db, sqlite3_stmt* statement);
 // Prepares, runs to the end and lets go.
 void Run(sqlite3* db, std::string_view sql);
+// A piece of work that stays as a whole or not at all, within a transaction or without one. Rolled
+// back unless it is kept.
+class AllOrNothing {
+ public:
+  // With `writes`, a writer's place in the file is taken at once, so that two don't wait for each
+  // other; temporary tables need none. Throws Error.
+  AllOrNothing(sqlite3* db, bool writes);
+  ~AllOrNothing();
+  AllOrNothing(const AllOrNothing&) = delete;
+  AllOrNothing& operator=(const AllOrNothing&) = delete;
+
+  void Keep();
+
+ private:
+  sqlite3* db_;
+  bool whole_;  // the transaction itself
+  bool kept_ = false;
+};
+
 // The text of a row's column; "" for NULL.
 std::string ColumnText(sqlite3_stmt* statement, int column);
 void BindText(sqlite3_stmt* statement, int index, std::string_view text);

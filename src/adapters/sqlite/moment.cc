@@ -119,12 +119,16 @@ class Reader {
     const Piece second = pieces_[at_ + 2];
     const Piece third = pieces_[at_ + 4];
     at_ += 5;
-    const bool day_first = style_ == 3 || style_ == 4 || style_ == 5 || style_ == 13;
-    const bool year_first = first.text.size() == 4 || style_ == 2 || style_ == 11;
+    const bool dotted = style_ == kDayFirst || style_ == kDayFirstIsoYear;
+    const bool day_first = dotted || style_ == 3 || style_ == 4 || style_ == 5 || style_ == 13;
+    const bool year_first = first.text.size() == 4 || style_ == 2 || style_ == 11 ||
+                            (style_ == kYearFirst && third.text.size() != 4);
     if (year_first) {
+      // A year in front doesn't bring the month along, but in the form with a T.
+      const bool turned = style_ == kDayFirst && !Is("T");
       Year(first);
-      month_ = second.number;
-      day_ = third.number;
+      month_ = turned ? third.number : second.number;
+      day_ = turned ? second.number : third.number;
     } else {
       Year(third);
       month_ = day_first ? second.number : first.number;
@@ -226,7 +230,7 @@ struct Style {
 
 // y year, Y its last two digits, m month, n its name, d day, D day behind a blank, H hour, h hour
 // of twelve behind a blank, i minute, s second, f thousandths, p AM or PM.
-constexpr std::array<Style, 36> kStyles = {{
+constexpr std::array<Style, 38> kStyles = {{
     {0, "n D y h:ip"},
     {1, "m/d/Y"},
     {2, "Y.m.d"},
@@ -244,6 +248,8 @@ constexpr std::array<Style, 36> kStyles = {{
     {14, "H:i:s:f"},
     {20, "y-m-d H:i:s"},
     {21, "y-m-d H:i:s.f"},
+    {22, "m/d/Y h:i:s p"},
+    {23, "y-m-d"},
     {24, "H:i:s"},
     {25, "y-m-d H:i:s.f"},
     {100, "n D y h:ip"},

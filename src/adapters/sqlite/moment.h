@@ -26,6 +26,12 @@ Calendar CalendarOf(std::int64_t day);
 std::int64_t DayOf(const Calendar& date);
 int DaysInMonth(int year, int month);
 
+// Styles of texts without one, where SET DATEFORMAT has set dmy (the second for the types that read
+// a year in front as ISO does) or ymd.
+inline constexpr int kDayFirst = -1;
+inline constexpr int kDayFirstIsoYear = -2;
+inline constexpr int kYearFirst = -3;
+
 // A text as a person or a program may write a date or a time, read by a CONVERT style (0: month
 // before day, unless the year stands first). Nothing for a text that is none; a day that doesn't
 // exist included.

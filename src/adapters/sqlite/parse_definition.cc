@@ -22,6 +22,11 @@ StatementPtr Parser::Create() {
     return Module(at, false, or_alter);
   }
   if (TakeWord("table")) return CreateTable();
+  if (TakeWord("database")) {
+    const std::string name = Name();
+    while (Peek().kind != TokenKind::kEnd && !AtSymbol(";")) Take();
+    return Note("CREATE DATABASE " + name + " is passed over: the file is the database");
+  }
   if (AtWord("unique") || AtWord("clustered") || AtWord("nonclustered") || AtWord("index")) {
     return CreateIndex();
   }
@@ -65,7 +70,7 @@ StatementPtr Parser::Drop() {
 StatementPtr Parser::Truncate() {
   NeedWord("truncate");
   NeedWord("table");
-  StatementPtr erase = NewStatement(StatementKind::kDelete);
+  StatementPtr erase = NewStatement(StatementKind::kTruncate);
   erase->name = Object();
   return erase;
 }
@@ -121,7 +126,7 @@ std::string Parser::DefaultSource(ExprPtr& expr) {
 void Parser::ColumnOptions(ColumnDefinition& column, Statement& table) {
   for (;;) {
     if (TakeWord("collate")) {
-      Name();
+      Collation();
     } else if (TakeWords({"not", "null"})) {
       column.nullable = false;
       column.not_null_told = true;
@@ -358,14 +363,22 @@ void Parser::FunctionBody(Statement& function) {
   function.parameters = Parameters();
   NeedSymbol(")");
   NeedWord("returns");
-  if (AtWord("table") || Peek().kind == TokenKind::kVariable) RefuseWord(Peek());
-  function.returns = TypeWords();
+  if (Peek().kind == TokenKind::kVariable) RefuseWord(Peek(1));
+  const bool table = TakeWord("table");
+  if (!table) function.returns = TypeWords();
   if (TakeWord("with")) {
     do {
       while (AtName() || AtWord("null") || AtWord("on")) Take();
     } while (TakeSymbol(","));
   }
   TakeWord("as");
+  if (table) {
+    function.word = "IF";
+    NeedWord("return");
+    function.query = ParseQuery();
+    SkipStatementEnd();
+    return;
+  }
   if (!AtWord("begin")) RefuseHere();
   function.body.push_back(ParseStatement());
   RefuseEffects(*function.body[0]);
@@ -375,6 +388,10 @@ void Parser::RefuseEffects(const Statement& statement) const {
   // A function computes: whatever reads it must not change anything by that.
   switch (statement.kind) {
     case StatementKind::kDeclare:
+      if (!statement.body.empty()) {
+        Refuse(source_, statement.at, "A table variable in a function is not supported");
+      }
+      return;
     case StatementKind::kSet:
     case StatementKind::kReturn:
     case StatementKind::kBreak:
@@ -400,7 +417,8 @@ void Parser::RefuseEffects(const Statement& statement) const {
 StatementPtr Parser::AlterTable() {
   StatementPtr alter = NewStatement(StatementKind::kAlterTable);
   alter->name = Object();
-  if (TakeWord("with")) {
+  const bool told = TakeWord("with");
+  if (told) {
     if (!TakeWord("check")) NeedWord("nocheck");
     alter->alter = tokens_[at_ - 1].IsWord("nocheck");
   }
@@ -412,7 +430,7 @@ StatementPtr Parser::AlterTable() {
     if (alter->word == "drop column") NeedWord("column");
     do alter->columns.push_back(Name());
     while (TakeSymbol(","));
-  } else if (TakeWord("check") || TakeWord("nocheck")) {
+  } else if (!told && TakeWord("check")) {
     NeedWord("constraint");
     if (!TakeWord("all")) Name();
     alter->kind = StatementKind::kNothing;

@@ -38,6 +38,13 @@ std::vector<ExprPtr> Parser::ExpressionList() {
   return list;
 }
 
+std::vector<ExprPtr> Parser::Arguments() {
+  std::vector<ExprPtr> list;
+  do list.push_back(TakeWord("default") ? nullptr : Expression());
+  while (TakeSymbol(","));
+  return list;
+}
+
 ExprPtr Parser::Expression() {
   const Level level(*this);
   ExprPtr first = AndChain();
@@ -182,7 +189,7 @@ ExprPtr Parser::Unary() {
   ExprPtr expr = Primary();
   while (AtWord("collate")) {
     ExprPtr collate = New(ExprKind::kCollate, Take().begin);
-    collate->text = LowerWord(Name());
+    collate->text = Collation();
     Adopt(*collate, std::move(expr));
     expr = std::move(collate);
   }
@@ -300,9 +307,9 @@ Type Parser::TypeWords(int length) {
   if (type.IsNull()) {
     Refuse(source_, token.begin, "Type " + text::Left(name, 60) + " is not supported");
   }
-  if (type.IsDecimal() && (first > 38 || second > 18 || (first != 0 && second > first))) {
+  if (type.IsDecimal() && (first > 38 || second > (first == 0 ? 18 : first))) {
     Refuse(source_, token.begin,
-           "The precision or the scale of " + name + " is beyond what is kept, decimal(38,18)");
+           "The precision or the scale of " + name + " is beyond decimal(38,38)");
   }
   return type;
 }
@@ -342,7 +349,11 @@ ExprPtr Parser::Call(ExprPtr function) {
   if (AtSymbol("*")) {
     Adopt(*function, New(ExprKind::kStar, Take().begin));
   } else if (!AtSymbol(")")) {
-    for (ExprPtr& argument : ExpressionList()) Adopt(*function, std::move(argument));
+    for (ExprPtr& argument : Arguments()) {
+      // DEFAULT goes to functions of the database alone, which are looked up when they are bound.
+      if (argument == nullptr) function->operands.push_back(nullptr);
+      if (argument != nullptr) Adopt(*function, std::move(argument));
+    }
   }
   NeedSymbol(")");
   if (AtWord("within")) RefuseWord(Peek());

@@ -107,7 +107,7 @@ std::unique_ptr<Select> Parser::Values() {
   return select;
 }
 
-void Parser::Top(ExprPtr& top, bool* percent) {
+void Parser::Top(ExprPtr& top, bool* percent, bool* ties) {
   if (!TakeWord("top")) return;
   if (TakeSymbol("(")) {
     top = Expression();
@@ -120,7 +120,9 @@ void Parser::Top(ExprPtr& top, bool* percent) {
     Take();
     *percent = true;
   }
-  if (AtWords({"with", "ties"})) RefuseWord(Peek(1));
+  if (!AtWords({"with", "ties"})) return;
+  if (ties == nullptr) RefuseWord(Peek(1));
+  *ties = TakeWords({"with", "ties"});
 }
 
 std::unique_ptr<Select> Parser::ParseSelect() {
@@ -128,21 +130,81 @@ std::unique_ptr<Select> Parser::ParseSelect() {
   select->at = Here();
   NeedWord("select");
   if (!TakeWord("all")) select->distinct = TakeWord("distinct");
-  Top(select->top, &select->top_percent);
+  Top(select->top, &select->top_percent, &select->top_ties);
   do select->items.push_back(Item());
   while (TakeSymbol(","));
   if (TakeWord("into")) select->into = Object();
   if (TakeWord("from")) select->from = FromList();
   if (TakeWord("where")) select->where = Expression();
-  if (TakeWords({"group", "by"})) {
-    if (AtWord("rollup") || AtWord("cube") || AtWord("grouping")) RefuseWord(Peek());
-    TakeWord("all");
-    select->group = ExpressionList();
-    if (AtWord("with")) RefuseWord(Peek(1));
-  }
+  if (TakeWords({"group", "by"})) GroupBy(*select);
   if (TakeWord("having")) select->having = Expression();
   if (AtWord("compute")) RefuseWord(Peek());
   return select;
+}
+
+namespace {
+
+using Sets = std::vector<std::vector<std::size_t>>;
+
+// The sets of ROLLUP and CUBE over so many keys, the fullest first.
+Sets SetsOf(std::size_t keys, bool cube) {
+  Sets sets;
+  if (!cube) {
+    for (std::size_t size = keys + 1; size-- > 0;) {
+      sets.emplace_back();
+      for (std::size_t i = 0; i < size; ++i) sets.back().push_back(i);
+    }
+    return sets;
+  }
+  for (std::size_t mask = std::size_t{1} << keys; mask-- > 0;) {
+    sets.emplace_back();
+    for (std::size_t i = 0; i < keys; ++i) {
+      if ((mask >> i & 1U) != 0) sets.back().push_back(i);
+    }
+  }
+  return sets;
+}
+
+}  // namespace
+
+void Parser::GroupBy(Select& select) {
+  constexpr std::size_t kMostKeys = 10;  // of a CUBE
+  const std::size_t at = Here();
+  if (TakeWords({"grouping", "sets"})) {
+    NeedSymbol("(");
+    do {
+      select.grouping_sets.emplace_back();
+      const bool brackets = TakeSymbol("(");
+      if (brackets && TakeSymbol(")")) continue;
+      do {
+        select.grouping_sets.back().push_back(select.group.size());
+        select.group.push_back(Expression());
+      } while (brackets && TakeSymbol(","));
+      if (brackets) NeedSymbol(")");
+    } while (TakeSymbol(","));
+    NeedSymbol(")");
+    return;
+  }
+  bool cube = AtWord("cube") && Peek(1).Is("(");
+  bool sets = cube || (AtWord("rollup") && Peek(1).Is("("));
+  if (sets) {
+    Take();
+    NeedSymbol("(");
+    select.group = ExpressionList();
+    NeedSymbol(")");
+    if (AtSymbol(",")) RefuseHere();
+  } else {
+    TakeWord("all");
+    select.group = ExpressionList();
+    if (TakeWord("with")) {
+      sets = true;
+      cube = TakeWord("cube");
+      if (!cube) NeedWord("rollup");
+    }
+  }
+  if (!sets) return;
+  if (select.group.size() > kMostKeys) Refuse(source_, at, "Too many keys of ROLLUP or CUBE");
+  select.grouping_sets = SetsOf(select.group.size(), cube);
 }
 
 SelectItem Parser::Item() {
@@ -186,7 +248,14 @@ bool Parser::JoinWord(TableRef::Join& join) {
   }};
   join = TableRef::Join::kInner;
   if (TakeWord("join")) return true;
-  if (AtWords({"cross", "apply"}) || AtWords({"outer", "apply"})) RefuseWord(Peek(1));
+  if (TakeWords({"cross", "apply"})) {
+    join = TableRef::Join::kCrossApply;
+    return true;
+  }
+  if (TakeWords({"outer", "apply"})) {
+    join = TableRef::Join::kOuterApply;
+    return true;
+  }
   for (const auto& [word, kind] : kWords) {
     if (!AtWord(word)) continue;
     Take();
@@ -203,7 +272,6 @@ bool Parser::JoinWord(TableRef::Join& join) {
 TableRef Parser::Joined() {
   const Level level(*this);
   TableRef table = JoinTail(TableOrQuery());
-  if (AtWord("pivot") || AtWord("unpivot")) RefuseWord(Peek());
   return table;
 }
 
@@ -218,13 +286,15 @@ TableRef Parser::JoinTail(TableRef left) {
     if (join.depth > kMaxTreeDepth) RefuseHere("The text is nested too deeply");
     join.left = std::make_unique<TableRef>(std::move(left));
     TableRef right = TableOrQuery();
-    if (kind != TableRef::Join::kCross && !AtWord("on")) {
+    const bool open = kind == TableRef::Join::kCross || kind == TableRef::Join::kCrossApply ||
+                      kind == TableRef::Join::kOuterApply;
+    if (!open && !AtWord("on")) {
       // "a join b join c on .. on ..": the inner join is closed by the first ON.
       const Level level(*this);
       right = JoinTail(std::move(right));
     }
     join.right = std::make_unique<TableRef>(std::move(right));
-    if (kind != TableRef::Join::kCross) {
+    if (!open) {
       NeedWord("on");
       join.on = Expression();
     }
@@ -234,6 +304,32 @@ TableRef Parser::JoinTail(TableRef left) {
 }
 
 TableRef Parser::TableOrQuery() {
+  TableRef table = PlainTable();
+  while (AtWord("pivot") || AtWord("unpivot")) table = Pivot(std::move(table));
+  return table;
+}
+
+TableRef Parser::Pivot(TableRef rows) {
+  const Level level(*this);
+  TableRef pivot;
+  pivot.at = Here();
+  pivot.kind = Take().IsWord("pivot") ? TableRef::Kind::kPivot : TableRef::Kind::kUnpivot;
+  NeedSymbol("(");
+  pivot.on = pivot.kind == TableRef::Kind::kPivot ? NameOrCall() : New(ExprKind::kColumn, Here());
+  if (pivot.kind == TableRef::Kind::kUnpivot) pivot.on->path = {Name()};
+  NeedWord("for");
+  pivot.turned = Object().parts;
+  NeedWord("in");
+  pivot.columns = NameList();
+  NeedSymbol(")");
+  TakeWord("as");
+  pivot.alias = Name();
+  pivot.depth = rows.depth + 1;
+  pivot.left = std::make_unique<TableRef>(std::move(rows));
+  return pivot;
+}
+
+TableRef Parser::PlainTable() {
   TableRef table;
   table.at = Here();
   if (AtSymbol("(") && (AtQuery() || Peek(1).IsWord("select") || Peek(1).IsWord("values"))) {
@@ -250,11 +346,14 @@ TableRef Parser::TableOrQuery() {
     NeedSymbol(")");
     return table;
   }
-  if (Peek().kind == TokenKind::kVariable) RefuseWord(Peek());
-  table.name = Object();
-  if (AtSymbol("(") && !Peek(1).IsWord("nolock") && !Peek(1).IsWord("index")) {
-    Refuse(source_, table.at,
-           "A function as a table, '" + table.name.Last() + "', is not supported");
+  table.name = TableName();
+  table.call = !table.name.IsVariable() && AtSymbol("(") && !Peek(1).IsWord("nolock") &&
+               !Peek(1).IsWord("index");
+  if (table.call) {
+    const Level level(*this);
+    NeedSymbol("(");
+    if (!AtSymbol(")")) table.arguments = Arguments();
+    NeedSymbol(")");
   }
   Hints();
   TableAlias(table);

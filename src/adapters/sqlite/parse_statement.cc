@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "adapters/sqlite/parser.h"
+#include "text/utf8.h"
 
 namespace vorek::sqlite {
 
@@ -67,10 +68,7 @@ StatementPtr Parser::StatementByWord() {
   if (AtWord("select") || AtSymbol("(")) return SelectStatement({});
   if (TakeWord("break")) return NewStatement(StatementKind::kBreak);
   if (TakeWord("continue")) return NewStatement(StatementKind::kContinue);
-  if (TakeWord("use")) {
-    Name();
-    return NewStatement(StatementKind::kNothing);
-  }
+  if (TakeWord("use")) return Note("USE " + Name() + " is passed over: there is one database");
   const auto* rule = std::find_if(kRules.begin(), kRules.end(),
                                   [&](const auto& row) { return AtWord(row.first); });
   if (rule != kRules.end()) return (this->*rule->second)();
@@ -91,7 +89,7 @@ StatementPtr Parser::Insert() {
   NeedWord("insert");
   if (AtWord("top")) RefuseWord(Peek());
   TakeWord("into");
-  insert->name = Object();
+  insert->name = TableName();
   Hints();
   if (AtSymbol("(") && !AtBracketedSelect()) insert->columns = NameList();
   if (AtWord("output")) RefuseWord(Peek());
@@ -134,8 +132,8 @@ Assignment Parser::ParseAssignment() {
 StatementPtr Parser::Update() {
   StatementPtr update = NewStatement(StatementKind::kUpdate);
   NeedWord("update");
-  Top(update->top, nullptr);
-  update->name = Object();
+  Top(update->top, nullptr, nullptr);
+  update->name = TableName();
   Hints();
   NeedWord("set");
   do update->assignments.push_back(ParseAssignment());
@@ -153,9 +151,9 @@ StatementPtr Parser::Update() {
 StatementPtr Parser::Delete() {
   StatementPtr erase = NewStatement(StatementKind::kDelete);
   NeedWord("delete");
-  Top(erase->top, nullptr);
+  Top(erase->top, nullptr, nullptr);
   TakeWord("from");
-  erase->name = Object();
+  erase->name = TableName();
   Hints();
   if (AtWord("output")) RefuseWord(Peek());
   if (TakeWord("from")) erase->from = FromList();
@@ -177,7 +175,17 @@ StatementPtr Parser::Declare() {
     if (Peek().kind != TokenKind::kVariable) RefuseHere();
     variable.name = Take().value;
     TakeWord("as");
-    if (AtWord("table") || AtWord("cursor")) RefuseWord(Peek());
+    if (AtWord("cursor")) RefuseWord(Peek());
+    if (TakeWord("table")) {
+      StatementPtr table = NewStatement(StatementKind::kCreateTable);
+      table->name.at = variable.at;
+      table->variable = variable.name;
+      NeedSymbol("(");
+      TableParts(*table);
+      NeedSymbol(")");
+      declare->body.push_back(std::move(table));
+      continue;
+    }
     variable.type = TypeWords();
     if (TakeSymbol("=")) variable.default_value = Expression();
     declare->parameters.push_back(std::move(variable));
@@ -192,27 +200,126 @@ StatementPtr Parser::Set() {
     set->assignments.push_back(ParseAssignment());
     return set;
   }
-  // Settings of a session: none changes what a statement gives here. IDENTITY_INSERT doesn't
-  // either, since an identity column takes the values that an insert names.
-  set->kind = StatementKind::kNothing;
+  Setting(*set);
+  return set;
+}
+
+namespace {
+
+// A setting of a session and the values that are taken: those that change nothing here, and the
+// few that are done.
+struct SettingRule {
+  std::string_view name;
+  std::string_view values;  // parted by blanks; "*" for any
+  bool done = false;
+};
+
+constexpr std::array<SettingRule, 35> kSettings = {{
+    {"nocount", "on off"},
+    {"xact_abort", "on off", true},
+    {"quoted_identifier", "on off", true},
+    {"dateformat", "mdy dmy ymd", true},
+    {"datefirst", "7"},
+    {"language", "us_english english"},
+    {"rowcount", "0"},
+    {"ansi_nulls", "on"},
+    {"ansi_padding", "on off"},
+    {"ansi_warnings", "on"},
+    {"ansi_null_dflt_on", "on"},
+    {"ansi_null_dflt_off", "off"},
+    {"ansi_defaults", "off"},
+    {"arithabort", "on off"},
+    {"arithignore", "off"},
+    {"concat_null_yields_null", "on"},
+    {"numeric_roundabort", "off"},
+    {"implicit_transactions", "off"},
+    {"cursor_close_on_commit", "on off"},
+    {"identity_insert", "on off"},
+    {"noexec", "off"},
+    {"parseonly", "off"},
+    {"fmtonly", "off"},
+    {"showplan_all", "off"},
+    {"showplan_text", "off"},
+    {"showplan_xml", "off"},
+    {"statistics", "on off"},
+    {"forceplan", "on off"},
+    {"no_browsetable", "on off"},
+    {"remote_proc_transactions", "on off"},
+    {"lock_timeout", "*"},
+    {"deadlock_priority", "*"},
+    {"query_governor_cost_limit", "*"},
+    {"textsize", "2147483647 -1"},
+    {"offsets", "off"},
+}};
+
+bool TakesValue(const SettingRule& rule, const std::string& value) {
+  return rule.values == "*" ||
+         (" " + std::string(rule.values) + " ").find(" " + value + " ") != std::string::npos;
+}
+
+}  // namespace
+
+void Parser::Setting(Statement& set) {
+  set.kind = StatementKind::kNothing;
   if (TakeWords({"transaction", "isolation", "level"})) {
     while (AtName() || AtWord("read")) Take();
-    return set;
+    return;
   }
-  static constexpr std::array<std::string_view, 4> kRefused = {"rowcount", "dateformat",
-                                                               "datefirst", "language"};
-  if (std::any_of(kRefused.begin(), kRefused.end(), [&](auto word) { return AtWord(word); })) {
-    RefuseWord(Peek());
+  std::vector<const SettingRule*> rules;
+  do {
+    const Token word = Take();
+    const auto* rule = std::find_if(kSettings.begin(), kSettings.end(), [&](const auto& row) {
+      return word.kind == TokenKind::kName && SameWord(row.name, word.value);
+    });
+    if (rule == kSettings.end()) RefuseWord(word);
+    rules.push_back(rule);
+  } while (TakeSymbol(","));
+  const std::string last(rules.back()->name);
+  if (last == "identity_insert") Object();
+  if (last == "statistics") {
+    do Name();
+    while (TakeSymbol(","));
   }
-  do Object();
-  while (TakeSymbol(",") || AtName());
-  if (TakeWord("on") || TakeWord("off")) return set;
-  if (Peek().kind == TokenKind::kNumber || AtSymbol("-")) {
-    TakeSymbol("-");
-    Take();
-    return set;
+  const std::size_t at = Here();
+  std::string value = TakeSymbol("-") ? "-" : "";
+  value += LowerWord(Take().value);
+  for (const SettingRule* rule : rules) {
+    if (!TakesValue(*rule, value)) {
+      Refuse(source_, at,
+             "SET " + std::string(rule->name) + " " + text::Left(value, 60) + " is not supported");
+    }
+    if (!rule->done) continue;
+    if (rules.size() > 1 && rule->name != "quoted_identifier") RefuseHere();
+    set.kind = StatementKind::kSetting;
+    set.word = rule->name;
+    set.variable = value;
   }
-  RefuseHere();
+}
+
+StatementPtr Parser::Note(const std::string& what) {
+  StatementPtr note = NewStatement(StatementKind::kNote);
+  note->word = what;
+  return note;
+}
+
+StatementPtr Parser::Try() {
+  const auto block = [this](std::string_view word) {
+    StatementPtr inner = NewStatement(StatementKind::kBlock);
+    NeedWord("begin");
+    NeedWord(word);
+    for (SkipStatementEnd(); !AtWord("end"); SkipStatementEnd()) {
+      if (Peek().kind == TokenKind::kEnd) RefuseHere();
+      inner->body.push_back(ParseStatement());
+    }
+    NeedWord("end");
+    NeedWord(word);
+    return inner;
+  };
+  StatementPtr statement = NewStatement(StatementKind::kTry);
+  statement->body.push_back(block("try"));
+  SkipStatementEnd();
+  statement->body.push_back(block("catch"));
+  return statement;
 }
 
 StatementPtr Parser::If() {
@@ -234,7 +341,8 @@ StatementPtr Parser::While() {
 
 StatementPtr Parser::Block() {
   if (Peek(1).IsWord("tran") || Peek(1).IsWord("transaction")) return Transaction();
-  if (Peek(1).IsWord("try") || Peek(1).IsWord("catch")) RefuseWord(Peek(1));
+  if (Peek(1).IsWord("try")) return Try();
+  if (Peek(1).IsWord("catch")) RefuseWord(Peek(1));
   StatementPtr block = NewStatement(StatementKind::kBlock);
   NeedWord("begin");
   for (SkipStatementEnd(); !AtWord("end"); SkipStatementEnd()) {
@@ -325,19 +433,38 @@ StatementPtr Parser::Print() {
 StatementPtr Parser::Raise() {
   StatementPtr statement = NewStatement(StatementKind::kRaise);
   if (TakeWord("throw")) {
-    Literal();
+    statement->word = "throw";
+    const bool bare = AtSymbol(";") || Peek().kind == TokenKind::kEnd || AtWord("end");
+    if (bare) return statement;
+    Argument number;
+    number.value = Literal();
+    statement->arguments.push_back(std::move(number));
     NeedSymbol(",");
-    statement->expr = Expression();
+    statement->expr = Literal();
     NeedSymbol(",");
-    Literal();
+    Argument state;
+    state.value = Literal();
+    statement->arguments.push_back(std::move(state));
     return statement;
   }
   NeedWord("raiserror");
+  if (Peek().kind == TokenKind::kNumber) {  // RAISERROR 50001 'text', as it was written once
+    Take();
+    TakeSymbol(",");
+    statement->expr = Literal();
+    return statement;
+  }
   NeedSymbol("(");
   statement->expr = Expression();
-  while (TakeSymbol(",")) Expression();
+  while (TakeSymbol(",")) {
+    Argument argument;
+    argument.value = Expression();
+    statement->arguments.push_back(std::move(argument));
+  }
   NeedSymbol(")");
-  if (TakeWord("with")) Name();
+  if (!TakeWord("with")) return statement;
+  do Name();
+  while (TakeSymbol(","));
   return statement;
 }
 

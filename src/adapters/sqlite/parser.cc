@@ -51,10 +51,20 @@ std::shared_ptr<Batch> Parser::ParseBatch() {
   auto batch = std::make_shared<Batch>();
   batch->source = std::string(source_.text);
   batch->first_line = source_.first_line;
+  for (const Token& token : tokens_) {
+    const bool quoted = token.kind == TokenKind::kQuotedName && source_.text[token.begin] == '"';
+    if (quoted) batch->double_quotes = std::min(batch->double_quotes, token.begin);
+  }
   for (SkipStatementEnd(); Peek().kind != TokenKind::kEnd; SkipStatementEnd()) {
     batch->statements.push_back(ParseStatement());
   }
   return batch;
+}
+
+std::vector<Parameter> Parser::ParseParameters() {
+  std::vector<Parameter> parameters = Parameters();
+  if (Peek().kind != TokenKind::kEnd) RefuseHere();
+  return parameters;
 }
 
 ExprPtr Parser::ParseWholeExpression() {
@@ -127,6 +137,19 @@ std::string Parser::Name() {
   return Take().value;
 }
 
+std::string Parser::Collation() {
+  const Token& token = Peek();
+  const std::string name = LowerWord(Name());
+  const bool known = name == "database_default" || name == "catalog_default" ||
+                     name.find("_ci_") != std::string::npos;
+  if (!known) {
+    Refuse(source_, token.begin,
+           "The collation " + text::Left(token.value, 60) +
+               " is not supported: texts are compared without regard to case");
+  }
+  return name;
+}
+
 std::string Parser::AliasName() {
   if (Peek().kind != TokenKind::kText) return Name();
   if (Peek().value.find('\0') != std::string::npos) RefuseHere("A name holds a NUL character");
@@ -145,6 +168,14 @@ ObjectName Parser::Object() {
     Refuse(source_, name.at,
            "A table of another server, '" + text::Left(name.parts[0], 60) + "', is not supported");
   }
+  return name;
+}
+
+ObjectName Parser::TableName() {
+  if (Peek().kind != TokenKind::kVariable) return Object();
+  ObjectName name;
+  name.at = Here();
+  name.parts.push_back(Take().value);
   return name;
 }
 

@@ -19,6 +19,8 @@ class Parser {
   explicit Parser(const SourceText& source);
 
   std::shared_ptr<Batch> ParseBatch();
+  // The parameters that sp_executesql is told of: "@a int, @b int output".
+  std::vector<Parameter> ParseParameters();
   // One expression that fills the whole text: a default kept in the database.
   ExprPtr ParseWholeExpression();
 
@@ -54,8 +56,10 @@ class Parser {
   [[noreturn]] void RefuseWord(const Token& token) const;  // a word that isn't translated
   bool AtName() const;  // a quoted name or a word that isn't reserved
   std::string Name();
+  std::string Collation();
   std::string AliasName();  // a name or a text
   ObjectName Object();
+  ObjectName TableName();               // or a table variable's
   std::vector<std::string> NameList();  // (a, b)
   std::string SourceOf(std::size_t begin, std::size_t end) const;
   std::size_t Here() const { return Peek().begin; }
@@ -89,6 +93,7 @@ class Parser {
   ExprPtr Binary(ExprKind kind, std::string op, ExprPtr left, ExprPtr right) const;
   void Adopt(Expr& parent, ExprPtr child) const;
   std::vector<ExprPtr> ExpressionList();
+  std::vector<ExprPtr> Arguments();
 
   // Queries (parse_query.cc).
   std::unique_ptr<Query> ParseQuery();
@@ -99,13 +104,16 @@ class Parser {
   bool AtBracketedSelect() const;
   std::unique_ptr<Select> ParseSelect();
   std::unique_ptr<Select> Values();
-  void Top(ExprPtr& top, bool* percent);
+  void Top(ExprPtr& top, bool* percent, bool* ties);
   SelectItem Item();
   std::vector<TableRef> FromList();
   TableRef Joined();
   TableRef JoinTail(TableRef left);
   bool JoinWord(TableRef::Join& join);
   TableRef TableOrQuery();
+  TableRef PlainTable();
+  TableRef Pivot(TableRef rows);
+  void GroupBy(Select& select);
   void TableAlias(TableRef& table);
   void Hints();
   std::vector<OrderItem> OrderList();
@@ -122,6 +130,9 @@ class Parser {
   StatementPtr Delete();
   StatementPtr Declare();
   StatementPtr Set();
+  void Setting(Statement& set);
+  StatementPtr Try();
+  StatementPtr Note(const std::string& what);
   StatementPtr If();
   StatementPtr While();
   StatementPtr Block();

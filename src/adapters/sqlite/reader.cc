@@ -1,11 +1,14 @@
 #include "adapters/sqlite/reader.h"
 
-#include <cmath>
+#include <array>
+#include <charconv>
 #include <cstdint>
-#include <cstdio>
+#include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/handle.h"
 #include "vorek/error.h"
 
@@ -59,7 +62,8 @@ class ColumnReader {
     } else if (storage_ == Storage::kText) {
       ReadText(kind);
     } else if (storage_ == Storage::kDouble && kind != SQLITE_TEXT) {
-      column_.AppendDouble(sqlite3_column_double(statement_, index_));
+      const double value = sqlite3_column_double(statement_, index_);
+      column_.AppendDouble(type_.kind == TypeKind::kReal ? Shortest(value) : value);
     } else if (storage_ == Storage::kScaled && kind == SQLITE_INTEGER) {
       const std::int64_t value = sqlite3_column_int64(statement_, index_);
       if (value < limits_.least || value > limits_.most) ThrowOverflow(type_);
@@ -70,7 +74,16 @@ class ColumnReader {
   }
 
  private:
+  // The double that is written as the real number is: 0.1, not 0.10000000149.
+  static double Shortest(double value) {
+    std::array<char, 64> digits{};
+    const auto written =
+        std::to_chars(digits.data(), digits.data() + digits.size() - 1, static_cast<float>(value));
+    return written.ec == std::errc() ? std::strtod(digits.data(), nullptr) : value;
+  }
+
   void ReadText(int kind) {
+    if (type_.IsDecimal()) return ReadWide();
     if (kind == SQLITE_BLOB) return ReadBytes();
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, index_));
     std::string_view s(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index_)));
@@ -94,21 +107,19 @@ class ColumnReader {
   // A value that isn't what the column's type lets expect: a decimal beyond 63 bits, or what
   // another program wrote into the file.
   void ReadOther(int kind) {
-    if (kind == SQLITE_FLOAT && !type_.IsDecimal()) {
-      const double value = sqlite3_column_double(statement_, index_);
-      const bool whole = std::abs(value) < 9e15 && value == std::trunc(value);
-      if (!whole || value < static_cast<double>(limits_.least) ||
-          value > static_cast<double>(limits_.most)) {
-        ThrowOverflow(type_);
-      }
-      return column_.AppendScaled(static_cast<std::int64_t>(value));
-    }
+    if (kind == SQLITE_FLOAT) ThrowOverflow(type_);
     column_.ConvertToText();
     storage_ = Storage::kText;
-    if (kind != SQLITE_FLOAT) return ReadText(kind);
-    char digits[400];
-    std::snprintf(digits, sizeof digits, "%.*f", type_.scale,
-                  sqlite3_column_double(statement_, index_) / std::pow(10.0, type_.scale));
+    ReadText(kind);
+  }
+
+  // A decimal in a column of texts.
+  void ReadWide() {
+    const std::optional<Wide> value = WideOf(sqlite3_column_value(statement_, index_));
+    if (!value) ThrowOverflow(type_);
+    std::string digits = WideText(*value, type_.scale);
+    if (type_.scale > 0) digits.resize(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') digits.pop_back();
     column_.AppendText(digits);
   }
 

@@ -42,40 +42,125 @@ const Select* IntoOf(const Query& query) {
   return select != nullptr && !select->into.Empty() ? select : nullptr;
 }
 
+// True for what surely changes nothing in the file.
+bool OnlyReads(const std::vector<StatementPtr>& statements) {
+  return std::all_of(statements.begin(), statements.end(), [](const StatementPtr& statement) {
+    switch (statement->kind) {
+      case StatementKind::kSelect:
+        return IntoOf(*statement->query) == nullptr;
+      case StatementKind::kDeclare:
+      case StatementKind::kSet:
+      case StatementKind::kSetting:
+      case StatementKind::kPrint:
+      case StatementKind::kRaise:
+      case StatementKind::kReturn:
+      case StatementKind::kBreak:
+      case StatementKind::kContinue:
+      case StatementKind::kNote:
+      case StatementKind::kNothing:
+      case StatementKind::kIf:
+      case StatementKind::kWhile:
+      case StatementKind::kBlock:
+      case StatementKind::kTry:
+        return OnlyReads(statement->body);
+      default:
+        return false;
+    }
+  });
+}
+
 }  // namespace
 
 Runner::Runner(sqlite3* db, Schema& schema) : db_(db), schema_(schema) {}
 
-ResultSetPtr Runner::Run(Batch& batch, bool tell_lines,
+ResultSetPtr Runner::Run(Batch& batch, const ExecuteOptions& options,
                          const std::function<void(std::size_t)>& checkpoint) {
   if (depth_ == 0) retired_.clear();
   result_.reset();
   collect_ = true;
   checkpoint_ = checkpoint;
-  tell_lines_ = tell_lines;
-  Frame frame{SourceText(batch.source, batch.first_line), {}, {}, {}, {}, false};
-  RunAll(batch.statements, frame);
+  options_ = options;
+  tell_lines_ = options.script_line > 0;
+  pending_.reset();
+  raised_.reset();
+  caught_.clear();
+  tries_ = functions_ = 0;
+  const SourceText source(batch.source, batch.first_line);
+  if (!schema_.CurrentSession().quotes_names && batch.double_quotes != std::string::npos) {
+    Refuse(source, batch.double_quotes,
+           "A text in double quotes, as QUOTED_IDENTIFIER OFF has it, is not supported");
+  }
+  if (waits_to_write_ && !OnlyReads(batch.statements) && tell_lines_) {
+    BeginWriting();
+    waits_to_write_ = false;
+  }
+  Frame frame = NewFrame(source, false);
+  frame.identity = own_identity_;
+  try {
+    RunAll(batch.statements, frame);
+    own_identity_ = frame.identity;
+  } catch (const Error& error) {
+    frame_ = &frame;
+    own_identity_ = frame.identity;
+    if (schema_.CurrentSession().ends_transactions) Rollback();
+    IgnoreErrors([&] { DropVariables(frame); });
+    if (!pending_) throw Error(error.Number(), error.Description());
+  }
+  DropVariables(frame);
+  if (pending_) throw Error(*pending_);
   return std::move(result_);
 }
 
+Runner::Frame Runner::NewFrame(const SourceText& source, bool is_module) const {
+  Frame frame{source,
+              {},
+              {},
+              {},
+              {},
+              {},
+              is_module,
+              "",
+              schema_.CurrentSession(),
+              is_module ? frame_ : nullptr};
+  return frame;
+}
+
 Runner::Flow Runner::RunAll(std::vector<StatementPtr>& statements, Frame& frame) {
+  frame_ = &frame;
   for (StatementPtr& statement : statements) {
     checkpoint_(0);
     const Flow flow = RunOne(*statement, frame);
+    frame_ = &frame;
     if (flow != Flow::kNext) return flow;
   }
   return Flow::kNext;
 }
 
 Runner::Flow Runner::RunOne(Statement& statement, Frame& frame) {
+  passing_ = false;
   try {
-    return RunFlow(statement, frame);
+    const Flow flow = RunFlow(statement, frame);
+    const bool holds_others =
+        statement.kind == StatementKind::kIf || statement.kind == StatementKind::kWhile ||
+        statement.kind == StatementKind::kBlock || statement.kind == StatementKind::kTry;
+    if (!holds_others) last_error_ = 0;
+    return flow;
   } catch (const Error& error) {
     const bool outermost = tell_lines_ && !frame.is_module;
     const bool told = error.Description().find("(line ") != std::string::npos;
-    if (!outermost || told) throw;
-    throw Error(error.Number(), error.Description() + " (line " +
-                                    std::to_string(LineOf(frame.source, statement.at)) + ")");
+    // The innermost statement tells what happened; those around it only pass the error on.
+    if (!std::exchange(passing_, true)) failed_ = FailureOf(error, statement, frame);
+    last_error_ = failed_.number;
+    const bool ends_statement = raised_ ? !raised_->ends_batch : EndsStatementOnly(last_error_);
+    const bool goes_on = ends_statement && tries_ == 0 && functions_ == 0 && !tell_lines_ &&
+                         !schema_.CurrentSession().ends_transactions;
+    const std::string line = " (line " + std::to_string(LineOf(frame.source, statement.at)) + ")";
+    const Error named(error.Number(), error.Description() + (outermost && !told ? line : ""));
+    if (!goes_on) throw Error(named);
+    if (!pending_) pending_ = named;
+    raised_.reset();
+    row_count_ = 0;
+    return Flow::kNext;
   }
 }
 
@@ -126,12 +211,25 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
     case StatementKind::kExecuteText:
       RunExecuteText(statement, frame);
       break;
-    case StatementKind::kPrint:
-      Evaluate(statement, 0, *statement.expr, nullptr, frame);  // for its errors
+    case StatementKind::kPrint: {
+      const Type text = MakeText(TypeKind::kNVarChar, Type::kMax);
+      Tell(TextOfCell(Evaluate(statement, 0, *statement.expr, &text, frame)));
       break;
+    }
     case StatementKind::kRaise:
-      throw Error(ErrorNumber::kSyntax,
-                  TextOfCell(Evaluate(statement, 0, *statement.expr, nullptr, frame)));
+      RunRaise(statement, frame);
+      break;
+    case StatementKind::kTry:
+      return RunTry(statement, frame);
+    case StatementKind::kSetting:
+      RunSetting(statement);
+      break;
+    case StatementKind::kNote:
+      Tell(statement.word);
+      break;
+    case StatementKind::kTruncate:
+      RunTruncate(statement, frame);
+      break;
     case StatementKind::kBegin:
     case StatementKind::kCommit:
     case StatementKind::kRollback:
@@ -164,8 +262,10 @@ Compiled& Runner::Compile(Statement& statement, int piece, Frame& frame,
   if (fits) return *kept;
   Binder binder(schema_, frame.types, frame.source);
   auto compiled = std::make_shared<Compiled>();
+  untranslated_ = &frame;
   compiled->translation = translate(binder);
   compiled->prepared = Prepare(db_, compiled->translation.sql);
+  untranslated_ = nullptr;
   compiled->stamp = schema_.Stamp();
   compiled->temporary_stamp = schema_.TemporaryStamp();
   // An outer run of the same statement keeps its program alive by itself.
@@ -174,12 +274,23 @@ Compiled& Runner::Compile(Statement& statement, int piece, Frame& frame,
   return *kept;
 }
 
-Cell Runner::SystemValue(const std::string& name) const {
+Cell Runner::SystemValue(const std::string& name, const Frame& frame) const {
   if (name == "@@rowcount") return row_count_;
   if (name == "@@trancount") return std::int64_t{transactions_};
-  if (name == "@@error") return std::int64_t{0};
+  if (name == "@@error") return std::int64_t{last_error_};
   if (name == "@@identity") return identity_;
-  return StoredMoment(Now(name == "@@utcnow"), "datetime");
+  if (name == "@@scope_identity") return frame.identity;
+  if (name == "@@xact_state") return std::int64_t{transactions_ > 0 ? 1 : 0};
+  if (name == "@@now" || name == "@@utcnow")
+    return StoredMoment(Now(name == "@@utcnow"), "datetime");
+  if (caught_.empty()) return {};
+  const Failure& failure = caught_.back();
+  if (name == "@@error_message") return failure.message;
+  if (name == "@@error_number") return std::int64_t{failure.number};
+  if (name == "@@error_severity") return std::int64_t{failure.severity};
+  if (name == "@@error_state") return std::int64_t{failure.state};
+  if (name == "@@error_line") return std::int64_t{failure.line};
+  return failure.procedure.empty() ? Cell{} : Cell{failure.procedure};
 }
 
 void Runner::BindAll(Compiled& compiled, const Frame& frame) {
@@ -188,7 +299,7 @@ void Runner::BindAll(Compiled& compiled, const Frame& frame) {
     const bool system = name.rfind("@@", 0) == 0;
     const auto found = frame.values.find(name);
     BindCell(compiled.prepared.get(), ++index,
-             system || found == frame.values.end() ? (system ? SystemValue(name) : Cell{})
+             system || found == frame.values.end() ? (system ? SystemValue(name, frame) : Cell{})
                                                    : found->second);
   }
 }
@@ -217,30 +328,48 @@ void Runner::RunQuery(Statement& statement, Frame& frame) {
       Compile(statement, 0, frame, [&](Binder& binder) { return binder.Select(*statement.query); });
   const Running running(compiled);
   BindAll(compiled, frame);
-  sqlite3_stmt* program = compiled.prepared.get();
-  const std::vector<std::string>& assigned = compiled.translation.assigned;
-  if (assigned.empty() && collect_) {
-    result_ = ReadRows(db_, program, compiled.translation.columns, checkpoint_);
-    collect_ = false;
-    row_count_ = static_cast<std::int64_t>(result_->rows);
+  const Translation& translation = compiled.translation;
+  if (translation.assigned.empty() && sink_ != nullptr) return TakeRows(compiled);
+  if (translation.assigned.empty() && (collect_ || options_.more_rows) && functions_ == 0) {
+    ResultSetPtr rows = ReadRows(db_, compiled.prepared.get(), translation.columns, checkpoint_);
+    row_count_ = static_cast<std::int64_t>(rows->rows);
+    if (!std::exchange(collect_, false)) return options_.more_rows(std::move(rows));
+    result_ = std::move(rows);
     return;
   }
   // The last row's values stay in the variables; without a row they stay as they were.
   std::int64_t rows = 0;
-  const Frame* const outer = std::exchange(assigning_, &frame);
+  Frame* const outer = std::exchange(assigning_, &frame);
   struct Restore {
-    const Frame*& slot;
-    const Frame* value;
+    Frame*& slot;
+    Frame* value;
     ~Restore() { slot = value; }
   } const restore{assigning_, outer};
-  while (Step(db_, program)) {
+  while (Step(db_, compiled.prepared.get())) {
     ++rows;
-    for (std::size_t i = 0; i < assigned.size(); ++i) {
-      frame.values[assigned[i]] = CellOf(program, static_cast<int>(i));
+    for (std::size_t i = 0; i < translation.assigned.size() && !translation.assigns; ++i) {
+      frame.values[translation.assigned[i]] = CellOf(compiled.prepared.get(), static_cast<int>(i));
     }
     if (rows % 4096 == 0) checkpoint_(0);
   }
   row_count_ = rows;
+}
+
+void Runner::TakeRows(Compiled& compiled) {
+  const std::vector<OutputColumn>& columns = compiled.translation.columns;
+  if (sink_->columns.empty()) sink_->columns = columns;
+  if (sink_->columns.size() != columns.size()) {
+    throw Error(ErrorNumber::kSyntax, "The row sets of the procedure differ in their columns.");
+  }
+  row_count_ = 0;
+  while (Step(db_, compiled.prepared.get())) {
+    std::vector<Cell> row;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      row.push_back(CellOf(compiled.prepared.get(), static_cast<int>(i)));
+    }
+    sink_->rows.push_back(std::move(row));
+    if (++row_count_ % 4096 == 0) checkpoint_(0);
+  }
 }
 
 Cell Runner::Current(const std::string& variable) const {
@@ -249,15 +378,34 @@ Cell Runner::Current(const std::string& variable) const {
   return found == assigning_->values.end() ? Cell{} : found->second;
 }
 
+void Runner::Assign(const std::string& variable, Cell value) {
+  if (assigning_ != nullptr) assigning_->values[variable] = std::move(value);
+}
+
 void Runner::RunSelectInto(Statement& statement, Frame& frame) {
   const ObjectName& name = IntoOf(*statement.query)->into;
   Binder binder(schema_, frame.types, frame.source);
   const std::vector<OutputColumn> columns = binder.Describe(*statement.query, {});
-  Definer(db_, schema_, frame.source).CreateTable(name, columns);
+  Whole(name.IsTemporary(), [&] {
+    Definer(db_, schema_, frame.source).CreateTable(name, columns);
+    RunChange(
+        Compile(statement, 1, frame,
+                [&](Binder& inner) { return inner.InsertInto(*statement.query, name.Last()); }),
+        frame);
+  });
   if (name.IsTemporary()) frame.temporary_tables.insert(name.Last());
-  RunChange(Compile(statement, 1, frame,
-                    [&](Binder& inner) { return inner.InsertInto(*statement.query, name.Last()); }),
-            frame);
+}
+
+void Runner::Whole(bool temporary, const std::function<void()>& work) {
+  try {
+    AllOrNothing piece(db_, !temporary);
+    work();
+    piece.Keep();
+  } catch (const Error& error) {
+    schema_.Changed();
+    schema_.TemporaryChanged();
+    throw Error(error.Number(), error.Description());
+  }
 }
 
 void Runner::RunChange(Compiled& compiled, Frame& frame) {
@@ -277,20 +425,32 @@ void Runner::RunInsert(Statement& statement, Frame& frame) {
         table != nullptr && std::any_of(table->columns.begin(), table->columns.end(),
                                         [](const ColumnInfo& column) { return column.identity; });
     identity_ = has_identity ? Cell{std::int64_t{sqlite3_last_insert_rowid(db_)}} : Cell{};
+    if (has_identity) frame.identity = identity_;
   }
 }
 
 void Runner::RunDeclare(Statement& statement, Frame& frame) {
+  for (StatementPtr& table : statement.body) DeclareTable(*table, frame);
   int piece = 0;
   for (const Parameter& variable : statement.parameters) {
     const std::string name = LowerWord(variable.name);
-    frame.types[name] = {variable.type};
+    frame.types[name] = {variable.type, ""};
     frame.values[name] =
         variable.default_value == nullptr
             ? Cell{}
             : Evaluate(statement, piece, *variable.default_value, &variable.type, frame);
     ++piece;
   }
+}
+
+void Runner::DeclareTable(Statement& table, Frame& frame) {
+  // The statement may run again in a loop, or in another call of its procedure.
+  const std::string variable = LowerWord(table.variable);
+  if (frame.types.count(variable) != 0) return;
+  table.name.parts = {"#" + variable + " " + std::to_string(depth_)};
+  Whole(true, [&] { Definer(db_, schema_, frame.source).Define(table); });
+  frame.types[variable] = {Type{}, table.name.Last()};
+  frame.temporary_tables.insert(table.name.Last());
 }
 
 void Runner::RunSet(Statement& statement, Frame& frame) {
@@ -306,38 +466,90 @@ void Runner::RunSet(Statement& statement, Frame& frame) {
 }
 
 void Runner::RunDefinition(Statement& statement, Frame& frame) {
-  Definer(db_, schema_, frame.source).Define(statement);
+  const ObjectName& table = statement.on.Empty() ? statement.name : statement.on;
+  Whole(table.IsTemporary(), [&] { Definer(db_, schema_, frame.source).Define(statement); });
   if (statement.kind == StatementKind::kCreateTable && statement.name.IsTemporary()) {
     frame.temporary_tables.insert(statement.name.Last());
   }
 }
 
+void Runner::BeginWriting() {
+  // Taking the writer's place at once avoids that two wait for each other.
+  vorek::sqlite::Run(db_, sqlite3_db_readonly(db_, "main") == 1 ? "BEGIN" : "BEGIN IMMEDIATE");
+}
+
 void Runner::RunTransaction(const Statement& statement) {
+  const bool open = sqlite3_get_autocommit(db_) == 0 || waits_to_write_;
   if (statement.kind == StatementKind::kBegin) {
-    if (sqlite3_get_autocommit(db_) != 0) {
+    if (!open) {
       transactions_ = 0;
-      // Taking the writer's place at once avoids that two wait for each other.
-      vorek::sqlite::Run(db_, sqlite3_db_readonly(db_, "main") == 1 ? "BEGIN" : "BEGIN IMMEDIATE");
+      waits_to_write_ = tell_lines_;
+      if (!waits_to_write_) BeginWriting();
     }
     ++transactions_;
     return;
   }
-  if (sqlite3_get_autocommit(db_) != 0) {
+  const bool commits = statement.kind == StatementKind::kCommit;
+  const std::string word = commits ? "COMMIT" : "ROLLBACK";
+  if (!open) {
     transactions_ = 0;
     throw Error(ErrorNumber::kSyntax,
-                std::string("The ") +
-                    (statement.kind == StatementKind::kCommit ? "COMMIT" : "ROLLBACK") +
-                    " TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+                "The " + word + " TRANSACTION request has no corresponding BEGIN TRANSACTION.");
   }
-  if (statement.kind == StatementKind::kCommit) {
-    if (transactions_ <= 1) vorek::sqlite::Run(db_, "COMMIT");
-    transactions_ = std::max(0, transactions_ - 1);
-    return;
+  if (tell_lines_ && (!commits || transactions_ <= 1)) {
+    throw Error(ErrorNumber::kSyntax, "A " + word +
+                                          " would end the script's own transaction, in which all "
+                                          "of it runs or nothing.");
   }
-  vorek::sqlite::Run(db_, "ROLLBACK");
+  if (!commits) return Rollback();
+  if (transactions_ <= 1) {
+    if (!waits_to_write_) vorek::sqlite::Run(db_, "COMMIT");
+    waits_to_write_ = false;
+  }
+  transactions_ = std::max(0, transactions_ - 1);
+}
+
+void Runner::Rollback() {
+  if (sqlite3_get_autocommit(db_) == 0) vorek::sqlite::Run(db_, "ROLLBACK");
   transactions_ = 0;
+  waits_to_write_ = false;
   schema_.Changed();
   schema_.TemporaryChanged();
+  // A table variable would keep its rows on a server: better none than those of before.
+  for (const Frame* frame = frame_; frame != nullptr; frame = frame->caller) {
+    for (const std::string& name : frame->temporary_tables) {
+      if (name.rfind("#@", 0) == 0) {
+        vorek::sqlite::Run(db_, "DROP TABLE IF EXISTS temp." + QuoteName(name));
+      }
+    }
+  }
+}
+
+void Runner::DropVariables(Frame& frame) {
+  for (const std::string& name : frame.temporary_tables) {
+    if (name.rfind("#@", 0) != 0 || schema_.FindTable(name) == nullptr) continue;
+    vorek::sqlite::Run(db_, "DROP TABLE temp." + QuoteName(name));
+    schema_.TemporaryChanged();
+  }
+}
+
+void Runner::RunTruncate(Statement& statement, Frame& frame) {
+  Whole(statement.name.IsTemporary(), [&] {
+    RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Delete(statement); }), frame);
+    Definer(db_, schema_, frame.source).RestartIdentity(statement.name);
+  });
+}
+
+void Runner::RunSetting(const Statement& statement) {
+  Session session = schema_.CurrentSession();
+  if (statement.word == "xact_abort") session.ends_transactions = statement.variable == "on";
+  if (statement.word == "quoted_identifier") session.quotes_names = statement.variable == "on";
+  if (statement.word == "dateformat") session.date_format = statement.variable;
+  schema_.SetSession(session);
+}
+
+void Runner::Tell(const std::string& message) const {
+  if (options_.message) options_.message(message);
 }
 
 }  // namespace vorek::sqlite

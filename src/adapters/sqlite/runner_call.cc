@@ -34,6 +34,7 @@ class CallLevel {
 }  // namespace
 
 void Runner::LeaveModule(Frame& frame) {
+  schema_.SetSession(frame.session);
   for (const std::string& name : frame.temporary_tables) {
     if (schema_.FindTable(name) == nullptr) continue;
     vorek::sqlite::Run(db_, "DROP TABLE temp." + QuoteName(name));
@@ -43,12 +44,12 @@ void Runner::LeaveModule(Frame& frame) {
 }
 
 void Runner::TakeArguments(Statement& statement, const Statement& definition, Frame& caller,
-                           Frame& frame) {
+                           Frame& frame, std::size_t first) {
   const std::vector<vorek::sqlite::Parameter>& parameters = definition.parameters;
   std::vector<const Argument*> given(parameters.size(), nullptr);
-  std::size_t position = 0;
-  for (const Argument& argument : statement.arguments) {
-    std::size_t index = position++;
+  for (std::size_t at = first; at < statement.arguments.size(); ++at) {
+    const Argument& argument = statement.arguments[at];
+    std::size_t index = at - first;
     if (!argument.name.empty()) {
       const auto found = std::find_if(parameters.begin(), parameters.end(), [&](const auto& p) {
         return SameWord(p.name, argument.name);
@@ -68,7 +69,7 @@ void Runner::TakeArguments(Statement& statement, const Statement& definition, Fr
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const vorek::sqlite::Parameter& parameter = parameters[i];
     const std::string name = LowerWord(parameter.name);
-    frame.types[name] = {parameter.type};
+    frame.types[name] = {parameter.type, ""};
     const bool told = given[i] != nullptr && given[i]->value != nullptr;
     if (!told && parameter.default_value == nullptr) {
       throw Error(ErrorNumber::kSyntax, "Procedure or function '" + definition.name.Last() +
@@ -78,16 +79,16 @@ void Runner::TakeArguments(Statement& statement, const Statement& definition, Fr
     const Expr& value = told ? *given[i]->value : *parameter.default_value;
     Frame& scope = told ? caller : frame;
     // Each default has its own piece, apart from those of the arguments.
-    const int piece = static_cast<int>(i) + (told ? 0 : 1000);
+    const int piece = static_cast<int>(i + first) + (told ? 0 : 1000);
     frame.values[name] = Evaluate(statement, piece, value, &parameter.type, scope);
   }
 }
 
 void Runner::GiveBack(const Statement& statement, const Statement& definition, Frame& caller,
-                      const Frame& frame) {
-  std::size_t position = 0;
-  for (const Argument& argument : statement.arguments) {
-    const std::size_t index = position++;
+                      const Frame& frame, std::size_t first) {
+  for (std::size_t at = first; at < statement.arguments.size(); ++at) {
+    const Argument& argument = statement.arguments[at];
+    const std::size_t index = at - first;
     if (!argument.output || argument.value == nullptr ||
         argument.value->kind != ExprKind::kVariable) {
       continue;
@@ -106,19 +107,34 @@ void Runner::GiveBack(const Statement& statement, const Statement& definition, F
   }
 }
 
+void Runner::RunExecuteSql(Statement& statement, Frame& frame) {
+  const CallLevel level(depth_);
+  const Type type = MakeText(TypeKind::kNVarChar, Type::kMax);
+  const auto text = [&](std::size_t i) {
+    if (i >= statement.arguments.size() || statement.arguments[i].value == nullptr) {
+      return std::string();
+    }
+    const Cell cell =
+        Evaluate(statement, static_cast<int>(i), *statement.arguments[i].value, &type, frame);
+    const auto* value = std::get_if<std::string>(&cell);
+    return value == nullptr ? std::string() : *value;
+  };
+  constexpr std::size_t kTexts = 2;  // the statements and the parameters' names
+  const std::shared_ptr<Batch> batch = Parser(text(0)).ParseBatch();
+  const std::string names = text(1);
+  Statement definition;
+  definition.name.parts = {"sp_executesql"};
+  if (!names.empty()) definition.parameters = Parser(names).ParseParameters();
+  Frame own = NewFrame(SourceText(batch->source), true);
+  TakeArguments(statement, definition, frame, own, kTexts);
+  RunModule(batch->statements, own);
+  GiveBack(statement, definition, frame, own, kTexts);
+}
+
 bool Runner::RunSystemProcedure(Statement& statement, Frame& frame) {
   const std::string name = LowerWord(statement.name.Last());
-  if (name == "sp_executesql" && statement.arguments.size() == 1 &&
-      statement.arguments[0].value != nullptr) {
-    const CallLevel level(depth_);
-    const Type text = MakeText(TypeKind::kNVarChar, Type::kMax);
-    const Cell cell = Evaluate(statement, 0, *statement.arguments[0].value, &text, frame);
-    const auto* source = std::get_if<std::string>(&cell);
-    if (source == nullptr) return true;
-    const std::shared_ptr<Batch> batch = Parser(*source).ParseBatch();
-    Frame own{SourceText(batch->source), {}, {}, {}, {}, true};
-    RunAll(batch->statements, own);
-    LeaveModule(own);
+  if (name == "sp_executesql" && !statement.arguments.empty()) {
+    RunExecuteSql(statement, frame);
     return true;
   }
   // Notes about the schema, as tools script them: nothing here reads them.
@@ -139,16 +155,11 @@ void Runner::RunExecute(Statement& statement, Frame& frame) {
   // Kept while it runs, whatever becomes of the schema meanwhile.
   const std::shared_ptr<Batch> batch = module->batch;
   Statement& definition = *batch->statements.front();
-  Frame inner{SourceText(batch->source), {}, {}, {}, {}, true};
-  inner.types["@return value"] = {Make(TypeKind::kInt)};
+  Frame inner = NewFrame(SourceText(batch->source), true);
+  inner.procedure = module->name;
+  inner.types["@return value"] = {Make(TypeKind::kInt), ""};
   TakeArguments(statement, definition, frame, inner);
-  try {
-    RunAll(definition.body, inner);
-  } catch (const Error& error) {
-    IgnoreErrors([&] { LeaveModule(inner); });
-    throw Error(error.Number(), error.Description());
-  }
-  LeaveModule(inner);
+  RunModule(definition.body, inner);
   GiveBack(statement, definition, frame, inner);
   if (statement.variable.empty()) return;
   const bool none = std::holds_alternative<std::monostate>(inner.returned);
@@ -162,20 +173,23 @@ void Runner::RunExecuteText(Statement& statement, Frame& frame) {
   const auto* source = std::get_if<std::string>(&cell);
   if (source == nullptr) return;
   const std::shared_ptr<Batch> batch = Parser(*source).ParseBatch();
-  Frame inner{SourceText(batch->source), {}, {}, {}, {}, true};
-  RunAll(batch->statements, inner);
-  LeaveModule(inner);
+  Frame inner = NewFrame(SourceText(batch->source), true);
+  RunModule(batch->statements, inner);
 }
 
 void Runner::RunInsertOfProcedure(Statement& statement, Frame& frame) {
-  // The procedure's row set is taken aside, then inserted row by row.
-  const ResultSetPtr before = std::exchange(result_, nullptr);
-  const bool collect = std::exchange(collect_, true);
-  RunOne(*statement.body[0], frame);
-  const ResultSetPtr rows = std::exchange(result_, before);
-  collect_ = collect;
+  // The procedure's row sets are taken aside, then inserted row by row.
+  Sink sink;
+  Sink* const outer = std::exchange(sink_, &sink);
+  try {
+    RunOne(*statement.body[0], frame);
+  } catch (const Error& error) {
+    sink_ = outer;
+    throw Error(error.Number(), error.Description());
+  }
+  sink_ = outer;
   row_count_ = 0;
-  if (rows == nullptr) return;
+  if (sink.rows.empty()) return;
   Statement insert;
   insert.kind = StatementKind::kInsert;
   insert.at = statement.at;
@@ -183,31 +197,40 @@ void Runner::RunInsertOfProcedure(Statement& statement, Frame& frame) {
   insert.columns = statement.columns;
   auto select = std::make_unique<Select>();
   std::vector<ExprPtr> values;
-  Frame row_frame{frame.source, {}, {}, {}, {}, true};
-  for (std::size_t i = 0; i < rows->columns.size(); ++i) {
+  Frame row_frame = NewFrame(frame.source, true);
+  for (std::size_t i = 0; i < sink.columns.size(); ++i) {
     auto value = std::make_unique<Expr>();
     value->kind = ExprKind::kVariable;
     value->text = "@column" + std::to_string(i);
-    row_frame.types[value->text] = {MakeText(TypeKind::kNVarChar, Type::kMax)};
+    row_frame.types[value->text] = {sink.columns[i].type, ""};
     values.push_back(std::move(value));
   }
   select->values.push_back(std::move(values));
   insert.query = std::make_unique<Query>();
   insert.query->branches.emplace_back();
   insert.query->branches[0].select = std::move(select);
-  Compiled& compiled =
-      Compile(insert, 0, row_frame, [&](Binder& binder) { return binder.Insert(insert); });
-  for (std::size_t row = 0; row < rows->rows; ++row) {
-    for (std::size_t i = 0; i < rows->columns.size(); ++i) {
-      const ResultColumn& column = rows->columns[i];
-      row_frame.values["@column" + std::to_string(i)] =
-          column.IsNull(row) ? Cell{} : Cell{column.Display(row)};
+  Whole(insert.name.IsTemporary(), [&] {
+    for (std::vector<Cell>& row : sink.rows) {
+      for (std::size_t i = 0; i < row.size(); ++i) {
+        row_frame.values["@column" + std::to_string(i)] = std::move(row[i]);
+      }
+      RunInsert(insert, row_frame);
     }
-    sqlite3_reset(compiled.prepared.get());
-    BindAll(compiled, row_frame);
-    Step(db_, compiled.prepared.get());
+  });
+  if (!std::holds_alternative<std::monostate>(row_frame.identity)) {
+    frame.identity = row_frame.identity;
   }
-  row_count_ = static_cast<std::int64_t>(rows->rows);
+  row_count_ = static_cast<std::int64_t>(sink.rows.size());
+}
+
+void Runner::RunModule(std::vector<StatementPtr>& statements, Frame& frame) {
+  try {
+    RunAll(statements, frame);
+  } catch (const Error& error) {
+    IgnoreErrors([&] { LeaveModule(frame); });
+    throw Error(error.Number(), error.Description());
+  }
+  LeaveModule(frame);
 }
 
 Cell Runner::Call(const std::string& function, std::vector<Cell> arguments) {
@@ -218,23 +241,25 @@ Cell Runner::Call(const std::string& function, std::vector<Cell> arguments) {
   const CallLevel level(depth_);
   const std::shared_ptr<Batch> batch = module->batch;
   Statement& definition = *batch->statements.front();
-  Frame frame{SourceText(batch->source), {}, {}, {}, {}, true};
-  frame.types["@return value"] = {definition.returns};
+  Frame frame = NewFrame(SourceText(batch->source), true);
+  frame.types["@return value"] = {definition.returns, ""};
   for (std::size_t i = 0; i < definition.parameters.size() && i < arguments.size(); ++i) {
     const std::string name = LowerWord(definition.parameters[i].name);
-    frame.types[name] = {definition.parameters[i].type};
+    frame.types[name] = {definition.parameters[i].type, ""};
     frame.values[name] = std::move(arguments[i]);
   }
-  const bool collect = std::exchange(collect_, false);
   const std::int64_t row_count = row_count_;
+  const int last_error = last_error_;
+  ++functions_;
   try {
     RunAll(definition.body, frame);
   } catch (const Error& error) {
-    collect_ = collect;
+    --functions_;
     throw Error(error.Number(), error.Description());
   }
-  collect_ = collect;
+  --functions_;
   row_count_ = row_count;
+  last_error_ = last_error;
   return frame.returned;
 }
 

@@ -19,6 +19,11 @@ bool HasTable(sqlite3* db, const char* name) {
   return Step(db, statement.get());
 }
 
+bool HasColumn(sqlite3* db, const std::string& schema, const char* table, const char* column) {
+  return sqlite3_table_column_metadata(db, schema.c_str(), table, column, nullptr, nullptr, nullptr,
+                                       nullptr, nullptr) == SQLITE_OK;
+}
+
 // The base tables of the catalogue views, and views over them under the names that a text may
 // write. All are temporary: nothing of it is kept in the file.
 constexpr const char* kCatalogueViews[] = {
@@ -174,6 +179,12 @@ void Schema::Changed() {
   modules_.clear();
 }
 
+void Schema::SetSession(const Session& session) {
+  // A translation has the format of dates in it.
+  if (session.date_format != session_.date_format) ++stamp_;
+  session_ = session;
+}
+
 void Schema::TemporaryChanged() {
   ++temporary_stamp_;
   temporary_tables_.clear();
@@ -233,10 +244,11 @@ void Schema::OverlayColumns(TableInfo& table) {
                                               nullptr, nullptr, nullptr, nullptr) == SQLITE_OK
                                     : HasTable(db_, "vorek_columns");
   if (!kept) return;
+  const std::string schema = table.temporary ? "temp" : "main";
   const PreparedPtr statement =
-      Prepare(db_, std::string("SELECT column_name, type, identity, default_source FROM ") +
-                       (table.temporary ? "temp" : "main") +
-                       ".vorek_columns WHERE table_name = ?1 COLLATE NOCASE");
+      Prepare(db_, std::string("SELECT column_name, type, identity, default_source, ") +
+                       (HasColumn(db_, schema, "vorek_columns", "seed") ? "seed" : "1") + " FROM " +
+                       schema + ".vorek_columns WHERE table_name = ?1 COLLATE NOCASE");
   BindText(statement.get(), 1, table.name);
   while (Step(db_, statement.get())) {
     const std::string name = ColumnText(statement.get(), 0);
@@ -249,6 +261,7 @@ void Schema::OverlayColumns(TableInfo& table) {
     column->row_key = !type.empty();
     column->identity = sqlite3_column_int(statement.get(), 2) != 0;
     column->default_source = ColumnText(statement.get(), 3);
+    column->seed = sqlite3_column_int64(statement.get(), 4);
   }
 }
 
@@ -299,6 +312,16 @@ std::vector<ObjectRow> Schema::Objects() {
 
 void Schema::FillCatalogueViews() {
   if (filled_ == stamp_) return;
+  filled_ = stamp_;  // from here on: a view that is listed may itself read the catalogue
+  try {
+    FillObjects();
+  } catch (const Error& error) {
+    filled_ = -1;
+    throw Error(error.Number(), error.Description());
+  }
+}
+
+void Schema::FillObjects() {
   for (const char* sql : kCatalogueViews) Run(db_, sql);
   Run(db_, "DELETE FROM temp.\"#vorek sysobjects\"");
   Run(db_, "DELETE FROM temp.\"#vorek syscolumns\"");
@@ -312,10 +335,10 @@ void Schema::FillCatalogueViews() {
     sqlite3_bind_int(insert.get(), 2, object.id);
     BindText(insert.get(), 3, object.kind);
     Step(db_, insert.get());
+    checkpoint_();
     // A view whose tables are gone is listed without columns.
     IgnoreErrors([&] { FillColumns(object); });
   }
-  filled_ = stamp_;
 }
 
 void Schema::FillColumns(const ObjectRow& object) {
@@ -363,6 +386,9 @@ void Schema::FillColumns(const ObjectRow& object) {
 }
 
 void Schema::EnsureCatalogue() {
+  const bool old =
+      HasTable(db_, "vorek_columns") && !HasColumn(db_, "main", "vorek_columns", "seed");
+  if (old) Run(db_, "ALTER TABLE main.vorek_columns ADD COLUMN seed INTEGER DEFAULT 1");
   if (HasTable(db_, "vorek_objects")) return;
   Run(db_,
       "CREATE TABLE main.vorek_objects (name TEXT NOT NULL COLLATE VOREK PRIMARY KEY, kind "
@@ -370,7 +396,8 @@ void Schema::EnsureCatalogue() {
   Run(db_,
       "CREATE TABLE main.vorek_columns (table_name TEXT NOT NULL COLLATE NOCASE, "
       "column_name TEXT NOT NULL COLLATE NOCASE, type TEXT, identity INTEGER NOT NULL "
-      "DEFAULT 0, default_source TEXT, PRIMARY KEY (table_name, column_name))");
+      "DEFAULT 0, default_source TEXT, seed INTEGER DEFAULT 1, PRIMARY KEY (table_name, "
+      "column_name))");
 }
 
 }  // namespace vorek::sqlite

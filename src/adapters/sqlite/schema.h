@@ -1,10 +1,12 @@
 #ifndef VOREK_ADAPTERS_SQLITE_SCHEMA_H_
 #define VOREK_ADAPTERS_SQLITE_SCHEMA_H_
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "adapters/sqlite/handle.h"
@@ -21,6 +23,7 @@ struct ColumnInfo {
   bool identity = false;
   bool computed = false;
   bool row_key = false;        // SQLite keeps it as the row number
+  long long seed = 1;          // of an identity
   std::string default_source;  // in the dialect's words, or empty
 };
 
@@ -50,6 +53,13 @@ struct ObjectRow {
   int id = 0;
 };
 
+// What SET has changed for the connection.
+struct Session {
+  bool ends_transactions = false;   // XACT_ABORT: an error takes the whole transaction back
+  bool quotes_names = true;         // QUOTED_IDENTIFIER: "x" is a name
+  std::string date_format = "mdy";  // in which order a text's numbers are day, month and year
+};
+
 // What the database holds, read from it when it is asked for and kept until it changes. What
 // SQLite's own schema can't tell stands in two tables of the file: vorek_objects (the modules) and
 // vorek_columns (types of row keys, identities, defaults).
@@ -57,11 +67,21 @@ class Schema {
  public:
   explicit Schema(sqlite3* db) : db_(db) {}
 
+  // What is asked now and then all along a translation; it throws when the time is over.
+  void SetCheckpoint(std::function<void()> checkpoint) { checkpoint_ = std::move(checkpoint); }
+  void KeepTime() {
+    constexpr unsigned kSteps = 256;
+    if (++steps_ % kSteps == 0) checkpoint_();
+  }
+
   // Forgets what was read if somebody changed the schema since. Called before each text.
   void Refresh();
   // Told by whoever changes it on this connection.
   void Changed();
   void TemporaryChanged();
+
+  const Session& CurrentSession() const { return session_; }
+  void SetSession(const Session& session);
 
   // Counts of the changes, for those who keep translations.
   long long Stamp() const { return stamp_; }
@@ -81,14 +101,18 @@ class Schema {
  private:
   void LoadColumns(TableInfo& table);
   void OverlayColumns(TableInfo& table);
+  void FillObjects();
   void FillColumns(const ObjectRow& object);
 
   sqlite3* db_;
+  Session session_;
   PreparedPtr version_query_;
   long long stamp_ = 1;
   long long temporary_stamp_ = 1;
   long long version_ = -1;  // SQLite's schema version when the maps were empty
   long long filled_ = -1;   // the stamp that the catalogue views were filled at
+  std::function<void()> checkpoint_ = [] {};
+  unsigned steps_ = 0;
   std::unordered_map<std::string, std::unique_ptr<TableInfo>> tables_;
   std::unordered_map<std::string, std::unique_ptr<TableInfo>> temporary_tables_;
   std::unordered_map<std::string, std::unique_ptr<ModuleInfo>> modules_;

@@ -25,7 +25,10 @@ struct ObjectName {
 
   bool Empty() const { return parts.empty(); }
   const std::string& Last() const { return parts.back(); }
-  bool IsTemporary() const { return !parts.empty() && parts.back().rfind('#', 0) == 0; }
+  bool IsVariable() const { return !parts.empty() && parts.back().rfind('@', 0) == 0; }
+  bool IsTemporary() const {
+    return IsVariable() || (!parts.empty() && parts.back().rfind('#', 0) == 0);
+  }
 };
 
 enum class ExprKind {
@@ -74,7 +77,7 @@ struct Expr {
   int depth = 1;  // of the tree below and with this node
   std::string text;
   std::vector<std::string> path;
-  std::vector<ExprPtr> operands;
+  std::vector<ExprPtr> operands;  // null for the word DEFAULT as an argument
   std::unique_ptr<Query> query;
   std::unique_ptr<Window> window;
   Type type;              // of a cast
@@ -92,8 +95,10 @@ struct SelectItem {
 };
 
 struct TableRef {
-  enum class Kind { kTable, kQuery, kJoin };
-  enum class Join { kInner, kLeft, kRight, kFull, kCross };
+  // A pivot has its rows in `left`; in `columns` the columns that it makes or takes apart, in `on`
+  // the aggregate, or the name of the values' column; in `turned` that of the names.
+  enum class Kind { kTable, kQuery, kJoin, kPivot, kUnpivot };
+  enum class Join { kInner, kLeft, kRight, kFull, kCross, kCrossApply, kOuterApply };
 
   Kind kind = Kind::kTable;
   std::size_t at = 0;
@@ -101,6 +106,9 @@ struct TableRef {
   ObjectName name;
   std::string alias;
   std::vector<std::string> columns;  // alias(column, ...)
+  std::vector<std::string> turned;
+  bool call = false;               // of a function that gives a table
+  std::vector<ExprPtr> arguments;  // null for the word DEFAULT
   std::unique_ptr<Query> query;
   Join join = Join::kInner;
   std::unique_ptr<TableRef> left;
@@ -114,11 +122,13 @@ struct Select {
   bool distinct = false;
   ExprPtr top;
   bool top_percent = false;
+  bool top_ties = false;
   std::vector<SelectItem> items;
   ObjectName into;
   std::vector<TableRef> from;
   ExprPtr where;
   std::vector<ExprPtr> group;
+  std::vector<std::vector<std::size_t>> grouping_sets;  // of the group's keys
   ExprPtr having;
   std::vector<std::vector<ExprPtr>> values;  // VALUES (..), (..) in place of all that
 };
@@ -213,7 +223,10 @@ enum class StatementKind {
   kExecute,
   kExecuteText,  // EXEC ('text')
   kPrint,
-  kRaise,
+  kRaise,    // expr: the text; arguments: severity, state, values; word: "throw"
+  kTry,      // body: the block, its CATCH
+  kSetting,  // word: the setting; variable: its value
+  kNote,     // word: what is passed over
   kCreateTable,
   kCreateIndex,
   kCreateModule,  // a view, procedure or function
@@ -224,6 +237,7 @@ enum class StatementKind {
   kBegin,
   kCommit,
   kRollback,
+  kTruncate,
   kNothing,  // a setting that changes nothing here
 };
 
@@ -251,11 +265,11 @@ struct Statement {
   std::vector<Parameter> parameters;  // of a module, or declared variables
   std::vector<Argument> arguments;    // of EXEC
   std::string variable;               // EXEC @x = procedure
-  std::vector<StatementPtr> body;     // of a block, a module; IF: then, else
+  std::vector<StatementPtr> body;     // of a block, a module; IF: then, else; DECLARE: the tables
   std::vector<ColumnDefinition> definitions;
   std::vector<Constraint> constraints;
   std::vector<std::string> view_columns;
-  std::string word;  // a module's kind: "V", "P", "FN"; what ALTER does
+  std::string word;  // a module's kind: "V", "P", "FN", "IF"; what ALTER does
   Type returns;      // of a function
   bool unique = false;
   bool or_alter = false;
@@ -269,6 +283,7 @@ struct Batch {
   std::string source;
   int first_line = 1;
   std::vector<StatementPtr> statements;
+  std::size_t double_quotes = std::string::npos;  // where the first name in such quotes stands
 };
 
 }  // namespace vorek::sqlite

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "platform/field_type.h"
 #include "text/utf8.h"
@@ -136,7 +137,7 @@ Type MakeText(TypeKind kind, int length) {
 Type MakeDecimal(int precision, int scale) {
   Type type = Make(TypeKind::kDecimal);
   type.precision = std::clamp(precision, 1, 38);
-  type.scale = std::clamp(scale, 0, std::min(type.precision, 18));
+  type.scale = std::clamp(scale, 0, type.precision);
   return type;
 }
 
@@ -212,6 +213,8 @@ int AdoType(const Type& type) {
 
 ResultColumn::Storage StorageOf(const Type& type) {
   if (type.IsFloat()) return ResultColumn::Storage::kDouble;
+  constexpr int kMostScale = 18;  // of the numbers that a result keeps as such
+  if (type.scale > kMostScale) return ResultColumn::Storage::kText;
   if (type.IsExact() || type.IsNull()) return ResultColumn::Storage::kScaled;
   return ResultColumn::Storage::kText;
 }
@@ -259,10 +262,22 @@ Type CommonType(const Type& a, const Type& b) {
   return MakeDecimal(whole + scale, scale);
 }
 
-std::int64_t PowerOfTen(int exponent) {
-  std::int64_t value = 1;
-  for (int i = 0; i < exponent; ++i) value *= 10;
-  return value;
+double MostUnits(const Type& type) {
+  switch (type.kind) {
+    case TypeKind::kBit:
+      return 1;
+    case TypeKind::kTinyInt:
+      return 255;
+    case TypeKind::kSmallInt:
+      return 32768;
+    case TypeKind::kInt:
+    case TypeKind::kSmallMoney:
+      return 2147483648.0;
+    case TypeKind::kDecimal:
+      return std::pow(10.0, type.precision);
+    default:
+      return 0x1p63;
+  }
 }
 
 }  // namespace vorek::sqlite

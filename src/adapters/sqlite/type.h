@@ -9,8 +9,8 @@
 
 // The types of the dialect, how they combine, and how SQLite keeps them:
 //   whole numbers, bit       an integer
-//   money, decimal(p,s)      an integer of 10^-scale units; a value beyond 63 bits, which only an
-//                            expression can have, a real number of the same units
+//   money, decimal(p,s)      an integer of 10^-scale units; a decimal beyond 63 bits as exact.h
+//                            tells
 //   real, float              a real number
 //   dates                    a text: "yyyy-mm-dd", "hh:mm:ss.fff", "yyyy-mm-dd hh:mm:ss.fff"
 //   texts                    a text; binary: a blob; uniqueidentifier: a text in capitals
@@ -72,7 +72,7 @@ struct Type {
 
 Type Make(TypeKind kind);
 Type MakeText(TypeKind kind, int length);
-// Held to what the dialect allows; more than 18 decimal places aren't kept.
+// Held to what the dialect allows.
 Type MakeDecimal(int precision, int scale);
 
 // The type in the dialect's words, "decimal(18,2)".
@@ -100,8 +100,10 @@ Type CommonType(const Type& a, const Type& b);
 // A number's digits as a decimal: int is (10,0), money (19,4).
 Type AsDecimal(const Type& type);
 
-// 10^exponent. REQUIRES: 0 <= exponent <= 18.
-std::int64_t PowerOfTen(int exponent);
+// No value of an exact type has more units than this, whatever its sign.
+double MostUnits(const Type& type);
+// Integers of SQLite go up to here: what is surely below is computed by its own operators.
+inline constexpr double kMostInteger = 9.2e18;
 
 }  // namespace vorek::sqlite
 
