@@ -82,6 +82,7 @@ class ColumnSort {
   // What the field gives is read without its groups, so that only cells that were written lose
   // them; where the field shows them, those do as well.
   void DropGroups() {
+    if (grid_.IsSourced(column_)) return;
     const bool all = !HoldsNumbers();
     const bool plain_field = grid_.SourceForm(column_) == CellForm::kNumber;
     std::string scratch;
@@ -95,6 +96,7 @@ class ColumnSort {
   // A double field, which shows plain numbers after a fill, gets digit groups too.
   void FormMoney() {
     if (type_ == kDouble) grid_.ReformSource(column_, CellForm::kNumberMoney);
+    if (grid_.IsSourced(column_)) return;
     std::string scratch;
     for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
       if (grid_.IsSourced(row, column_)) continue;

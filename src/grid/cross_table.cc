@@ -149,7 +149,7 @@ class CrossTable {
 
   // The keys are the texts of the base columns one behind the other, without anything between.
   void SortByKey() {
-    RowRanks ranks(rows_.size());
+    RowRanks ranks(rows_.size(), true);
     std::string key;
     std::string scratch;
     for (std::int32_t row = 1; row < source_.Rows(); ++row) {

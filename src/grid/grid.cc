@@ -119,6 +119,12 @@ bool Grid::IsSourced(std::int32_t row, std::int32_t col) const {
   return Column(col).IsSourced(order_[CheckRow(row)]);
 }
 
+bool Grid::IsSourced(std::int32_t col) const {
+  const TextSource* const source = Column(col).Source();
+  const bool all_bound = next_handle_ == bound_rows_ + 1;
+  return all_bound && source != nullptr && source->Size() == bound_rows_;
+}
+
 bool Grid::IsNumbered(std::int32_t row) const { return IsSourced(row, 0); }
 
 std::string Grid::Clip() const {

@@ -60,6 +60,8 @@ class Grid final : public Control, public FlexGrid {
   bool SameText(std::int32_t row, std::int32_t other, std::int32_t col) const;
   // True if the cell shows what ColumnSource gives.
   bool IsSourced(std::int32_t row, std::int32_t col) const;
+  // True if all of the column's data cells do.
+  bool IsSourced(std::int32_t col) const;
   // True if column 0 of the row holds the number that NumberRows gave it.
   bool IsNumbered(std::int32_t row) const;
   std::int32_t Row() const override { return row_; }

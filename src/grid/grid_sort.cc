@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <numeric>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "grid/grid.h"
@@ -22,6 +21,7 @@ bool IsNumberText(std::string_view text) {
 bool AllNumbers(const Grid& grid, std::int32_t col) {
   const TextSource* const source = grid.ColumnSource(col);
   const bool typed = source != nullptr && source->GivesNumbers();
+  if (typed && grid.IsSourced(col)) return true;
   std::string scratch;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
     if (typed && grid.IsSourced(row, col)) continue;
@@ -48,17 +48,12 @@ KeyKind KindOf(const Grid& grid, std::int32_t order) {
 }
 
 std::vector<std::uint32_t> SortedByNumber(const Grid& grid, bool descending) {
-  std::vector<std::pair<double, std::uint32_t>> keys;
-  keys.reserve(static_cast<std::size_t>(grid.Rows()));
+  std::vector<double> numbers;
+  numbers.reserve(static_cast<std::size_t>(grid.Rows()));
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
-    const double number = grid.CellValue(row, grid.Col());
-    keys.emplace_back(descending ? -number : number, static_cast<std::uint32_t>(keys.size()));
+    numbers.push_back(grid.CellValue(row, grid.Col()));
   }
-  std::sort(keys.begin(), keys.end());  // stable, since the places are parts of the keys
-  std::vector<std::uint32_t> sorted;
-  sorted.reserve(keys.size());
-  for (const auto& [number, row] : keys) sorted.push_back(row);
-  return sorted;
+  return SortedNumbers(numbers, descending);
 }
 
 std::vector<std::uint32_t> SortedByText(const Grid& grid, bool ignore_case, bool descending) {

@@ -1,6 +1,7 @@
 #include "grid/row_ranks.h"
 
 #include <algorithm>
+#include <bit>
 #include <functional>
 #include <numeric>
 #include <string>
@@ -10,23 +11,27 @@
 namespace vorek {
 namespace {
 
-// A distinct text with its key: the first eight bytes as a number, the rest in a common buffer.
+// A distinct text with the first sixteen bytes of its key as numbers; all keys stand in one buffer.
 struct KeyedText {
   std::uint64_t head;
+  std::uint64_t next;
   std::uint32_t id;
 };
 
-std::uint64_t HeadOf(std::string_view key) {
-  std::uint64_t head = 0;
-  for (std::size_t i = 0; i < 8; ++i) {
-    head = (head << 8U) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
+// Eight bytes as a number of the same order.
+std::uint64_t WordAt(std::string_view key, std::size_t begin) {
+  std::uint64_t word = 0;
+  for (std::size_t i = begin; i < begin + 8; ++i) {
+    word = (word << 8U) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
   }
-  return head;
+  return word;
 }
 
 }  // namespace
 
-RowRanks::RowRanks(std::size_t rows) : slots_(1024) { ids_.reserve(rows); }
+RowRanks::RowRanks(std::size_t rows, bool keeps_equal) : slots_(1024), keeps_equal_(keeps_equal) {
+  ids_.reserve(rows);
+}
 
 std::uint32_t RowRanks::Add(std::string_view text, bool stays) {
   // Neighbours are often equal.
@@ -34,14 +39,24 @@ std::uint32_t RowRanks::Add(std::string_view text, bool stays) {
     ids_.push_back(ids_.back());
     return ids_.back();
   }
-  const std::size_t slot = SlotOf(text, std::hash<std::string_view>{}(text));
-  if (slots_[slot] == 0) {
+  std::size_t slot = 0;
+  if (looks_up_) slot = SlotOf(text, std::hash<std::string_view>{}(text));
+  if (!looks_up_ || slots_[slot] == 0) {
+    ids_.push_back(static_cast<std::uint32_t>(texts_.size()));
     texts_.push_back(stays ? text : copies_.Store(text));
-    slots_[slot] = static_cast<std::uint32_t>(texts_.size());
+    if (looks_up_) Remember(slot);
+  } else {
+    ids_.push_back(slots_[slot] - 1);
   }
-  ids_.push_back(slots_[slot] - 1);
-  if (texts_.size() * 2 > slots_.size()) Grow();
   return ids_.back();
+}
+
+// Where nearly every text is its own, looking for equal ones costs more than it saves.
+void RowRanks::Remember(std::size_t slot) {
+  slots_[slot] = static_cast<std::uint32_t>(texts_.size());
+  if (texts_.size() * 2 > slots_.size()) Grow();
+  constexpr std::size_t kSample = 65536;
+  looks_up_ = keeps_equal_ || ids_.size() != kSample || texts_.size() < kSample / 8 * 7;
 }
 
 std::size_t RowRanks::SlotOf(std::string_view text, std::size_t hash) const {
@@ -62,12 +77,18 @@ void RowRanks::Grow() {
 
 std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) const {
   std::string keys;
+  std::size_t bytes = 0;
+  for (const std::string_view text : texts_) bytes += text.size();
+  keys.reserve(bytes);
   std::vector<std::size_t> ends;
   std::vector<KeyedText> order;
+  ends.reserve(texts_.size());
+  order.reserve(texts_.size());
   for (const std::string_view text : texts_) {
-    const std::string key = text::SortKey(text, ignore_case);
-    order.push_back({HeadOf(key), static_cast<std::uint32_t>(order.size())});
-    keys += key;
+    const std::size_t begin = keys.size();
+    text::AppendSortKey(text, ignore_case, keys);
+    const std::string_view key = std::string_view(keys).substr(begin);
+    order.push_back({WordAt(key, 0), WordAt(key, 8), static_cast<std::uint32_t>(order.size())});
     ends.push_back(keys.size());
   }
   const auto key = [&](std::uint32_t id) {
@@ -75,7 +96,8 @@ std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) co
     return std::string_view(keys).substr(begin, ends[id] - begin);
   };
   std::sort(order.begin(), order.end(), [&](const KeyedText& a, const KeyedText& b) {
-    return a.head != b.head ? a.head < b.head : key(a.id) < key(b.id);
+    if (a.head != b.head) return a.head < b.head;
+    return a.next != b.next ? a.next < b.next : key(a.id) < key(b.id);
   });
   std::vector<std::uint32_t> ranks(texts_.size());
   std::uint32_t rank = 0;
@@ -89,7 +111,8 @@ std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) co
   return ranks;
 }
 
-std::vector<std::uint32_t> RowRanks::Sorted(bool ignore_case, bool descending) const {
+std::vector<std::uint32_t> RowRanks::Sorted(bool ignore_case, bool descending) {
+  slots_ = {};
   const std::vector<std::uint32_t> ranks = Ranks(ignore_case, descending);
   std::vector<std::uint32_t> begins(ranks.size() + 1, 0);
   for (const std::uint32_t id : ids_) ++begins[ranks[id] + 1];
@@ -98,6 +121,55 @@ std::vector<std::uint32_t> RowRanks::Sorted(bool ignore_case, bool descending) c
   for (std::uint32_t row = 0; row < ids_.size(); ++row) {
     sorted[begins[ranks[ids_[row]]]++] = row;
   }
+  return sorted;
+}
+
+namespace {
+
+// The bits of a double as a number of the same order; -0 is 0.
+std::uint64_t OrderedBits(double number, bool descending) {
+  const auto bits = std::bit_cast<std::uint64_t>(number + 0.0);
+  constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
+  const std::uint64_t ordered = (bits & kSign) != 0 ? ~bits : bits | kSign;
+  return descending ? ~ordered : ordered;
+}
+
+struct NumberKey {
+  std::uint64_t bits;
+  std::uint32_t place;
+};
+
+// One step of a radix sort, by eleven bits from `shift` on.
+void SortByDigit(std::vector<NumberKey>& keys, std::vector<NumberKey>& room, unsigned shift) {
+  constexpr std::uint64_t kDigits = 2048;
+  std::vector<std::size_t> begins(kDigits + 1, 0);
+  for (const NumberKey& key : keys) ++begins[((key.bits >> shift) & (kDigits - 1)) + 1];
+  // Nothing moves where all have the same digit.
+  if (std::find(begins.begin(), begins.end(), keys.size()) != begins.end()) return;
+  for (std::size_t digit = 1; digit <= kDigits; ++digit) begins[digit] += begins[digit - 1];
+  for (const NumberKey& key : keys) room[begins[(key.bits >> shift) & (kDigits - 1)]++] = key;
+  keys.swap(room);
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> SortedNumbers(const std::vector<double>& numbers, bool descending) {
+  std::vector<NumberKey> keys;
+  keys.reserve(numbers.size());
+  for (const double number : numbers) {
+    keys.push_back({OrderedBits(number, descending), static_cast<std::uint32_t>(keys.size())});
+  }
+  constexpr std::size_t kFew = 4096;
+  if (keys.size() < kFew) {
+    std::stable_sort(keys.begin(), keys.end(),
+                     [](const NumberKey& a, const NumberKey& b) { return a.bits < b.bits; });
+  } else {
+    std::vector<NumberKey> room(keys.size());
+    for (unsigned shift = 0; shift < 64; shift += 11) SortByDigit(keys, room, shift);
+  }
+  std::vector<std::uint32_t> sorted;
+  sorted.reserve(keys.size());
+  for (const NumberKey& key : keys) sorted.push_back(key.place);
   return sorted;
 }
 

@@ -1,6 +1,7 @@
 #include "grid/scaled_sort.h"
 
 #include <string>
+#include <unordered_map>
 
 #include "grid/row_ranks.h"
 #include "text/cell_text.h"
@@ -27,13 +28,30 @@ bool NeedsScaling(const Grid& grid, std::int32_t column, int field_type) {
 
 void SortSmallTexts(Grid& grid, std::int32_t column) {
   RowRanks ranks(static_cast<std::size_t>(grid.Rows()));
+  std::unordered_map<double, std::uint32_t> known;
+  const TextSource* const source = grid.ColumnSource(column);
+  const bool typed = source != nullptr && source->GivesNumbers();
   std::string scratch;
   std::string small;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    double number = typed && grid.IsSourced(row, column) ? grid.CellValue(row, column) : 0;
+    if (number == 0) {
+      const std::string_view text = grid.CellView(row, column, scratch);
+      if (text.empty()) {
+        ranks.Add({}, true);
+        continue;
+      }
+      number = text::NumericPrefix(text);
+    }
+    // A text is made once a distinct number.
+    const auto found = known.find(number);
+    if (found != known.end()) {
+      ranks.Repeat(found->second);
+      continue;
+    }
     small.clear();
-    const std::string_view text = grid.CellView(row, column, scratch);
-    if (!text.empty()) text::AppendPlainNumber(text::NumericPrefix(text) / kScale, small);
-    ranks.Add(small, false);
+    text::AppendPlainNumber(number / kScale, small);
+    known.emplace(number, ranks.Add(small, false));
   }
   grid.Rearrange(BehindFixedRows(grid.FixedRows(), ranks.Sorted(true, false)));
 }

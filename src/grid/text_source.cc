@@ -54,6 +54,12 @@ bool FixedOfDouble(double number, std::int64_t& fixed) {
   return std::fabs(scaled - nearest) < 0.499;
 }
 
+std::int64_t Unit(int scale) {
+  std::int64_t unit = 1;
+  for (int place = 0; place < scale; ++place) unit *= 10;
+  return unit;
+}
+
 }  // namespace
 
 FieldSource::FieldSource(ResultSetPtr result, std::size_t field, Records records, CellForm form)
@@ -149,21 +155,31 @@ bool FieldSource::SameText(std::size_t a, std::size_t b) const {
   const ResultColumn& column = Column();
   const std::size_t first = Row(a);
   const std::size_t second = Row(b);
-  if (form_ != CellForm::kPlain && form_ != CellForm::kNumber) {
-    return column.Kind() == ResultColumn::Storage::kScaled && !column.IsNull(first) &&
-                   !column.IsNull(second) && column.Scaled(first) == column.Scaled(second)
-               ? true
-               : TextSource::SameText(a, b);
-  }
-  if (column.IsNull(first) || column.IsNull(second) ||
-      column.Kind() == ResultColumn::Storage::kDouble) {
-    return TextSource::SameText(a, b);
-  }
-  if (column.Kind() == ResultColumn::Storage::kScaled) {
-    return column.Scaled(first) == column.Scaled(second);
+  // A form of numbers shows NULL as 0, others as the empty text.
+  const bool null_is_zero =
+      form_ == CellForm::kNumber || form_ == CellForm::kNumberMoney || form_ == CellForm::kTime;
+  const bool nulls_differ = column.IsNull(first) != column.IsNull(second);
+  if (nulls_differ && !null_is_zero) return TextSource::SameText(a, b);
+  switch (column.Kind()) {
+    case ResultColumn::Storage::kScaled: {
+      if (form_ == CellForm::kTime && column.Scale() > 0) return TextSource::SameText(a, b);
+      return SameNumber(column.Scaled(first), column.Scaled(second), Unit(column.Scale()));
+    }
+    case ResultColumn::Storage::kDouble:
+      if (form_ == CellForm::kTime) return TextSource::SameText(a, b);
+      return SameNumber(TextValue(column.Double(first)), TextValue(column.Double(second)), 1.0);
+    case ResultColumn::Storage::kText:
+      break;
   }
   return column.Text(first) == column.Text(second) ||
-         (form_ == CellForm::kNumber && TextSource::SameText(a, b));
+         (form_ != CellForm::kPlain && TextSource::SameText(a, b));
+}
+
+// Money shows a value between -1 and 0 without its sign.
+template <typename Value>
+bool FieldSource::SameNumber(Value a, Value b, Value one) const {
+  const bool money = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
+  return a == b || (money && a == -b && a < one && a > -one);
 }
 
 bool FieldSource::GivesNumbers() const {

@@ -62,6 +62,8 @@ class FieldSource : public TextSource {
   CellForm Form() const { return form_; }
 
  private:
+  template <typename Value>
+  bool SameNumber(Value a, Value b, Value one) const;
   const ResultColumn& Column() const { return result_->columns[field_]; }
   std::size_t Row(std::size_t record) const {
     return records_ == nullptr ? record : (*records_)[record];

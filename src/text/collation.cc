@@ -87,14 +87,24 @@ char32_t Weight(char32_t c) {
 
 char32_t LetterOrder(char32_t c) { return c < kFirst || c > kLast ? c : kOrder[c - kFirst]; }
 
+void AppendSortKey(std::string_view s, bool ignore_case, std::string& out) {
+  for (std::size_t at = 0; at < s.size();) {
+    const char byte = s[at];
+    if (static_cast<unsigned char>(byte) < 0x80) {
+      out += ignore_case && byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 32) : byte;
+      ++at;
+      continue;
+    }
+    const char32_t c = DecodeAt(s, at);
+    if (IsMark(c)) continue;
+    AppendUtf8(out, Weight(ignore_case ? ToLower(c) : c));
+  }
+}
+
 std::string SortKey(std::string_view s, bool ignore_case) {
   std::string key;
   key.reserve(s.size());
-  for (std::size_t at = 0; at < s.size();) {
-    const char32_t c = DecodeAt(s, at);
-    if (IsMark(c)) continue;
-    AppendUtf8(key, Weight(ignore_case ? ToLower(c) : c));
-  }
+  AppendSortKey(s, ignore_case, key);
   return key;
 }
 

@@ -10,6 +10,7 @@ namespace vorek::text {
 // Persian alphabet, with Arabic ك and ي beside Persian ک and ی, other characters by code point,
 // marks and directional controls left out. Without regard to case if ignore_case is set.
 std::string SortKey(std::string_view s, bool ignore_case);
+void AppendSortKey(std::string_view s, bool ignore_case, std::string& out);
 
 // A number for a code point in the same order, but another one for each: Arabic ك comes right
 // behind Persian ک instead of beside it. For comparisons that tell such letters apart.
