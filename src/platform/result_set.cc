@@ -9,10 +9,21 @@
 namespace vorek {
 
 ResultColumn::ResultColumn(std::string name, int ado_type, Storage storage, int scale)
-    : name_(std::move(name)), ado_type_(ado_type), storage_(storage), scale_(scale) {}
+    : name_(std::move(name)), ado_type_(ado_type), storage_(storage), scale_(scale) {
+  if (storage == Storage::kText) pool_ = std::make_shared<TextPool>();
+}
+
+// The first chunk grows with its rows; behind it room for a whole one is made at once.
+void ResultColumn::AddChunk() {
+  Chunk& chunk = chunks_.emplace_back();
+  if (chunks_.size() == 1) return;
+  if (storage_ == Storage::kScaled) chunk.scaled.reserve(kChunkRows);
+  if (storage_ == Storage::kDouble) chunk.doubles.reserve(kChunkRows);
+  if (storage_ == Storage::kText) chunk.texts.reserve(kChunkRows);
+}
 
 ResultColumn::Chunk& ResultColumn::Tail() {
-  if (size_ == chunks_.size() << kChunkBits) chunks_.emplace_back();
+  if (size_ == chunks_.size() << kChunkBits) AddChunk();
   return chunks_.back();
 }
 
@@ -27,9 +38,7 @@ void ResultColumn::AppendDouble(double value) {
 }
 
 void ResultColumn::AppendText(std::string_view text) {
-  Chunk& tail = Tail();
-  tail.bytes.append(text);
-  tail.ends.push_back(static_cast<std::uint32_t>(tail.bytes.size()));
+  Tail().texts.push_back(pool_->Add(text));
   Count();
 }
 
@@ -75,10 +84,7 @@ std::int64_t ResultColumn::Scaled(std::size_t row) const { return At(row).scaled
 double ResultColumn::Double(std::size_t row) const { return At(row).doubles[Offset(row)]; }
 
 std::string_view ResultColumn::Text(std::size_t row) const {
-  const Chunk& chunk = At(row);
-  const std::size_t offset = Offset(row);
-  const std::uint32_t begin = offset == 0 ? 0 : chunk.ends[offset - 1];
-  return std::string_view(chunk.bytes).substr(begin, chunk.ends[offset] - begin);
+  return pool_->At(At(row).texts[Offset(row)]);
 }
 
 void ResultColumn::AppendDisplay(std::size_t row, std::string& out) const {
@@ -127,9 +133,10 @@ std::size_t ResultColumn::Memory() const {
   for (const Chunk& chunk : chunks_) {
     bytes += chunk.scaled.capacity() * sizeof(std::int64_t) +
              chunk.doubles.capacity() * sizeof(double) +
-             chunk.ends.capacity() * sizeof(std::uint32_t) + chunk.bytes.capacity() +
+             chunk.texts.capacity() * sizeof(std::uint32_t) +
              chunk.nulls.capacity() * sizeof(std::uint64_t);
   }
+  if (pool_ != nullptr) bytes += pool_->Memory();
   return bytes;
 }
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/text_pool.h"
+
 namespace vorek {
 
 // One column of a result, kept typed and in chunks of rows, so that a million rows neither move
@@ -66,11 +68,11 @@ class ResultColumn {
   struct Chunk {
     std::vector<std::int64_t> scaled;
     std::vector<double> doubles;
-    std::vector<std::uint32_t> ends;  // of each text in bytes
-    std::string bytes;
+    std::vector<std::uint32_t> texts;  // places in the pool
     std::vector<std::uint64_t> nulls;  // a bit a row; empty when the chunk has none
   };
 
+  void AddChunk();
   Chunk& Tail();
   void Count() { ++size_; }
   const Chunk& At(std::size_t row) const { return chunks_[row >> kChunkBits]; }
@@ -82,6 +84,7 @@ class ResultColumn {
   int scale_;
   std::size_t size_ = 0;
   std::vector<Chunk> chunks_;
+  std::shared_ptr<TextPool> pool_;  // of a column of texts; copies share it
 };
 
 // The whole result of a statement, read to its end (a static, client-side cursor). Shared by the
