@@ -6,12 +6,13 @@
 //   the rows as expected: a line a row, values between "|", NULL for NULL, after a line of the
 //   columns as "name:type"; or "error: a piece of the message"; or "ok" for no rows
 //
-// Cases are parted by an empty line. All cases of a file run in order on one fresh database. A
-// first line "!types" makes the columns' line part of the expectation from there on, "!notypes"
-// ends that.
+// VOREK_SQL_CASES names another folder of such files, to be run beside these. Cases are parted by
+// an empty line. All cases of a file run in order on one fresh database. A first line "!types"
+// makes the columns' line part of the expectation from there on, "!notypes" ends that.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -132,15 +133,20 @@ TEST_P(SqlFile, GivesWhatItSays) {
 
 std::vector<std::filesystem::path> Files() {
   std::vector<std::filesystem::path> files;
-  for (const auto& entry : std::filesystem::directory_iterator(VOREK_SQL_TESTS)) {
-    if (entry.path().extension() == ".test") files.push_back(entry.path());
+  const char* const more = std::getenv("VOREK_SQL_CASES");
+  for (const std::string folder : {VOREK_SQL_TESTS, more == nullptr ? "" : more}) {
+    if (folder.empty()) continue;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      if (entry.path().extension() == ".test") files.push_back(entry.path());
+    }
   }
   std::sort(files.begin(), files.end());
   return files;
 }
 
 std::string NameOf(const testing::TestParamInfo<std::filesystem::path>& file) {
-  std::string name = file.param.stem().string();
+  const bool own = file.param.parent_path() == VOREK_SQL_TESTS;
+  std::string name = (own ? "" : "more_") + file.param.stem().string();
   std::replace_if(
       name.begin(), name.end(),
       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');

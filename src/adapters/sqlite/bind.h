@@ -47,6 +47,7 @@ struct Bound {
   bool nullable = true;
   bool unchecked = false;  // bigint or money that is a real number where it has left 63 bits
   double most = -1;        // of its units, if that is told closer than by the type
+  std::string factors;     // "a, b" of an exact product, which a sum multiplies by itself
   std::string name;        // the name that a select list gives it
 };
 

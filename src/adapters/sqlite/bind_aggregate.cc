@@ -133,7 +133,9 @@ Bound Binder::AggregateOf(const Expr& expr, const std::string& name, Bound argum
   if (type.kind == TypeKind::kSmallMoney) type = Make(TypeKind::kMoney);
   if (type.IsDecimal()) type = MakeDecimal(38, type.scale);
   const std::string function = type.IsDecimal() ? "vk_sum(" : "sum(";
-  Bound sum = MakeBound(function + distinct + argument.sql + ")" + window, type);
+  const bool product = type.IsDecimal() && !expr.distinct && !argument.factors.empty();
+  const std::string& summed = product ? argument.factors : argument.sql;
+  Bound sum = MakeBound(function + distinct + summed + ")" + window, type);
   // An overflow of SQLite's sum is an error of its own, save for one that was handed to it.
   sum.unchecked = type.IsWhole() || type.IsMoney();
   sum = Checked(std::move(sum));

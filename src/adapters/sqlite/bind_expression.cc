@@ -106,12 +106,21 @@ Bound Binder::BindUnchecked(const Expr& expr) {
   if (++depth_ > kMaxBinding) Refuse(expr.at, "The expression is nested too deeply");
   schema_.KeepTime();
   const std::size_t before = scope_ == nullptr ? 0 : scope_->ungrouped.size();
+  // Of the queries around, which have groups of their own.
+  std::vector<std::pair<Scope*, std::size_t>> around;
+  for (Scope* scope = scope_ == nullptr ? nullptr : scope_->outer; scope != nullptr;
+       scope = scope->outer) {
+    if (!scope->group_keys.empty()) around.emplace_back(scope, scope->ungrouped.size());
+  }
   Bound bound = BindAny(expr);
   --depth_;
   // Whatever a GROUP BY names may stand as a whole; what was noted inside of it is no offence.
   if (scope_ != nullptr && !scope_->group_keys.empty() &&
       scope_->group_keys.count(bound.sql) != 0) {
     scope_->ungrouped.resize(before);
+  }
+  for (const auto& [scope, count] : around) {
+    if (scope->group_keys.count(bound.sql) != 0) scope->ungrouped.resize(count);
   }
   const bool absent = scope_ != nullptr && scope_->inside_aggregate == 0 &&
                       scope_->absent_keys.count(bound.sql) != 0;
@@ -305,7 +314,8 @@ Bound Binder::BindVariable(const Expr& expr) {
     return CallOf("vk_variable", {QuoteText(name)}, found->second.type);
   }
   if (found != variables_.end()) return MakeBound(Parameter(name), found->second.type);
-  if (name == "@@rowcount" || name == "@@error" || name == "@@trancount") {
+  if (name == "@@rowcount" || name == "@@error" || name == "@@trancount" ||
+      name == "@@fetch_status") {
     return MakeBound(Parameter(name), Make(TypeKind::kInt));
   }
   if (name == "@@identity") return MakeBound(Parameter(name), MakeDecimal(18, 0));

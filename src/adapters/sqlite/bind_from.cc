@@ -78,7 +78,7 @@ std::vector<ColumnInfo> Binder::AsColumns(const std::vector<OutputColumn>& outpu
   for (const OutputColumn& output : outputs) {
     ColumnInfo column;
     column.name = output.name;
-    column.type = output.type;
+    column.type = output.type.IsNull() ? Make(TypeKind::kInt) : output.type;
     column.nullable = output.nullable;
     column.collated = output.collated;
     columns.push_back(std::move(column));

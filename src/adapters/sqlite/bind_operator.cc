@@ -212,7 +212,11 @@ Bound Binder::Multiply(Bound a, Bound b, const Type& common) {
   const Type db = DigitsOf(b);
   product.type = Held(da.precision + db.precision + 1, da.scale + db.scale);
   const int down = da.scale + db.scale - product.type.scale;
-  if (down == 0) return Computed(std::move(product), most, "vk_times", {a, b, Count(0)});
+  if (down == 0) {
+    product = Computed(std::move(product), most, "vk_times", {a, b, Count(0)});
+    if (product.tightness == kTight) product.factors = a.sql + ", " + b.sql;
+    return product;
+  }
   Bound rounded = CallOf("vk_times", {a.sql, b.sql, std::to_string(down)}, product.type);
   rounded.nullable = product.nullable;
   return rounded;

@@ -55,7 +55,7 @@ void RegisterSpread(sqlite3* db, const char* name) {
                                  Remove, nullptr);
 }
 
-// vk_sum(a): the exact sum of exact numbers.
+// vk_sum(a), vk_sum(a, b): the exact sum of exact numbers, or of the products of two.
 struct Sum {
   std::int64_t count;
   // Of a Wide: SQLite aligns memory to eight bytes only.
@@ -70,11 +70,23 @@ struct Sum {
   }
 };
 
-void AddToSum(sqlite3_context* context, sqlite3_value* value, bool adds) {
-  if (sqlite3_value_type(value) == SQLITE_NULL) return;
+std::optional<Wide> Summand(int count, sqlite3_value** values) {
+  const std::optional<Wide> first = WideOf(values[0]);
+  if (count == 1 || !first) return first;
+  const std::optional<Wide> second = WideOf(values[1]);
+  if (!second) return second;
+  // Two integers of SQLite make a product that has room.
+  if (IsInteger(values[0]) && IsInteger(values[1])) return *first * *second;
+  return Scale(*first, *second, 0, 1, false);
+}
+
+void AddToSum(sqlite3_context* context, int count, sqlite3_value** values, bool adds) {
+  for (int i = 0; i < count; ++i) {
+    if (sqlite3_value_type(values[i]) == SQLITE_NULL) return;
+  }
   auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, sizeof(Sum)));
   if (sum == nullptr) return sqlite3_result_error_nomem(context);
-  const std::optional<Wide> wide = WideOf(value);
+  const std::optional<Wide> wide = Summand(count, values);
   sum->count += adds ? 1 : -1;
   Wide total = 0;
   const bool over = adds ? __builtin_add_overflow(sum->Total(), wide.value_or(0), &total)
@@ -83,11 +95,11 @@ void AddToSum(sqlite3_context* context, sqlite3_value* value, bool adds) {
   sum->overflow = sum->overflow || over || !wide;
 }
 
-void AddNumber(sqlite3_context* context, int, sqlite3_value** values) {
-  AddToSum(context, values[0], true);
+void AddNumber(sqlite3_context* context, int count, sqlite3_value** values) {
+  AddToSum(context, count, values, true);
 }
-void RemoveNumber(sqlite3_context* context, int, sqlite3_value** values) {
-  AddToSum(context, values[0], false);
+void RemoveNumber(sqlite3_context* context, int count, sqlite3_value** values) {
+  AddToSum(context, count, values, false);
 }
 void GiveSum(sqlite3_context* context) {
   const auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, 0));
@@ -130,9 +142,11 @@ void RegisterAggregates(sqlite3* db) {
   RegisterSpread<false, true>(db, "vk_stdevp");
   RegisterSpread<true, false>(db, "vk_var");
   RegisterSpread<false, false>(db, "vk_varp");
-  sqlite3_create_window_function(db, "vk_sum", 1,
-                                 SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
-                                 AddNumber, GiveSum, GiveSum, RemoveNumber, nullptr);
+  for (const int arguments : {1, 2}) {
+    sqlite3_create_window_function(db, "vk_sum", arguments,
+                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                                   AddNumber, GiveSum, GiveSum, RemoveNumber, nullptr);
+  }
   sqlite3_create_function_v2(db, "vk_one", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
                              nullptr, nullptr, TakeOne, GiveOne, nullptr);
 }

@@ -141,10 +141,22 @@ ExprPtr Parser::CompareRest(ExprPtr left) {
                                                                           {">=", ">="},
                                                                           {"!<", ">="},
                                                                           {"!>", "<="}}};
-  const auto* found = std::find_if(kOperators.begin(), kOperators.end(),
-                                   [&](const auto& row) { return AtSymbol(row[0]); });
+  // The two marks of an operator may stand apart: "> =".
+  const auto at = [this](std::string_view symbol) {
+    if (AtSymbol(symbol)) return 1;
+    const bool apart =
+        symbol.size() == 2 && AtSymbol(symbol.substr(0, 1)) && Peek(1).Is(symbol.substr(1));
+    return apart ? 2 : 0;
+  };
+  const auto* found = kOperators.end();
+  int tokens = 0;
+  for (const auto* row = kOperators.begin(); row != kOperators.end(); ++row) {
+    if (at((*row)[0]) <= tokens) continue;
+    found = row;
+    tokens = at((*row)[0]);
+  }
   if (found == kOperators.end()) return left;
-  Take();
+  for (int i = 0; i < tokens; ++i) Take();
   const bool all = AtWord("all");
   if (all || AtWord("any") || AtWord("some")) {
     ExprPtr expr = New(ExprKind::kQuantified, left->at);

@@ -31,7 +31,7 @@ StatementPtr Parser::ParseStatement() {
 
 StatementPtr Parser::StatementByWord() {
   using Rule = StatementPtr (Parser::*)();
-  static constexpr std::array<std::pair<std::string_view, Rule>, 21> kRules = {{
+  static constexpr std::array<std::pair<std::string_view, Rule>, 25> kRules = {{
       {"insert", &Parser::Insert},
       {"update", &Parser::Update},
       {"delete", &Parser::Delete},
@@ -53,6 +53,10 @@ StatementPtr Parser::StatementByWord() {
       {"truncate", &Parser::Truncate},
       {"begin", &Parser::Block},
       {"throw", &Parser::Raise},
+      {"open", &Parser::Cursor},
+      {"fetch", &Parser::Cursor},
+      {"close", &Parser::Cursor},
+      {"deallocate", &Parser::Cursor},
   }};
   if (AtWord("with")) {
     std::vector<CommonTable> with = With();
@@ -91,7 +95,12 @@ StatementPtr Parser::Insert() {
   TakeWord("into");
   insert->name = TableName();
   Hints();
-  if (AtSymbol("(") && !AtBracketedSelect()) insert->columns = NameList();
+  if (AtSymbol("(") && !AtBracketedSelect()) {
+    NeedSymbol("(");
+    do insert->columns.push_back(Object().Last());  // t.column too
+    while (TakeSymbol(","));
+    NeedSymbol(")");
+  }
   if (AtWord("output")) RefuseWord(Peek());
   if (TakeWords({"default", "values"})) return insert;
   if (AtWord("exec") || AtWord("execute")) {
@@ -168,7 +177,7 @@ StatementPtr Parser::Delete() {
 StatementPtr Parser::Declare() {
   StatementPtr declare = NewStatement(StatementKind::kDeclare);
   NeedWord("declare");
-  if (AtName() && Peek(1).IsWord("cursor")) RefuseWord(Peek(1));
+  if (AtName()) return DeclareCursor();
   do {
     Parameter variable;
     variable.at = Here();
@@ -191,6 +200,42 @@ StatementPtr Parser::Declare() {
     declare->parameters.push_back(std::move(variable));
   } while (TakeSymbol(","));
   return declare;
+}
+
+StatementPtr Parser::DeclareCursor() {
+  StatementPtr cursor = NewStatement(StatementKind::kDeclareCursor);
+  cursor->variable = LowerWord(Name());
+  // What a cursor of all rows as they were, read forward, fulfils.
+  constexpr std::array<std::string_view, 8> kKinds = {"insensitive",  "local",  "forward_only",
+                                                      "fast_forward", "static", "read_only",
+                                                      "global",       "cursor"};
+  while (std::any_of(kKinds.begin(), kKinds.end(), [&](auto word) { return AtWord(word); })) Take();
+  NeedWord("for");
+  cursor->query = ParseQuery();
+  if (AtWord("for")) {
+    if (!TakeWords({"for", "read"})) RefuseWord(Peek(1));
+    NeedWord("only");
+  }
+  return cursor;
+}
+
+StatementPtr Parser::Cursor() {
+  StatementPtr cursor = NewStatement(StatementKind::kCursor);
+  cursor->word = LowerWord(Take().value);
+  if (cursor->word == "fetch") {
+    if (TakeWord("next")) NeedWord("from");
+    TakeWord("from");
+  }
+  TakeWord("global");
+  if (Peek().kind == TokenKind::kVariable) RefuseWord(Peek());
+  cursor->variable = LowerWord(Name());
+  if (cursor->word != "fetch") return cursor;
+  if (!TakeWord("into")) RefuseHere("FETCH without INTO is not supported");
+  do {
+    if (Peek().kind != TokenKind::kVariable) RefuseHere();
+    cursor->columns.push_back(LowerWord(Take().value));
+  } while (TakeSymbol(","));
+  return cursor;
 }
 
 StatementPtr Parser::Set() {

@@ -129,6 +129,8 @@ class Parser {
   StatementPtr Update();
   StatementPtr Delete();
   StatementPtr Declare();
+  StatementPtr DeclareCursor();
+  StatementPtr Cursor();
   StatementPtr Set();
   void Setting(Statement& set);
   StatementPtr Try();

@@ -22,6 +22,7 @@ struct Compiled {
 // or query in it that runs by itself.
 struct Plan {
   std::map<int, std::shared_ptr<Compiled>> pieces;
+  const Statement* cursor = nullptr;  // whose columns a FETCH was translated for
 };
 
 }  // namespace vorek::sqlite

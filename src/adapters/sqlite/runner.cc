@@ -221,6 +221,10 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
       break;
     case StatementKind::kTry:
       return RunTry(statement, frame);
+    case StatementKind::kDeclareCursor:
+    case StatementKind::kCursor:
+      RunCursor(statement, frame);
+      break;
     case StatementKind::kSetting:
       RunSetting(statement);
       break;
@@ -279,6 +283,7 @@ Cell Runner::SystemValue(const std::string& name, const Frame& frame) const {
   if (name == "@@trancount") return std::int64_t{transactions_};
   if (name == "@@error") return std::int64_t{last_error_};
   if (name == "@@identity") return identity_;
+  if (name == "@@fetch_status") return std::int64_t{fetch_status_};
   if (name == "@@scope_identity") return frame.identity;
   if (name == "@@xact_state") return std::int64_t{transactions_ > 0 ? 1 : 0};
   if (name == "@@now" || name == "@@utcnow")
@@ -353,6 +358,12 @@ void Runner::RunQuery(Statement& statement, Frame& frame) {
     if (rows % 4096 == 0) checkpoint_(0);
   }
   row_count_ = rows;
+}
+
+void Runner::ReadAside(Compiled& compiled, const Frame& frame) {
+  const Running running(compiled);
+  BindAll(compiled, frame);
+  TakeRows(compiled);
 }
 
 void Runner::TakeRows(Compiled& compiled) {
@@ -526,6 +537,7 @@ void Runner::Rollback() {
 }
 
 void Runner::DropVariables(Frame& frame) {
+  DropCursors(frame);
   for (const std::string& name : frame.temporary_tables) {
     if (name.rfind("#@", 0) != 0 || schema_.FindTable(name) == nullptr) continue;
     vorek::sqlite::Run(db_, "DROP TABLE temp." + QuoteName(name));

@@ -50,10 +50,17 @@ class Runner {
     Session session;  // as it was before the module
     const Frame* caller = nullptr;
   };
-  // What INSERT ... EXEC takes of a procedure's row sets.
+  // Rows taken aside: a procedure's for INSERT ... EXEC, or a cursor's.
   struct Sink {
     std::vector<OutputColumn> columns;
     std::vector<std::vector<Cell>> rows;
+  };
+  struct Cursor {
+    Statement* statement = nullptr;
+    Frame* frame = nullptr;  // that declared it
+    bool open = false;
+    std::size_t next = 0;
+    Sink rows;
   };
 
   Flow RunAll(std::vector<StatementPtr>& statements, Frame& frame);
@@ -83,9 +90,13 @@ class Runner {
   void RunSetting(const Statement& statement);
   void RunRaise(Statement& statement, Frame& frame);
   Flow RunTry(Statement& statement, Frame& frame);
+  void RunCursor(Statement& statement, Frame& frame);
+  void Fetch(Statement& statement, Cursor& cursor, Frame& frame);
+  void DropCursors(const Frame& frame);
   Failure FailureOf(const Error& error, const Statement& statement, const Frame& frame) const;
   void Tell(const std::string& message) const;
   Frame NewFrame(const SourceText& source, bool is_module) const;
+  void ReadAside(Compiled& compiled, const Frame& frame);
   void TakeRows(Compiled& compiled);
   bool Holds(Statement& statement, Frame& frame);
   Cell Evaluate(Statement& statement, int piece, const Expr& expr, const Type* type, Frame& frame);
@@ -107,12 +118,14 @@ class Runner {
   const Frame* frame_ = nullptr;  // that runs
   Frame* assigning_ = nullptr;
   Sink* sink_ = nullptr;
-  const Frame* untranslated_ = nullptr;  // whose statement couldn't be translated
-  std::optional<Error> pending_;         // the first error that its batch went on behind
-  std::optional<Failure> raised_;        // by RAISERROR or THROW, on its way
-  std::vector<Failure> caught_;          // by the CATCH blocks that run, innermost last
-  Failure failed_;                       // the last error
-  bool passing_ = false;                 // it is on its way out
+  const Frame* untranslated_ = nullptr;    // whose statement couldn't be translated
+  std::optional<Error> pending_;           // the first error that its batch went on behind
+  std::optional<Failure> raised_;          // by RAISERROR or THROW, on its way
+  std::map<std::string, Cursor> cursors_;  // by their lower-case names
+  int fetch_status_ = 0;
+  std::vector<Failure> caught_;  // by the CATCH blocks that run, innermost last
+  Failure failed_;               // the last error
+  bool passing_ = false;         // it is on its way out
   int last_error_ = 0;
   int tries_ = 0;
   int functions_ = 0;  // that run

@@ -35,6 +35,7 @@ class CallLevel {
 
 void Runner::LeaveModule(Frame& frame) {
   schema_.SetSession(frame.session);
+  DropCursors(frame);
   for (const std::string& name : frame.temporary_tables) {
     if (schema_.FindTable(name) == nullptr) continue;
     vorek::sqlite::Run(db_, "DROP TABLE temp." + QuoteName(name));

@@ -223,7 +223,9 @@ enum class StatementKind {
   kExecute,
   kExecuteText,  // EXEC ('text')
   kPrint,
-  kRaise,    // expr: the text; arguments: severity, state, values; word: "throw"
+  kRaise,          // expr: the text; arguments: severity, state, values; word: "throw"
+  kDeclareCursor,  // variable: the name; query
+  kCursor,   // word: "open", "close", "deallocate", "fetch"; variable: the name; columns: INTO
   kTry,      // body: the block, its CATCH
   kSetting,  // word: the setting; variable: its value
   kNote,     // word: what is passed over
