@@ -93,6 +93,20 @@ std::string_view FieldSource::View(std::size_t record, std::string& scratch) con
   return scratch;
 }
 
+// Digit groups cost more than the digits; a negative amount stands in brackets.
+std::string_view FieldSource::Plain(std::size_t record, std::string& scratch) const {
+  const ResultColumn& column = Column();
+  const std::size_t row = Row(record);
+  const bool grouped = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
+  const bool scaled = column.Kind() == ResultColumn::Storage::kScaled && GivesNumbers();
+  if (!grouped || !scaled || column.IsNull(row) || column.Scaled(row) < 0) {
+    return View(record, scratch);
+  }
+  scratch.clear();
+  text::AppendScaled(column.Scaled(row), column.Scale(), scratch);
+  return scratch;
+}
+
 double FieldSource::Number(std::size_t record) const {
   const ResultColumn& column = Column();
   const std::size_t row = Row(record);

@@ -35,6 +35,7 @@ void Control::DblClick() {
   if (on_dblclick) on_dblclick();
 }
 void Control::KeyDown(int key_code, int shift) {
+  key_taken_ = false;
   if (on_key_down) on_key_down(key_code, shift);
 }
 void Control::KeyPress(char32_t) {}

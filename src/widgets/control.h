@@ -53,6 +53,8 @@ class Control {
   virtual void Click();
   virtual void DblClick();
   virtual void KeyDown(int key_code, int shift);
+  // True if a handler did the work of the last key: the presenter does nothing more with it.
+  bool KeyTaken() const { return key_taken_; }
   virtual void KeyPress(char32_t character);
   // The user typed a text in place of the old one and left the field. Throws Error(kInvalidCall)
   // for a control that takes no typing.
@@ -114,6 +116,8 @@ class Control {
   void SetToolTipText(std::string text);
   void SetTabIndex(std::int32_t index);
   void SetTabStop(bool on);
+  // From a handler of KeyDown: the key has done its work.
+  void TakeKey() { key_taken_ = true; }
   // Makes this the active control of its root.
   void SetFocus();
   // Brings the control in front of its siblings.
@@ -168,6 +172,7 @@ class Control {
   bool visible_ = true;
   bool enabled_ = true;
   bool right_to_left_ = false;
+  bool key_taken_ = false;
   std::string tag_;
   std::string tool_tip_;
 };
