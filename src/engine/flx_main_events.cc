@@ -30,11 +30,14 @@ void TurnTreeRow(ReportControl& control, int key_code) {
   const bool opens = (key_code == kLeft) == grid.RightToLeft();
   if (TreeMark(grid, row) != (opens ? '+' : '-')) return;
   grid.TakeKey();
+  const std::int32_t column = grid.Col();
+  const std::int32_t last = grid.ColSel();
   ReportContext report = control.Context();
   ClickTreeMark(report, row);
-  // The next key is meant for the same row.
+  // The next key is meant for the same cell.
   grid.SetRow(row);
-  grid.SetColSel(grid.Cols() - 1);
+  grid.SetCol(column);
+  grid.SetColSel(last);
   control.flxMain_SelChange();
 }
 

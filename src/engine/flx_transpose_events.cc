@@ -1,6 +1,7 @@
 #include "engine/flx_transpose_events.h"
 
 #include "engine/flx_main_events.h"
+#include "grid/cross_table_click.h"
 #include "grid/tree_sort.h"
 
 namespace vorek {
@@ -11,11 +12,17 @@ constexpr int kRightButton = 2;
 
 }  // namespace
 
+void flxTranspose_Click(ReportControl& control) {
+  ReportContext report = control.Context();
+  ClickCrossTable(report, control.flxTranspose.MouseRow(), control.flxTranspose.MouseCol());
+}
+
 void flxTranspose_MouseDown(ReportControl& control, int button, int /*shift*/) {
   Grid& grid = control.flxTranspose;
   const std::int32_t row = grid.MouseRow();
   const std::int32_t column = grid.MouseCol();
   Windows& windows = control.world.process.windows();
+  control.FlexPopupMenu.OfferShapes(control.state.ReportID);
   control.general.MouseDown(grid);
   const bool on_header = row == 0 && column >= 1 && column < grid.Cols();
   if (on_header && button == kLeftButton && grid.Rows() >= 3 &&

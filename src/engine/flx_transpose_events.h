@@ -6,6 +6,7 @@
 // Where the events of flxTranspose lead; its keys lead where those of flxMain do.
 namespace vorek {
 
+void flxTranspose_Click(ReportControl& control);
 void flxTranspose_MouseDown(ReportControl& control, int button, int shift);
 void flxTranspose_Scroll(ReportControl& control);
 

@@ -4,7 +4,6 @@
 #include "engine/flx_transpose_events.h"
 #include "engine/quick_search.h"
 #include "engine/report_filter.h"
-#include "engine/run_handoffs.h"
 #include "totals/summary_rows.h"
 
 namespace vorek {
@@ -41,10 +40,7 @@ void ConnectGridEvents(ReportControl& control) {
   main.on_scroll = [&control] { flxMain_Scroll(control); };
 
   Grid& transpose = control.flxTranspose;
-  transpose.on_click = [&control] {
-    ReportContext report = control.Context();
-    flxTranspose_Click(report);
-  };
+  transpose.on_click = [&control] { flxTranspose_Click(control); };
   transpose.on_key_down = main.on_key_down;
   transpose.on_mouse_down = [&control](int button, int shift, double, double) {
     flxTranspose_MouseDown(control, button, shift);

@@ -76,6 +76,7 @@ class Control {
 
   Control* Parent() const { return parent_; }
   Control& Root();
+  const Control& Root() const;
   const std::vector<Control*>& Children() const { return children_; }
   // Follows a path below this control ("cmdOk", "panel.txt(1)", a name in any case); each name may
   // lie any number of frames deep, the nearest counts. Null if nothing is there.
@@ -126,6 +127,8 @@ class Control {
 
   // Set on a root; null for none. Not owned: it must outlive the tree or be taken away.
   void SetObserver(ControlObserver* observer) { observer_ = observer; }
+  // That of the control's root.
+  ControlObserver* Observer() const;
 
   // --- Callbacks to the owner ------------------------------------------------------------------
 
@@ -155,7 +158,6 @@ class Control {
  private:
   const PropertyEntry* Entry(std::string_view property) const;
   Control* Descendant(std::string_view path_name);
-  ControlObserver* RootObserver();
 
   Control* parent_;
   std::string name_;

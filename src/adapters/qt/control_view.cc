@@ -1,16 +1,12 @@
 #include "adapters/qt/control_view.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
-#include <algorithm>
 
 #include "adapters/qt/key_codes.h"
 
 namespace vorek::qt {
 namespace {
-
-constexpr const char* kControl = "vorekControl";  // a widget's property: what it shows
 
 bool IsRoot(const Control& control) { return control.Parent() == nullptr; }
 
@@ -19,16 +15,7 @@ bool IsRoot(const Control& control) { return control.Parent() == nullptr; }
 ControlView::ControlView(Presenter& presenter, Control& control, QWidget* widget)
     : presenter_(presenter), control_(control), widget_(widget) {
   widget_->setObjectName(ToQt(control.PathName()));
-  widget_->setProperty(kControl, QVariant::fromValue(static_cast<void*>(&control)));
   widget_->installEventFilter(this);
-}
-
-QWidget* ControlView::WidgetOf(const Control& control) {
-  const QWidgetList all = QApplication::allWidgets();
-  const auto found = std::find_if(all.begin(), all.end(), [&](const QWidget* widget) {
-    return widget->property(kControl).value<void*>() == &control;
-  });
-  return found == all.end() ? nullptr : *found;
 }
 
 void ControlView::SetAll() {
@@ -69,7 +56,6 @@ void ControlView::Set(std::string_view property) {
 
 void ControlView::Retire() {
   retired_ = true;
-  widget_->setProperty(kControl, {});
   Forget();
   if (IsRoot(control_)) {
     widget_->removeEventFilter(this);

@@ -22,9 +22,6 @@ class ControlView : public QObject {
   // Takes the widget over; it goes with the view, unless it is that of a root.
   ControlView(Presenter& presenter, Control& control, QWidget* widget);
 
-  // The widget that shows a control, null for none.
-  static QWidget* WidgetOf(const Control& control);
-
   Control& Shown() const { return control_; }
   QWidget& Widget() const { return *widget_; }
 

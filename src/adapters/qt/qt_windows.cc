@@ -133,9 +133,10 @@ bool QtWindows::TellCancelled() {
 void QtWindows::Beep(std::int32_t, std::int32_t) { QApplication::beep(); }
 
 ScreenPoint QtWindows::ClientToScreen(const Control& control) const {
-  const QWidget* const widget = ControlView::WidgetOf(control);
-  if (widget == nullptr) return {};
-  const QPoint corner = widget->mapToGlobal(QPoint(0, 0));
+  const auto* const presenter = dynamic_cast<Presenter*>(control.Observer());
+  const ControlView* const view = presenter == nullptr ? nullptr : presenter->ViewOf(control);
+  if (view == nullptr) return {};
+  const QPoint corner = view->Widget().mapToGlobal(QPoint(0, 0));
   return {corner.x(), corner.y()};
 }
 
