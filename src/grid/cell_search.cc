@@ -1,5 +1,7 @@
 #include "grid/cell_search.h"
 
+#include <algorithm>
+
 #include "text/cell_text.h"
 #include "text/utf8.h"
 
@@ -8,6 +10,8 @@ namespace {
 
 constexpr std::string_view kDropped = "()/";
 constexpr std::u32string_view kOfNumbers = U"0123456789.-+e";
+// The commonest first.
+constexpr std::u32string_view kCommon = U" 01ایرنمدهتو23456789بسلaeinorts";
 
 std::size_t Byte(char c) { return static_cast<unsigned char>(c); }
 
@@ -19,6 +23,8 @@ std::size_t Begin(std::string_view text, std::size_t at) {
   return at;
 }
 
+std::size_t Rarity(char32_t letter) { return std::min(kCommon.find(letter), kCommon.size()); }
+
 }  // namespace
 
 CellSearch::CellSearch(std::string_view text) {
@@ -26,16 +32,19 @@ CellSearch::CellSearch(std::string_view text) {
     possible_ = possible_ && !IsDropped(text[at]);
     letters_ += text::FoldLetter(text::DecodeAt(text, at));
   }
+  for (std::size_t i = 1; i < letters_.size(); ++i) {
+    if (Rarity(letters_[i]) > Rarity(letters_[anchor_])) anchor_ = i;
+  }
   fits_numbers_ = letters_.find_first_not_of(kOfNumbers) == std::u32string::npos;
   // Beyond this plane nothing folds to another letter.
   constexpr char32_t kPlane = 0x10000;
   for (char32_t letter = 0; letter < kPlane; ++letter) NoteSpelling(letter);
-  if (letters_.front() >= kPlane) NoteSpelling(letters_.front());
+  if (letters_[anchor_] >= kPlane) NoteSpelling(letters_[anchor_]);
   stops_[Byte('(')] = true;
 }
 
 void CellSearch::NoteSpelling(char32_t letter) {
-  if (text::FoldLetter(letter) != letters_.front()) return;
+  if (text::FoldLetter(letter) != letters_[anchor_]) return;
   std::string spelling;
   text::AppendUtf8(spelling, letter);
   stops_[Byte(spelling.back())] = true;
@@ -48,7 +57,7 @@ bool CellSearch::FoundIn(std::string_view cell) const {
     if (!stops_[Byte(text[at])]) continue;
     // With a bracket in it the text may be a negative number.
     if (text[at] == '(') return Holds(UnformatNumber(text));
-    if (StandsAt(text, Begin(text, at)) && text.find('(', at) == std::string_view::npos) {
+    if (StandsAround(text, at) && text.find('(', at) == std::string_view::npos) {
       return true;
     }
   }
@@ -57,12 +66,19 @@ bool CellSearch::FoundIn(std::string_view cell) const {
 
 bool CellSearch::Holds(std::string_view plain) const {
   for (std::size_t at = 0; at < plain.size(); ++at) {
-    if (stops_[Byte(plain[at])] && StandsAt(plain, Begin(plain, at))) return true;
+    if (stops_[Byte(plain[at])] && StandsAround(plain, at)) return true;
   }
   return false;
 }
 
-bool CellSearch::StandsAt(std::string_view text, std::size_t at) const {
+bool CellSearch::StandsAround(std::string_view text, std::size_t anchor) const {
+  std::size_t at = Begin(text, anchor);
+  for (std::size_t before = anchor_; before > 0; --before) {
+    do {
+      if (at == 0) return false;
+      at = Begin(text, at - 1);
+    } while (IsDropped(text[at]));
+  }
   for (const char32_t letter : letters_) {
     while (at < text.size() && IsDropped(text[at])) ++at;
     if (at == text.size() || text::FoldLetter(text::DecodeAt(text, at)) != letter) return false;

@@ -28,12 +28,14 @@ class CellSearch {
  private:
   void NoteSpelling(char32_t letter);
   bool Holds(std::string_view plain) const;
-  bool StandsAt(std::string_view text, std::size_t at) const;
+  // The letter that ends at this byte is the anchor of the whole text.
+  bool StandsAround(std::string_view text, std::size_t at) const;
 
   std::u32string letters_;  // folded
+  std::size_t anchor_ = 0;  // the letter that cells are looked through for: a rare one
   bool possible_ = true;    // no cell holds a bracket or a stroke
   bool fits_numbers_ = false;
-  // By byte: the last byte of a spelling of the first letter, or an opening bracket.
+  // By byte: the last byte of a spelling of the anchor, or an opening bracket.
   std::array<bool, 256> stops_{};
 };
 

@@ -75,6 +75,11 @@ TEST(CellSearch, TakesForTheSameWhatLooksTheSame) {
       {"привет", "ПРИВЕТ", true},
       {"متن", "(متن)", true},
       {"متن", "مت/ن", true},
+      {"اصف", "xا/صف", true},
+      {"اصف", "صف", false},
+      {"باژ", "بب/اژ", true},
+      {"باژ", "(12) ب)اژ", true},
+
       {"a b", " a b ", true},
       {" a", " a", false},
       {"ab", "aab", true},
