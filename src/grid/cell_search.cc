@@ -36,10 +36,10 @@ CellSearch::CellSearch(std::string_view text) {
     if (Rarity(letters_[i]) > Rarity(letters_[anchor_])) anchor_ = i;
   }
   fits_numbers_ = letters_.find_first_not_of(kOfNumbers) == std::u32string::npos;
-  // Beyond this plane nothing folds to another letter.
-  constexpr char32_t kPlane = 0x10000;
-  for (char32_t letter = 0; letter < kPlane; ++letter) NoteSpelling(letter);
-  if (letters_[anchor_] >= kPlane) NoteSpelling(letters_[anchor_]);
+  // Of the letters beyond none folds to another one.
+  constexpr char32_t kFolding = 0x2000;
+  for (char32_t letter = 0; letter < kFolding; ++letter) NoteSpelling(letter);
+  NoteSpelling(letters_[anchor_]);
   stops_[Byte('(')] = true;
 }
 
