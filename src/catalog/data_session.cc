@@ -24,6 +24,7 @@ DtEn& DataSession::Get() {
 }
 
 void DataSession::Renew() {
+  ++binding_;
   dten_ = std::make_unique<DtEn>(providers_, running_);
   dten_->cnn.on_progress = progress_;
 }

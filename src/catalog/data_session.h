@@ -1,6 +1,7 @@
 #ifndef VOREK_CATALOG_DATA_SESSION_H_
 #define VOREK_CATALOG_DATA_SESSION_H_
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -45,6 +46,9 @@ class DataSession {
   // The double pass of the entry points: the same, and once more without naming the provider.
   void RebindTwice(const std::string& connection_text);
 
+  // Another number after each re-binding.
+  std::uint32_t Binding() const { return binding_; }
+
   // Stops the statement that runs now; may be called from any thread.
   void Cancel() noexcept { running_.Cancel(); }
 
@@ -58,6 +62,7 @@ class DataSession {
   RunningStatement running_;
   std::function<bool(std::size_t rows)> progress_;
   std::unique_ptr<DtEn> dten_;
+  std::uint32_t binding_ = 0;
 };
 
 // Runs a text in a slot, closing it first if it is open.

@@ -86,16 +86,28 @@ struct RecordFilter::Node {
 
 namespace {
 
+// False if no letter of the text has another small form, as Persian ones haven't.
+bool MayHaveCapitals(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 0xC3 && byte <= 0xD3) || byte == 0xE1;
+  });
+}
+
+bool TextMatches(const RecordFilter::Node& test, std::string_view value) {
+  std::string small;
+  if (MayHaveCapitals(value)) value = small = text::ToLower(value);
+  if (test.op == Op::kLike) return Like(value, test.text);
+  return Holds(test.op, value.compare(test.text) <=> 0);
+}
+
 bool TestMatches(const RecordFilter::Node& test, std::size_t row) {
   const ResultColumn& column = *test.column;
   if (test.null) return column.IsNull(row) == (test.op == Op::kEqual);
   if (column.IsNull(row)) return test.op == Op::kNotEqual;
   switch (column.Kind()) {
-    case ResultColumn::Storage::kText: {
-      const std::string value = text::ToLower(column.Text(row));
-      if (test.op == Op::kLike) return Like(value, test.text);
-      return Holds(test.op, value.compare(test.text) <=> 0);
-    }
+    case ResultColumn::Storage::kText:
+      return TextMatches(test, column.Text(row));
     case ResultColumn::Storage::kScaled:
       if (test.op == Op::kLike) return Like(column.Display(row), test.text);
       if (test.whole) return Holds(test.op, column.Scaled(row) <=> test.scaled);

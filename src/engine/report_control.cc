@@ -5,6 +5,8 @@
 
 #include "catalog/report_row.h"
 #include "engine/attempt.h"
+#include "engine/grid_events.h"
+#include "engine/quick_search.h"
 #include "engine/report_load.h"
 #include "engine/report_run.h"
 #include "engine/rights.h"
@@ -57,8 +59,8 @@ ReportControl::ReportControl(WorldState& shared, Control* parent, std::string na
     hidden->SetVisible(false);
   }
   general.Clear();
-  general.Add(flxMain.Text());
-  general.Add(flxTranspose.Text());
+  general.Add(flxMain);
+  general.Add(flxTranspose);
   ConnectEvents();
   Move(0, 0, 12000, 8000);
 }
@@ -85,7 +87,7 @@ void ReportControl::ConnectEvents() {
     KeepWidth(world.process.main.TransposeLayouts, flxTranspose, col);
     NoteDrawnWidth(transpose_widths_, flxTranspose, col);
   };
-  flxMain.on_sel_change = [this] { flxMain_SelChange(); };
+  ConnectGridEvents(*this);
   // What a record is, the host knows.
   const auto raise = [](const std::function<void()>& event) {
     if (event) event();
@@ -163,6 +165,7 @@ void ReportControl::LoadReport(std::int32_t id) {
   state.LastParameterString.clear();
   state.ListOfParameters.clear();
   state.ListOfVisualParameters.clear();
+  state.Filter.clear();
   if (std::exchange(drawn_report_, id) != id) SetDrawnWidths({}, {});
   flxTranspose.SetVisible(false);
   flxMain.SetVisible(true);
@@ -243,7 +246,7 @@ void ReportControl::KeyDown(int key_code, int shift) {
   } else if (code == kP && keys != 0) {
     ExportExcel(report, state.ReportID);
   } else if (code == kF3) {
-    mnuQuickSearch_Click(report);
+    mnuQuickSearch_Click(*this);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "drill/general_class.h"
+#include "engine/popup_menus.h"
 #include "engine/world_state.h"
 #include "grid/drawn_widths.h"
 #include "grid/grid.h"
@@ -13,6 +14,7 @@
 #include "parameters/form_ask_user.h"
 #include "parameters/vorek_parameters.h"
 #include "state/report_state.h"
+#include "totals/form_quick_search.h"
 #include "vorek/report.h"
 #include "widgets/basic_controls.h"
 #include "widgets/vorek_date.h"
@@ -57,6 +59,8 @@ class ReportControl : public Frame {
   void Arrange();
   void FocusGrid();
 
+  // Another row of flxMain was chosen.
+  void flxMain_SelChange();
   // Opens the prompt dialog of the last run again.
   void mnuShowAskForm_Click();
 
@@ -69,7 +73,7 @@ class ReportControl : public Frame {
   WorldState& world;
   ReportState state;
   ReportEvents events;
-  GeneralClass general;
+  GeneralClass general{world.process.clock()};
   EvaluationClass Evaluation;
 
   Label lblCaption{this, "lblCaption"};
@@ -83,7 +87,10 @@ class ReportControl : public Frame {
   VorekProgressBar Progress{&frameMain, "Progress"};
   VorekDate datToday{&frameMain, "datToday"};
   VorekDate VorekToday{&frameMain, "VorekToday"};
+  HeaderMenu FlexPopupMenu{this, "FlexPopupMenu"};
+  LastRowMenu FlexPopupMenu2{this, "FlexPopupMenu2"};
   std::unique_ptr<FormAskUser> aFormAskUser;
+  std::unique_ptr<FormQuickSearch> frmQuickSearch;  // made when it is first asked for
 
   // The panel's and the dialog's Search: takes the finished text and runs it.
   void SearchFromPanel(const std::string& query);
@@ -98,7 +105,6 @@ class ReportControl : public Frame {
 
  private:
   void ConnectEvents();
-  void flxMain_SelChange();
   void BindConnection();
   void TakeUser();
   void BeginReport(std::int32_t id, const std::string& parameter_string,

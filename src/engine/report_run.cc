@@ -160,7 +160,7 @@ void ReportRun::Fill(const std::string& parameter_string) {
   CacheReport(process_.main, state_.ReportID, state_.QuerySource,
               static_cast<std::int16_t>(Query().FieldCount()));
   state_.QueryRecordCount = Query().IsOpen() ? Query().RecordCount() : -1;
-  if (state_.MakeTree()) Query().SetFilter("");
+  DropTreeFilter();
   FindKeyFields();
   Grid& shown = state_.isTransposeFlexTree() ? control_.flxTranspose : grid;
   shown.SetTop(0);
@@ -172,10 +172,25 @@ void ReportRun::Fill(const std::string& parameter_string) {
 
 void ReportRun::OpenQuery(const std::string& parameter_string) {
   Query().Close();
+  TakeFilter();
   if (state_.MakeSecure) ApplySecurityClause(process_, state_, state_.QueryText);
   process_.windows().SetMousePointer(11);
   if (parameter_string.empty() && PrepareSpecialReport(report_, state_.QueryText)) return;
   Query().Open(DropEmptyAliases(state_.QueryText));
+}
+
+// The slot is shared: what stands in it may be another control's filter. This one's has ended if
+// the connection was bound again since.
+void ReportRun::TakeFilter() {
+  if (state_.FilterBinding != process_.data.Binding()) state_.Filter.clear();
+  Query().SetFilter(state_.Filter);
+}
+
+// A tree filters its levels by itself.
+void ReportRun::DropTreeFilter() {
+  if (!state_.MakeTree()) return;
+  Query().SetFilter("");
+  state_.Filter.clear();
 }
 
 // A procedure that left no record set: its rows are read by the report's own query, or from the
@@ -193,6 +208,7 @@ void ReportRun::FollowUpProcedure() {
     return;
   }
   process_.data.Rebind(process_.main.ConnectionText);
+  state_.Filter.clear();
   Query().Open(reading);
 }
 
@@ -256,7 +272,7 @@ void ReportRun::FillCells() {
   Advance();
   NumberRows();
   Query().Close();
-  if (state_.MakeTree()) Query().SetFilter("");
+  DropTreeFilter();
   Advance();
   ColorRows(report_);
   Advance();

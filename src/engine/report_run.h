@@ -39,6 +39,8 @@ class ReportRun {
   void Fill(const std::string& parameter_string);
   void OpenQuery(const std::string& parameter_string);
   void FollowUpProcedure();
+  void TakeFilter();
+  void DropTreeFilter();
   void ShowTableOfProcedure(const std::string& name);
   void FindKeyFields();
   void FilterTreeLevel();

@@ -21,7 +21,6 @@ inline void WidenSpecialReport(ReportContext& /*report*/) {}  // the widths of r
 // --- Commands of the control -----------------------------------------------------------------
 
 inline void ExportExcel(ReportContext& /*report*/, std::int32_t /*report_id*/) {}
-inline void mnuQuickSearch_Click(ReportContext& /*report*/) {}
 inline bool ShowWithParams(ReportContext& /*report*/, std::int32_t /*id*/) { return true; }
 inline bool ViewRepotRelations(ReportContext& /*report*/, std::int32_t /*id*/,
                                const std::string& /*parameter_string*/) {

@@ -195,8 +195,9 @@ void AlignTransposed(ReportContext& report) {
 
 std::vector<FieldInfo> FieldsOf(const Recordset& recordset) {
   std::vector<FieldInfo> fields;
-  for (std::size_t i = 0; i < recordset.FieldCount(); ++i) {
-    fields.push_back({recordset.FieldName(i), recordset.FieldType(i)});
+  if (recordset.FieldCount() == 0) return fields;
+  for (const ResultColumn& column : recordset.SharedResult()->columns) {
+    fields.push_back({column.Name(), column.AdoType(), column.Kind(), column.Scale()});
   }
   return fields;
 }

@@ -103,6 +103,14 @@ std::string_view Grid::CellView(std::int32_t row, std::int32_t col, std::string&
   return Column(col).View(order_[CheckRow(row)], scratch);
 }
 
+std::string_view Grid::CellPlain(std::int32_t row, std::int32_t col, std::string& scratch) const {
+  return Column(col).Plain(order_[CheckRow(row)], scratch);
+}
+
+bool Grid::IsNumber(std::int32_t row, std::int32_t col) const {
+  return Column(col).IsNumber(order_[CheckRow(row)]);
+}
+
 double Grid::CellValue(std::int32_t row, std::int32_t col) const {
   return Column(col).Number(order_[CheckRow(row)]);
 }
@@ -143,11 +151,11 @@ std::string Grid::Clip() const {
 }
 
 std::int32_t Grid::CellLeft() const {
-  std::int32_t left = 0;
+  std::int32_t before = 0;
   for (std::int32_t col = 0; col < col_; ++col) {
-    if (col < fixed_cols_ || col >= left_col_) left += ColWidth(col);
+    if (col < fixed_cols_ || col >= left_col_) before += ColWidth(col);
   }
-  return left;
+  return RightToLeft() ? Width() - before - ColWidth(col_) : before;
 }
 
 std::int32_t Grid::RowHeight(std::int32_t row) const {
@@ -233,8 +241,19 @@ void Grid::KeepSelectionInside() {
   const auto hold = [](std::int32_t& value, std::int32_t count) {
     value = std::clamp(value, 0, std::max(count - 1, 0));
   };
-  for (std::int32_t* row : {&row_, &row_sel_, &top_row_}) hold(*row, Rows());
-  for (std::int32_t* col : {&col_, &col_sel_, &left_col_}) hold(*col, Cols());
+  std::int32_t top_row = top_row_;
+  std::int32_t left_col = left_col_;
+  for (std::int32_t* row : {&row_, &row_sel_, &top_row}) hold(*row, Rows());
+  for (std::int32_t* col : {&col_, &col_sel_, &left_col}) hold(*col, Cols());
+  MoveView(top_row, left_col);
+}
+
+// Who keeps the position hears of it, by whatever it was moved.
+void Grid::MoveView(std::int32_t top_row, std::int32_t left_col) {
+  if (top_row == top_row_ && left_col == left_col_) return;
+  top_row_ = top_row;
+  left_col_ = left_col;
+  if (on_scroll) on_scroll();
 }
 
 // --- Texts -------------------------------------------------------------------------------------
@@ -303,8 +322,7 @@ void Grid::Bind(const Recordset& recordset) {
   fixed_rows_ = std::min(1, Rows() - 1);
   row_ = row_sel_ = std::min(1, Rows() - 1);
   col_ = col_sel_ = std::min(fixed_cols_, Cols() - 1);
-  top_row_ = row_;
-  left_col_ = col_;
+  MoveView(row_, col_);
   Touch("Rows");
 }
 

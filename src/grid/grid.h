@@ -52,6 +52,10 @@ class Grid final : public Control, public FlexGrid {
   std::string TextMatrix(std::int32_t row, std::int32_t col) const override;
   // TextMatrix without a copy: lives until the next write or the next call with the same scratch.
   std::string_view CellView(std::int32_t row, std::int32_t col, std::string& scratch) const;
+  // A text that UnformatNumber reads as it reads the cell's, made without digit groups.
+  std::string_view CellPlain(std::int32_t row, std::int32_t col, std::string& scratch) const;
+  // True if the cell shows a number, or nothing, that its field gives.
+  bool IsNumber(std::int32_t row, std::int32_t col) const;
   // The number that a cell's text stands for (see CellNumber).
   double CellValue(std::int32_t row, std::int32_t col) const;
   // What the cell counts in a total, in ten-thousandths (see CellFixedPoint).
@@ -194,6 +198,7 @@ class Grid final : public Control, public FlexGrid {
   void ForgetDroppedRows();
   void StartHandlesAt(std::uint32_t next);
   void KeepSelectionInside();
+  void MoveView(std::int32_t top_row, std::int32_t left_col);
   void Select(std::int32_t row, std::int32_t col, std::int32_t row_sel, std::int32_t col_sel);
   void Touch(std::string_view property);
   void CompactArena();

@@ -18,6 +18,10 @@ std::string_view GridColumn::View(std::uint32_t handle, std::string& scratch) co
   return source_->View(handle - 1, scratch);
 }
 
+std::string_view GridColumn::Plain(std::uint32_t handle, std::string& scratch) const {
+  return IsSourced(handle) ? source_->Plain(handle - 1, scratch) : View(handle, scratch);
+}
+
 double GridColumn::Number(std::uint32_t handle) const {
   if (written_.empty() && Covers(handle)) return source_->Number(handle - 1);
   std::string scratch;

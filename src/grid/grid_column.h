@@ -26,6 +26,9 @@ class GridColumn {
 
   // The view lives until the next write to the grid or the next call with the same scratch.
   std::string_view View(std::uint32_t handle, std::string& scratch) const;
+  // See Grid::CellPlain and Grid::IsNumber.
+  std::string_view Plain(std::uint32_t handle, std::string& scratch) const;
+  bool IsNumber(std::uint32_t handle) const { return IsSourced(handle) && source_->GivesNumbers(); }
   // The number that the text stands for, see CellNumber.
   double Number(std::uint32_t handle) const;
   std::int64_t Fixed(std::uint32_t handle) const;

@@ -99,6 +99,22 @@ std::string_view FieldSource::View(std::size_t record, std::string& scratch) con
   return scratch;
 }
 
+// Digit groups cost more than the digits. A negative amount is read out of its brackets, which keep
+// 15 digits; one above -1 shows no sign.
+std::string_view FieldSource::Plain(std::size_t record, std::string& scratch) const {
+  const ResultColumn& column = Column();
+  const std::size_t row = Row(record);
+  const bool grouped = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
+  const bool scaled = column.Kind() == ResultColumn::Storage::kScaled && GivesNumbers();
+  if (!grouped || !scaled || column.IsNull(row)) return View(record, scratch);
+  constexpr std::int64_t kMost = 100000000000000;
+  const std::int64_t value = column.Scaled(row);
+  if (value < 0 && (value <= -kMost || column.Number(row) > -1)) return View(record, scratch);
+  scratch.clear();
+  text::AppendScaled(value, column.Scale(), scratch);
+  return scratch;
+}
+
 double FieldSource::Number(std::size_t record) const {
   const ResultColumn& column = Column();
   const std::size_t row = Row(record);

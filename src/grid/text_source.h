@@ -20,6 +20,10 @@ class TextSource {
   virtual std::size_t Size() const = 0;
   // REQUIRES: record < Size(). The view lives until the next call with the same scratch.
   virtual std::string_view View(std::size_t record, std::string& scratch) const = 0;
+  // The text, or another one that UnformatNumber reads as it reads that, if it costs less.
+  virtual std::string_view Plain(std::size_t record, std::string& scratch) const {
+    return View(record, scratch);
+  }
   // The value as UnformatNumber and the numeric prefix read it off the text.
   virtual double Number(std::size_t record) const = 0;
   // The value as CellFixedPoint reads it off the text. Throws Error(kOverflow).
@@ -50,6 +54,7 @@ class FieldSource : public TextSource {
 
   std::size_t Size() const override;
   std::string_view View(std::size_t record, std::string& scratch) const override;
+  std::string_view Plain(std::size_t record, std::string& scratch) const override;
   double Number(std::size_t record) const override;
   std::int64_t Fixed(std::size_t record) const override;
   bool SameText(std::size_t a, std::size_t b) const override;

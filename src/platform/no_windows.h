@@ -13,7 +13,10 @@ class NoWindows : public Windows {
   void PopupMenu(Menu&) override {}
   std::int32_t TextWidth(std::string_view text, double size) const override;
   void SetMousePointer(int) override {}
-  void Beep() override {}
+  void Beep(std::int32_t, std::int32_t) override {}
+  ScreenPoint ClientToScreen(const Control&) const override { return {}; }
+  double TwipsPerPixel() const override { return 15; }
+  void LoadKeyboardLayout(std::string_view) override {}
   int OsMajorVersion() const override { return 0; }
 };
 

@@ -6,8 +6,15 @@
 
 namespace vorek {
 
+class Control;
 class Form;
 class Menu;
+
+// A point on the screen in pixels, from its left and top.
+struct ScreenPoint {
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+};
 
 // The screen. A form is a plain object; this port shows it and feeds the user's events to it.
 class Windows {
@@ -33,7 +40,16 @@ class Windows {
   // it has no place for a line: the failure is then told like any other.
   virtual bool TellCancelled() { return false; }
 
-  virtual void Beep() = 0;
+  // A tone of so many hertz for so many milliseconds, or the sound that the system has for it.
+  virtual void Beep(std::int32_t frequency, std::int32_t duration) = 0;
+
+  // Where the control's left upper corner lies; 0, 0 for one that isn't on the screen.
+  virtual ScreenPoint ClientToScreen(const Control& control) const = 0;
+  virtual double TwipsPerPixel() const = 0;
+
+  // Takes a keyboard layout into use, by its name of eight hexadecimal digits. Only some systems
+  // know these names; elsewhere the user's layout stays.
+  virtual void LoadKeyboardLayout(std::string_view name) = 0;
 
   // The major version that Windows tells of itself, 0 on another system.
   virtual int OsMajorVersion() const = 0;

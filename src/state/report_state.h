@@ -5,12 +5,16 @@
 #include <string>
 #include <vector>
 
+#include "platform/result_set.h"
+
 namespace vorek {
 
 // What a run keeps of a field when its recordset is closed.
 struct FieldInfo {
   std::string name;
   int type = 0;  // one of FieldType
+  ResultColumn::Storage storage = ResultColumn::Storage::kText;
+  int scale = 0;  // decimal places of a kScaled field
 };
 
 // What all code of one report control shares. -1 stands for no report, form, user or column.
@@ -86,6 +90,10 @@ struct ReportState {
   std::int32_t TreeSortColumn = 0;
   bool TreeSortDescending = false;
   bool ReapplySort = false;
+  std::int32_t LastSearchColumn = -1;
+  std::string LastSearchText;
+  std::string Filter;               // that the rows on show have passed; "" for none
+  std::uint32_t FilterBinding = 0;  // DataSession::Binding when it was set: it ends with that
   std::int32_t RememberedRow = 0;
   std::int32_t RememberedSearchRow = 0;
   std::int32_t ClearedRow = 0;

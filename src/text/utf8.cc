@@ -209,6 +209,15 @@ std::string ToUpper(std::string_view s) { return MapCase(s, true); }
 std::string ToLower(std::string_view s) { return MapCase(s, false); }
 char32_t ToLower(char32_t code_point) { return Shift(code_point, false); }
 
+char32_t FoldLetter(char32_t c) {
+  if (c == U'ي') return U'ی';
+  if (c == U'ك') return U'ک';
+  for (const char32_t zero : {U'\u06F0', U'\u0660'}) {
+    if (InRange(c, zero, zero + 9)) return U'0' + (c - zero);
+  }
+  return ToLower(c);
+}
+
 bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
   return MatchHead(a, b) == a.size();
 }

@@ -36,6 +36,9 @@ std::string Trim(std::string_view s);
 std::string ToUpper(std::string_view s);
 std::string ToLower(std::string_view s);
 char32_t ToLower(char32_t code_point);
+// One for all that a reader takes for the same: small letters, Persian ی and ک for the Arabic ones,
+// Latin digits for Persian and Arabic ones.
+char32_t FoldLetter(char32_t code_point);
 
 bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 bool StartsWithIgnoreCase(std::string_view s, std::string_view prefix);

@@ -43,7 +43,13 @@ void TextBox::Type(const std::string& text) {
 }
 
 void TextBox::SetText(std::string text) {
+  if (text != text_) sel_length_ = 0;
   if (Assign(text_, std::move(text), "Text") && on_change) on_change();
+}
+
+void TextBox::SelectAll() {
+  sel_length_ = static_cast<std::int32_t>(text::Length(text_));
+  Changed("SelLength");
 }
 
 const PropertyTable& TextBox::OwnProperties() const {
@@ -52,6 +58,7 @@ const PropertyTable& TextBox::OwnProperties() const {
        [](Control& c, const Arguments&, const std::string& v) {
          static_cast<TextBox&>(c).SetText(v);
        }},
+      ReadOnly("SelLength", &TextBox::SelLength),
       ReadWrite("Locked", &TextBox::Locked, &TextBox::SetLocked),
       ReadOnly("MultiLine", &TextBox::MultiLine)};
   return table;

@@ -70,6 +70,9 @@ class TextBox : public Control {
   bool MultiLine() const { return multi_line_; }
   bool Locked() const { return locked_; }
   void SetText(std::string text);
+  // How many characters are selected, from the first one on; another text has none.
+  std::int32_t SelLength() const { return sel_length_; }
+  void SelectAll();
   void SetMultiLine(bool on) { Assign(multi_line_, on, "MultiLine"); }
   void SetLocked(bool on) { Assign(locked_, on, "Locked"); }
 
@@ -78,6 +81,7 @@ class TextBox : public Control {
 
  private:
   std::string text_;
+  std::int32_t sel_length_ = 0;
   bool multi_line_ = false;
   bool locked_ = false;
 };

@@ -13,7 +13,7 @@ Control::Control(Control* parent, std::string name, int index)
     : parent_(parent), name_(std::move(name)), index_(index) {
   if (parent_ == nullptr) return;
   parent_->children_.push_back(this);
-  if (ControlObserver* observer = RootObserver()) observer->ChildAdded(*this);
+  if (ControlObserver* observer = Observer()) observer->ChildAdded(*this);
 }
 
 Control::~Control() {
@@ -22,7 +22,7 @@ Control::~Control() {
     if (observer_ != nullptr) observer_->RootGone();
     return;
   }
-  if (ControlObserver* observer = RootObserver()) observer->ChildRemoved(*this);
+  if (ControlObserver* observer = Observer()) observer->ChildRemoved(*this);
   Control& root = Root();
   if (root.active_ == this) root.active_ = nullptr;
   std::erase(parent_->children_, this);
@@ -35,6 +35,7 @@ void Control::DblClick() {
   if (on_dblclick) on_dblclick();
 }
 void Control::KeyDown(int key_code, int shift) {
+  key_taken_ = false;
   if (on_key_down) on_key_down(key_code, shift);
 }
 void Control::KeyPress(char32_t) {}
@@ -63,11 +64,13 @@ std::string Control::Path() const {
   return above->Path() + "." + PathName();
 }
 
-Control& Control::Root() {
-  Control* root = this;
+const Control& Control::Root() const {
+  const Control* root = this;
   while (root->parent_ != nullptr) root = root->parent_;
   return *root;
 }
+
+Control& Control::Root() { return const_cast<Control&>(std::as_const(*this).Root()); }
 
 // Breadth first, so that the nearest of equal names is found.
 Control* Control::Descendant(std::string_view path_name) {
@@ -165,10 +168,10 @@ std::vector<std::string_view> Control::PropertyNames() const {
   return names;
 }
 
-ControlObserver* Control::RootObserver() { return Root().observer_; }
+ControlObserver* Control::Observer() const { return Root().observer_; }
 
 void Control::Changed(std::string_view property) {
-  if (ControlObserver* observer = RootObserver()) observer->PropertyChanged(*this, property);
+  if (ControlObserver* observer = Observer()) observer->PropertyChanged(*this, property);
 }
 
 void Control::SetLeft(std::int32_t twips) { Assign(left_, twips, "Left"); }
@@ -202,7 +205,7 @@ void Control::SetTabStop(bool on) { Assign(tab_stop_, on, "TabStop"); }
 
 void Control::SetFocus() {
   Root().active_ = this;
-  if (ControlObserver* observer = RootObserver()) observer->FocusSet(*this);
+  if (ControlObserver* observer = Observer()) observer->FocusSet(*this);
 }
 
 void Control::ZOrder() {

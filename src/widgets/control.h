@@ -53,6 +53,8 @@ class Control {
   virtual void Click();
   virtual void DblClick();
   virtual void KeyDown(int key_code, int shift);
+  // True if a handler did the work of the last key: the presenter does nothing more with it.
+  bool KeyTaken() const { return key_taken_; }
   virtual void KeyPress(char32_t character);
   // The user typed a text in place of the old one and left the field. Throws Error(kInvalidCall)
   // for a control that takes no typing.
@@ -74,6 +76,7 @@ class Control {
 
   Control* Parent() const { return parent_; }
   Control& Root();
+  const Control& Root() const;
   const std::vector<Control*>& Children() const { return children_; }
   // Follows a path below this control ("cmdOk", "panel.txt(1)", a name in any case); each name may
   // lie any number of frames deep, the nearest counts. Null if nothing is there.
@@ -114,6 +117,8 @@ class Control {
   void SetToolTipText(std::string text);
   void SetTabIndex(std::int32_t index);
   void SetTabStop(bool on);
+  // From a handler of KeyDown: the key has done its work.
+  void TakeKey() { key_taken_ = true; }
   // Makes this the active control of its root.
   void SetFocus();
   // Brings the control in front of its siblings.
@@ -122,6 +127,8 @@ class Control {
 
   // Set on a root; null for none. Not owned: it must outlive the tree or be taken away.
   void SetObserver(ControlObserver* observer) { observer_ = observer; }
+  // That of the control's root.
+  ControlObserver* Observer() const;
 
   // --- Callbacks to the owner ------------------------------------------------------------------
 
@@ -151,7 +158,6 @@ class Control {
  private:
   const PropertyEntry* Entry(std::string_view property) const;
   Control* Descendant(std::string_view path_name);
-  ControlObserver* RootObserver();
 
   Control* parent_;
   std::string name_;
@@ -168,6 +174,7 @@ class Control {
   bool visible_ = true;
   bool enabled_ = true;
   bool right_to_left_ = false;
+  bool key_taken_ = false;
   std::string tag_;
   std::string tool_tip_;
 };

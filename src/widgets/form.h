@@ -29,6 +29,9 @@ class Form : public CaptionControl {
 
   bool Shown() const { return shown_; }
   bool Modal() const { return modal_; }
+  // A bare form has no frame and stands at its Left and Top on the screen; any other one stands in
+  // the middle of the window before which it shows.
+  bool Bare() const { return bare_; }
   // What the form is about in one text: its message, for a person who reads a log.
   virtual std::string MainText() const { return {}; }
   // What stands behind it, such as an error's own words.
@@ -36,6 +39,7 @@ class Form : public CaptionControl {
 
   // --- Changes by the program ------------------------------------------------------------------
 
+  void SetBare(bool on) { bare_ = on; }  // before it is shown
   // Begins with a fresh form (on_load) if it isn't loaded; showing does the same.
   void Load();
   // Returns when the form is hidden or unloaded.
@@ -56,6 +60,7 @@ class Form : public CaptionControl {
   bool loaded_ = false;
   bool shown_ = false;
   bool modal_ = false;
+  bool bare_ = false;
 };
 
 // An entry of a menu, with a submenu if it has children.

@@ -71,7 +71,7 @@ std::string FoldTyped(std::string_view typed) {
   std::string out;
   for (std::size_t at = 0; at < plain.size();) {
     const char32_t c = text::DecodeAt(plain, at);
-    text::AppendUtf8(out, c == U'ي' ? U'ی' : c == U'ك' ? U'ک' : text::ToLower(c));
+    text::AppendUtf8(out, text::FoldLetter(c));
   }
   return out;
 }

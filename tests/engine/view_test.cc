@@ -3,6 +3,7 @@
 #include <new>
 
 #include "engine/report_control.h"
+#include "engine/report_filter.h"
 #include "grid/column_layout_pass.h"
 #include "platform/field_type.h"
 #include "platform/memory_database.h"
@@ -186,6 +187,26 @@ TEST_F(ViewTest, TellsOfAConnectionThatWasLostBetweenTwoRuns) {
   EXPECT_EQ(report.Rows(), 2);
   database->ClearFaults();
   EXPECT_TRUE(report.Refresh());
+}
+
+TEST_F(ViewTest, AFilterIsOfOneControlAndEndsWithTheBinding) {
+  ASSERT_TRUE(report.View(7));
+  VorekReport1 second(world);
+  second.SetOleConnectionString("Provider=VorekMemory;");
+  ASSERT_TRUE(second.View(7));
+  SetReportFilter(second.Impl(), "[کد] = 2");
+  EXPECT_EQ(second.QueryRecordCount(), 1);
+  EXPECT_TRUE(report.Refresh());
+  EXPECT_EQ(report.QueryRecordCount(), 2);
+  EXPECT_TRUE(second.Refresh());
+  EXPECT_EQ(second.QueryRecordCount(), 1);
+  EXPECT_THROW(SetReportFilter(second.Impl(), "[کد] = [کد]"), Error);
+  EXPECT_THROW(SetReportFilter(second.Impl(), "[Missing] = 1"), Error);
+  EXPECT_EQ(second.Impl().state.Filter, "[کد] = 2");
+  EXPECT_TRUE(report.View(7));
+  EXPECT_TRUE(second.Refresh());
+  EXPECT_EQ(second.QueryRecordCount(), 2);
+  EXPECT_EQ(second.Impl().state.Filter, "");
 }
 
 TEST_F(ViewTest, AFailureBeforeTheLoadKeepsTheReportAndOneInItLeavesNone) {

@@ -24,7 +24,11 @@
 #include "messages/form_confirm.h"
 #include "messages/form_error.h"
 #include "messages/form_message.h"
+#include "platform/field_type.h"
 #include "qt_environment.h"
+#include "support/fixed_clock.h"
+#include "totals/form_filter.h"
+#include "totals/form_quick_search.h"
 #include "widgets/basic_controls.h"
 
 namespace vorek::qt {
@@ -112,6 +116,57 @@ TEST(FormsTest, AnErrorUnfoldsItsDetailAndClosesByEscape) {
   });
   form.ShowModal();
   EXPECT_FALSE(form.Shown());
+}
+
+TEST(FormsTest, AFilterIsBuiltByHand) {
+  QtWindows windows;
+  FormFilter form(windows);
+  std::string filter = " [كد] > 5";
+  When(ModalWindow, [](QWidget* window) {
+    EXPECT_EQ(window->windowTitle(), "پرسش فيلتر");
+    EXPECT_EQ(window->findChild<QLabel*>("lblFieldName")->text(), "[نام مشتري]");
+    auto* const value = window->findChild<QLineEdit*>("txtValue");
+    EXPECT_EQ(window->focusWidget(), value);
+    TypeText(value, "علي");
+    Button(window, "cmdOk")->setFocus();
+    value->setFocus();
+    EXPECT_EQ(value->selectedText(), "علي");
+    for (const char* name : {"cmdAND", "cmdAdd"}) {
+      QTest::mouseClick(Button(window, name), Qt::LeftButton);
+    }
+    SavePicture(*window, "form-filter");
+    QTest::mouseClick(Button(window, "cmdOk"), Qt::LeftButton);
+  });
+  EXPECT_TRUE(form.getFilter("نام مشتري", kVarWChar, filter));
+  EXPECT_EQ(filter, " [كد] > 5 AND  [نام مشتري] = 'علي'");
+  When(ModalWindow,
+       [](QWidget* window) { QTest::keyClick(window->focusWidget(), Qt::Key_Escape); });
+  EXPECT_FALSE(form.getFilter("كد", kInteger, filter));
+}
+
+TEST(FormsTest, ASearchBoxStandsBareWhereItIsPut) {
+  Process process({.providers = {},
+                   .windows = std::make_shared<QtWindows>(),
+                   .clock = std::make_shared<FixedClock>()});
+  FormQuickSearch form(process);
+  const Scale scale = Scale::OfApplication();
+  const std::int32_t left = scale.Twips(120);
+  const std::int32_t top = scale.Twips(80);
+  When(ModalWindow, [](QWidget* window) {
+    EXPECT_TRUE(window->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_LT((window->pos() - QPoint(120, 80)).manhattanLength(), 3);
+    TypeText(window->focusWidget(), "علي");
+    QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+  });
+  EXPECT_TRUE(form.Ask(left, top));
+  EXPECT_EQ(form.txtDesc.Text(), "علي");
+  When(ModalWindow, [](QWidget* window) {
+    TypeText(window->focusWidget(), "x");
+    QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+  });
+  EXPECT_FALSE(form.Ask(left, top));
+  When(ModalWindow, [](QWidget* window) { window->close(); });
+  EXPECT_FALSE(form.Ask(left, top));
 }
 
 TEST(FormsTest, AFileIsChosenByItsName) {

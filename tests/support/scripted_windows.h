@@ -29,8 +29,20 @@ class ScriptedWindows : public NoWindows {
     if (form.Shown()) form.CloseBox();
   }
   void SetMousePointer(int shape) override { pointer = shape; }
+  void Beep(std::int32_t frequency, std::int32_t duration) override {
+    beeps.push_back(std::to_string(frequency) + " " + std::to_string(duration));
+  }
+  ScreenPoint ClientToScreen(const Control&) const override { return corner; }
+  void LoadKeyboardLayout(std::string_view name) override { layouts.emplace_back(name); }
+  void PopupMenu(Menu& menu) override { menus.push_back(menu.Name()); }
+  int OsMajorVersion() const override { return os_version; }
 
   std::vector<std::string> shown;
+  std::vector<std::string> beeps;
+  std::vector<std::string> layouts;
+  std::vector<std::string> menus;
+  ScreenPoint corner;
+  int os_version = 0;
   int pointer = 0;
 
  private:

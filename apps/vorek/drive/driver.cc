@@ -33,6 +33,15 @@ std::int32_t Number(const std::vector<std::string>& words, std::size_t index) {
   return property::FromText<std::int32_t>(word);
 }
 
+Menu* EntryWithCaption(const Menu& menu, const std::string& caption) {
+  for (Control* child : menu.Children()) {
+    auto& entry = dynamic_cast<Menu&>(*child);
+    if (entry.Caption() == caption) return &entry;
+    if (Menu* const below = EntryWithCaption(entry, caption)) return below;
+  }
+  return nullptr;
+}
+
 std::int32_t OptionalNumber(const std::vector<std::string>& words, std::size_t index,
                             std::int32_t missing) {
   return index < words.size() ? Number(words, index) : missing;
@@ -308,17 +317,33 @@ void Driver::ChooseMenu(const Words& words) {
   Menu* const menu = stage_->OpenMenu();
   if (menu == nullptr) Refuse("no menu is open");
   const std::string entry = Word(words, 1);
-  Control* chosen = menu->Find(entry);
-  for (Control* child : menu->Children()) {
-    const auto* const caption = dynamic_cast<CaptionControl*>(child);
-    if (chosen == nullptr && caption != nullptr && caption->Caption() == entry) chosen = child;
-  }
+  auto* chosen = dynamic_cast<Menu*>(menu->Find(entry));
+  if (chosen == nullptr) chosen = EntryWithCaption(*menu, entry);
   if (chosen == nullptr) Refuse("the menu has no entry " + entry);
   stage_->CloseMenu();
-  chosen->Click();
+  if (chosen->Enabled()) {
+    chosen->Click();
+  } else {
+    Print("disabled " + chosen->Name() + " " + Quote(chosen->ToolTipText()));
+  }
+}
+
+// The entries as they stand, those of a submenu behind their own.
+void Driver::DumpMenu(const Menu& menu, const std::string& indent) {
+  for (const Control* child : menu.Children()) {
+    const auto& entry = dynamic_cast<const Menu&>(*child);
+    std::string line = indent + entry.Name() + " " + Quote(entry.Caption());
+    if (!entry.Enabled()) line += " disabled " + Quote(entry.ToolTipText());
+    Print(line);
+    DumpMenu(entry, indent + "  ");
+  }
 }
 
 void Driver::Dump(const Words& words) {
+  if (const auto* const menu = dynamic_cast<Menu*>(&FindControl(Word(words, 1)))) {
+    DumpMenu(*menu, "");
+    return;
+  }
   const Grid& grid = FindGrid(words);
   for (std::int32_t row = 0; row < grid.Rows(); ++row) {
     std::string line;

@@ -50,6 +50,7 @@ class Driver {
   Grid& FindGrid(const Words& words);
   Object* FindObject(const std::string& path);
   void PressKey(Control& control, int code, int shift);
+  void DumpMenu(const Menu& menu, const std::string& indent);
   void PressOnGrid(Grid& grid, const Words& words);
 
   void Connect(const Words& words);

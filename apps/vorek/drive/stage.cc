@@ -66,6 +66,10 @@ void Stage::PopupMenu(Menu& menu) {
   print_("menu " + menu.Name());
 }
 
+void Stage::Beep(std::int32_t frequency, std::int32_t duration) {
+  print_("beep " + std::to_string(frequency) + " " + std::to_string(duration));
+}
+
 bool FileStage::Choose(const char* kind, FileDialogRequest& request) {
   print_(std::string("dialog ") + kind + " " + Quote(request.title) + " " + Quote(request.filter));
   std::string name;

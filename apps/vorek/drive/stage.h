@@ -47,6 +47,7 @@ class Stage : public NoWindows {
   void ShowModal(Form& form) override;
   void Show(Form& form) override;
   void PopupMenu(Menu& menu) override;
+  void Beep(std::int32_t frequency, std::int32_t duration) override;
 
   // What to do the next time that the form of that name shows modally.
   void Queue(const std::string& form_name, Block block);

@@ -81,8 +81,9 @@ bool ControlView::eventFilter(QObject* object, QEvent* event) {
   } else if (event->type() == QEvent::KeyPress && widget_->window()->focusWidget() == widget_) {
     const auto& key = *static_cast<QKeyEvent*>(event);
     if (EndsTyping(key)) Commit();
-    if (!retired_) presenter_.KeyDown(control_, key);
-    return retired_ || !widget_->isVisible();
+    bool taken = false;
+    if (!retired_) taken = presenter_.KeyDown(control_, key);
+    return taken || retired_ || !widget_->isVisible();
   }
   return false;
 }

@@ -12,7 +12,9 @@
 namespace vorek::qt {
 
 FormWindow::FormWindow(Form& form, QWidget* over)
-    : QWidget(over, Qt::Dialog), form_(&form), fixed_(!form.on_resize) {
+    : QWidget(over, form.Bare() ? Qt::Dialog | Qt::FramelessWindowHint : Qt::Dialog),
+      form_(&form),
+      fixed_(!form.on_resize) {
   setLayoutDirection(Qt::RightToLeft);
   presenter_ = std::make_unique<Presenter>(form, *this);
   presenter_->on_root_changed = [this](std::string_view property) { Follow(property); };
@@ -36,12 +38,23 @@ void FormWindow::Open() {
   activateWindow();
 }
 
-// In the middle of what it stands before, and on the screen.
+// A bare form where it says, any other in the middle of what it stands before.
 void FormWindow::Centre() {
-  const QWidget* const over = parentWidget();
-  const QRect room = screen()->availableGeometry();
   QRect place = frameGeometry();
-  place.moveCenter((over != nullptr ? over->window()->frameGeometry() : room).center());
+  if (form_->Bare()) {
+    const Scale& scale = presenter_->Measure();
+    place.moveTopLeft({scale.Pixels(form_->Left()), scale.Pixels(form_->Top())});
+  } else {
+    const QWidget* const over = parentWidget();
+    place.moveCenter(
+        (over != nullptr ? over->window()->frameGeometry() : screen()->availableGeometry())
+            .center());
+  }
+  KeepOnScreen(place);
+}
+
+void FormWindow::KeepOnScreen(QRect place) {
+  const QRect room = screen()->availableGeometry();
   place.moveRight(std::min(place.right(), room.right()));
   place.moveBottom(std::min(place.bottom(), room.bottom()));
   move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));

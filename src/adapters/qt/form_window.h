@@ -16,7 +16,7 @@ class FormWindow : public QWidget {
   // over is the window that it stands before; null for none.
   FormWindow(Form& form, QWidget* over);
 
-  // Shows the window in the middle of the one that it stands before.
+  // Shows the window in the middle of the one that it stands before, a bare one where it says.
   void Open();
   // Lets the form go: from here on it may be shown elsewhere, or be gone.
   void Release();
@@ -37,6 +37,7 @@ class FormWindow : public QWidget {
   void TakeSize();
   void TellSize();
   void Centre();
+  void KeepOnScreen(QRect place);
   void Ended();
 
   Form* form_;

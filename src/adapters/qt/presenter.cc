@@ -98,9 +98,10 @@ void Presenter::Feed(const std::function<void()>& event) {
   }
 }
 
-void Presenter::KeyDown(Control& control, const QKeyEvent& event) {
+bool Presenter::KeyDown(Control& control, const QKeyEvent& event) {
   const int code = KeyCode(event);
   const int shift = ShiftState(event.modifiers());
+  bool taken = false;
   Feed([&] {
     if (auto* const form = dynamic_cast<Form*>(root_)) {
       form->FormKeyDown(code, shift);
@@ -108,8 +109,11 @@ void Presenter::KeyDown(Control& control, const QKeyEvent& event) {
     }
     if (root_ == nullptr) return;
     root_->KeyDown(code, shift);
-    if (&control != root_ && ViewOf(control) != nullptr) control.KeyDown(code, shift);
+    if (&control == root_ || ViewOf(control) == nullptr) return;
+    control.KeyDown(code, shift);
+    if (ViewOf(control) != nullptr) taken = control.KeyTaken();
   });
+  return taken;
 }
 
 void Presenter::PropertyChanged(Control& control, std::string_view property) {

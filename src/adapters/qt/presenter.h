@@ -47,7 +47,8 @@ class Presenter : public QObject, public ControlObserver {
   // Runs what the user does in the system. An error that nobody caught there goes to on_failure.
   void Feed(const std::function<void()>& event);
   // A key down on a control: the root hears of it first.
-  void KeyDown(Control& control, const QKeyEvent& event);
+  // True if the control wants nothing more done with the key.
+  bool KeyDown(Control& control, const QKeyEvent& event);
 
   std::function<void(const QString& description)> on_failure;
   // A property of the root itself changed; the view of the window follows it.

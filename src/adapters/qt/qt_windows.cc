@@ -28,6 +28,7 @@ QString MenuText(const Menu& menu) {
 }
 
 void Fill(QMenu& shown, Menu& menu) {
+  shown.setToolTipsVisible(true);
   for (Control* const child : menu.Children()) {
     auto* const entry = dynamic_cast<Menu*>(child);
     if (entry == nullptr || !entry->Visible()) continue;
@@ -38,12 +39,14 @@ void Fill(QMenu& shown, Menu& menu) {
     if (!entry->Children().empty()) {
       QMenu* const below = shown.addMenu(MenuText(*entry));
       below->setEnabled(entry->Enabled());
+      below->menuAction()->setToolTip(ToQt(entry->ToolTipText()));
       Fill(*below, *entry);
       continue;
     }
     QAction* const action = shown.addAction(MenuText(*entry));
     action->setEnabled(entry->Enabled());
     action->setObjectName(ToQt(entry->Name()));
+    action->setToolTip(ToQt(entry->ToolTipText()));
     action->setData(QVariant::fromValue(static_cast<void*>(entry)));
   }
 }
@@ -127,7 +130,20 @@ bool QtWindows::TellCancelled() {
   return true;
 }
 
-void QtWindows::Beep() { QApplication::beep(); }
+void QtWindows::Beep(std::int32_t, std::int32_t) { QApplication::beep(); }
+
+ScreenPoint QtWindows::ClientToScreen(const Control& control) const {
+  const auto* const presenter = dynamic_cast<Presenter*>(control.Observer());
+  const ControlView* const view = presenter == nullptr ? nullptr : presenter->ViewOf(control);
+  if (view == nullptr) return {};
+  const QPoint corner = view->Widget().mapToGlobal(QPoint(0, 0));
+  return {corner.x(), corner.y()};
+}
+
+double QtWindows::TwipsPerPixel() const { return Scale::OfApplication().TwipsPerPixel(); }
+
+// Qt has no way to choose the user's layout: it stays as the user has set it.
+void QtWindows::LoadKeyboardLayout(std::string_view) {}
 
 int QtWindows::OsMajorVersion() const {
   const QOperatingSystemVersion system = QOperatingSystemVersion::current();

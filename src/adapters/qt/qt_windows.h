@@ -22,7 +22,10 @@ class QtWindows : public Windows {
   std::int32_t TextWidth(std::string_view text, double size) const override;
   void SetMousePointer(int shape) override;
   bool TellCancelled() override;
-  void Beep() override;
+  void Beep(std::int32_t frequency, std::int32_t duration) override;
+  ScreenPoint ClientToScreen(const Control& control) const override;
+  double TwipsPerPixel() const override;
+  void LoadKeyboardLayout(std::string_view name) override;
   int OsMajorVersion() const override;
 
   const std::shared_ptr<BusyScreen>& Busy() const { return busy_; }

@@ -17,6 +17,7 @@ class Scale {
   static Scale OfApplication();
 
   int Pixels(double twips) const { return qRound(twips * pixels_per_twip_); }
+  double TwipsPerPixel() const { return 1 / pixels_per_twip_; }
   std::int32_t Twips(double pixels) const { return qRound(pixels / pixels_per_twip_); }
   // Neighbours in twips stay neighbours in pixels.
   QRect Pixels(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height) const;

@@ -24,6 +24,8 @@ class TextView : public ControlView {
   void Set(std::string_view property) override {
     if (property == "Text") {
       ShowText();
+    } else if (property == "SelLength") {
+      if (box_.SelLength() > 0) Editor().selectAll();
     } else if (property == "Locked") {
       Editor().setReadOnly(box_.Locked());
     } else {

@@ -1,0 +1,52 @@
+#include "engine/grid_events.h"
+
+#include "engine/flx_main_events.h"
+#include "engine/flx_transpose_events.h"
+#include "engine/quick_search.h"
+#include "engine/report_filter.h"
+#include "totals/summary_rows.h"
+
+namespace vorek {
+namespace {
+
+// An entry that works on the report as it is shown.
+void LeadTo(Menu& entry, ReportControl& control, void (*work)(ReportContext&)) {
+  entry.on_click = [&control, work] {
+    ReportContext report = control.Context();
+    work(report);
+  };
+}
+
+void ConnectMenus(ReportControl& control) {
+  HeaderMenu& menu = control.FlexPopupMenu;
+  menu.mnuQuickSearch.on_click = [&control] { mnuQuickSearch_Click(control); };
+  menu.mnuShowAskForm.on_click = [&control] { control.mnuShowAskForm_Click(); };
+  menu.mnuFilter.on_click = [&control] { mnuFilter_Click(control); };
+  LeadTo(menu.mnuSum, control, mnuSum_Click);
+  LeadTo(menu.mnuavg, control, mnuAvg_Click);
+  LeadTo(control.FlexPopupMenu2.mnuDelete, control, mnuDelete_Click);
+}
+
+}  // namespace
+
+void ConnectGridEvents(ReportControl& control) {
+  Grid& main = control.flxMain;
+  main.on_click = [&control] { flxMain_Click(control); };
+  main.on_key_down = [&control](int key, int shift) { flxMain_KeyDown(control, key, shift); };
+  main.on_mouse_down = [&control](int button, int shift, double, double) {
+    flxMain_MouseDown(control, button, shift);
+  };
+  main.on_sel_change = [&control] { control.flxMain_SelChange(); };
+  main.on_scroll = [&control] { flxMain_Scroll(control); };
+
+  Grid& transpose = control.flxTranspose;
+  transpose.on_click = [&control] { flxTranspose_Click(control); };
+  transpose.on_key_down = main.on_key_down;
+  transpose.on_mouse_down = [&control](int button, int shift, double, double) {
+    flxTranspose_MouseDown(control, button, shift);
+  };
+  transpose.on_scroll = [&control] { flxTranspose_Scroll(control); };
+  ConnectMenus(control);
+}
+
+}  // namespace vorek
