@@ -28,6 +28,15 @@ void KeepWidth(ColumnLayoutTable& layouts, const Grid& grid, std::int32_t col) {
   layouts[col].width = static_cast<std::int16_t>(std::min(grid.ColWidth(col), 32767));
 }
 
+// The totals that a user asked of one report aren't those of the next.
+void ForgetTotals(MainModule& main) {
+  for (ColumnLayoutTable* table : {&main.ColumnLayouts, &main.TransposeLayouts}) {
+    for (std::int32_t column = 0; column <= ColumnLayoutTable::kLast; ++column) {
+      (*table)[column].make_sum = (*table)[column].make_average = false;
+    }
+  }
+}
+
 // A grid's own look: what a report doesn't set must not stay from the one before.
 void Undress(Grid& grid) {
   grid.SetFontSize(Grid::kDefaultFontSize);
@@ -160,6 +169,7 @@ void ReportControl::BeginReport(std::int32_t id, const std::string& parameter_st
 void ReportControl::LoadReport(std::int32_t id) {
   general.AddReport(flxMain, id);
   general.AddReport(flxTranspose, id);
+  if (state.ReportID != id) ForgetTotals(world.process.main);
   state.ReportID = id;
   state.FormTypeID = state.FormID = -1;
   state.LastParameterString.clear();

@@ -190,7 +190,10 @@ void mnuDelete_Click(ReportContext& report) {
     cleared = layouts[column].make_sum || cleared;
     layouts[column].make_sum = false;
   }
-  if (cleared) grid.SetRows(grid.Rows() - 1);
+  // A cross table's last sub-row has an empty column 0 too, and isn't a total.
+  const std::int32_t last = grid.Rows() - 1;
+  const bool total = HasLabel(grid, last, kSumLabel) || HasLabel(grid, last, kAverageLabel);
+  if (cleared && total) grid.SetRows(last);
 }
 
 }  // namespace vorek

@@ -18,7 +18,8 @@ void MakeAvgRow(ReportContext& report);
 void mnuSum_Click(ReportContext& report);
 void mnuAvg_Click(ReportContext& report);
 
-// Takes the marks of all columns away and, if there was one, the last row of the grid on view.
+// Takes the sum marks of all columns away and, if there was one, the last row of the grid on view,
+// be it the sum's or the average's.
 void mnuDelete_Click(ReportContext& report);
 
 }  // namespace vorek
