@@ -144,8 +144,17 @@ class SummaryRow {
     const std::int32_t row = grid_.Rows();
     grid_.AddItem(std::to_string(row - 1));
     Write(row, text);
-    grid_.WriteCell(row, 0, kind_ == Kind::kSum ? kSumLabel : kAverageLabel);
+    const std::string label(kind_ == Kind::kSum ? kSumLabel : kAverageLabel);
+    grid_.WriteCell(row, 0, label);
+    MakeRoom(label);
     if (kind_ == Kind::kSum && !transposed) Emphasise(grid_, row);
+  }
+
+  // The column of numbers may be narrower than a label in bold letters.
+  void MakeRoom(const std::string& label) {
+    const std::int32_t text = report_.process.windows().TextWidth(label, 0);
+    const std::int32_t room = text + text / 5 + 150;
+    if (grid_.ColWidth(0) < room) grid_.SetColWidth(0, room);
   }
 
   void Mark(ColumnLayoutTable& layouts) const {
