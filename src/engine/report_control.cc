@@ -259,6 +259,11 @@ void ReportControl::SetConnection(const std::string& text) {
   world.process.data.Rebind(text);
 }
 
+void ReportControl::TakeFilterAway() {
+  world.process.dten().rssqlQuery.SetFilter("");
+  Refresh(false, "", "");
+}
+
 void ReportControl::SetEditable(bool on) {
   state.Editable = on;
   LayOut();
@@ -314,10 +319,14 @@ void ReportControl::EmptyGrids() {
   flxMain.SetVisible(true);
   state.isTransposedResult = false;
   state.QueryRecordCount = -1;
+  state.FoundRows = -1;
   state.QueryFields.clear();
 }
 
 void ReportControl::ClearGrids() {
+  state.FoundRows = -1;
+  flxMain.SetSortedBy({});
+  flxTranspose.SetSortedBy({});
   flxMain.SetRows(1);
   flxMain.SetRows(2);
   flxMain.SetFixedRows(1);
