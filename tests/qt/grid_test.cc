@@ -269,6 +269,20 @@ TEST_F(GridTest, PaintsColoursThatCanBeRead) {
   area->setPalette(dark);
   EXPECT_LT(ground_of(2).lightness(), 110);
   EXPECT_NE(ground_of(2), ground_of(4));
+  // The arrow of a header is as light there as its text.
+  const auto light = [&] {
+    const QImage picture = area->viewport()->grab(area->CellRect(0, 3)).toImage();
+    int points = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 2; x < area->fontMetrics().height(); ++x) {
+        if (picture.pixelColor(x, y).lightness() > 170) ++points;
+      }
+    }
+    return points;
+  };
+  EXPECT_EQ(light(), 0);
+  grid.SetSortedBy({3, true});
+  EXPECT_GT(light(), 20);
   for (const std::int32_t back : {0xF7D9C2, 0xFFFFFF, 0xC0FFFF, 0x000000, 0x0000FF}) {
     const CellColors colors = ColorsOf(back, 0x808080, dark);
     EXPECT_GT(std::abs(colors.back.lightness() - colors.text.lightness()), 70) << back;

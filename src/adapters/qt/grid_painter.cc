@@ -252,7 +252,7 @@ void GridPainter::PaintOutlined(const OutlineMark& mark, QRect rect, const Look&
   }
   const QString text = ToQt(mark.text);
   const QFontMetrics& metrics = look.bold ? bold_metrics_ : metrics_;
-  const int room = rect.width() - MarkPixels() - metrics.horizontalAdvance(text);
+  const int room = rect.width() - MarkPixels() - metrics.horizontalAdvance(text) - 2;
   TakeLeading(rect, std::clamp(room, 0, mark.depth * MarkPixels() * 3 / 4));
   const QRect place = TakeLeading(rect, MarkPixels());
   if (mark.sign != '\0') PaintSign(mark.sign, place, look);
