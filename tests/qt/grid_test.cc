@@ -333,6 +333,7 @@ TEST_F(GridTest, TreatsPinnedRowsAsRows) {
   QTest::keyClick(area, Qt::Key_End, Qt::ControlModifier);
   EXPECT_EQ(grid.Row(), 101);
   EXPECT_FALSE(area->CellRect(100, 2).isEmpty());
+  EXPECT_EQ(grid.TopRow(), area->verticalScrollBar()->maximum() + 1);  // and no further
   // A drag over them scrolls first.
   grid.SetTopRow(1);
   area->SyncBars();
@@ -437,6 +438,16 @@ TEST_F(GridTest, TakesTheWholeCellOfAMarkForTheClick) {
   // The sign of a sub-row's base is drawn, in its place and alone.
   const auto [left, right] = InkOf(1, 0);
   EXPECT_NEAR((left + right) / 2, cell.center().x(), 2);
+  // Closed, it points to where the columns go on: the tip has less ink than the other end.
+  const QImage picture = view->grab().toImage();
+  const auto ink_of = [&](int x) {
+    int points = 0;
+    for (int y = cell.top() + 2; y < cell.bottom() - 2; ++y) {
+      if (picture.pixelColor(x, y).lightness() <= 110) ++points;
+    }
+    return points;
+  };
+  EXPECT_LT(ink_of(left + 1), ink_of(right - 1));
   QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(area);
   EXPECT_TRUE(reader->tableInterface()->cellAt(1, 0)->state().collapsed);
   EXPECT_FALSE(reader->tableInterface()->cellAt(2, 0)->state().expandable);
