@@ -17,7 +17,8 @@ namespace vorek {
 // is to be used from its thread.
 void AddQtServices(WorldOptions& options);
 
-// A report control as a widget of a host. It takes the width and height that its layout gives it,
+// A report control as a widget of a host, above a line that tells how many rows it shows and the
+// filter in force. It takes the width and height that its layout gives it,
 // and follows the application's font and palette.
 class VorekReportWidget : public QWidget {
   Q_OBJECT

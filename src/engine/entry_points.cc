@@ -43,6 +43,7 @@ bool SetNull(ReportControl& control) {
   // A form over an empty query has no members.
   std::string no_query;
   IgnoreErrors([&] { control.VorekParameters1.View(-1, no_query, control.Width()); });
+  control.state.FoundRows = -1;
   IgnoreErrors([&] { ResetGrid(control.flxMain); });
   IgnoreErrors([&] { ResetGrid(control.flxTranspose); });
   UncacheReport(control.world.process.main, control.state.ReportID);

@@ -7,6 +7,7 @@
 #include "engine/attempt.h"
 #include "engine/grid_events.h"
 #include "engine/quick_search.h"
+#include "engine/report_filter.h"
 #include "engine/report_load.h"
 #include "engine/report_run.h"
 #include "engine/rights.h"
@@ -272,6 +273,8 @@ void ReportControl::SetConnection(const std::string& text) {
   world.process.data.Rebind(text);
 }
 
+void ReportControl::TakeFilterAway() { SetReportFilter(*this, ""); }
+
 void ReportControl::SetEditable(bool on) {
   state.Editable = on;
   LayOut();
@@ -327,10 +330,14 @@ void ReportControl::EmptyGrids() {
   flxMain.SetVisible(true);
   state.isTransposedResult = false;
   state.QueryRecordCount = -1;
+  state.FoundRows = -1;
   state.QueryFields.clear();
 }
 
 void ReportControl::ClearGrids() {
+  state.FoundRows = -1;
+  flxMain.SetSortedBy({});
+  flxTranspose.SetSortedBy({});
   flxMain.SetRows(1);
   flxMain.SetRows(2);
   flxMain.SetFixedRows(1);

@@ -38,6 +38,8 @@ class ReportControl : public Frame {
                const std::string& caller_value);
   // Runs again when something that the report shows has changed.
   bool ReportRefreshOnChange();
+  // Shows the report with all of its records again.
+  void TakeFilterAway();
   // An event of a widget that a host placed beside the report: "Changed" runs it again.
   void ObjectEvent(const std::string& name);
   // Throws Error for a text that DataSession::Check refuses; the former one then stays in force.

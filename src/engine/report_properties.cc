@@ -1,3 +1,4 @@
+#include "drill/result_line.h"
 #include "engine/report_control.h"
 #include "widgets/property.h"
 
@@ -91,6 +92,18 @@ const PropertyTable& ReportControl::OwnProperties() const {
                    [](Control& c, const Arguments&, const std::string& value) {
                      Report(c).SetMainTopRow(FromText<std::int32_t>(value));
                    }});
+    all.push_back({"RowCounts",
+                   [](Control& c, const Arguments&) {
+                     ReportContext report = Report(c).Context();
+                     return TellResult(report).counts;
+                   },
+                   nullptr});
+    all.push_back({"FilterInForce",
+                   [](Control& c, const Arguments&) {
+                     ReportContext report = Report(c).Context();
+                     return FilterInForce(report);
+                   },
+                   nullptr});
     return all;
   }();
   return table;

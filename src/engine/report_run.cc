@@ -160,6 +160,8 @@ void ReportRun::Fill(const std::string& parameter_string) {
   CacheReport(process_.main, state_.ReportID, state_.QuerySource,
               static_cast<std::int16_t>(Query().FieldCount()));
   state_.QueryRecordCount = Query().IsOpen() ? Query().RecordCount() : -1;
+  const ResultSetPtr result = Query().SharedResult();
+  state_.FoundRows = result == nullptr ? -1 : static_cast<std::int32_t>(result->rows);
   DropTreeFilter();
   FindKeyFields();
   Grid& shown = state_.isTransposeFlexTree() ? control_.flxTranspose : grid;
@@ -240,6 +242,7 @@ void ReportRun::FilterTreeLevel() {
 void ReportRun::BindGrid() {
   Grid& grid = control_.flxMain;
   grid.SetFixedCols(1);
+  state_.FilledRows = Query().RecordCount();
   if (Query().FieldCount() == 0) {
     grid.Clear();
     grid.SetRows(2);
@@ -363,6 +366,7 @@ void ReportRun::SilentExit(long error_number) {
   process_.windows().SetMousePointer(0);
   control_.Progress.SetVisible(false);
   ResetGrid(control_.flxMain);
+  state_.FoundRows = -1;
   control_.flxMain.SetVisible(true);
   control_.flxMain.ZOrder();
   ResetGrid(control_.flxTranspose);

@@ -44,6 +44,7 @@ class ColumnSort {
     if (IsMoneyField(type_)) DropGroups();
     grid_.SetCol(column_);
     grid_.Sort(Order(code));
+    grid_.SetSortedBy({column_, code == kDescending});
     RemakeExpressions();
     ColourBySortColumn(grid_, column_);
     if (IsMoneyField(type_)) FormMoney();

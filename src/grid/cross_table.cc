@@ -105,6 +105,8 @@ class CrossTable {
     table_.SetRowHeightMin(source_.RowHeightMin());
     table_.SetCols(static_cast<std::int32_t>(headers_.size() + base_.size()) + 1);
     table_.WriteCell(0, 0, "رديف");
+    table_.SetOutlineKind(Outline::kCrossTable);
+    table_.SetSortedBy({});
     std::int32_t column = 0;
     for (const std::int32_t base : base_) WriteBaseHeader(++column, base);
     for (const std::string& header : headers_) WriteValueHeader(++column, header);
@@ -278,6 +280,7 @@ void LayOutColumn(Grid& table, const Recordset& row) {
     if (!row.Field("SortedAfterTransporting").Flag()) return;
     table.SetCol(column);
     table.Sort(kGenericAscending);
+    table.SetSortedBy({column, false});
     table.NumberRows();
   });
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "grid/column_sort.h"
+#include "grid/outline_mark.h"
 #include "grid/tree_rows.h"
 #include "text/number.h"
 #include "text/utf8.h"
@@ -27,6 +28,7 @@ void SortByColumn(ReportContext& report, std::int32_t col) {
   }
   table.SetCol(col);
   table.Sort(code);
+  table.SetSortedBy({col, code == kDescending || code == kTextDescending});
 }
 
 void ShowSubRows(Grid& table, std::int32_t row) {
@@ -47,12 +49,6 @@ void HideSubRows(Grid& table, std::int32_t row) {
 
 void SetSign(Grid& table, std::int32_t col, char sign) {
   table.WriteCell(0, col, sign + text::Mid(table.TextMatrix(0, col), 2));
-}
-
-// A number with its sign is a value, not an outline.
-bool IsOutline(const std::string& header) {
-  const bool signed_text = header.starts_with('+') || header.starts_with('-');
-  return signed_text && text::Contains(std::string_view(header).substr(1), "-");
 }
 
 void OpenColumns(Grid& table, std::int32_t col) {
@@ -78,10 +74,10 @@ void CloseColumns(Grid& table, std::int32_t col) {
 void ClickHeader(ReportContext& report, std::int32_t col) {
   Grid& table = report.flxTranspose;
   const std::string header = table.TextMatrix(0, col);
-  const bool outline = col >= 1 && col <= table.Cols() - 2 && IsOutline(header);
-  if (!outline) {
+  const char mark = HeaderSign(table, col, header);
+  if (mark == '\0') {
     SortByColumn(report, col);
-  } else if (header.front() == '+') {
+  } else if (mark == '+') {
     OpenColumns(table, col);
   } else {
     CloseColumns(table, col);

@@ -301,6 +301,8 @@ void Grid::Clear() {
   row_heights_.clear();
   std::iota(order_.begin(), order_.end(), 0U);
   StartHandlesAt(static_cast<std::uint32_t>(order_.size()));
+  sort_mark_ = {};
+  outline_ = Outline::kNone;
   Touch("Cells");
 }
 
@@ -563,6 +565,7 @@ void Grid::Rearrange(const std::vector<std::int32_t>& order) {
   std::vector<std::uint32_t> moved(order.size());
   for (std::size_t row = 0; row < order.size(); ++row) moved[row] = order_[CheckRow(order[row])];
   order_ = std::move(moved);
+  sort_mark_ = {};
   Touch("Cells");
 }
 

@@ -19,6 +19,20 @@ namespace vorek {
 
 class Recordset;
 
+// By which column the rows are sorted, so that its header can tell; column 0 for none.
+struct SortMark {
+  std::int32_t column = 0;
+  bool descending = false;
+  bool operator==(const SortMark&) const = default;
+};
+
+// What the "+" and "-" in a grid's texts open and close (see grid/outline_mark.h).
+enum class Outline {
+  kNone,
+  kTree,        // rows, by the end of the text in column 0
+  kCrossTable,  // sub-rows by column 0, columns by the beginning of their headers
+};
+
 // A grid without a screen: the data store of a report. Every pass reads and writes cell texts.
 //
 // Rows and columns count from 0; row 0 is the fixed header row, column 0 the fixed column of row
@@ -94,6 +108,8 @@ class Grid final : public Control, public FlexGrid {
   bool Redraw() const override { return redraw_; }
   std::int32_t FocusRect() const { return focus_rect_; }
   std::int32_t HighLight() const { return high_light_; }
+  const SortMark& SortedBy() const { return sort_mark_; }
+  Outline OutlineKind() const { return outline_; }
   std::int32_t MousePointer() const { return mouse_pointer_; }
   double FontSize() const override { return font_size_; }  // points
   static constexpr std::int32_t kDefaultRowHeight = 240;
@@ -125,6 +141,9 @@ class Grid final : public Control, public FlexGrid {
   void SetRedraw(bool on) override;
   void SetFocusRect(std::int32_t value) { Assign(focus_rect_, value, "FocusRect"); }
   void SetHighLight(std::int32_t value) { Assign(high_light_, value, "HighLight"); }
+  // Holds until the rows come into another order.
+  void SetSortedBy(SortMark mark) { Assign(sort_mark_, mark, "SortedBy"); }
+  void SetOutlineKind(Outline kind) { Assign(outline_, kind, "OutlineKind"); }
   void SetMousePointer(std::int32_t value) { Assign(mouse_pointer_, value, "MousePointer"); }
   void SetFontSize(double points) override { Assign(font_size_, points, "FontSize"); }
 
@@ -140,7 +159,7 @@ class Grid final : public Control, public FlexGrid {
   // A new row with the text in column 0, at the index or at the end (-1).
   void AddItem(std::string_view text, std::int32_t index = -1) override;
   void RemoveItem(std::int32_t index) override;
-  // Empties all texts and formats; rows, columns and their measures stay.
+  // Empties all texts, formats and marks; rows, columns and their measures stay.
   void Clear() override;
 
   // Sorts the rows below the fixed ones by column Col: 1 generic ascending, 2 generic descending,
@@ -230,6 +249,8 @@ class Grid final : public Control, public FlexGrid {
   std::int32_t focus_rect_ = 1;
   std::int32_t high_light_ = 1;
   std::int32_t mouse_pointer_ = 0;
+  SortMark sort_mark_;
+  Outline outline_ = Outline::kNone;
   double font_size_ = kDefaultFontSize;
   bool redraw_ = true;
   bool dirty_ = false;  // changed while Redraw was off

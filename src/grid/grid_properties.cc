@@ -47,6 +47,18 @@ PropertyEntry TextMatrixEntry() {
           }};
 }
 
+// "2 descending"; "0" while the rows are in no order that a column gave them.
+PropertyEntry SortedByEntry() {
+  return {"SortedBy",
+          [](Control& c, const Arguments&) {
+            const SortMark mark = static_cast<Grid&>(c).SortedBy();
+            const std::string column = std::to_string(mark.column);
+            return mark.column == 0 ? column
+                                    : column + (mark.descending ? " descending" : " ascending");
+          },
+          nullptr};
+}
+
 }  // namespace
 
 const PropertyTable& Grid::OwnProperties() const {
@@ -81,6 +93,7 @@ const PropertyTable& Grid::OwnProperties() const {
       Format("CellAlignment", &CellFormat::alignment, &Grid::SetCellAlignment),
       Format("CellTextStyle", &CellFormat::text_style, &Grid::SetCellTextStyle),
       Format("CellFontBold", &CellFormat::bold, &Grid::SetCellFontBold),
+      SortedByEntry(),
       TextMatrixEntry()};
   return table;
 }

@@ -16,6 +16,13 @@ constexpr std::string_view kAverageLabel = "ميانگين";
 // Whether column 0 of the row reads exactly so.
 bool HasLabel(const Grid& grid, std::int32_t row, std::string_view label);
 
+// Whether the row is one of those rows.
+bool IsSummaryRow(const Grid& grid, std::int32_t row);
+
+// How many of them stand one behind the other at the grid's end, 0 to 4. Looks at the last few rows
+// alone.
+std::int32_t TrailingSummaryRows(const Grid& grid);
+
 // Makes the row the current one, bold and raised.
 void Emphasise(Grid& grid, std::int32_t row);
 

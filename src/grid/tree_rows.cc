@@ -212,6 +212,7 @@ void MarkTopRows(ReportContext& report, const Recordset& result) {
   grid.SetCol(0);
   grid.SetCellAlignment(4);
   grid.SetFixedAlignment(0, 1);
+  grid.SetOutlineKind(Outline::kTree);
   const Children children(result.SharedResult(), report.state.ParentIDColumn);
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
     grid.WriteCell(row, 0, std::to_string(row) + (children.Has(IdOf(report, row)) ? "+" : ""));

@@ -204,6 +204,7 @@ void SortTree(ReportContext& report, Grid& grid, std::int32_t column) {
   state.ParentIDColumn = parent - 1;
   grid.SetRedraw(false);
   BlockSort(grid, parent).Run(column, state.TreeSortDescending);
+  grid.SetSortedBy({column, state.TreeSortDescending});
   grid.SetRow(grid.Rows() >= 2 ? 1 : 0);
   report.process.windows().SetMousePointer(0);
   grid.SetRedraw(true);

@@ -77,6 +77,8 @@ struct ReportState {
   std::string ListOfVisualParameters;
   std::string QuerySource;
   std::int32_t QueryRecordCount = -1;
+  std::int32_t FoundRows = -1;  // of the result on show before any filter; -1 without a result
+  std::int32_t FilledRows = 0;  // those of them that flxMain was filled with
   std::vector<FieldInfo> QueryFields;  // field n stands in grid column n + 1
   std::int32_t ParentIDColumn = -1;    // ordinals of the key fields
   std::int32_t IDColumn = -1;

@@ -11,6 +11,7 @@
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/presenter.h"
 #include "catalog/data_session.h"
+#include "grid/summary_label.h"
 #include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "qt_environment.h"
@@ -268,10 +269,188 @@ TEST_F(GridTest, PaintsColoursThatCanBeRead) {
   area->setPalette(dark);
   EXPECT_LT(ground_of(2).lightness(), 110);
   EXPECT_NE(ground_of(2), ground_of(4));
+  // The arrow of a header is as light there as its text.
+  const auto light = [&] {
+    const QImage picture = area->viewport()->grab(area->CellRect(0, 3)).toImage();
+    int points = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 2; x < area->fontMetrics().height(); ++x) {
+        if (picture.pixelColor(x, y).lightness() > 170) ++points;
+      }
+    }
+    return points;
+  };
+  EXPECT_EQ(light(), 0);
+  grid.SetSortedBy({3, true});
+  EXPECT_GT(light(), 20);
   for (const std::int32_t back : {0xF7D9C2, 0xFFFFFF, 0xC0FFFF, 0x000000, 0x0000FF}) {
     const CellColors colors = ColorsOf(back, 0x808080, dark);
     EXPECT_GT(std::abs(colors.back.lightness() - colors.text.lightness()), 70) << back;
   }
+}
+
+TEST_F(GridTest, KeepsSummaryRowsInViewWhileTheOthersScroll) {
+  Open(100);
+  for (const std::string_view label : {kSumLabel, kAverageLabel}) grid.AddItem(label);
+  grid.WriteCell(101, 2, "5050");
+  area->SyncBars();
+  const QRect sum = area->CellRect(101, 2);
+  const QRect average = area->CellRect(102, 2);
+  EXPECT_EQ(average.bottom(), area->viewport()->rect().bottom());
+  EXPECT_EQ(sum.bottom() + 1, average.top());
+  EXPECT_GT(InkOf(101, 2).second, InkOf(101, 2).first);  // the sum's text
+  const QImage strip =
+      area->viewport()->grab(QRect(sum.topLeft(), average.bottomRight())).toImage();
+  for (const int top : {40, 90, 100, 102}) {
+    grid.SetTopRow(top);
+    area->SyncBars();
+    EXPECT_EQ(area->CellRect(101, 2), sum) << top;
+    EXPECT_EQ(area->viewport()->grab(QRect(sum.topLeft(), average.bottomRight())).toImage(), strip)
+        << top;
+  }
+  // Scrolled to the end, the last row above them is whole, and the header too.
+  area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+  const QRect last = area->CellRect(100, 2);
+  EXPECT_FALSE(last.isEmpty());
+  EXPECT_LT(last.bottom(), sum.top());
+  EXPECT_GT(last.bottom(), sum.top() - last.height());
+}
+
+TEST_F(GridTest, TreatsPinnedRowsAsRows) {
+  Open(100);
+  grid.AddItem(kSumLabel);
+  grid.WriteCell(101, 2, "5050");
+  area->SyncBars();
+  QTest::mouseClick(area->viewport(), Qt::LeftButton, Qt::NoModifier, Middle(101, 2));
+  EXPECT_EQ(grid.Row(), 101);
+  EXPECT_EQ(grid.TopRow(), 1);  // where it was
+  QTest::keyClick(area, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "5050");
+  QTest::keyClick(area, Qt::Key_Up);
+  EXPECT_EQ(grid.Row(), 100);
+  EXPECT_LT(area->CellRect(100, 2).bottom(), area->CellRect(101, 2).top());
+  QTest::keyClick(area, Qt::Key_Home, Qt::ControlModifier);
+  QTest::keyClick(area, Qt::Key_End, Qt::ControlModifier);
+  EXPECT_EQ(grid.Row(), 101);
+  EXPECT_FALSE(area->CellRect(100, 2).isEmpty());
+  EXPECT_EQ(grid.TopRow(), area->verticalScrollBar()->maximum() + 1);  // and no further
+  // A drag over them scrolls first.
+  grid.SetTopRow(1);
+  area->SyncBars();
+  Drag(Middle(3, 2), Middle(101, 2));
+  EXPECT_LT(grid.RowSel(), 50);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return grid.RowSel() == 101; }, 8000));
+}
+
+TEST_F(GridTest, LeavesSummaryRowsInPlaceWhereAllFits) {
+  Open(5);
+  grid.AddItem(kSumLabel);
+  area->SyncBars();
+  EXPECT_EQ(area->CellRect(6, 1).top(), area->CellRect(5, 1).bottom() + 1);
+  EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
+  // Nor where one stands among the rows.
+  Open(100);
+  grid.WriteCell(50, 0, kSumLabel);
+  EXPECT_TRUE(area->CellRect(50, 1).isEmpty());
+}
+
+TEST_F(GridTest, PointsToTheColumnThatTheRowsAreSortedBy) {
+  Open(20);
+  const auto header = [&](int col) {
+    return area->viewport()->grab(area->CellRect(0, col)).toImage();
+  };
+  // Dark points of the upper and the lower half where the arrow stands.
+  const auto halves = [&](const QImage& picture) {
+    std::pair<int, int> dark;
+    const int half = picture.height() / 2;
+    for (int y = 2; y < picture.height() - 2; ++y) {
+      for (int x = 2; x < area->fontMetrics().height(); ++x) {
+        if (picture.pixelColor(x, y).lightness() < 110) ++(y < half ? dark.first : dark.second);
+      }
+    }
+    return dark;
+  };
+  const QImage plain = header(2);
+  const QImage other = header(1);
+  EXPECT_EQ(halves(plain), std::make_pair(0, 0));
+  grid.SetSortedBy({2, false});
+  const auto up = halves(header(2));
+  EXPECT_GT(up.second, up.first);
+  grid.SetSortedBy({2, true});
+  const auto down = halves(header(2));
+  EXPECT_GT(down.first, down.second);
+  EXPECT_EQ(header(1), other);
+  grid.SetCol(3);
+  grid.Sort(1);  // another order, that nobody asked for
+  EXPECT_EQ(header(2), plain);
+}
+
+TEST_F(GridTest, DrawsATreesMarksInPlaceOfItsSigns) {
+  Open(20);
+  grid.SetColWidth(0, 3000);
+  grid.SetOutlineKind(Outline::kTree);
+  grid.SelectByUser(9, 1, 9, 1);
+  const std::vector<const char*> texts = {"1+", "1-", "1", "1-3+", "1-3  "};
+  for (int i = 0; i < 5; ++i) grid.WriteCell(i + 1, 0, texts[static_cast<std::size_t>(i)]);
+  const auto picture = [&](int row) {
+    return area->viewport()->grab(area->CellRect(row, 0)).toImage();
+  };
+  EXPECT_NE(picture(1), picture(2));
+  EXPECT_NE(picture(1), picture(3));
+  // The position stands in one place, whatever the mark; a child is set in.
+  const int mark = area->fontMetrics().height();
+  const auto [left, right] = InkOf(3, 0);
+  EXPECT_EQ(InkOf(1, 0).first, left);
+  EXPECT_EQ(InkOf(2, 0).first, left);
+  EXPECT_GT(InkOf(1, 0).second, right + mark / 4);
+  EXPECT_LT(InkOf(4, 0).second, InkOf(1, 0).second - mark / 2);
+  EXPECT_LT(InkOf(5, 0).second, InkOf(4, 0).second);
+  // A narrow column shows less of the position, but the mark.
+  grid.SetColWidth(0, Scale::OfApplication().Twips(2 * mark));
+  EXPECT_NE(picture(1), picture(2));
+  grid.SetOutlineKind(Outline::kNone);
+  grid.SetColWidth(0, 3000);
+  EXPECT_LT(InkOf(1, 0).second - InkOf(1, 0).first, 2 * mark);
+}
+
+TEST_F(GridTest, TakesTheWholeCellOfAMarkForTheClick) {
+  Open(20);
+  grid.SetOutlineKind(Outline::kCrossTable);
+  grid.WriteCell(1, 0, "+");
+  grid.WriteCell(0, 2, "+2-1");
+  QWidget* const view = area->viewport();
+  int clicks = 0;
+  grid.on_click = [&] {
+    if (grid.MouseRow() == 1 && grid.MouseCol() == 0) ++clicks;
+  };
+  const QRect cell = area->CellRect(1, 0);
+  const QPoint corner(4, 4);
+  for (const QPoint at : {cell.topLeft() + corner, cell.bottomRight() - corner}) {
+    QTest::mouseMove(view, at);
+    EXPECT_EQ(view->cursor().shape(), Qt::PointingHandCursor);
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, at);
+  }
+  EXPECT_EQ(clicks, 2);
+  QTest::mouseMove(view, Middle(0, 2));
+  EXPECT_EQ(view->cursor().shape(), Qt::PointingHandCursor);
+  QTest::mouseMove(view, Middle(2, 0));
+  EXPECT_EQ(view->cursor().shape(), Qt::ArrowCursor);
+  // The sign of a sub-row's base is drawn, in its place and alone.
+  const auto [left, right] = InkOf(1, 0);
+  EXPECT_NEAR((left + right) / 2, cell.center().x(), 2);
+  // Closed, it points to where the columns go on: the tip has less ink than the other end.
+  const QImage picture = view->grab().toImage();
+  const auto ink_of = [&](int x) {
+    int points = 0;
+    for (int y = cell.top() + 2; y < cell.bottom() - 2; ++y) {
+      if (picture.pixelColor(x, y).lightness() <= 110) ++points;
+    }
+    return points;
+  };
+  EXPECT_LT(ink_of(left + 1), ink_of(right - 1));
+  QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(area);
+  EXPECT_TRUE(reader->tableInterface()->cellAt(1, 0)->state().collapsed);
+  EXPECT_FALSE(reader->tableInterface()->cellAt(2, 0)->state().expandable);
 }
 
 TEST_F(GridTest, IsReadOutCellByCell) {

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "adapters/qt/control_view.h"
+#include "grid/outline_mark.h"
 
 namespace vorek::qt {
 namespace {
@@ -107,6 +108,14 @@ class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
     return inside ? ToQt(Shown()->TextMatrix(row, column)) : QString();
   }
 
+  // '+' closed, '-' open.
+  char SignAt(int row, int column) const {
+    std::string scratch;
+    const bool inside = row >= 0 && row < rowCount() && column >= 0 && column < columnCount();
+    return inside ? MarkOf(*Shown(), row, column, Shown()->CellView(row, column, scratch)).sign
+                  : '\0';
+  }
+
   bool IsRowSelected(int row) const {
     const auto [top, bottom] = std::minmax({Shown()->Row(), Shown()->RowSel()});
     return row >= top && row <= bottom;
@@ -172,6 +181,11 @@ QAccessible::State CellInterface::state() const {
   const Grid* const grid = table_.Shown();
   state.focused = grid != nullptr && grid->Row() == cell_.row && grid->Col() == cell_.col &&
                   table_.Area()->hasFocus();
+  if (const char sign = table_.SignAt(cell_.row, cell_.col); sign != '\0') {
+    state.expandable = true;
+    state.expanded = sign == '-';
+    state.collapsed = sign == '+';
+  }
   state.offscreen = table_.Area()->CellRect(cell_.row, cell_.col).isEmpty();
   return state;
 }

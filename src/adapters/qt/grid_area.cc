@@ -118,14 +118,14 @@ void GridArea::changeEvent(QEvent* event) {
 
 double GridArea::Twips(double pixels) const { return Scale::OfApplication().Twips(pixels); }
 
-// Shows the row, if it isn't in view already.
+// Shows the row, if it isn't in view already. A pinned one always is: those before it come.
 void GridArea::ScrollToRow(std::int32_t row) {
-  if (row < grid_->FixedRows()) return;
   const VisibleRows& rows = geometry_->Visible();
-  const std::int32_t place = rows.PlaceOf(row);
-  const std::int32_t first = rows.PlaceOf(grid_->TopRow());
+  if (row < grid_->FixedRows() || rows.Count() == 0) return;
+  const std::int32_t place = std::min(rows.PlaceOf(row), geometry_->ScrollEnd() - 1);
+  const std::int32_t first = geometry_->FirstPlace();
   const std::int32_t page = geometry_->PageRows();
-  if (place < first) grid_->ScrollByUser(row, grid_->LeftCol());
+  if (place < first) grid_->ScrollByUser(rows.RowAt(place), grid_->LeftCol());
   if (place >= first + page) {
     grid_->ScrollByUser(rows.RowAt(std::max(place - page + 1, 0)), grid_->LeftCol());
   }

@@ -53,6 +53,7 @@ class GridArea : public QAbstractScrollArea {
   void SelectTo(QPoint point);
   void ScrollByDrag();
   QPoint Beyond(QPoint point) const;
+  int DragBottom() const;
   void BarMoved();
   void DragEdge(int x);
   void FitColumn(std::int32_t col);

@@ -21,7 +21,7 @@ void GridArea::DragTo(QPoint point) {
 QPoint GridArea::Beyond(QPoint point) const {
   constexpr int kFaster = 20;  // pixels for another row
   const int top = geometry_->HeaderPixels();
-  const int bottom = viewport()->height() - 1;
+  const int bottom = DragBottom() - 1;
   QPoint step;
   if (point.y() < top) step.setY(-1 - (top - point.y()) / kFaster);
   if (point.y() > bottom) step.setY(1 + (point.y() - bottom) / kFaster);
@@ -33,6 +33,14 @@ QPoint GridArea::Beyond(QPoint point) const {
   if (along < fixed) step.setX(-1);
   if (along > last) step.setX(1);
   return step;
+}
+
+// Pinned rows come last: until the others have been scrolled through they are beyond the data for
+// a drag that began above them.
+int GridArea::DragBottom() const {
+  const bool above = verticalScrollBar()->value() < verticalScrollBar()->maximum();
+  return above && !geometry_->IsPinned(pressed_.row) ? geometry_->ScrollBottom()
+                                                     : viewport()->height();
 }
 
 void GridArea::ScrollByDrag() {
@@ -58,7 +66,7 @@ void GridArea::SelectTo(QPoint point) {
   const Span& end = columns.back();
   const int low = rtl ? std::max(end.start, 0) : fixed;
   const int high = rtl ? last - fixed : std::min(end.start + end.size - 1, last);
-  const int bottom = std::min(rows.back().start + rows.back().size, viewport()->height()) - 1;
+  const int bottom = std::min(rows.back().start + rows.back().size, DragBottom()) - 1;
   const int top = std::min(geometry_->HeaderPixels(), bottom);
   const GridCell cell = geometry_->CellAt(
       {std::clamp(point.x(), std::min(low, high), high), std::clamp(point.y(), top, bottom)});

@@ -7,6 +7,7 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/key_codes.h"
+#include "grid/outline_mark.h"
 
 // Mouse and keys of the area. The grid's own handlers come first; what they leave undone, selecting
 // and moving, follows.
@@ -14,6 +15,13 @@ namespace vorek::qt {
 namespace {
 
 constexpr int kLeastColumn = 8;  // pixels, so that a column can be found again
+
+// The whole cell of a mark takes the click.
+bool OpensOrCloses(const Grid& grid, GridCell cell) {
+  std::string scratch;
+  return cell.row >= 0 &&
+         MarkOf(grid, cell.row, cell.col, grid.CellView(cell.row, cell.col, scratch)).sign != '\0';
+}
 
 }  // namespace
 
@@ -68,8 +76,10 @@ void GridArea::mouseMoveEvent(QMouseEvent* event) {
     return;
   }
   const bool on_edge = event->buttons() == Qt::NoButton && geometry_->EdgeAt(point) >= 0;
-  viewport()->setCursor(on_edge ? Qt::SplitHCursor : Qt::ArrowCursor);
   const GridCell cell = geometry_->CellAt(point);
+  viewport()->setCursor(on_edge                       ? Qt::SplitHCursor
+                        : OpensOrCloses(*grid_, cell) ? Qt::PointingHandCursor
+                                                      : Qt::ArrowCursor);
   const QPointF at = event->position();
   const int shift = ShiftState(event->modifiers());
   const int button = (event->buttons().testFlag(Qt::LeftButton) ? 1 : 0) |

@@ -3,6 +3,8 @@
 #include <QFontMetrics>
 #include <algorithm>
 
+#include "grid/summary_label.h"
+
 namespace vorek::qt {
 namespace {
 
@@ -48,20 +50,61 @@ std::vector<Span> GridGeometry::Rows() const {
     top += size;
   };
   for (std::int32_t row = 0; row < std::min(grid_.FixedRows(), grid_.Rows()); ++row) add(row);
-  const std::int32_t count = rows_.Count();
-  for (std::int32_t place = rows_.PlaceOf(grid_.TopRow());
-       place < count && top < viewport_.height(); ++place) {
+  const std::int32_t end = ScrollEnd();
+  const int bottom = ScrollBottom();
+  for (std::int32_t place = FirstPlace(); place < end && top < bottom; ++place) {
     add(rows_.RowAt(place));
   }
+  AddPinned(spans);
   return spans;
 }
 
+std::int32_t GridGeometry::FirstPlace() const {
+  const std::int32_t place = rows_.PlaceOf(grid_.TopRow());
+  return place < ScrollEnd() ? place : LastTopPlace();
+}
+
+void GridGeometry::AddPinned(std::vector<Span>& spans) const {
+  int top = ScrollBottom();
+  for (std::int32_t row = grid_.Rows() - Pinned(); row < grid_.Rows(); ++row) {
+    spans.push_back({row, top, RowPixels(row)});
+    top += spans.back().size;
+  }
+}
+
+int GridGeometry::PinnedPixels(std::int32_t count) const {
+  int pixels = 0;
+  for (std::int32_t row = grid_.Rows() - count; row < grid_.Rows(); ++row) pixels += RowPixels(row);
+  return pixels;
+}
+
+bool GridGeometry::AllFit() const {
+  int room = viewport_.height() - HeaderPixels();
+  for (std::int32_t place = rows_.Count(); place > 0 && room >= 0; --place) {
+    room -= RowPixels(rows_.RowAt(place - 1));
+  }
+  return room >= 0;
+}
+
+// Not where they would leave too little for the rows that they sum up, and not when one of them is
+// hidden.
+std::int32_t GridGeometry::Pinned() const {
+  const std::int32_t count = TrailingSummaryRows(grid_);
+  if (count == 0 || AllFit()) return 0;
+  for (std::int32_t row = grid_.Rows() - count; row < grid_.Rows(); ++row) {
+    if (RowPixels(row) == 0) return 0;
+  }
+  return 2 * PinnedPixels(count) <= viewport_.height() - HeaderPixels() ? count : 0;
+}
+
+int GridGeometry::ScrollBottom() const { return viewport_.height() - PinnedPixels(Pinned()); }
+
 GridCell GridGeometry::CellAt(QPoint point) const {
   const auto find = [](const std::vector<Span>& spans, int position) {
-    const auto found = std::find_if(spans.begin(), spans.end(), [&](const Span& span) {
+    const auto found = std::find_if(spans.rbegin(), spans.rend(), [&](const Span& span) {
       return position >= span.start && position < span.start + span.size;
     });
-    return found == spans.end() ? -1 : found->index;
+    return found == spans.rend() ? -1 : found->index;
   };
   const GridCell cell{find(Rows(), point.y()), find(Columns(), point.x())};
   return cell.row < 0 || cell.col < 0 ? GridCell{} : cell;
@@ -106,21 +149,23 @@ int GridGeometry::FixedPixels() const {
 
 std::int32_t GridGeometry::PageRows() const {
   std::int32_t whole = 0;
+  const int bottom = ScrollBottom();
   for (const Span& span : Rows()) {
-    if (span.index >= grid_.FixedRows() && span.start + span.size <= viewport_.height()) ++whole;
+    if (span.index >= grid_.FixedRows() && span.start + span.size <= bottom) ++whole;
   }
   return std::max(whole, 1);
 }
 
 std::int32_t GridGeometry::LastTopPlace() const {
-  std::int32_t place = rows_.Count();
-  int room = viewport_.height() - HeaderPixels();
+  const std::int32_t end = ScrollEnd();
+  std::int32_t place = end;
+  int room = ScrollBottom() - HeaderPixels();
   while (place > 0) {
     room -= RowPixels(rows_.RowAt(place - 1));
     if (room < 0) break;
     --place;
   }
-  return std::clamp(place, 0, std::max(rows_.Count() - 1, 0));
+  return std::clamp(place, 0, std::max(end - 1, 0));
 }
 
 std::vector<std::int32_t> GridGeometry::ScrollColumns() const {

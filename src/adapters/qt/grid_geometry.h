@@ -28,7 +28,9 @@ struct GridCell {
 };
 
 // Where the cells of a grid stand in a viewport: fixed rows and columns first, then those from
-// TopRow and LeftCol on; columns run from the right in a right-to-left grid.
+// TopRow and LeftCol on; columns run from the right in a right-to-left grid. The summary rows at
+// the grid's end are pinned: while the rows above them don't all fit, they stand at the bottom and
+// the others scroll above them.
 class GridGeometry {
  public:
   explicit GridGeometry(const Grid& grid) : grid_(grid), rows_(grid) {}
@@ -40,6 +42,7 @@ class GridGeometry {
   QRect View() const { return {QPoint(0, 0), viewport_}; }
 
   std::vector<Span> Columns() const;
+  // From the top; pinned ones last, over what they cover of the row before them.
   std::vector<Span> Rows() const;
   int ColumnPixels(std::int32_t col) const { return scale_.Pixels(grid_.ColWidth(col)); }
   // Never less than a line of the font needs, unless it is hidden.
@@ -53,6 +56,15 @@ class GridGeometry {
   std::int32_t EdgeAt(QPoint point) const;
 
   const VisibleRows& Visible() const { return rows_; }
+  // How many rows at the end are pinned now; 0 while all rows fit.
+  std::int32_t Pinned() const;
+  bool IsPinned(std::int32_t row) const { return row >= grid_.Rows() - Pinned(); }
+  // Where the rows that scroll end.
+  int ScrollBottom() const;
+  // The place of the first row in view below the fixed ones, and that behind the last that scrolls.
+  std::int32_t FirstPlace() const;
+  std::int32_t ScrollEnd() const { return rows_.Count() - Pinned(); }
+
   // How many rows fit whole from the top row on; at least 1.
   std::int32_t PageRows() const;
   // The place of the last row that may stand on top.
@@ -66,6 +78,10 @@ class GridGeometry {
   int HeaderPixels() const;
 
  private:
+  int PinnedPixels(std::int32_t count) const;
+  bool AllFit() const;
+  void AddPinned(std::vector<Span>& spans) const;
+
   const Grid& grid_;
   VisibleRows rows_;
   Scale scale_ = Scale::OfApplication();

@@ -13,6 +13,8 @@ namespace {
 constexpr int kShade = 10;  // pixels at an edge of the view that cuts a column
 constexpr std::int8_t kFlat = 0;
 constexpr std::int8_t kRaised = 1;
+constexpr std::int32_t kLeftCentre = 1;
+constexpr std::int32_t kRightCentre = 7;
 
 QFont Bold(QFont font) {
   font.setBold(true);
@@ -64,6 +66,20 @@ QRect PlaceOf(int width, QRect cell, Qt::Alignment alignment) {
   return place;
 }
 
+// Cuts a strip off the right or the left of the rectangle.
+QRect Take(QRect& rect, int width, bool from_right) {
+  width = std::min(width, rect.width());
+  QRect strip = rect;
+  if (from_right) {
+    strip.setLeft(rect.right() - width + 1);
+    rect.setRight(rect.right() - width);
+  } else {
+    strip.setRight(rect.left() + width - 1);
+    rect.setLeft(rect.left() + width);
+  }
+  return strip;
+}
+
 QColor Mixed(const QColor& a, const QColor& b, double part) {
   const auto mix = [part](int x, int y) { return qRound(x * (1 - part) + y * part); };
   return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
@@ -95,9 +111,18 @@ void GridPainter::Paint(QRect area) {
       if (rect.intersects(area)) PaintCell({row.index, col.index}, rect);
     }
   }
+  if (geometry_.Pinned() > 0) PaintPinnedEdge(columns);
   const int bottom = rows.empty() ? 0 : rows.back().start + rows.back().size;
   for (const Span& col : columns) PaintCut(col, bottom);
   PaintFocus();
+}
+
+// The pinned rows are another part of the grid than the rows above them.
+void GridPainter::PaintPinnedEdge(const std::vector<Span>& columns) {
+  const QColor color = Mixed(palette_.color(QPalette::Base), palette_.color(QPalette::Text), 0.6);
+  for (const Span& col : columns) {
+    painter_.fillRect(QRect(col.start, geometry_.ScrollBottom() - 2, col.size, 2), color);
+  }
 }
 
 // A shade over the edge of the view behind which a column goes on.
@@ -160,8 +185,80 @@ void GridPainter::PaintCell(GridCell cell, QRect rect) {
   } else {
     painter_.drawLine(rect.topRight(), rect.bottomRight());
   }
+  QRect inside = rect.adjusted(kCellMargin, 0, -kCellMargin, -1);
+  if (cell.row == 0 && cell.col > 0 && cell.col == grid_.SortedBy().column) {
+    PaintSortMark(TakeTrailing(inside, MarkPixels()), look);
+  }
   const std::string_view text = grid_.CellView(cell.row, cell.col, scratch_);
-  if (!text.empty()) PaintText(ToQt(text), rect.adjusted(kCellMargin, 0, -kCellMargin, -1), look);
+  const OutlineMark mark = MarkOf(grid_, cell.row, cell.col, text);
+  if (mark.in_outline) {
+    PaintOutlined(mark, inside, look);
+  } else if (!text.empty()) {
+    PaintText(ToQt(text), inside, look);
+  }
+}
+
+// Cuts a strip off the edge where the grid's columns begin, or off the other one.
+QRect GridPainter::TakeLeading(QRect& rect, int width) const {
+  return Take(rect, width, grid_.RightToLeft());
+}
+
+QRect GridPainter::TakeTrailing(QRect& rect, int width) const {
+  return Take(rect, width, !grid_.RightToLeft());
+}
+
+void GridPainter::PaintSortMark(QRect place, const Look& look) {
+  const bool down = grid_.SortedBy().descending;
+  const double reach = MarkPixels() * 0.24;
+  const double tip = down ? reach : -reach;
+  const QPointF middle = QRectF(place).center();
+  PaintShape({middle + QPointF(-reach * 1.3, -tip * 0.7), middle + QPointF(reach * 1.3, -tip * 0.7),
+              middle + QPointF(0, tip * 0.9)},
+             look.text);
+}
+
+// A triangle: it points to where the rows or columns go on while they are closed, down on what is
+// open.
+void GridPainter::PaintSign(char sign, QRect place, const Look& look) {
+  const double reach = MarkPixels() * 0.27;
+  const QPointF middle = QRectF(place).center();
+  const double side = grid_.RightToLeft() ? -reach : reach;
+  if (sign == '+') {
+    PaintShape({middle + QPointF(-side * 0.6, -reach * 1.2), middle + QPointF(side, 0),
+                middle + QPointF(-side * 0.6, reach * 1.2)},
+               look.text);
+  } else {
+    PaintShape({middle + QPointF(-reach * 1.2, -reach * 0.6), middle + QPointF(0, reach),
+                middle + QPointF(reach * 1.2, -reach * 0.6)},
+               look.text);
+  }
+}
+
+void GridPainter::PaintShape(const QPolygonF& shape, const QColor& color) {
+  painter_.save();
+  painter_.setRenderHint(QPainter::Antialiasing);
+  painter_.setPen(Qt::NoPen);
+  painter_.setBrush(color);
+  painter_.drawPolygon(shape);
+  painter_.restore();
+}
+
+// The mark, then the text that stands beside it; a lower level is set in as far as there is room.
+// A mark without a text stands in the middle.
+void GridPainter::PaintOutlined(const OutlineMark& mark, QRect rect, const Look& look) {
+  if (mark.text.empty()) {
+    PaintSign(mark.sign, rect, look);
+    return;
+  }
+  const QString text = ToQt(mark.text);
+  const QFontMetrics& metrics = look.bold ? bold_metrics_ : metrics_;
+  const int room = rect.width() - MarkPixels() - metrics.horizontalAdvance(text) - 2;
+  TakeLeading(rect, std::clamp(room, 0, mark.depth * MarkPixels() * 3 / 4));
+  const QRect place = TakeLeading(rect, MarkPixels());
+  if (mark.sign != '\0') PaintSign(mark.sign, place, look);
+  Look beside = look;
+  beside.alignment = grid_.RightToLeft() ? kRightCentre : kLeftCentre;
+  PaintText(metrics.elidedText(text, Qt::ElideRight, rect.width()), rect, beside);
 }
 
 void GridPainter::PaintText(const QString& text, QRect rect, const Look& look) {
@@ -190,7 +287,9 @@ void GridPainter::PaintText(const QString& text, QRect rect, const Look& look) {
 
 void GridPainter::PaintFocus() {
   if (!focused_ || grid_.FocusRect() == 0) return;
-  const QRect rect = geometry_.CellRect({grid_.Row(), grid_.Col()});
+  QRect rect = geometry_.CellRect({grid_.Row(), grid_.Col()});
+  if (!geometry_.IsPinned(grid_.Row()))
+    rect.setBottom(std::min(rect.bottom(), geometry_.ScrollBottom()));
   if (rect.isEmpty()) return;
   painter_.setPen(QPen(palette_.color(QPalette::Text), 1, Qt::DotLine));
   painter_.setBrush(Qt::NoBrush);

@@ -5,10 +5,13 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPalette>
+#include <QPolygonF>
 #include <string>
+#include <vector>
 
 #include "adapters/qt/grid_geometry.h"
 #include "grid/grid.h"
+#include "grid/outline_mark.h"
 
 namespace vorek::qt {
 
@@ -32,7 +35,15 @@ class GridPainter {
   };
   void PaintCell(GridCell cell, QRect rect);
   void PaintText(const QString& text, QRect rect, const Look& look);
+  void PaintOutlined(const OutlineMark& mark, QRect rect, const Look& look);
+  void PaintSortMark(QRect place, const Look& look);
+  void PaintSign(char sign, QRect place, const Look& look);
+  void PaintShape(const QPolygonF& shape, const QColor& color);
+  QRect TakeLeading(QRect& rect, int width) const;
+  QRect TakeTrailing(QRect& rect, int width) const;
+  int MarkPixels() const { return metrics_.height(); }
   void PaintCut(const Span& col, int bottom);
+  void PaintPinnedEdge(const std::vector<Span>& columns);
   void PaintFocus();
   Look LookOf(GridCell cell) const;
   bool IsFixed(GridCell cell) const {

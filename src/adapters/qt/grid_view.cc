@@ -8,6 +8,13 @@
 namespace vorek::qt {
 namespace {
 
+// What changes the picture and no place in it.
+bool IsPaintedOnly(std::string_view property) {
+  constexpr std::array<std::string_view, 5> kPainted = {"Formats", "FocusRect", "HighLight",
+                                                        "SortedBy", "OutlineKind"};
+  return std::find(kPainted.begin(), kPainted.end(), property) != kPainted.end();
+}
+
 class GridView : public ControlView {
  public:
   GridView(Presenter& presenter, Grid& grid, QWidget& parent)
@@ -34,7 +41,7 @@ class GridView : public ControlView {
     } else if (property == "Selection") {
       Area().SelectionChanged();
       TellSelection(Area());
-    } else if (property == "Formats" || property == "FocusRect" || property == "HighLight") {
+    } else if (IsPaintedOnly(property)) {
       Area().viewport()->update();
     } else {
       ControlView::Set(property);

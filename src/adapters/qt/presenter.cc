@@ -119,6 +119,7 @@ bool Presenter::KeyDown(Control& control, const QKeyEvent& event) {
 void Presenter::PropertyChanged(Control& control, std::string_view property) {
   if (ControlView* const view = ViewOf(control)) view->Set(property);
   if (&control == root_ && on_root_changed) on_root_changed(property);
+  if (on_changed) on_changed(control, property);
 }
 
 // Its kind can't be asked for yet: it is just being made.

@@ -54,6 +54,8 @@ class Presenter : public QObject, public ControlObserver {
   // A property of the root itself changed; the view of the window follows it.
   std::function<void(std::string_view property)> on_root_changed;
   std::function<void()> on_root_gone;
+  // A property of any control of the tree changed.
+  std::function<void(const Control& control, std::string_view property)> on_changed;
 
   // --- ControlObserver -------------------------------------------------------------------------
 

@@ -2,6 +2,7 @@
 #include <QResizeEvent>
 #include <QTimer>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "adapters/qt/background_provider.h"
@@ -10,6 +11,7 @@
 #include "adapters/qt/presenter.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
+#include "adapters/qt/result_bar.h"
 #include "adapters/qt/translations.h"
 #include "engine/report_control.h"
 #include "vorek/qt.h"
@@ -52,9 +54,33 @@ struct VorekReportWidget::Parts {
     return std::max(report.Impl().flxMain.Rows(), report.Impl().flxTranspose.Rows()) > kBig;
   }
 
+  ReportControl& Control() { return report.Impl(); }
+
+  // The line below goes through the rows: once for all changes of an event.
+  void NoteChange(const vorek::Control& control, std::string_view property) {
+    constexpr std::array<std::string_view, 4> kRows = {"Rows", "Cells", "RowHeight", "Visible"};
+    const bool grid = &control == &Control().flxMain || &control == &Control().flxTranspose;
+    if (!grid || std::find(kRows.begin(), kRows.end(), property) == kRows.end()) return;
+    if (!told.isActive()) told.start();
+  }
+
+  // Not while a run waits for the database: what it shows is neither the old nor the new.
+  void TellResultOnBar() {
+    constexpr int kAgain = 50;  // milliseconds
+    told.setInterval(Busy() ? kAgain : 0);
+    if (Busy()) {
+      told.start();
+      return;
+    }
+    ReportContext context = Control().Context();
+    presenter.Feed([&] { bar->Show(TellResult(context)); });
+  }
+
   std::unique_ptr<World> own_world;  // null for a shared one
   VorekReport1 report;
   qt::Presenter presenter;
+  qt::ResultBar* bar = nullptr;
+  QTimer told;  // runs out when the bar has to be told
 };
 
 VorekReportWidget::VorekReportWidget(WorldOptions options, QWidget* parent)
@@ -73,6 +99,13 @@ void VorekReportWidget::Begin() {
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(200, 120);
   parts_->presenter.on_failure = [this](const QString& text) { Tell(text); };
+  parts_->bar = new qt::ResultBar(
+      this, [this] { parts_->presenter.Feed([this] { parts_->Control().TakeFilterAway(); }); });
+  parts_->presenter.on_changed = [this](const Control& control, std::string_view property) {
+    parts_->NoteChange(control, property);
+  };
+  parts_->told.setSingleShot(true);
+  connect(&parts_->told, &QTimer::timeout, this, [this] { parts_->TellResultOnBar(); });
   ConnectEvents();
 }
 
@@ -135,7 +168,9 @@ void VorekReportWidget::TakeSize() {
   // The layout gives the grid the focus; who is typing in the panel keeps it.
   Control* const active = parts_->report.Root().ActiveControl();
   const qt::Scale& scale = parts_->presenter.Measure();
-  parts_->report.Resize(scale.Twips(width()), scale.Twips(height()));
+  const int bar = parts_->bar->sizeHint().height();
+  parts_->bar->setGeometry(0, height() - bar, width(), bar);
+  parts_->report.Resize(scale.Twips(width()), scale.Twips(height() - bar));
   if (active != nullptr && IsInside(*active, parts_->report.Impl().VorekParameters1)) {
     active->SetFocus();
   }
