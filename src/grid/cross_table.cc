@@ -341,15 +341,20 @@ bool isTransposeColumn(const ReportState& state, std::int32_t column) {
 void ApplyTranspose(ReportContext& report) {
   report.state.isTransposedResult = true;
   ReadColumnLayout(report);
-  if (report.state.TransposeRowColumn == -1) return;
-  const Pass pass(report);
   bool built = false;
-  IgnoreErrors([&] { built = BuildTable(report); });
-  // What isn't built isn't on view either, and nobody may read it for the report.
-  report.state.isTransposedResult = built;
-  if (!built) return;
-  ShowTable(report);
-  LayOutTable(report);
+  if (report.state.TransposeRowColumn != -1) {
+    const Pass pass(report);
+    IgnoreErrors([&] { built = BuildTable(report); });
+    // What isn't built isn't on view either, and nobody may read it for the report.
+    report.state.isTransposedResult = built;
+    if (built) LayOutTable(report);
+  }
+  if (built) {
+    ShowTable(report);
+  } else {
+    report.flxTranspose.SetVisible(false);
+    report.flxMain.SetVisible(true);
+  }
 }
 
 }  // namespace vorek
