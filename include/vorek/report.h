@@ -70,10 +70,13 @@ class VorekReport1 {
   bool setNull();
   // Takes the "+" away from tree rows that have no children any more. Always false.
   bool DropUnusedrows();
-  // Sort, merge, shared filters and average: places of commands that do nothing yet.
+  // Sorts the result by a column, the other way round if it was the last one; 0 sorts by that again.
   void SortflxMain(std::int32_t column);
+  // Folds the rows that share the key of the layout, where the report asks for it.
   void MakeFlexMerged();
+  // The place of a command that does nothing yet. Always false.
   bool SetSharedFilters();
+  // The average of the column under the pointer, as the header's menu makes it.
   void mnuAvg_Click();
 
   // The stored properties: the defaults of a new control, and reading and writing a host's store.
