@@ -70,7 +70,8 @@ class VorekReport1 {
   bool setNull();
   // Takes the "+" away from tree rows that have no children any more. Always false.
   bool DropUnusedrows();
-  // Sorts the result by a column, the other way round if it was the last one; 0 sorts by that again.
+  // Sorts the result by a column, the other way round if it was the last one; 0 sorts by that
+  // again.
   void SortflxMain(std::int32_t column);
   // Folds the rows that share the key of the layout, where the report asks for it.
   void MakeFlexMerged();
