@@ -30,6 +30,31 @@ TEST(CellText, ReadsNumbersOffCells) {
   EXPECT_EQ(UnformatNumber("(abc)"), "abc");
 }
 
+TEST(CellText, CountsCellsInTenThousandths) {
+  const struct {
+    const char* text;
+    FixedPoint value;
+  } cases[] = {{"", 0},
+               {"(1/234.5)", -12345000},
+               {"1385/02/14", 138502140000},
+               {"0.00005", 0},
+               {"0.00015", 2},
+               {"-0.00015", -2},
+               {"0.000050001", 1},
+               {"12abc", 120000},
+               {"1E5", 1000000000},
+               {"(-5)", 50000},
+               {"900719925474.0993", 9007199254740993},
+               {"922337203685477.5807", INT64_MAX},
+               {"-922337203685477.5808", INT64_MIN},
+               {"922337203685477.58074", INT64_MAX}};
+  for (const auto& c : cases) EXPECT_EQ(CellFixedPoint(c.text), c.value) << c.text;
+  for (const char* beyond :
+       {"922337203685477.5808", "-922337203685477.5809", "922337203685477.58075", "1E20"}) {
+    EXPECT_THROW(CellFixedPoint(beyond), Error) << beyond;
+  }
+}
+
 TEST(CellText, GroupsDigits) {
   const struct {
     FixedPoint value;
