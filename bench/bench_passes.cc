@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <string>
@@ -19,6 +18,7 @@
 #include "grid/report_context.h"
 #include "grid/tree_rows.h"
 #include "grid/tree_sort.h"
+#include "peak_memory.h"
 #include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "platform/no_windows.h"
@@ -97,16 +97,6 @@ std::shared_ptr<ResultSet> MakeTreeRows() {
   }
   return result;
 }
-
-double PeakMegabytes() {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) / 1024;
-  }
-  return 0;
-}
-void ResetPeak() { std::ofstream("/proc/self/clear_refs") << "5"; }
 
 // A control's grid filled with one result.
 class Filled {

@@ -6,12 +6,12 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "catalog/data_session.h"
 #include "engine/report_control.h"
+#include "peak_memory.h"
 #include "vorek/report.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
@@ -68,18 +68,6 @@ std::string Database(long rows) {
   }
   return connection;
 }
-
-double PeakMegabytes() {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) / 1024;
-  }
-  return 0;
-}
-
-// The peak counts from here on.
-void ResetPeak() { std::ofstream("/proc/self/clear_refs") << "5"; }
 
 void BM_Refresh(benchmark::State& state) {
   WorldOptions options;

@@ -10,8 +10,8 @@
 namespace vorek {
 
 struct ResultLine {
-  std::string
-      counts;  // how many rows are shown, and of how many if not of all; empty for no result
+  // How many rows are shown, and of how many if not of all; empty for no result.
+  std::string counts;
   std::string filter;  // in force; empty for none
 };
 
