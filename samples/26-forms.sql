@@ -1,12 +1,13 @@
 -- The data-entry forms behind reports and the tables that they edit. Form 901 (invoice) and 906
 -- (receipt) are secured by position; the lines of an invoice (902) follow their invoice.
--- 903 is the return, 904 the customer, 905 goods, 907 the voucher.
+-- 903 is the return, 904 the customer, 905 goods, 907 the voucher. 901, 902 and 907 are shown by the
+-- host; 904 by the form runner, the others by components of their own.
 
 insert into tblVorekFormType (ID, FileName, IsSystemBuilt, SecurityTypeID) values
   (901, 'comScreenMill.comScreenRun.dll', 1, 1),
   (902, 'comScreenMill.comScreenRun.dll', 1, 0),
   (903, 'comSale.comSaleReturn.dll', 0, 0),
-  (904, 'comScreenMill.comScreenRun.dll', 1, 0),
+  (904, 'comScreenMill.comScreenRun.dll', 0, 0),
   (905, 'comSale.comGoods.dll', 0, 0),
   (906, 'comRecPay.comReceipt.dll#3', 0, 1),
   (907, 'comScreenMill.comScreenRun.dll', 1, 0)

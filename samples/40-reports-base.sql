@@ -19,14 +19,14 @@ insert into tblVorekReport (ID, Title, SQLQuery, FormTypeID) values
    905)
 GO
 
--- Trees: the children of a row are read when it is opened; the second opens them in a window.
+-- Trees: the children of a row are read when it is opened.
 insert into tblVorekReport (ID, Title, SQLQuery, MakeTree, ShowPopupTree) values
   (103, N'گروههاي كالا',
    N'Select tblGoodsGroup.ID, tblGoodsGroup.ParentID, tblGoodsGroup.Code as [كد گروه], tblGoodsGroup.Name as [نام گروه], (Select count(*) from tblGoods where tblGoods.GroupID = tblGoodsGroup.ID) as [تعداد كالا] from tblGoodsGroup Order By tblGoodsGroup.Code',
    1, 0),
   (104, N'مناطق فروش',
    N'Select tblSaleRegion.ID, tblSaleRegion.ParentID, tblSaleRegion.Code as [كد منطقه], tblSaleRegion.Name as [نام منطقه] from tblSaleRegion Order By tblSaleRegion.Code',
-   1, 1)
+   1, 0)
 GO
 insert into tblVorekReportLayout (ReportID, ColumnNumber, Alignment, Width) values
   (103, 1, 4, 0), (103, 2, 4, 0), (103, 3, 4, 1200), (103, 4, 7, 2600), (103, 5, 4, 1200),

@@ -67,6 +67,12 @@ class VorekReportWidget : public QWidget {
   void ViewCelChange();
   void InvokeClearShow(int FormTypeID, const QString& InvokedValueStr);
   void InvokeView(int FormTypeID, const QString& UniqueWC, const QString& InvokedValueStr);
+  // Escape on a grid asks for the end of the window that shows the report. Unless a slot is
+  // connected, the widget's window is closed.
+  void CloseParent();
+  // The window of a related report leads back here; the widget's window comes to the front by
+  // itself.
+  void ComeToFront();
   // The buttons of an Editable control; see ReportEvents.
   void AddClick();
   void EditClick();

@@ -27,9 +27,14 @@ struct ReportEvents {
   std::function<void(std::int32_t& FormTypeID, std::string& InvokedValueStr)> InvokeClearShow;
   std::function<void(std::int32_t& FormTypeID, std::string& UniqueWC, std::string& InvokedValueStr)>
       InvokeView;
+  // Escape on a grid: the window that the control stands in is to be closed. Only for a control
+  // that stands in no form of ours.
+  std::function<void()> CloseParent;
+  // The window of a related report leads back to this control.
+  std::function<void()> ComeToFront;
   // The buttons of an Editable control: a new record is wanted, the current one is to be changed or
   // deleted. The control changes no data by itself; FormTypeID, FormID and UniqueWC tell the
-  // record.
+  // record. Changing it then does what a double click on it does.
   std::function<void()> AddClick;
   std::function<void()> EditClick;
   std::function<void()> DeleteClick;
@@ -58,10 +63,16 @@ class VorekReport1 {
   bool Refresh(bool DoFilter = false, const std::string& inParameterString = "",
                const std::string& inCallerStringValue = "");
 
-  // Members that open a report in a window of its own or with prepared values. By now they do
-  // nothing.
+  // Shows a report in a modal window of its own, in which something is looked up; the same number
+  // again shows the same window. Always true. None of these three asks for the right to the
+  // control's own use of the report, and each throws Error if the definition can't be read.
   bool ShowWithParams(std::int32_t ID);
+  // Shows a report here after a dialog that asks for the parameters to which the string gives no
+  // value; a dialog that is given up shows an empty grid. Always true.
   bool ViewRepotRelations(std::int32_t ID, const std::string& inParameterString = "");
+  // Opens a related report, with the values of the key list CallerStr, in a window of its own, and
+  // raises InvokeView or InvokeClearShow for a record that was chosen there. Nothing for an empty
+  // string or a number below 1.
   void ViewReportWithoutParameters(std::int32_t& calledRepportID, std::string& CallerStr,
                                    std::string& InvRepTitle);
   // No report any more: the first row is emptied, headers and widths stay.

@@ -8,6 +8,7 @@
 namespace vorek {
 
 class Clock;
+class Components;
 class DatabaseProvider;
 class FileDialogs;
 class Files;
@@ -29,6 +30,8 @@ struct WorldOptions {
   std::shared_ptr<Settings> settings = {};
   // The dialogs for choosing a file; null for none: each is then cancelled.
   std::shared_ptr<FileDialogs> file_dialogs = {};
+  // The forms behind rows, see components.h; null for none: a form that is wanted isn't there.
+  std::shared_ptr<Components> components = {};
   // The file that keeps the user functions of formulas; empty for none.
   std::string function_file = {};
 };

@@ -18,6 +18,13 @@ std::string ProviderName(const std::string& connection_text) {
 
 }  // namespace
 
+DataSession DataSession::Sibling() const {
+  DataSession sibling(providers_);
+  sibling.running_ = running_;
+  sibling.progress_ = progress_;
+  return sibling;
+}
+
 DtEn& DataSession::Get() {
   if (dten_ == nullptr) Renew();
   return *dten_;
@@ -25,7 +32,7 @@ DtEn& DataSession::Get() {
 
 void DataSession::Renew() {
   ++binding_;
-  dten_ = std::make_unique<DtEn>(providers_, running_);
+  dten_ = std::make_unique<DtEn>(providers_, *running_);
   dten_->cnn.on_progress = progress_;
 }
 

@@ -33,6 +33,9 @@ struct DtEn {
 class DataSession {
  public:
   explicit DataSession(ProviderList providers) : providers_(std::move(providers)) {}
+  // A session with a connection of its own to the same providers, stopped by the same Cancel and
+  // followed by the same progress.
+  DataSession Sibling() const;
 
   // The object in force, made on first use.
   DtEn& Get();
@@ -50,7 +53,7 @@ class DataSession {
   std::uint32_t Binding() const { return binding_; }
 
   // Stops the statement that runs now; may be called from any thread.
-  void Cancel() noexcept { running_.Cancel(); }
+  void Cancel() noexcept { running_->Cancel(); }
 
   // Asked while a report's rows are read; false cancels. Kept over re-bindings.
   void SetProgress(std::function<bool(std::size_t rows)> progress);
@@ -59,7 +62,7 @@ class DataSession {
   void Renew();
 
   ProviderList providers_;
-  RunningStatement running_;
+  std::shared_ptr<RunningStatement> running_ = std::make_shared<RunningStatement>();
   std::function<bool(std::size_t rows)> progress_;
   std::unique_ptr<DtEn> dten_;
   std::uint32_t binding_ = 0;

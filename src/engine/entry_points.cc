@@ -2,8 +2,14 @@
 
 #include <algorithm>
 
+#include "catalog/report_row.h"
+#include "engine/attempt.h"
+#include "engine/form_ask_user_report.h"
+#include "engine/form_report.h"
+#include "engine/query_text.h"
 #include "engine/shared_helpers.h"
 #include "text/number.h"
+#include "text/utf8.h"
 
 namespace vorek {
 namespace {
@@ -11,9 +17,12 @@ namespace {
 // One empty row; the others go with the result behind them.
 void EmptyRows(Grid& grid) {
   const std::int32_t row = std::min(grid.Row(), 1);
+  const bool redraw = grid.Redraw();
+  grid.SetRedraw(false);  // no row is selected on the way
   grid.SetRows(1);
   grid.SetRows(2);
   grid.SetRow(row);
+  grid.SetRedraw(redraw);
 }
 
 void DropMarks(ReportControl& control, Recordset& children) {
@@ -30,7 +39,92 @@ void DropMarks(ReportControl& control, Recordset& children) {
   }
 }
 
+void AskSwitch(Process& process) {
+  constexpr std::int32_t kReportSwitch = 123;  // of tblVorekSystemParameters
+  process.main.SystemParameter123 = SystemParameter(process.dten().rssqlGeneral1, kReportSwitch);
+}
+
+// The whole number behind the first "=", -1 for none.
+std::int32_t FirstValue(const std::string& parameter_string) {
+  const std::size_t equal = parameter_string.find('=');
+  if (equal == std::string::npos) return -1;
+  return text::ToInt32(text::NumericPrefix(parameter_string.substr(equal + 1)));
+}
+
+FormAskUser& NewDialog(ReportControl& control, const std::string& parameter_string) {
+  control.aFormAskUser =
+      std::make_unique<FormAskUser>(control.world.process, control.world.messages);
+  FormAskUser& form = *control.aFormAskUser;
+  form.on_search = [&control](const std::string& query) { control.SearchFromDialog(query); };
+  form.PeriodID = control.state.PeriodID;
+  form.Title = control.state.Title;
+  form.VorekParameters1.GivenValue = FirstValue(parameter_string);
+  return form;
+}
+
+void RaiseRecorded(ReportControl& control, FormReport& form) {
+  ReportEvents& events = control.events;
+  if (form.InvokeViewRecorded && events.InvokeView) {
+    events.InvokeView(form.FormTypeID, form.UniqueWC, form.InvokedValueStr);
+  }
+  if (form.InvokeClearShowRecorded && events.InvokeClearShow) {
+    events.InvokeClearShow(form.FormTypeID, form.InvokedValueStr);
+  }
+}
+
 }  // namespace
+
+void ShowWithParams(ReportControl& control, std::int32_t id) {
+  control.LoadForEntry(id, "");
+  AskSwitch(control.world.process);
+  std::unique_ptr<FormAskUserReport>& form = control.world.form_ask_user_report;
+  std::int32_t& last = control.world.process.main.LastAskReportID;
+  if (form != nullptr && form->Loaded() && last == id) {
+    form->ShowModal();
+    return;
+  }
+  if (form != nullptr) form->Unload();
+  form = std::make_unique<FormAskUserReport>(control.world);
+  last = id;
+  form->ShowSearch(id);
+}
+
+void ViewRepotRelations(ReportControl& control, std::int32_t id,
+                        const std::string& parameter_string) {
+  Process& process = control.world.process;
+  control.LoadForEntry(id, parameter_string);
+  ReportState& state = control.state;
+  std::string query = state.IsStoredProcedure ? state.roughSQL : state.SQLQuery;
+  FillMarkers(process, id, query, parameter_string);
+  AskSwitch(process);
+  const bool filled = !text::Contains(query, "@");
+  if (filled) state.QueryText = query;
+  const bool confirmed = NewDialog(control, parameter_string).View(id, query);
+  if (confirmed || filled) control.Refresh(false, "", "");
+}
+
+void ViewReportWithoutParameters(ReportControl& control, std::int32_t called,
+                                 const std::string& parameter_string, const std::string& title) {
+  Process& process = control.world.process;
+  AskSwitch(process);
+  if (parameter_string.empty() || called <= 0) return;
+  FormReport& form = control.NewWindow();
+  form.OleConnectionString = process.dten().cnn.ConnectionString();
+  form.PositionID = process.main.GlobalPositionID;
+  form.EmployeeID = process.main.GlobalEmployeeID;
+  form.UserID = process.main.GlobalUserID;
+  form.SetCaption(title);
+  form.ParentID = control.state.local_ParentID;
+  form.CallerID = control.state.ReportID;
+  control.flxMain.SetMousePointer(11);
+  const std::optional<Error> error =
+      Attempt([&] { form.ViewSystemReport(called, parameter_string); });
+  control.flxMain.SetMousePointer(0);
+  // A window that isn't on the screen holds nothing.
+  if (!form.Shown()) form.Unload();
+  if (error) throw Error(*error);
+  RaiseRecorded(control, form);
+}
 
 void ClearReport(ReportControl& control) {
   control.state.ClearedRow = control.Context().ActiveGrid().Row();
@@ -40,6 +134,7 @@ void ClearReport(ReportControl& control) {
 }
 
 bool SetNull(ReportControl& control) {
+  control.CloseWindows();
   // A form over an empty query has no members.
   std::string no_query;
   IgnoreErrors([&] { control.VorekParameters1.View(-1, no_query, control.Width()); });

@@ -3,8 +3,16 @@
 
 #include "engine/report_control.h"
 
-// The members of the control beside View and Refresh that show, empty or release a report.
+// The members of the control beside View and Refresh that show, empty or release a report. What
+// they mean to a host stands in vorek/report.h.
 namespace vorek {
+
+// Each throws what the database throws.
+void ShowWithParams(ReportControl& control, std::int32_t id);
+void ViewRepotRelations(ReportControl& control, std::int32_t id,
+                        const std::string& parameter_string);
+void ViewReportWithoutParameters(ReportControl& control, std::int32_t called,
+                                 const std::string& parameter_string, const std::string& title);
 
 // No report any more: row 1 of both grids is emptied, headers and widths stay.
 void ClearReport(ReportControl& control);

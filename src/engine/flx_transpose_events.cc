@@ -1,5 +1,8 @@
 #include "engine/flx_transpose_events.h"
 
+#include "drill/record_selection.h"
+#include "drill/related_reports.h"
+#include "engine/drill_events.h"
 #include "engine/flx_main_events.h"
 #include "grid/cross_table_click.h"
 #include "grid/tree_sort.h"
@@ -15,6 +18,18 @@ constexpr int kRightButton = 2;
 void flxTranspose_Click(ReportControl& control) {
   ReportContext report = control.Context();
   ClickCrossTable(report, control.flxTranspose.MouseRow(), control.flxTranspose.MouseCol());
+}
+
+void flxTranspose_SelChange(ReportControl& control) {
+  ReportContext report = control.Context();
+  DrillEvents events(control);
+  SelectTransposeRecord(report, events);
+}
+
+void flxTranspose_DblClick(ReportControl& control) {
+  ReportContext report = control.Context();
+  DrillEvents events(control);
+  DrillFromTranspose(report, events);
 }
 
 void flxTranspose_MouseDown(ReportControl& control, int button, int /*shift*/) {

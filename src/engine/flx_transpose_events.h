@@ -7,6 +7,8 @@
 namespace vorek {
 
 void flxTranspose_Click(ReportControl& control);
+void flxTranspose_DblClick(ReportControl& control);
+void flxTranspose_SelChange(ReportControl& control);
 void flxTranspose_MouseDown(ReportControl& control, int button, int shift);
 void flxTranspose_Scroll(ReportControl& control);
 

@@ -1,5 +1,6 @@
 #include "engine/grid_events.h"
 
+#include "engine/drill_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"
 #include "engine/quick_search.h"
@@ -8,6 +9,9 @@
 
 namespace vorek {
 namespace {
+
+// A double click there is two of the header's own: no row is meant.
+bool IsOnHeader(const Grid& grid) { return grid.MouseRow() == 0; }
 
 // An entry that works on the report as it is shown.
 void LeadTo(Menu& entry, ReportControl& control, void (*work)(ReportContext&)) {
@@ -36,7 +40,15 @@ void ConnectGridEvents(ReportControl& control) {
   main.on_mouse_down = [&control](int button, int shift, double, double) {
     flxMain_MouseDown(control, button, shift);
   };
-  main.on_sel_change = [&control] { control.flxMain_SelChange(); };
+  main.on_mouse_move = [&control](int, int, double, double) { flxMain_MouseMove(control); };
+  main.on_dblclick = [&control] {
+    if (IsOnHeader(control.flxMain)) {
+      DrillEvents(control).RaiseDblClick();
+    } else {
+      flxMain_DblClick(control);
+    }
+  };
+  main.on_sel_change = [&control] { flxMain_SelChange(control); };
   main.on_scroll = [&control] { flxMain_Scroll(control); };
 
   Grid& transpose = control.flxTranspose;
@@ -45,6 +57,10 @@ void ConnectGridEvents(ReportControl& control) {
   transpose.on_mouse_down = [&control](int button, int shift, double, double) {
     flxTranspose_MouseDown(control, button, shift);
   };
+  transpose.on_dblclick = [&control] {
+    if (!IsOnHeader(control.flxTranspose)) flxTranspose_DblClick(control);
+  };
+  transpose.on_sel_change = [&control] { flxTranspose_SelChange(control); };
   transpose.on_scroll = [&control] { flxTranspose_Scroll(control); };
   ConnectMenus(control);
 }

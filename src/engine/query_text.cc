@@ -1,6 +1,7 @@
 #include "engine/query_text.h"
 
 #include <utility>
+#include <vector>
 
 #include "catalog/report_row.h"
 #include "text/key_list.h"
@@ -29,23 +30,38 @@ std::string PutNothing(std::string query, const std::string& marker) {
   return ReplaceIgnoreCase(query, "@" + marker, "1 or ''=''");
 }
 
+// The markers of a report's parameters, a longer number before its prefix: 12 before 1.
+std::vector<std::string> MarkersOf(Process& process, std::int32_t report_id) {
+  std::vector<std::string> markers;
+  Recordset& slot = process.dten().rssqlGeneral1;
+  OpenSlot(slot, "Select * from tblVorekReportParameter Where ReportID =" +
+                     std::to_string(report_id) + "  ORDER BY ParameterID desc");
+  for (; !slot.AtEnd(); slot.MoveNext()) markers.push_back("@" + TextOf(slot, "ParameterID"));
+  slot.Close();
+  return markers;
+}
+
 }  // namespace
 
 bool SubstituteParameters(Process& process, std::int32_t report_id, std::string& roughSQL,
                           const std::string& parameter_string) {
-  Recordset& slot = process.dten().rssqlGeneral1;
-  // A longer number goes before its prefix: 12 before 1.
-  OpenSlot(slot, "Select * from tblVorekReportParameter Where ReportID =" +
-                     std::to_string(report_id) + "  ORDER BY ParameterID desc");
-  for (; !slot.AtEnd(); slot.MoveNext()) {
-    const std::string marker = "@" + TextOf(slot, "ParameterID");
+  for (const std::string& marker : MarkersOf(process, report_id)) {
     if (!text::ContainsIgnoreCase(roughSQL, marker + ")")) continue;
     const std::string value = getParameterValue(parameter_string, marker);
     roughSQL = text::TrimView(value).empty() ? PutNothing(std::move(roughSQL), marker)
                                              : PutValue(std::move(roughSQL), marker, value);
   }
-  slot.Close();
   return !text::Contains(roughSQL, "@");
+}
+
+void FillMarkers(Process& process, std::int32_t report_id, std::string& query,
+                 const std::string& parameter_string) {
+  for (const std::string& marker : MarkersOf(process, report_id)) {
+    const std::string value = getParameterValue(parameter_string, marker);
+    if (!text::ContainsIgnoreCase(query, marker + ")") || text::TrimView(value).empty()) continue;
+    query = ReplaceIgnoreCase(query, "@" + marker, value);
+    query = ReplaceIgnoreCase(query, marker, value);
+  }
 }
 
 std::string ReplaceTokens(const std::string& query, const TokenValues& values) {

@@ -15,6 +15,11 @@ namespace vorek {
 bool SubstituteParameters(Process& process, std::int32_t report_id, std::string& roughSQL,
                           const std::string& parameter_string);
 
+// Puts those values of a parameter string that aren't blank in place of their markers; the other
+// markers stay.
+void FillMarkers(Process& process, std::int32_t report_id, std::string& query,
+                 const std::string& parameter_string);
+
 // The values of the tokens, as SQL texts.
 struct TokenValues {
   std::string report_date;  // today's Persian date in quotes

@@ -51,6 +51,7 @@ class ReportCheck {
     CheckSecurity();
     CheckFormulas();
     CheckLinks();
+    CheckPopup();
   }
 
  private:
@@ -73,6 +74,9 @@ class ReportCheck {
   void CheckFormulas();
   void CheckFormula(const std::string& name, const std::string& field, const std::string& formula);
   void CheckLinks();
+  void CheckPassedParameter(const std::string& field, const std::string& called,
+                            const std::string& parameter);
+  void CheckPopup();
   bool ReportExists(const std::string& id);
 
   Process& process_;
@@ -81,6 +85,7 @@ class ReportCheck {
   std::string query_;
   std::string query_field_;
   bool secure_ = false;
+  bool popup_ = false;
   std::int32_t form_type_ = -1;
   std::vector<std::int32_t> parameters_;
   std::vector<std::int32_t> markers_;
@@ -98,6 +103,7 @@ bool ReportCheck::ReadDefinition() {
     query_ = procedure ? "EXEC " + TextOf(Slot(), "SQLSP") : TextOf(Slot(), "SQLQuery");
     if (!procedure) IgnoreErrors([&] { query_ += TextOf(Slot(), "Reserved"); });
     secure_ = FlagOf(Slot(), "MakeSecure", false);
+    IgnoreErrors([&] { popup_ = FlagOf(Slot(), "ShowPopupTree", false); });
     form_type_ = NumberOf(Slot(), "FormTypeID");
   }
   Slot().Close();
@@ -279,6 +285,39 @@ bool ReportCheck::ReportExists(const std::string& id) {
   return exists;
 }
 
+// A called report gets what its markers and its parameters both know.
+void ReportCheck::CheckPassedParameter(const std::string& field, const std::string& called,
+                                       const std::string& parameter) {
+  if (parameter.empty()) return;
+  Recordset& slot = process_.dten().rssqlGeneral2;
+  OpenSlot(slot, "Select ParameterID from tblVorekReportParameter Where ReportID=" +
+                     std::to_string(text::TextToNumber(called)) +
+                     " and ParameterID=" + std::to_string(text::TextToNumber(parameter)));
+  const bool known = !slot.AtEnd();
+  slot.Close();
+  if (known || !ReportExists(called)) return;
+  Tell(true, field, "the called report has no parameter " + parameter,
+       "its query doesn't get the value, and may stop without a message");
+}
+
+// A window on the children of a row is opened with the parameters of the report.
+void ReportCheck::CheckPopup() {
+  if (!popup_) return;
+  if (parameters_.empty()) {
+    Tell(true, "ShowPopupTree", "the report has no parameter to pass on",
+         "a double click on a closed row opens nothing");
+  }
+  if (!columns_) return;
+  const auto parent = std::find_if(columns_->begin(), columns_->end(), [](const std::string& name) {
+    return text::EqualsIgnoreCase(name, "ParentID");
+  });
+  const bool after_key = parent != columns_->begin() && parent != columns_->end() &&
+                         text::EqualsIgnoreCase(*(parent - 1), "ID");
+  if (after_key) return;
+  Tell(true, "ShowPopupTree", "the field before ParentID isn't ID",
+       "the window shows the children of another row, or none");
+}
+
 void ReportCheck::CheckLinks() {
   OpenSlot(Slot(),
            "Select * from tblVorekRelatedReports Where CallerReportID=" + std::to_string(id_));
@@ -289,6 +328,7 @@ void ReportCheck::CheckLinks() {
     if (!ReportExists(called)) {
       Tell(true, field, "there is no such report", "a double click opens an empty window");
     }
+    CheckPassedParameter(field, called, TextOf(Slot(), "CalledParameterID"));
     const auto has = [&](const std::vector<std::string>& names) {
       return std::any_of(names.begin(), names.end(), [&](const std::string& name) {
         return text::EqualsIgnoreCase(text::Trim(name), column);

@@ -5,6 +5,9 @@
 
 #include "catalog/report_row.h"
 #include "engine/attempt.h"
+#include "engine/flx_main_events.h"
+#include "engine/flx_transpose_events.h"
+#include "engine/form_report.h"
 #include "engine/grid_events.h"
 #include "engine/quick_search.h"
 #include "engine/report_filter.h"
@@ -75,6 +78,8 @@ ReportControl::ReportControl(WorldState& shared, Control* parent, std::string na
   Move(0, 0, 12000, 8000);
 }
 
+ReportControl::~ReportControl() = default;
+
 void ReportControl::ConnectEvents() {
   on_resize = [this] { LayOut(); };
   VorekParameters1.on_search = [this](const std::string& query) { SearchFromPanel(query); };
@@ -98,21 +103,30 @@ void ReportControl::ConnectEvents() {
     NoteDrawnWidth(transpose_widths_, flxTranspose, col);
   };
   ConnectGridEvents(*this);
-  // What a record is, the host knows.
-  const auto raise = [](const std::function<void()>& event) {
-    if (event) event();
-  };
-  cmdAdd.on_click = [this, raise] { raise(events.AddClick); };
-  cmdEdit.on_click = [this, raise] { raise(events.EditClick); };
-  cmdDelete.on_click = [this, raise] { raise(events.DeleteClick); };
+  ConnectButtons();
 }
 
-// By now a record is told by its row alone.
-void ReportControl::flxMain_SelChange() {
-  const std::int32_t row = flxMain.Row();
-  if (row < 1 || row == told_row_) return;
-  told_row_ = row;
-  if (events.ViewCelChange) events.ViewCelChange();
+// What a record is, the host knows.
+void ReportControl::ConnectButtons() {
+  cmdAdd.on_click = [this] {
+    IgnoreErrors([&] {
+      Recordset& slot = world.process.dten().rssqlGeneral2;
+      OpenSlot(slot, "select * from tblVorekFormType");
+      slot.Close();
+    });
+    if (events.AddClick) events.AddClick();
+  };
+  cmdEdit.on_click = [this] {
+    if (events.EditClick) events.EditClick();
+    if (state.isTransposedResult) {
+      flxTranspose_DblClick(*this);
+    } else {
+      flxMain_DblClick(*this);
+    }
+  };
+  cmdDelete.on_click = [this] {
+    if (events.DeleteClick) events.DeleteClick();
+  };
 }
 
 bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
@@ -173,6 +187,8 @@ void ReportControl::LoadReport(std::int32_t id) {
   if (state.ReportID != id) ForgetTotals(world.process.main);
   state.ReportID = id;
   state.FormTypeID = state.FormID = -1;
+  state.FormColumns = {};
+  state.Forms = {};
   state.LastParameterString.clear();
   state.ListOfParameters.clear();
   state.ListOfVisualParameters.clear();
@@ -219,7 +235,6 @@ void ReportControl::EndView() {
 
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
                             const std::string&) {
-  told_row_ = -1;
   const bool result = ReportRun(*this).Run(do_filter, parameter_string);
   ApplyWidths();
   return result;
@@ -291,6 +306,52 @@ void ReportControl::SetMainTopRow(std::int32_t row) { flxMain.SetTopRow(row > 0 
 std::string ReportControl::CellText(std::int32_t row, std::int32_t col) {
   const Grid& grid = Context().ActiveGrid();
   return row < 0 || row >= grid.Rows() ? "" : grid.TextMatrix(row, col);
+}
+
+void ReportControl::SetTitle(const std::string& title) {
+  state.Title = title;
+  lblCaption.SetCaption(title);
+  // A long title makes its label wider; the layout then centres it.
+  const std::int32_t width = world.process.windows().TextWidth(title, 0) + 200;
+  lblCaption.SetWidth(std::max(width, kCaptionWidth));
+  lblCaption.SetLeft((Width() - lblCaption.Width()) / 2);
+}
+
+void ReportControl::CloseParent() {
+  if (auto* const form = dynamic_cast<Form*>(Parent())) {
+    form->Unload();
+  } else if (events.CloseParent) {
+    events.CloseParent();
+  }
+}
+
+void ReportControl::ComeToFront() {
+  if (auto* const form = dynamic_cast<Form*>(Parent())) {
+    form->Show();
+  } else if (events.ComeToFront) {
+    events.ComeToFront();
+  }
+}
+
+void ReportControl::LoadForEntry(std::int32_t id, const std::string& parameter_string) {
+  world.process.data.RebindTwice(state.OleConnectionString);
+  world.process.main.ConnectionText = state.OleConnectionString;
+  TakeUser();
+  BeginReport(id, parameter_string, "");
+  state.ShowFlatternParameters = false;
+  EmptyGrids();
+  LayOut();
+}
+
+FormReport& ReportControl::NewWindow() {
+  std::erase_if(windows_, [](const auto& window) { return !window->Loaded(); });
+  windows_.push_back(std::make_unique<FormReport>(*this));
+  return *windows_.back();
+}
+
+// A window may be in the midst of an event: it goes with the next one that is opened.
+void ReportControl::CloseWindows() {
+  for (const auto& window : windows_) window->Unload();
 }
 
 void ReportControl::TakeSearch(const std::string& query, const std::string& visual,

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "drill/general_class.h"
 #include "engine/popup_menus.h"
@@ -21,12 +22,15 @@
 
 namespace vorek {
 
+class FormReport;
+
 // What stands behind a VorekReport1: its controls and its report state. The work is done by passes
 // over them (report_load, report_run, report_layout, and those of the lower floors).
 class ReportControl : public Frame {
  public:
   explicit ReportControl(WorldState& world, Control* parent = nullptr,
                          std::string name = "VorekReport1");
+  ~ReportControl() override;
 
   std::string_view Kind() const override { return "VorekReport1"; }
   void KeyDown(int key_code, int shift) override;
@@ -61,8 +65,20 @@ class ReportControl : public Frame {
   void Arrange();
   void FocusGrid();
 
-  // Another row of flxMain was chosen.
-  void flxMain_SelChange();
+  // The title, also that of a report on show.
+  void SetTitle(const std::string& title);
+  // Closes the window that the control stands in; a host's is asked for by an event.
+  void CloseParent();
+  void ComeToFront();
+
+  // Loads a report for an entry point that shows no panel, as the user of the control: its
+  // definition is there, its grids are empty.
+  void LoadForEntry(std::int32_t id, const std::string& parameter_string);
+
+  // A window for a related report; those that were closed by now go.
+  FormReport& NewWindow();
+  void CloseWindows();
+
   // Opens the prompt dialog of the last run again.
   void mnuShowAskForm_Click();
 
@@ -107,6 +123,7 @@ class ReportControl : public Frame {
 
  private:
   void ConnectEvents();
+  void ConnectButtons();
   void BindConnection();
   void TakeUser();
   void BeginReport(std::int32_t id, const std::string& parameter_string,
@@ -121,8 +138,8 @@ class ReportControl : public Frame {
 
   DrawnWidths main_widths_;
   DrawnWidths transpose_widths_;
-  std::int32_t drawn_report_ = -1;  // that the widths were drawn in
-  std::int32_t told_row_ = -1;      // the row of the last ViewCelChange
+  std::int32_t drawn_report_ = -1;                    // that the widths were drawn in
+  std::vector<std::unique_ptr<FormReport>> windows_;  // of related reports, in their opening order
 };
 
 }  // namespace vorek

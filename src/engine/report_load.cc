@@ -44,14 +44,6 @@ void ForgetDefinition(ReportState& state) {
   state.QueryText = state.roughSQL = state.SQLQuery;
 }
 
-void ShowCaption(ReportControl& control) {
-  control.lblCaption.SetCaption(control.state.Title);
-  // A long title makes its label wider; the layout then centres it.
-  const std::int32_t width =
-      control.world.process.windows().TextWidth(control.state.Title, 0) + 200;
-  control.lblCaption.SetWidth(std::max(width, ReportControl::kCaptionWidth));
-}
-
 void ReadIdentity(ReportControl& control, const Recordset& row) {
   ReportState& state = control.state;
   state.ReportID = row.Field("ID").Number();
@@ -105,7 +97,7 @@ bool ReadReportRow(ReportControl& control, std::int32_t report_id) {
     ReadOptionalColumns(state, slot);
   }
   slot.Close();
-  ShowCaption(control);
+  control.SetTitle(control.state.Title);
   return found;
 }
 

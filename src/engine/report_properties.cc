@@ -66,6 +66,9 @@ PropertyTable HostProperties() {
           Shown("QueryText", &ReportState::QueryText),
           Shown("QuerySource", &ReportState::QuerySource),
           Shown("QueryRecordCount", &ReportState::QueryRecordCount),
+          Shown("ParameterString", &ReportState::ParameterString),
+          Shown("CallerStringValue", &ReportState::CallerStringValue),
+          Shown("SQLQuery", &ReportState::SQLQuery),
           Shown("ListOfParameters", &ReportState::ListOfParameters),
           Shown("ListOfVisualParameters", &ReportState::ListOfVisualParameters),
           Shown("ReportDistributed", &ReportState::ReportDistributed)};

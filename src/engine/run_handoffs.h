@@ -21,14 +21,6 @@ inline void WidenSpecialReport(ReportContext& /*report*/) {}  // the widths of r
 // --- Commands of the control -----------------------------------------------------------------
 
 inline void ExportExcel(ReportContext& /*report*/, std::int32_t /*report_id*/) {}
-inline bool ShowWithParams(ReportContext& /*report*/, std::int32_t /*id*/) { return true; }
-inline bool ViewRepotRelations(ReportContext& /*report*/, std::int32_t /*id*/,
-                               const std::string& /*parameter_string*/) {
-  return true;
-}
-inline void ViewReportWithoutParameters(ReportContext& /*report*/, std::int32_t /*called*/,
-                                        const std::string& /*caller_value*/,
-                                        const std::string& /*title*/) {}
 
 }  // namespace vorek
 

@@ -1,8 +1,8 @@
 #include <optional>
 
 #include "catalog/report_row.h"
+#include "catalog/sql_names.h"
 #include "engine/rights.h"
-#include "engine/shared_helpers.h"
 #include "text/utf8.h"
 
 // Row security: the query's text is extended by a condition on tblVorekAllowablePosition.

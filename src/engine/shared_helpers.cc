@@ -1,7 +1,6 @@
 #include "engine/shared_helpers.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "catalog/report_row.h"
@@ -28,21 +27,6 @@ void WithRow(Recordset& slot, const std::string& table, std::int32_t id, const R
 
 std::string Max(const std::string& a, const std::string& b) {
   return text::NumericPrefix(b) >= text::NumericPrefix(a) ? b : a;
-}
-
-bool IsAlphaNumeric(std::string_view character) {
-  const auto within = [&](std::string_view first, std::string_view last) {
-    return character >= first && character <= last;
-  };
-  return within("0", "9") || within("a", "z") || within("A", "Z");
-}
-
-bool IsNumericSqlType(std::string_view type_name) {
-  static constexpr std::array<std::string_view, 9> kNames = {
-      "int", "bigint", "decimal", "bit", "tinyint", "money", "float", "numeric", "smallint"};
-  return std::any_of(kNames.begin(), kNames.end(), [&](std::string_view name) {
-    return text::EqualsIgnoreCase(name, type_name);
-  });
 }
 
 bool SelectComboItem(ComboBox& combo, std::int32_t value) {

@@ -14,12 +14,6 @@ namespace vorek {
 // Of two texts the one whose numeric prefix is the greater; the second if they are equal.
 std::string Max(const std::string& a, const std::string& b);
 
-// A single character from 0 to 9, a to z or A to Z.
-bool IsAlphaNumeric(std::string_view character);
-
-// Names of SQL's number types, in any case; false for all others.
-bool IsNumericSqlType(std::string_view type_name);
-
 // Selects the first line whose item data is the value. True if there is one.
 bool SelectComboItem(ComboBox& combo, std::int32_t value);
 

@@ -2,7 +2,6 @@
 #include "engine/entry_points.h"
 #include "engine/property_bag.h"
 #include "engine/report_control.h"
-#include "engine/run_handoffs.h"
 #include "grid/column_layout_pass.h"
 #include "grid/column_sort.h"
 #include "grid/merged_rows.h"
@@ -39,19 +38,19 @@ void VorekReport1::AlignFlexes(bool RetriveFromDB) {
 }
 
 bool VorekReport1::ShowWithParams(std::int32_t ID) {
-  ReportContext report = impl_->Context();
-  return vorek::ShowWithParams(report, ID);
+  ForHost([&] { vorek::ShowWithParams(*impl_, ID); });
+  return true;
 }
 
 bool VorekReport1::ViewRepotRelations(std::int32_t ID, const std::string& inParameterString) {
-  ReportContext report = impl_->Context();
-  return vorek::ViewRepotRelations(report, ID, inParameterString);
+  ForHost([&] { vorek::ViewRepotRelations(*impl_, ID, inParameterString); });
+  return true;
 }
 
 void VorekReport1::ViewReportWithoutParameters(std::int32_t& calledRepportID,
                                                std::string& CallerStr, std::string& InvRepTitle) {
-  ReportContext report = impl_->Context();
-  vorek::ViewReportWithoutParameters(report, calledRepportID, CallerStr, InvRepTitle);
+  ForHost(
+      [&] { vorek::ViewReportWithoutParameters(*impl_, calledRepportID, CallerStr, InvRepTitle); });
 }
 
 void VorekReport1::Clear() { ClearReport(*impl_); }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "engine/form_ask_user_report.h"
 #include "engine/world_state.h"
 #include "platform/no_windows.h"
 
@@ -16,10 +17,18 @@ Services ServicesFrom(WorldOptions options) {
   return {std::move(options.providers),     std::move(options.windows),
           std::move(options.clock),         std::move(options.files),
           std::move(options.function_file), std::move(options.settings),
-          std::move(options.file_dialogs)};
+          std::move(options.file_dialogs),  std::move(options.components)};
 }
 
 }  // namespace
+
+WorldState::WorldState(Services services) : process(std::move(services)), messages(process) {}
+
+WorldState::WorldState(const WorldState& opener) : process(opener.process), messages(process) {
+  process.main.ParameterValues = opener.process.main.ParameterValues;
+}
+
+WorldState::~WorldState() = default;
 
 World::World(WorldOptions options)
     : state_(std::make_unique<WorldState>(ServicesFrom(std::move(options)))) {}

@@ -1,15 +1,23 @@
 #ifndef VOREK_ENGINE_WORLD_STATE_H_
 #define VOREK_ENGINE_WORLD_STATE_H_
 
+#include <memory>
+
 #include "messages/messages.h"
 #include "state/process.h"
 #include "vorek/evaluation.h"
 
 namespace vorek {
 
+class FormAskUserReport;
+
 // What stands behind a World: the process-wide state and the forms that all controls share.
 struct WorldState {
-  explicit WorldState(Services services) : process(std::move(services)), messages(process) {}
+  explicit WorldState(Services services);
+  // A world for a report in a window of its own, so that neither the layouts nor the filter of one
+  // report reach the other. The answers of the last parameter form go with it.
+  explicit WorldState(const WorldState& opener);
+  ~WorldState();
 
   EvaluationOptions ForEvaluation() {
     return {process.services.function_file, process.services.files.get(), &messages};
@@ -17,6 +25,7 @@ struct WorldState {
 
   Process process;
   Messages messages;
+  std::unique_ptr<FormAskUserReport> form_ask_user_report;  // the last one; null for none
 };
 
 }  // namespace vorek

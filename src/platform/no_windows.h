@@ -16,6 +16,7 @@ class NoWindows : public Windows {
   void Beep(std::int32_t, std::int32_t) override {}
   ScreenPoint ClientToScreen(const Control&) const override { return {}; }
   double TwipsPerPixel() const override { return 15; }
+  ScreenSize Size() const override { return {19200, 11520}; }  // 1280 by 768 pixels
   void LoadKeyboardLayout(std::string_view) override {}
   int OsMajorVersion() const override { return 0; }
 };

@@ -16,6 +16,12 @@ struct ScreenPoint {
   std::int32_t y = 0;
 };
 
+// In twips.
+struct ScreenSize {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+};
+
 // The screen. A form is a plain object; this port shows it and feeds the user's events to it.
 class Windows {
  public:
@@ -46,6 +52,8 @@ class Windows {
   // Where the control's left upper corner lies; 0, 0 for one that isn't on the screen.
   virtual ScreenPoint ClientToScreen(const Control& control) const = 0;
   virtual double TwipsPerPixel() const = 0;
+  // The room that the screen has for windows, in twips.
+  virtual ScreenSize Size() const = 0;
 
   // Takes a keyboard layout into use, by its name of eight hexadecimal digits. Only some systems
   // know these names; elsewhere the user's layout stays.

@@ -12,6 +12,7 @@
 #include "platform/settings.h"
 #include "platform/windows.h"
 #include "state/main_module.h"
+#include "vorek/components.h"
 
 namespace vorek {
 
@@ -24,12 +25,17 @@ struct Services {
   std::string function_file = {};                  // of the formulas; empty for none
   std::shared_ptr<Settings> settings = {};         // null for none
   std::shared_ptr<FileDialogs> file_dialogs = {};  // null for none
+  std::shared_ptr<Components> components = {};     // of forms; null for none
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two
 // worlds that know nothing of each other.
 struct Process {
   explicit Process(Services with) : services(std::move(with)), data(services.providers) {}
+  // A process for a window of its own: the same parts of the world outside, nothing else shared but
+  // what a cancel stops.
+  explicit Process(const Process& opener)
+      : services(opener.services), data(opener.data.Sibling()) {}
 
   DtEn& dten() { return data.Get(); }
   Windows& windows() { return *services.windows; }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/result_set.h"
+#include "state/form_metadata.h"
 
 namespace vorek {
 
@@ -101,6 +102,11 @@ struct ReportState {
   std::int32_t ClearedRow = 0;
   bool AskFormFromMenu = false;
   std::string ReportDistributed;
+  bool SecondaryWanted = false;  // the next double click takes the secondary link
+
+  // From a row to its form.
+  FormColumnCache FormColumns;
+  FormMetadata Forms;
 
   bool IsResultEmpty() const { return QueryRecordCount == 0; }
   // The result is shown as a tree.

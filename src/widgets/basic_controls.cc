@@ -169,6 +169,15 @@ const PropertyTable& ComboBox::OwnProperties() const {
   return table;
 }
 
+void Timer::Elapse() {
+  if (Enabled() && on_timer) on_timer();
+}
+
+const PropertyTable& Timer::OwnProperties() const {
+  static const PropertyTable table = {ReadWrite("Interval", &Timer::Interval, &Timer::SetInterval)};
+  return table;
+}
+
 const PropertyTable& VorekProgressBar::OwnProperties() const {
   static const PropertyTable table = {
       ReadWrite("Value", &VorekProgressBar::Value, &VorekProgressBar::SetValue)};

@@ -140,6 +140,27 @@ class ComboBox : public TypedControl {
   std::int32_t list_index_ = -1;
 };
 
+// Tells that time has passed: while it is enabled and its form is on the screen.
+class Timer : public Control {
+ public:
+  using Control::Control;
+  std::string_view Kind() const override { return "Timer"; }
+
+  // From the presenter: the interval has passed once more.
+  void Elapse();
+
+  std::int32_t Interval() const { return interval_; }  // milliseconds
+  void SetInterval(std::int32_t milliseconds) { Assign(interval_, milliseconds, "Interval"); }
+
+  std::function<void()> on_timer;
+
+ protected:
+  const PropertyTable& OwnProperties() const override;
+
+ private:
+  std::int32_t interval_ = 100;
+};
+
 // How far a run has come, from 0 to 100.
 class VorekProgressBar : public Control {
  public:

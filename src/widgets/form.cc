@@ -14,6 +14,10 @@ void Form::FormKeyDown(int key_code, int shift) {
   if (shown_ && ActiveControl() != nullptr) ActiveControl()->KeyDown(key_code, shift);
 }
 
+void Form::Activate() {
+  if (on_activate) on_activate();
+}
+
 void Form::Load() {
   if (loaded_) return;
   loaded_ = true;

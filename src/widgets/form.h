@@ -25,9 +25,13 @@ class Form : public CaptionControl {
   // A key down anywhere in the form, before the active control sees it (on_form_key_down).
   void FormKeyDown(int key_code, int shift);
 
+  // The form's window became the active one.
+  void Activate();
+
   // --- State for the presenter ---------------------------------------------------------------
 
   bool Shown() const { return shown_; }
+  bool Loaded() const { return loaded_; }
   bool Modal() const { return modal_; }
   // A bare form has no frame and stands at its Left and Top on the screen; any other one stands in
   // the middle of the window before which it shows.
@@ -53,6 +57,7 @@ class Form : public CaptionControl {
 
   std::function<void()> on_load;
   std::function<void()> on_unload;
+  std::function<void()> on_activate;
   std::function<void(int key_code, int shift)> on_form_key_down;
 
  private:

@@ -40,14 +40,14 @@ TEST(SelectListTest, ReadsTheNamesOfColumns) {
 
 constexpr const char* kCatalogue =
     "create table tblVorekReport (ID int, Title nvarchar(50), SQLQuery nvarchar(max), SQLSP "
-    "nvarchar(max), IsStoredProcedure bit, MakeSecure bit, FormTypeID int);"
+    "nvarchar(max), IsStoredProcedure bit, MakeSecure bit, FormTypeID int, ShowPopupTree bit);"
     "create table tblVorekReportParameter (ReportID int, ParameterID int);"
     "create table tblVorekReportLayout (ReportID int, ColumnNumber int, Alignment int, Width int, "
     "MergeType int, TransposeType int, MakeSum bit);"
     "create table tblVorekReportExpression (ReportID int, ColumnNumber int, Name nvarchar(50), "
     "GeneralExpression nvarchar(99), FirstRowExpression nvarchar(99));"
     "create table tblVorekRelatedReports (CallerReportID int, CalledReportID int, "
-    "CallerReportColumn nvarchar(50));"
+    "CallerReportColumn nvarchar(50), CalledParameterID int);"
     "create table tblVorekTableFormRelationship (FormTypeID int, TableName nvarchar(50), IsMaster "
     "int);"
     "create table tblVorekRelatedTables (ReferenceTable nvarchar(50), ReferenceKey nvarchar(50), "
@@ -105,10 +105,24 @@ TEST_F(CheckTest, TellsEachFault) {
        "select a, b from t", "!TransposeType: 2 columns are to be spread"},
       {"insert into tblVorekReportExpression values (1, 1, N'x', ''C2+P3'', null)",
        "select a from t", "!GeneralExpression of x: P3 refers to a column beyond the 2"},
-      {"insert into tblVorekRelatedReports values (1, 9, ''a'')", "select a from t",
+      {"insert into tblVorekRelatedReports values (1, 9, ''a'', null)", "select a from t",
        "!link to report 9: there is no such report"},
-      {"insert into tblVorekRelatedReports values (1, 1, ''z'')", "select a from t",
+      {"insert into tblVorekRelatedReports values (1, 1, ''z'', null)", "select a from t",
        "!link to report 1: the result has no column \"z\""},
+      {"insert into tblVorekRelatedReports values (1, 1, ''a'', 4)", "select a from t",
+       "!link to report 1: the called report has no parameter 4"},
+      {"insert into tblVorekRelatedReports values (1, 1, ''a'', 4); insert into "
+       "tblVorekReportParameter values (1, 4)",
+       "select a from t where (a = @4)", ""},
+      {"update tblVorekReport set ShowPopupTree = 1", "select ID, ParentID from t",
+       "!ShowPopupTree: the report has no parameter to pass on"},
+      {"update tblVorekReport set ShowPopupTree = 1; insert into tblVorekReportParameter values "
+       "(1, 4)",
+       "select ID, a, ParentID from t where (a = @4)",
+       "!ShowPopupTree: the field before ParentID isn't ID"},
+      {"update tblVorekReport set ShowPopupTree = 1; insert into tblVorekReportParameter values "
+       "(1, 4)",
+       "select ID, ParentID from t where (a = @4)", ""},
       {"update tblVorekReport set MakeSecure = 1", "select a from t",
        "!MakeSecure: the query gives no form type or no key"},
       {"update tblVorekReport set MakeSecure = 1, FormTypeID = 5",
@@ -126,7 +140,7 @@ TEST_F(CheckTest, TellsEachFault) {
         "delete "
         "tblVorekReportExpression; delete tblVorekRelatedReports");
     Run(std::string("insert into tblVorekReport values (1, N'x', N'") + c.query +
-        "', null, 0, 0, null)");
+        "', null, 0, 0, null, 0)");
     std::string rows = c.rows;
     for (std::size_t at; (at = rows.find("''")) != std::string::npos;) rows.replace(at, 2, "'");
     if (!rows.empty()) Run(rows);

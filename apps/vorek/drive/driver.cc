@@ -7,6 +7,7 @@
 #include "adapters/system/database_option.h"
 #include "command.h"
 #include "drive/evaluation_object.h"
+#include "drive/script_component.h"
 #include "engine/report_control.h"
 #include "text/utf8.h"
 #include "vorek/system.h"
@@ -59,6 +60,7 @@ Driver::Driver(std::ostream& out)
   options.clock = clock_;
   options.windows = stage_;
   options.file_dialogs = files_;
+  options.components = components_;
   world_ = std::make_unique<World>(std::move(options));
   report_ = std::make_unique<VorekReport1>(*world_);
   objects_["evaluation"] = EvaluationObject(report_->Impl().Evaluation);
@@ -66,14 +68,27 @@ Driver::Driver(std::ostream& out)
 }
 
 const std::map<std::string, Driver::Command>& Driver::Commands() {
-  static const std::map<std::string, Command> commands = {
-      {"connect", &Driver::Connect}, {"view", &Driver::View},         {"refresh", &Driver::Refresh},
-      {"call", &Driver::Call},       {"get", &Driver::Get},           {"set", &Driver::Set},
-      {"click", &Driver::Click},     {"dblclick", &Driver::DblClick}, {"key", &Driver::Key},
-      {"type", &Driver::Type},       {"move", &Driver::Move},         {"select", &Driver::Select},
-      {"menu", &Driver::ChooseMenu}, {"dump", &Driver::Dump},         {"format", &Driver::Format},
-      {"events", &Driver::Events},   {"expect", &Driver::Expect},     {"clock", &Driver::SetClock},
-      {"close", &Driver::CloseForm}, {"file", &Driver::QueueFile}};
+  static const std::map<std::string, Command> commands = {{"connect", &Driver::Connect},
+                                                          {"view", &Driver::View},
+                                                          {"refresh", &Driver::Refresh},
+                                                          {"call", &Driver::Call},
+                                                          {"get", &Driver::Get},
+                                                          {"set", &Driver::Set},
+                                                          {"click", &Driver::Click},
+                                                          {"dblclick", &Driver::DblClick},
+                                                          {"key", &Driver::Key},
+                                                          {"type", &Driver::Type},
+                                                          {"move", &Driver::Move},
+                                                          {"select", &Driver::Select},
+                                                          {"menu", &Driver::ChooseMenu},
+                                                          {"dump", &Driver::Dump},
+                                                          {"format", &Driver::Format},
+                                                          {"events", &Driver::Events},
+                                                          {"expect", &Driver::Expect},
+                                                          {"clock", &Driver::SetClock},
+                                                          {"close", &Driver::CloseForm},
+                                                          {"file", &Driver::QueueFile},
+                                                          {"component", &Driver::OfferComponent}};
   return commands;
 }
 
@@ -160,11 +175,28 @@ Control* Driver::FindIn(Control& root, const std::string& path) {
   return root.Find(dot == std::string::npos ? "" : path.substr(dot + 1));
 }
 
+// A form that shows by the head of a path: "FormReport.x" is the newest of that name,
+// "FormReport(2).x" the second one.
+Form* Driver::FormOf(const std::string& head) const {
+  const std::size_t open = head.find('(');
+  const bool counted = open != std::string::npos && head.ends_with(')');
+  if (!counted) return stage_->FormNamed(head, 0);
+  const auto number =
+      property::FromText<std::int32_t>(head.substr(open + 1, head.size() - open - 2));
+  return number < 1 ? nullptr
+                    : stage_->FormNamed(head.substr(0, open), static_cast<std::size_t>(number));
+}
+
 Control& Driver::FindControl(const std::string& path) {
+  const std::size_t dot = std::min(path.find('.'), path.size());
+  if (Form* const form = FormOf(path.substr(0, dot))) {
+    Control* const control = dot == path.size() ? form : form->Find(path.substr(dot + 1));
+    if (control != nullptr) return *control;
+  }
   std::vector<Control*> roots;
   if (stage_->TopForm() != nullptr) roots.push_back(stage_->TopForm());
   roots.push_back(&report_->Root());
-  for (Form* form : stage_->ModelessForms()) roots.push_back(form);
+  roots.insert(roots.end(), stage_->OpenForms().rbegin(), stage_->OpenForms().rend());
   for (Control* root : roots) {
     if (Control* const control = FindIn(*root, path)) return *control;
   }
@@ -382,9 +414,18 @@ void Driver::SetClock(const Words& words) { clock_->Fix(Word(words, 1)); }
 
 void Driver::QueueFile(const Words& words) { files_->Queue(Word(words, 1)); }
 
+void Driver::OfferComponent(const Words& words) {
+  const std::string prog_id = Word(words, 1);
+  components_->Add(prog_id, [this, prog_id](std::int32_t) {
+    return std::make_unique<ScriptComponent>(prog_id,
+                                             [this](const std::string& line) { Print(line); });
+  });
+}
+
 void Driver::CloseForm(const Words&) {
-  if (stage_->TopForm() == nullptr) Refuse("no form is open");
-  stage_->TopForm()->CloseBox();
+  Form* const form = stage_->UppermostForm();
+  if (form == nullptr) Refuse("no form is open");
+  form->CloseBox();
 }
 
 // --- Completion

@@ -12,6 +12,7 @@
 #include "drive/stage.h"
 #include "drive/words.h"
 #include "grid/grid.h"
+#include "vorek/components.h"
 #include "vorek/error.h"
 #include "vorek/report.h"
 
@@ -45,6 +46,7 @@ class Driver {
   void Print(const std::string& line);
   void RaiseFailure();
 
+  Form* FormOf(const std::string& head) const;
   Control& FindControl(const std::string& path);
   Control* FindIn(Control& root, const std::string& path);
   Grid& FindGrid(const Words& words);
@@ -72,6 +74,7 @@ class Driver {
   void Expect(const Words& words);
   void SetClock(const Words& words);
   void QueueFile(const Words& words);
+  void OfferComponent(const Words& words);
   void CloseForm(const Words& words);
 
   std::ostream& out_;
@@ -80,6 +83,7 @@ class Driver {
   std::shared_ptr<ScriptClock> clock_;
   std::shared_ptr<Stage> stage_;
   std::shared_ptr<FileStage> files_;
+  std::shared_ptr<ComponentFactories> components_ = std::make_shared<ComponentFactories>();
   std::unique_ptr<World> world_;
   std::unique_ptr<VorekReport1> report_;
   std::map<std::string, std::unique_ptr<Object>> objects_;  // by name in small letters

@@ -94,6 +94,9 @@ std::vector<Method> KindMethods(Control& control) {
   if (auto* const date = dynamic_cast<VorekDate*>(&control)) {
     return {Plain("Clear", [date] { date->Clear(); })};
   }
+  if (auto* const timer = dynamic_cast<Timer*>(&control)) {
+    return {Plain("Elapse", [timer] { timer->Elapse(); })};
+  }
   if (auto* const minutes = dynamic_cast<MinutesControl*>(&control)) {
     return {Plain("Clear", [minutes] { minutes->Clear(); })};
   }
@@ -243,6 +246,8 @@ void ListenToEvents(VorekReport1& report, std::function<void(const std::string&)
   events.InvokeView = [tell](std::int32_t& type, std::string& condition, std::string& value) {
     tell("InvokeView " + std::to_string(type) + " " + condition + " " + value);
   };
+  events.CloseParent = [tell] { tell("CloseParent"); };
+  events.ComeToFront = [tell] { tell("ComeToFront"); };
   events.AddClick = [tell] { tell("AddClick"); };
   events.EditClick = [tell] { tell("EditClick"); };
   events.DeleteClick = [tell] { tell("DeleteClick"); };

@@ -31,12 +31,32 @@ void Stage::Queue(const std::string& form_name, Block block) {
   queue_[text::ToLower(form_name)].push_back(std::move(block));
 }
 
-void Stage::Announce(const Form& form) {
+void Stage::Open(Form& form) {
   print_("form " + form.Name() + " " + Quote(form.Caption()) + " " + Quote(form.MainText()));
+  if (std::find(open_.begin(), open_.end(), &form) == open_.end()) open_.push_back(&form);
+  watches_[&form] = std::make_unique<FormWatch>(form, [this](const Form* gone) { Forget(gone); });
+}
+
+void Stage::Forget(const Form* form) { std::erase(open_, form); }
+
+Form* Stage::UppermostForm() const {
+  if (!modal_.empty()) return modal_.back();
+  return open_.empty() ? nullptr : open_.back();
+}
+
+Form* Stage::FormNamed(const std::string& name, std::size_t number) const {
+  Form* newest = nullptr;
+  for (Form* const form : open_) {
+    if (!text::EqualsIgnoreCase(form->Name(), name)) continue;
+    newest = form;
+    if (number == 1) return form;
+    if (number > 1) --number;
+  }
+  return number == 0 ? newest : nullptr;
 }
 
 void Stage::ShowModal(Form& form) {
-  Announce(form);
+  Open(form);
   modal_.push_back(&form);
   std::deque<Block>& answers = queue_[text::ToLower(form.Name())];
   if (answers.empty()) {
@@ -52,14 +72,10 @@ void Stage::ShowModal(Form& form) {
   }
   modal_.pop_back();
   if (form.Shown()) form.CloseBox();
+  Forget(&form);
 }
 
-void Stage::Show(Form& form) {
-  Announce(form);
-  if (std::find(modeless_.begin(), modeless_.end(), &form) == modeless_.end()) {
-    modeless_.push_back(&form);
-  }
-}
+void Stage::Show(Form& form) { Open(form); }
 
 void Stage::PopupMenu(Menu& menu) {
   menu_ = &menu;

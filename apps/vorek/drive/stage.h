@@ -37,6 +37,27 @@ struct ScriptLine {
 };
 using Block = std::vector<ScriptLine>;
 
+// Forgets a form that isn't shown any more, or is gone.
+class FormWatch : public ControlObserver {
+ public:
+  FormWatch(Form& form, std::function<void(Form*)> forget)
+      : form_(&form), forget_(std::move(forget)) {
+    form.SetObserver(this);
+  }
+
+  void PropertyChanged(Control& control, std::string_view property) override {
+    if (&control == form_ && property == "Visible" && !form_->Visible()) forget_(form_);
+  }
+  void ChildAdded(Control&) override {}
+  void ChildRemoved(Control&) override {}
+  void FocusSet(Control&) override {}
+  void RootGone() override { forget_(form_); }
+
+ private:
+  Form* form_;
+  std::function<void(Form*)> forget_;
+};
+
 // The screen of a script: it says which form shows, and does with it what the script has queued.
 class Stage : public NoWindows {
  public:
@@ -54,7 +75,13 @@ class Stage : public NoWindows {
 
   // The modal form on top, null if there is none.
   Form* TopForm() const { return modal_.empty() ? nullptr : modal_.back(); }
-  const std::vector<Form*>& ModelessForms() const { return modeless_; }
+  // All forms that show, in the order of their opening.
+  const std::vector<Form*>& OpenForms() const { return open_; }
+  // The modal form on top, else the form that was opened last; null without a form.
+  Form* UppermostForm() const;
+  // The form of that name: number n from 1 in the order of opening, the newest for 0; null for
+  // none.
+  Form* FormNamed(const std::string& name, std::size_t number) const;
   Menu* OpenMenu() const { return menu_; }
   void CloseMenu() { menu_ = nullptr; }
 
@@ -64,13 +91,15 @@ class Stage : public NoWindows {
   void ClearFailure() { failure_.reset(); }
 
  private:
-  void Announce(const Form& form);
+  void Open(Form& form);
+  void Forget(const Form* form);
 
   std::function<void(const std::string&)> print_;
   std::function<void(const Block&)> play_;
   std::map<std::string, std::deque<Block>> queue_;  // by the form's name in small letters
   std::vector<Form*> modal_;
-  std::vector<Form*> modeless_;
+  std::vector<Form*> open_;
+  std::map<const Form*, std::unique_ptr<FormWatch>> watches_;  // one for each form ever shown
   Menu* menu_ = nullptr;
   std::optional<std::string> failure_;
 };

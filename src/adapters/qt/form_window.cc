@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -36,6 +37,27 @@ void FormWindow::Open() {
   TakeSize();
   Centre();
   activateWindow();
+  raise();
+  StartTimers();
+}
+
+void FormWindow::StartTimers() {
+  if (std::exchange(timed_, true)) return;
+  for (Control* const child : form_->Children()) {
+    if (auto* const timer = dynamic_cast<Timer*>(child)) Run(*timer);
+  }
+}
+
+void FormWindow::Run(Timer& timer) {
+  auto* const clock = new QTimer(this);
+  connect(clock, &QTimer::timeout, this, [this, clock, &timer] {
+    if (form_ != nullptr && timer.Enabled()) {
+      presenter_->Feed([&] { timer.Elapse(); });
+    } else {
+      clock->stop();
+    }
+  });
+  clock->start(timer.Interval());
 }
 
 // A bare form where it says, any other in the middle of what it stands before.
@@ -125,6 +147,9 @@ void FormWindow::showEvent(QShowEvent* event) {
 }
 
 bool FormWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate && form_ != nullptr && form_->Shown()) {
+    presenter_->Feed([this] { form_->Activate(); });
+  }
   if (event->type() == QEvent::ApplicationFontChange && form_ != nullptr) {
     presenter_->SetAll();
     TakeSize();

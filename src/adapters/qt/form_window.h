@@ -39,10 +39,13 @@ class FormWindow : public QWidget {
   void Centre();
   void KeepOnScreen(QRect place);
   void Ended();
+  void StartTimers();
+  void Run(Timer& timer);
 
   Form* form_;
   bool fixed_;  // the form has no use for another size
   bool sizing_ = false;
+  bool timed_ = false;  // the form's timers run
   std::unique_ptr<Presenter> presenter_;
 };
 

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QOperatingSystemVersion>
+#include <QScreen>
 #include <cmath>
 #include <utility>
 
@@ -141,6 +142,12 @@ ScreenPoint QtWindows::ClientToScreen(const Control& control) const {
 }
 
 double QtWindows::TwipsPerPixel() const { return Scale::OfApplication().TwipsPerPixel(); }
+
+ScreenSize QtWindows::Size() const {
+  const QSize room = QGuiApplication::primaryScreen()->availableSize();
+  const Scale scale = Scale::OfApplication();
+  return {scale.Twips(room.width()), scale.Twips(room.height())};
+}
 
 // Qt has no way to choose the user's layout: it stays as the user has set it.
 void QtWindows::LoadKeyboardLayout(std::string_view) {}

@@ -25,6 +25,7 @@ class QtWindows : public Windows {
   void Beep(std::int32_t frequency, std::int32_t duration) override;
   ScreenPoint ClientToScreen(const Control& control) const override;
   double TwipsPerPixel() const override;
+  ScreenSize Size() const override;
   void LoadKeyboardLayout(std::string_view name) override;
   int OsMajorVersion() const override;
 

@@ -129,6 +129,20 @@ void VorekReportWidget::ConnectEvents() {
   events.InvokeView = [this](std::int32_t& type, std::string& condition, std::string& value) {
     Q_EMIT InvokeView(type, qt::ToQt(condition), qt::ToQt(value));
   };
+  events.CloseParent = [this] {
+    if (isSignalConnected(QMetaMethod::fromSignal(&VorekReportWidget::CloseParent))) {
+      Q_EMIT CloseParent();
+    } else {
+      // Not in the midst of the key's event.
+      QMetaObject::invokeMethod(window(), &QWidget::close, Qt::QueuedConnection);
+    }
+  };
+  events.ComeToFront = [this] {
+    Q_EMIT ComeToFront();
+    window()->raise();
+    window()->activateWindow();
+    setFocus();
+  };
   events.AddClick = [this] { Q_EMIT AddClick(); };
   events.EditClick = [this] { Q_EMIT EditClick(); };
   events.DeleteClick = [this] { Q_EMIT DeleteClick(); };

@@ -22,6 +22,7 @@ constexpr KnownKind kKinds[] = {
     {"Label", MakeLabelView},
     {"Menu", NoView},
     {"TextBox", MakeTextBoxView},
+    {"Timer", NoView},
     {"VorekCurrency", MakeCurrencyView},
     {"VorekDate", MakeDateView},
     {"VorekDuration", MakeMinutesView},
