@@ -10,6 +10,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTextStream>
 #include <QTimer>
 
 #include "adapters/qt/qt_windows.h"
@@ -23,8 +24,9 @@ constexpr int kEveryMinute = 60'000;
 
 }  // namespace
 
-DeskWindow::DeskWindow(QSettings& settings)
+DeskWindow::DeskWindow(QSettings& settings, QString forms_folder)
     : settings_(settings),
+      forms_folder_(std::move(forms_folder)),
       splitter_(new QSplitter(this)),
       catalogue_(new CataloguePanel(splitter_)),
       tabs_(new QTabWidget(splitter_)) {
@@ -115,7 +117,10 @@ void DeskWindow::ReopenTabs() {
 }
 
 ReportTab* DeskWindow::AddTab(std::int32_t report) {
-  auto* const tab = new ReportTab(*session_, report, settings_, this);
+  auto* const tab = new ReportTab(
+      *session_, report, settings_, forms_folder_.toStdString(),
+      [this](const QString& text) { TellLine(text); }, this);
+  tab->on_come_to_front = [this, tab] { tabs_->setCurrentWidget(tab); };
   const QString title = session_->TitleOf(report);
   tabs_->addTab(tab, title.isEmpty() ? QString::number(report) : title);
   return tab;
@@ -146,6 +151,13 @@ ReportTab* DeskWindow::OpenReport(std::int32_t report) {
   if (tab->Loaded()) return tab;
   CloseTab(tabs_->indexOf(tab));
   return nullptr;
+}
+
+// What concerns the one who set the program up stands in its line, and where a log would take it.
+void DeskWindow::TellLine(const QString& text) {
+  constexpr int kShown = 15'000;  // milliseconds
+  statusBar()->showMessage(text, kShown);
+  QTextStream(stderr) << "vorek-desk: " << text << '\n';
 }
 
 ReportTab* DeskWindow::TabAt(int index) const {

@@ -19,8 +19,8 @@ class ReportTab;
 // The window: the catalogue on the right, reports in tabs, the user and the day below.
 class DeskWindow : public QMainWindow {
  public:
-  // The settings must outlive the window.
-  explicit DeskWindow(QSettings& settings);
+  // The settings must outlive the window. The folder holds the libraries of forms, "" for none.
+  explicit DeskWindow(QSettings& settings, QString forms_folder = {});
   ~DeskWindow() override;
 
   // Connects and shows the catalogue; a failure is told, and false returned.
@@ -45,11 +45,13 @@ class DeskWindow : public QMainWindow {
   ReportTab* AddTab(std::int32_t report);
   void StartShownTab();
   void CloseTab(int index);
+  void TellLine(const QString& text);
   void CloseAllTabs();
   void Remember();
   QString TabsKey() const;
 
   QSettings& settings_;
+  QString forms_folder_;
   std::unique_ptr<Session> session_;
   QSplitter* splitter_;
   CataloguePanel* catalogue_;

@@ -28,6 +28,7 @@ void AddOptions(QCommandLineParser& parser) {
       {"employee", "The user's employee number.", "number", "-1"},
       {"period", "The accounting period.", "number", "-1"},
       {"report", "Opens the report; may be given more than once.", "number"},
+      {"forms", "Folder with the libraries of forms that rows lead to.", "folder"},
       {"theme", "light or dark; the system's own if not given.", "theme"},
       {"render", "Writes a picture of the window to the file and ends.", "file"},
   });
@@ -82,7 +83,7 @@ int Main(const QApplication& app) {
   QSettings settings(PrivateFile(render ? nowhere.filePath("desk.ini")
                                         : QSettings("vorek", "vorek-desk").fileName()),
                      QSettings::IniFormat);
-  DeskWindow window(settings);
+  DeskWindow window(settings, parser.value("forms"));
   window.show();
   if (render) RenderLater(window, parser.value("render"));
   // Out of the event loop, so that ending the program ends a form too.

@@ -30,11 +30,12 @@ DrawnWidths WidthsFrom(const QVariant& kept) {
 }  // namespace
 
 ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& settings,
+                     const std::string& forms, std::function<void(const QString&)> tell,
                      QWidget* parent)
     : QWidget(parent),
       report_(report),
       settings_(settings),
-      widget_(std::make_unique<VorekReportWidget>(Session::Services())) {
+      widget_(std::make_unique<VorekReportWidget>(Options(forms, std::move(tell)))) {
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addWidget(widget_.get());
@@ -45,6 +46,32 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   widget_->SetEmployeeID(who.employee);
   widget_->SetPeriodID(who.period);
   widget_->SetOleConnectionString(QString::fromStdString(ConnectionOf(who)));
+  cards_.SetProcess(&Control().world);
+  ConnectEvents();
+}
+
+WorldOptions ReportTab::Options(const std::string& forms,
+                                std::function<void(const QString&)> tell) {
+  WorldOptions options = Session::Services();
+  options.components =
+      cards_.MakeComponents(forms, [tell = std::move(tell)](const std::string& reason) {
+        tell(QString::fromStdString(reason));
+      });
+  return options;
+}
+
+void ReportTab::ConnectEvents() {
+  connect(widget_.get(), &VorekReportWidget::InvokeView, this,
+          [this](int form_type, const QString& condition, const QString&) {
+            cards_.Show(form_type, condition.toStdString());
+          });
+  connect(widget_.get(), &VorekReportWidget::InvokeClearShow, this,
+          [this](int form_type, const QString&) { cards_.Show(form_type, ""); });
+  // A report of the catalogue isn't put away by a key that people press twice.
+  connect(widget_.get(), &VorekReportWidget::CloseParent, this, [] {});
+  connect(widget_.get(), &VorekReportWidget::ComeToFront, this, [this] {
+    if (on_come_to_front) on_come_to_front();
+  });
 }
 
 ReportTab::~ReportTab() = default;

@@ -3,8 +3,11 @@
 
 #include <QWidget>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <string>
 
+#include "record_cards.h"
 #include "session.h"
 #include "vorek/qt.h"
 
@@ -20,7 +23,9 @@ namespace vorek::desk {
 // column widths that the user drew in it before.
 class ReportTab : public QWidget {
  public:
-  ReportTab(const Session& session, std::int32_t report, QSettings& settings, QWidget* parent);
+  // forms is the folder of form libraries, "" for none; tell gets what is wrong with one of them.
+  ReportTab(const Session& session, std::int32_t report, QSettings& settings,
+            const std::string& forms, std::function<void(const QString&)> tell, QWidget* parent);
   ~ReportTab() override;
 
   std::int32_t ReportNumber() const { return report_; }
@@ -34,8 +39,14 @@ class ReportTab : public QWidget {
   bool Returns();
   // Keeps the widths that the user drew; without any nothing is written.
   void RememberWidths();
+  RecordCards& Cards() { return cards_; }
+
+  // The way of a related report leads back here.
+  std::function<void()> on_come_to_front;
 
  private:
+  WorldOptions Options(const std::string& forms, std::function<void(const QString&)> tell);
+  void ConnectEvents();
   ReportControl& Control();
   void TakeWidths();
   QString WidthsKey() const;
@@ -45,6 +56,7 @@ class ReportTab : public QWidget {
   bool started_ = false;
   bool shown_ = false;       // the run went well
   bool has_widths_ = false;  // of the settings; later ones are the control's
+  RecordCards cards_;
   std::unique_ptr<VorekReportWidget> widget_;
 };
 

@@ -17,6 +17,21 @@ void RunningStatement::Cancel() noexcept {
   if (connection_ != nullptr) connection_->Cancel();
 }
 
+std::shared_ptr<DatabaseConnection> OpenConnections::Find(const std::string& provider,
+                                                          const std::string& text) const {
+  const auto found = connections_.find({provider, text});
+  return found == connections_.end() ? nullptr : found->second.lock();
+}
+
+void OpenConnections::Keep(const std::string& provider, const std::string& text,
+                           const std::shared_ptr<DatabaseConnection>& connection) {
+  connections_[{provider, text}] = connection;
+}
+
+void OpenConnections::Drop(const std::shared_ptr<DatabaseConnection>& connection) {
+  std::erase_if(connections_, [&](const auto& entry) { return entry.second.lock() == connection; });
+}
+
 DatabaseProvider& FindProvider(const ProviderList& providers, const std::string& name) {
   for (const std::shared_ptr<DatabaseProvider>& provider : providers) {
     if (provider->Answers(name)) return *provider;
@@ -29,8 +44,11 @@ DatabaseProvider& FindProvider(const ProviderList& providers, const std::string&
 
 void DataConnection::Open() {
   if (connection_ != nullptr) return;
+  connection_ = open_.Find(provider_, connection_string_);
+  if (connection_ != nullptr) return;
   try {
     connection_ = FindProvider(providers_, provider_).Connect(connection_string_);
+    open_.Keep(provider_, connection_string_, connection_);
   } catch (const Error& error) {
     last_error_ = error.Description();
     throw;
@@ -55,7 +73,10 @@ ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds)
     return result;
   } catch (const Error& error) {
     last_error_ = error.Description();
-    if (error.Is(ErrorNumber::kConnection)) connection_.reset();
+    if (error.Is(ErrorNumber::kConnection)) {
+      open_.Drop(connection_);
+      connection_.reset();
+    }
     throw;
   }
 }

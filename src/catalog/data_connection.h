@@ -2,10 +2,12 @@
 #define VOREK_CATALOG_DATA_CONNECTION_H_
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/database.h"
@@ -30,20 +32,36 @@ class RunningStatement {
   DatabaseConnection* connection_ = nullptr;
 };
 
+// The connections that stand, so that data objects with one string share one.
+class OpenConnections {
+ public:
+  // Null if none stands.
+  std::shared_ptr<DatabaseConnection> Find(const std::string& provider,
+                                           const std::string& text) const;
+  void Keep(const std::string& provider, const std::string& text,
+            const std::shared_ptr<DatabaseConnection>& connection);
+  // A connection that was lost isn't handed on.
+  void Drop(const std::shared_ptr<DatabaseConnection>& connection);
+
+ private:
+  std::map<std::pair<std::string, std::string>, std::weak_ptr<DatabaseConnection>> connections_;
+};
+
 // The connection `cnn` of the data object: opened by the first statement, then kept.
 class DataConnection {
  public:
-  // Both must outlive the connection.
-  DataConnection(const ProviderList& providers, RunningStatement& running)
-      : providers_(providers), running_(running) {}
+  // All must outlive the connection.
+  DataConnection(const ProviderList& providers, RunningStatement& running, OpenConnections& open)
+      : providers_(providers), running_(running), open_(open) {}
 
   const std::string& Provider() const { return provider_; }
   const std::string& ConnectionString() const { return connection_string_; }
   void SetProvider(std::string name) { provider_ = std::move(name); }
   void SetConnectionString(std::string text) { connection_string_ = std::move(text); }
 
-  // Connects if it isn't connected. Throws Error(kConnection) for a provider that nobody answers
-  // to, an empty string, or with the provider's own reason.
+  // Connects if it isn't connected, unless a connection of that string stands. Throws
+  // Error(kConnection) for a provider that nobody answers to, an empty string, or with the
+  // provider's own reason.
   void Open();
   void Close() { connection_.reset(); }
   bool IsOpen() const { return connection_ != nullptr; }
@@ -64,10 +82,11 @@ class DataConnection {
 
   const ProviderList& providers_;
   RunningStatement& running_;
+  OpenConnections& open_;
   std::string provider_;
   std::string connection_string_;
   std::string last_error_;
-  std::unique_ptr<DatabaseConnection> connection_;
+  std::shared_ptr<DatabaseConnection> connection_;
 };
 
 }  // namespace vorek

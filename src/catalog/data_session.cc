@@ -21,6 +21,7 @@ std::string ProviderName(const std::string& connection_text) {
 DataSession DataSession::Sibling() const {
   DataSession sibling(providers_);
   sibling.running_ = running_;
+  sibling.open_ = open_;
   sibling.progress_ = progress_;
   return sibling;
 }
@@ -32,7 +33,7 @@ DtEn& DataSession::Get() {
 
 void DataSession::Renew() {
   ++binding_;
-  dten_ = std::make_unique<DtEn>(providers_, *running_);
+  dten_ = std::make_unique<DtEn>(providers_, *running_, *open_);
   dten_->cnn.on_progress = progress_;
 }
 

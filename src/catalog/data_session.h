@@ -13,7 +13,8 @@ namespace vorek {
 // The data object: one connection and seven named slots, scratch space that any code may close and
 // open again. Report queries may take 6000 seconds, all others 30.
 struct DtEn {
-  DtEn(const ProviderList& providers, RunningStatement& running) : cnn(providers, running) {}
+  DtEn(const ProviderList& providers, RunningStatement& running, OpenConnections& open)
+      : cnn(providers, running, open) {}
 
   DataConnection cnn;
   Recordset rssqlQuery{cnn, kReportTimeout};  // the report's result
@@ -33,8 +34,8 @@ struct DtEn {
 class DataSession {
  public:
   explicit DataSession(ProviderList providers) : providers_(std::move(providers)) {}
-  // A session with a connection of its own to the same providers, stopped by the same Cancel and
-  // followed by the same progress.
+  // A session with slots of its own for the same providers, stopped by the same Cancel and followed
+  // by the same progress. Where both are bound to one string they share its connection.
   DataSession Sibling() const;
 
   // The object in force, made on first use.
@@ -63,6 +64,7 @@ class DataSession {
 
   ProviderList providers_;
   std::shared_ptr<RunningStatement> running_ = std::make_shared<RunningStatement>();
+  std::shared_ptr<OpenConnections> open_ = std::make_shared<OpenConnections>();
   std::function<bool(std::size_t rows)> progress_;
   std::unique_ptr<DtEn> dten_;
   std::uint32_t binding_ = 0;

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 class ComponentsTest : public testing::Test {
  protected:
   ComponentsTest() {
-    fs::remove_all(folder);
+    fs::remove_all(folder.parent_path());
     fs::create_directories(folder / "System");
     Copy("told_form", "test.form.so");
     Copy("told_form", "test.nobody.so");
@@ -27,10 +27,7 @@ class ComponentsTest : public testing::Test {
     Copy("told_form", "../outside.so");
     std::ofstream(folder / "test.text.so") << "no library";
   }
-  ~ComponentsTest() override {
-    fs::remove_all(folder);
-    fs::remove(folder.parent_path() / "outside.so");
-  }
+  ~ComponentsTest() override { fs::remove_all(folder.parent_path()); }
   void Copy(const std::string& library, const std::string& name) {
     fs::copy_file(fs::path(VOREK_TEST_FORMS) / (library + ".so"), folder / name);
   }
@@ -46,7 +43,10 @@ class ComponentsTest : public testing::Test {
     return "";
   }
 
-  fs::path folder = fs::path(testing::TempDir()) / "vorek-components" / "forms";
+  fs::path folder =
+      fs::path(testing::TempDir()) /
+      (std::string("vorek-") + testing::UnitTest::GetInstance()->current_test_info()->name()) /
+      "forms";
   std::string log;
   std::shared_ptr<Components> components =
       ComponentsInFolder(folder.string(), [this](const std::string& reason) { log = reason; });

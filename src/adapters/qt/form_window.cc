@@ -122,15 +122,17 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
   sizing_ = false;
 }
 
+// The presenter may be in the midst of feeding an event.
 void FormWindow::Release() {
-  presenter_.reset();
+  presenter_->Leave();
+  presenter_.release()->deleteLater();
   form_ = nullptr;
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {
   if (form_ == nullptr) return;
   if (form_->Shown()) presenter_->Feed([this] { form_->CloseBox(); });
-  if (form_->Shown()) event->ignore();
+  if (form_ != nullptr && form_->Shown()) event->ignore();
 }
 
 // A key that no control of the form has the focus for.

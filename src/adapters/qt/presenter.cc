@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QMetaObject>
 #include <algorithm>
+#include <utility>
 
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/key_codes.h"
@@ -19,9 +20,13 @@ Presenter::Presenter(Control& root, QWidget& window)
   root.SetObserver(this);
 }
 
-Presenter::~Presenter() {
+Presenter::~Presenter() { Leave(); }
+
+void Presenter::Leave() {
   if (root_ != nullptr) root_->SetObserver(nullptr);
-  for (const auto& [control, view] : views_) view->Retire();
+  root_ = nullptr;
+  focus_ = nullptr;
+  for (const auto& [control, view] : std::exchange(views_, {})) view->Retire();
 }
 
 ControlView* Presenter::ViewOf(const Control& control) const {

@@ -26,6 +26,8 @@ class Presenter : public QObject, public ControlObserver {
   Presenter(Control& root, QWidget& window);
   ~Presenter() override;
 
+  // Lets the root go, whose views end: nothing of it is shown or fed any more.
+  void Leave();
   // Makes the views of controls that came since; a new control is shown when the event loop is
   // back, or by this.
   void Sync();
