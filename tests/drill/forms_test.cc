@@ -78,7 +78,8 @@ TEST_F(FormsTest, MakesTheConditionOfARecord) {
     const RecordCondition condition = MakeRecordCondition(report, c.form_type, 1);
     EXPECT_EQ(condition.text, c.condition) << c.query;
     EXPECT_EQ(condition.complete, c.complete) << c.query;
-    EXPECT_FALSE(MakeRecordCondition(report, c.form_type, 2).complete);
+    EXPECT_EQ(MakeRecordCondition(report, c.form_type, 0).text, "") << c.query;
+    EXPECT_EQ(MakeRecordCondition(report, c.form_type, 2).text, "") << c.query;
   }
 }
 
@@ -127,7 +128,10 @@ TEST_F(FormsTest, TakesTheFormOfEachRow) {
 
 TEST_F(FormsTest, TakesAProceduresFormFromTheHeaders) {
   Run("update tblVorekReport set SQLSP = 'spX' where ID = 7");
-  Show("", {{"name", "ID", "FormTypeID", "FormID"}, {"n", "5", "3", "6"}, {"n", "", "0", ""}});
+  Show("", {{"name", "ID", "FormTypeID", "FormID"},
+            {"n", "5", "3", "6"},
+            {"n", "", "0", ""},
+            {"n", "1", "1", "6"}});
   SelectMainRecord(report, *this);
   EXPECT_EQ(state.FormTypeID * 10 + state.FormID, 35);
   EXPECT_EQ(Told(), "record;");
@@ -135,6 +139,10 @@ TEST_F(FormsTest, TakesAProceduresFormFromTheHeaders) {
   SelectMainRecord(report, *this);
   EXPECT_EQ(state.FormTypeID * 10 + state.FormID, 0);
   EXPECT_EQ(Told(), "");
+  flxMain.SetRow(3);
+  SelectMainRecord(report, *this);
+  EXPECT_EQ(state.FormTypeID * 10 + state.FormID, 11);
+  EXPECT_EQ(Told(), "record;");
 }
 
 TEST_F(FormsTest, TellsTheRecordOfACrossTable) {

@@ -126,6 +126,16 @@ TEST_F(RelatedReports, OpenTheChildrenOfAClosedTreeRow) {
   EXPECT_EQ(parent, 5);
   EXPECT_EQ(state.local_ParentID, 5);
   EXPECT_EQ(state.ParentID, 3);
+  // The row's name is the first text on show that doesn't begin with a digit, else the last one.
+  for (const char* const number : {"0 a", "9 a", ""}) {
+    flxMain.WriteCell(1, 1, number);
+    EXPECT_TRUE(Drill().ends_with("درخت - O'x;")) << number;
+  }
+  flxMain.WriteCell(1, 1, " :a");
+  EXPECT_TRUE(Drill().ends_with("درخت -  :a;"));
+  flxMain.SetColWidth(1, 0);
+  flxMain.WriteCell(1, 3, "/");
+  EXPECT_TRUE(Drill().ends_with("درخت - /;"));
   on_open = [] { throw Error(ErrorNumber::kConnection, "lost"); };
   EXPECT_THROW(DrillFromMain(report, *this), Error);
   EXPECT_EQ(state.ParentID, 3);
@@ -152,6 +162,9 @@ TEST_F(RelatedReports, LeadACrossTableToItself) {
   flxTranspose.SetRow(0);
   DrillFromTranspose(report, *this);
   EXPECT_EQ(Told(), "");
+  flxTranspose.SetRow(1);
+  DrillFromTranspose(report, *this);
+  EXPECT_EQ(Told(), "open 7|@4=&@5=33|هفت;");
   // Without a link a procedure's form type is told alone.
   Link("(6, 8, null, null, 1, 4, 'ID', 1)");
   state.SQLSP = "spX";

@@ -122,6 +122,17 @@ TEST_F(RelatedWindow, LeavesTheCallerAsItWas) {
   EXPECT_EQ(Impl().state.QueryRecordCount, 3);
 }
 
+// A cell is pasted as it is: a quote breaks the called query, and words become part of it.
+TEST_F(RelatedWindow, PastesWhatALinkPasses) {
+  ASSERT_TRUE(report.View(1, "@1=2"));
+  FormReport& form = Open(Impl(), 2, "&@1=0 as z, 9");
+  EXPECT_EQ(Column(form.VorekReport11.flxMain, 3), "9,9,9,");
+  Open(Impl(), 1, "&@1=O'Neil");
+  EXPECT_TRUE(windows->shown.back().starts_with("FormError|")) << windows->shown.back();
+  // The caller stands as it was.
+  EXPECT_EQ(Column(Impl().flxMain, 2), "2,4,6,12,");
+}
+
 TEST_F(RelatedWindow, HasNoWindowForAReportThatCannotBeShown) {
   ASSERT_TRUE(report.View(1, "@1=2"));
   Run("create table tblRolePermissionOnReport (ReportID int, RoleID int);"
