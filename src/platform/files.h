@@ -1,8 +1,11 @@
 #ifndef VOREK_PLATFORM_FILES_H_
 #define VOREK_PLATFORM_FILES_H_
 
+#include <memory>
 #include <string>
 #include <string_view>
+
+#include "platform/output_file.h"
 
 namespace vorek {
 
@@ -25,6 +28,10 @@ class Files {
 
   // The same for a file that nobody but its owner may read.
   virtual void WritePrivate(const std::string& path, std::string_view bytes) { Write(path, bytes); }
+
+  // A file of any size, written piece by piece, with the same promise. Unless a file system has a
+  // way of its own, the pieces are gathered in memory.
+  virtual std::unique_ptr<OutputFile> Create(const std::string& path);
 
   // Makes the folders that the path's file lies in, as far as they are missing.
   virtual void MakeFoldersFor(const std::string& path) = 0;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/file_dialogs.h"
+#include "state/file_dialogs.h"
 #include "engine/report_control.h"
 #include "grid/grid.h"
 #include "text/key_list.h"

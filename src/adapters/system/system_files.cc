@@ -151,6 +151,58 @@ void SystemFiles::WritePrivate(const std::string& path, std::string_view bytes) 
   Replace(path, bytes, Readers::kOwner);
 }
 
+namespace {
+
+// Written beside its place; a failure or a drop takes it away.
+class MachineOutput : public OutputFile {
+ public:
+  explicit MachineOutput(const std::string& path)
+      : path_(path), target_(FollowLink(path)), temporary_(TemporaryName(target_)) {
+    RefuseAllButFiles(target_);
+    out_ = std::make_unique<Descriptor>(temporary_, O_WRONLY | O_CREAT | O_EXCL);
+    struct stat old {};
+    if (::stat(target_.c_str(), &old) == 0) ::fchmod(out_->Get(), old.st_mode & 07777U);
+  }
+  MachineOutput(const MachineOutput&) = delete;
+  MachineOutput& operator=(const MachineOutput&) = delete;
+  ~MachineOutput() override {
+    if (!done_) ::unlink(temporary_.c_str());
+  }
+
+  void Write(std::string_view bytes) override { out_->WriteAll(bytes); }
+
+  void Overwrite(std::uint64_t offset, std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t put =
+          ::pwrite(out_->Get(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+      if (put < 0 && errno == EINTR) continue;
+      if (put < 0) Fail(path_, errno);
+      bytes.remove_prefix(static_cast<std::size_t>(put));
+      offset += static_cast<std::uint64_t>(put);
+    }
+  }
+
+  void Commit() override {
+    out_->SyncAndClose();
+    if (::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(path_, errno);
+    done_ = true;
+    SyncFolderOf(target_);
+  }
+
+ private:
+  std::string path_;
+  std::string target_;
+  std::string temporary_;
+  std::unique_ptr<Descriptor> out_;
+  bool done_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<OutputFile> SystemFiles::Create(const std::string& path) {
+  return std::make_unique<MachineOutput>(path);
+}
+
 void SystemFiles::MakeFoldersFor(const std::string& path) {
   const fs::path folder = fs::path(path).parent_path();
   std::error_code failed;

@@ -1,6 +1,7 @@
 #ifndef VOREK_ADAPTERS_SYSTEM_SYSTEM_FILES_H_
 #define VOREK_ADAPTERS_SYSTEM_SYSTEM_FILES_H_
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,7 @@ class SystemFiles : public Files {
   std::string Read(const std::string& path) const override;
   void Write(const std::string& path, std::string_view bytes) override;
   void WritePrivate(const std::string& path, std::string_view bytes) override;
+  std::unique_ptr<OutputFile> Create(const std::string& path) override;
   void MakeFoldersFor(const std::string& path) override;
 };
 

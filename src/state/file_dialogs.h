@@ -1,5 +1,5 @@
-#ifndef VOREK_ENGINE_FILE_DIALOGS_H_
-#define VOREK_ENGINE_FILE_DIALOGS_H_
+#ifndef VOREK_STATE_FILE_DIALOGS_H_
+#define VOREK_STATE_FILE_DIALOGS_H_
 
 #include <string>
 
@@ -19,4 +19,4 @@ bool OpenFileDialog(Process& process, Notices& notices, std::string& file_name,
 
 }  // namespace vorek
 
-#endif  // VOREK_ENGINE_FILE_DIALOGS_H_
+#endif  // VOREK_STATE_FILE_DIALOGS_H_

@@ -1,4 +1,4 @@
-#include "engine/file_dialogs.h"
+#include "state/file_dialogs.h"
 
 namespace vorek {
 namespace {

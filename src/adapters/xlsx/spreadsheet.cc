@@ -1,0 +1,27 @@
+#include "platform/spreadsheet.h"
+
+#include <utility>
+
+#include "adapters/xlsx/workbook_writer.h"
+#include "vorek/error.h"
+#include "vorek/xlsx.h"
+
+namespace vorek {
+namespace {
+
+class Xlsx : public Spreadsheet {
+ public:
+  std::unique_ptr<WorkbookWriter> NewWorkbook(std::unique_ptr<OutputFile> out,
+                                              WorkbookLook look) override {
+    return std::make_unique<xlsx::StreamedWorkbook>(std::move(out), std::move(look));
+  }
+  std::unique_ptr<TemplateSheet> OpenTemplate(std::string, const std::string&) override {
+    throw Error(ErrorNumber::kInvalidCall, "");
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<Spreadsheet> XlsxSpreadsheet() { return std::make_shared<Xlsx>(); }
+
+}  // namespace vorek

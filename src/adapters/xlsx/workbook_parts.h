@@ -1,0 +1,21 @@
+#ifndef VOREK_ADAPTERS_XLSX_WORKBOOK_PARTS_H_
+#define VOREK_ADAPTERS_XLSX_WORKBOOK_PARTS_H_
+
+#include <cstddef>
+#include <string>
+
+#include "platform/spreadsheet.h"
+
+// The parts of a new workbook beside its sheets.
+namespace vorek::xlsx {
+
+std::string ContentTypesXml(std::size_t sheets);
+std::string PackageRelationsXml();
+std::string WorkbookXml(std::size_t sheets);
+std::string WorkbookRelationsXml(std::size_t sheets);
+// Style n of the look is format n + 1 of the workbook; format 0 is the workbook's own.
+std::string StylesXml(const WorkbookLook& look);
+
+}  // namespace vorek::xlsx
+
+#endif  // VOREK_ADAPTERS_XLSX_WORKBOOK_PARTS_H_
