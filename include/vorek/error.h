@@ -24,6 +24,7 @@ enum class ErrorNumber : long {
   kFileNotFound = 53,
   kPathAccess = 75,
   kNullUse = 94,            // a NULL where a value is read
+  kBadTemplate = 321,       // a file that is no template of the kind that is wanted
   kNoComponent = 429,       // nobody can make a component of that name
   kObjectClosed = 3704,     // a recordset that isn't open
   kObjectOpen = 3705,       // a recordset that is open already

@@ -12,6 +12,7 @@ class Components;
 class DatabaseProvider;
 class FileDialogs;
 class Files;
+class PrintJobs;
 class Settings;
 class Windows;
 struct WorldState;
@@ -32,6 +33,8 @@ struct WorldOptions {
   std::shared_ptr<FileDialogs> file_dialogs = {};
   // The forms behind rows, see components.h; null for none: a form that is wanted isn't there.
   std::shared_ptr<Components> components = {};
+  // Prints through stored templates, see print.h; null for none: such a print is refused.
+  std::shared_ptr<PrintJobs> print_jobs = {};
   // The file that keeps the user functions of formulas; empty for none.
   std::string function_file = {};
 };

@@ -17,7 +17,7 @@ Services ServicesFrom(WorldOptions options) {
   return {std::move(options.providers),     std::move(options.windows),
           std::move(options.clock),         std::move(options.files),
           std::move(options.function_file), std::move(options.settings),
-          std::move(options.file_dialogs),  std::move(options.components)};
+          std::move(options.file_dialogs),  std::move(options.components), std::move(options.print_jobs)};
 }
 
 }  // namespace

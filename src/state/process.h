@@ -9,6 +9,7 @@
 #include "platform/clock.h"
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
+#include "platform/print_job.h"
 #include "platform/settings.h"
 #include "platform/windows.h"
 #include "state/main_module.h"
@@ -26,6 +27,7 @@ struct Services {
   std::shared_ptr<Settings> settings = {};         // null for none
   std::shared_ptr<FileDialogs> file_dialogs = {};  // null for none
   std::shared_ptr<Components> components = {};     // of forms; null for none
+  std::shared_ptr<PrintJobs> print_jobs = {};      // through templates; null for none
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two

@@ -1,0 +1,54 @@
+#include "print/template_job.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/utf8.h"
+#include "vorek/error.h"
+
+namespace vorek::print {
+namespace {
+
+constexpr int kTimeout = 6000;  // seconds, as for a report
+
+std::string FileName(const std::string& path) { return path.substr(path.find_last_of("/\\") + 1); }
+
+std::string ProviderOf(const std::string& connection) {
+  const std::size_t equal = connection.find('=');
+  const std::size_t end = std::min(connection.find(';'), connection.size());
+  return equal >= end ? "" : connection.substr(equal + 1, end - equal - 1);
+}
+
+}  // namespace
+
+PrintTemplate LoadTemplate(const Files& files, const XmlReader& read_xml, const std::string& path) {
+  const std::string bytes = files.Read(path);
+  try {
+    return ReadTemplate(read_xml(bytes));
+  } catch (const Error& error) {
+    throw Error(ErrorNumber::kBadTemplate,
+                "فايل " + FileName(path) + " الگوي چاپ اين برنامه نيست. " + error.Description());
+  }
+}
+
+void TemplateJob::AddFormula(std::int32_t&, const std::string& text) {
+  auto [name, value] = ParseFormula(text);
+  formulas_[name] = std::move(value);
+}
+
+ResultSetPtr TemplateJob::RunQuery() {
+  const auto connection =
+      FindProvider(parts_.providers, ProviderOf(connection_)).Connect(connection_);
+  ResultSetPtr rows = connection->Execute(query_, {kTimeout, {}});
+  if (rows != nullptr) return rows;
+  throw Error(ErrorNumber::kObjectClosed, "پرسش چاپ سطري نداد: " + query_);
+}
+
+void TemplateJob::StartJob(std::int32_t) {
+  PrintTemplate made = LoadTemplate(*parts_.files, parts_.read_xml, path_);
+  FieldValues values{RunQuery(), formulas_};
+  const std::string title = made.title;
+  parts_.output->Show(std::make_shared<PrintDocument>(std::move(made), std::move(values)), title);
+}
+
+}  // namespace vorek::print
