@@ -3,6 +3,7 @@
 #include "engine/drill_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"
+#include "engine/pass_bar.h"
 #include "engine/quick_search.h"
 #include "engine/report_filter.h"
 #include "totals/summary_rows.h"
@@ -17,7 +18,7 @@ bool IsOnHeader(const Grid& grid) { return grid.MouseRow() == 0; }
 void LeadTo(Menu& entry, ReportControl& control, void (*work)(ReportContext&)) {
   entry.on_click = [&control, work] {
     ReportContext report = control.Context();
-    work(report);
+    RunPass(control, [&] { work(report); });
   };
 }
 

@@ -71,6 +71,8 @@ ReportControl::ReportControl(WorldState& shared, Control* parent, std::string na
         static_cast<Control*>(&VorekToday), static_cast<Control*>(&flxTranspose)}) {
     hidden->SetVisible(false);
   }
+  flxMain.SetWatch(&shared.process.watch);
+  flxTranspose.SetWatch(&shared.process.watch);
   general.Clear();
   general.Add(flxMain);
   general.Add(flxTranspose);

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "engine/attempt.h"
+#include "engine/pass_bar.h"
 #include "engine/query_text.h"
 #include "engine/rights.h"
 #include "engine/run_handoffs.h"
@@ -71,12 +72,18 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     process_.windows().SetMousePointer(0);
     return false;
   }
+  PassWatch& watch = process_.watch;
+  const PassWatch::Pass run(watch, PassWatch::Leaves::kNothing);
   error = Attempt([&] { Fill(parameter_string); });
   if (error) {
     Fail(*error);
     return false;
   }
   error = Attempt([&] { Present(); });
+  if (watch.Cancelled()) {
+    Fail(Error(ErrorNumber::kCancelled, "اجراي گزارش لغو شد."));
+    return false;
+  }
   if (error) SilentExit(error->Number());
   return !error;
 }
@@ -301,6 +308,7 @@ void ReportRun::Advance() { control_.Progress.SetValue(control_.Progress.Value()
 
 void ReportRun::Present() {
   Grid& grid = control_.flxMain;
+  const PassBar bar(control_);
   grid.ZOrder();
   state_.isTransposedResult = false;
   MakeStoredTotals();
@@ -349,7 +357,8 @@ void ReportRun::FocusResult() {
 void ReportRun::Fail(const Error& error) {
   process_.windows().SetMousePointer(0);
   control_.flxMain.SetRedraw(true);
-  if (error.Is(ErrorNumber::kCancelled) && process_.windows().TellCancelled()) {
+  if (error.Is(ErrorNumber::kCancelled) &&
+      process_.windows().TellCancelled("اجراي گزارش لغو شد.")) {
     SilentExit(error.Number());
     return;
   }

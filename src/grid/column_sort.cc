@@ -38,12 +38,14 @@ class ColumnSort {
     if (field < fields.size()) type_ = fields[field].type;
   }
 
+  // A sort that is cancelled leaves the grid, and which sort was the last, as they were.
   void Run(bool turn) {
-    std::int32_t& code = report_.state.SortCode;
+    std::int32_t code = report_.state.SortCode;
     if (turn) code = code == kAscending ? kDescending : kAscending;
-    if (IsMoneyField(type_)) DropGroups();
-    grid_.SetCol(column_);
-    grid_.Sort(Order(code));
+    SortRows(code);
+    report_.state.SortColumn = column_;
+    report_.state.SortCode = code;
+    const PassWatch::Unbroken rows_have_moved(report_.process.watch);
     grid_.SetSortedBy({column_, code == kDescending});
     RemakeExpressions();
     ColourBySortColumn(grid_, column_);
@@ -51,6 +53,17 @@ class ColumnSort {
   }
 
  private:
+  void SortRows(std::int32_t code) {
+    if (IsMoneyField(type_)) DropGroups();
+    try {
+      grid_.SetCol(column_);
+      grid_.Sort(Order(code));
+    } catch (const Error&) {
+      if (IsMoneyField(type_)) FormMoney();
+      throw;
+    }
+  }
+
   // Long numbers are sorted as such whatever stands between them. A money field's digit groups
   // aren't the strokes of a date.
   std::int32_t Order(std::int32_t code) const {
@@ -73,6 +86,7 @@ class ColumnSort {
     const bool typed = source != nullptr && source->GivesNumbers();
     std::string scratch;
     for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
+      grid_.AskAt(row);
       if (typed && grid_.IsSourced(row, column_)) continue;
       const std::string_view text = grid_.CellView(row, column_, scratch);
       if (text.find_first_not_of("0123456789./-() ") != std::string_view::npos) return false;
@@ -167,7 +181,6 @@ void SortflxMain(ReportContext& report, std::int32_t column) {
   const bool same = column == state.SortColumn;
   if (column == 0) column = state.SortColumn;
   if (column < 1 || column > report.flxMain.Cols() - 1) return;
-  state.SortColumn = column;
   const bool redraw = report.flxMain.Redraw();
   report.flxMain.SetRedraw(false);
   IgnoreErrors([&] {
@@ -181,6 +194,7 @@ void SortByHeader(ReportContext& report, std::int32_t column) {
   Grid& grid = report.flxMain;
   if (grid.Rows() < 3) return;
   SortflxMain(report, column);
+  if (report.process.watch.Cancelled()) return;
   std::optional<std::vector<std::string>> sum;
   for (std::int32_t row = 1; row < grid.Rows();) {
     if (!grid.IsNumbered(row) && HasLabel(grid, row, kSumLabel)) {
@@ -206,6 +220,7 @@ void ColourBySortColumn(Grid& grid, std::int32_t column) {
   if (last >= 1 && !HasLabel(grid, last, "")) {
     bool white = true;
     for (std::int32_t row = 1; row <= last; ++row) {
+      grid.AskAt(row);
       const bool changed =
           row == 1 ? !grid.TextMatrix(row, column).empty() : !grid.SameText(row, row - 1, column);
       if (changed) white = !white;

@@ -65,6 +65,7 @@ ColumnScan Scan(const Grid& grid, std::int32_t column, ColumnKind kind, bool ski
   ColumnScan scan;
   const bool heights = skip_hidden && grid.RowHeightsDiffer();
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     if (!grid.IsNumbered(row)) {
       const bool sum = HasLabel(grid, row, kSumLabel);
       if (sum) scan.sum_rows.push_back(row);

@@ -88,7 +88,8 @@ const std::map<std::string, Driver::Command>& Driver::Commands() {
                                                           {"clock", &Driver::SetClock},
                                                           {"close", &Driver::CloseForm},
                                                           {"file", &Driver::QueueFile},
-                                                          {"component", &Driver::OfferComponent}};
+                                                          {"component", &Driver::OfferComponent},
+                                                          {"cancel", &Driver::CancelAt}};
   return commands;
 }
 
@@ -421,6 +422,8 @@ void Driver::OfferComponent(const Words& words) {
                                              [this](const std::string& line) { Print(line); });
   });
 }
+
+void Driver::CancelAt(const Words& words) { stage_->CancelAt(Number(words, 1)); }
 
 void Driver::CloseForm(const Words&) {
   Form* const form = stage_->UppermostForm();
