@@ -41,6 +41,8 @@ std::string FilterInForce(ReportContext& report) {
 
 std::int32_t RowsOnShow(const Grid& grid) {
   const bool heights = grid.RowHeightsDiffer();
+  // A summary row isn't numbered.
+  if (!heights && grid.IsSourced(0)) return grid.Rows() - grid.FixedRows();
   std::int32_t count = 0;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
     if (heights && grid.RowHeight(row) == 0) continue;

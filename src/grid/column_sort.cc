@@ -218,12 +218,12 @@ void ColourBySortColumn(Grid& grid, std::int32_t column) {
   grid.SetRedraw(false);
   const std::int32_t last = grid.Rows() - 1;
   if (last >= 1 && !HasLabel(grid, last, "")) {
+    std::vector<bool> changes = grid.Changes(column);
+    changes[1] = !grid.TextMatrix(1, column).empty();
     bool white = true;
     for (std::int32_t row = 1; row <= last; ++row) {
       grid.AskAt(row);
-      const bool changed =
-          row == 1 ? !grid.TextMatrix(row, column).empty() : !grid.SameText(row, row - 1, column);
-      if (changed) white = !white;
+      if (changes[static_cast<std::size_t>(row)]) white = !white;
       grid.SetRowBackColor(row, white ? kWhite : kLightBlue);
     }
     grid.SetCol(1);

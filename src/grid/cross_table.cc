@@ -89,9 +89,10 @@ class CrossTable {
     source_.SetCol(column);
     source_.Sort(kTextExact);
     rows_.reserve(static_cast<std::size_t>(source_.Rows()));
+    const std::vector<bool> changes = source_.Changes(column);
     for (std::int32_t row = 1; row < source_.Rows(); ++row) {
       Ask(row);
-      if (row == 1 || !source_.SameText(row, row - 1, column)) {
+      if (changes[static_cast<std::size_t>(row)]) {
         headers_.push_back(source_.TextMatrix(row, column));
       }
       rows_.push_back({0, static_cast<std::uint32_t>(headers_.size()) - 1});

@@ -77,6 +77,9 @@ class Grid final : public Control, public FlexGrid {
   std::int64_t CellFixed(std::int32_t row, std::int32_t col) const;
   // True if the texts of two rows' cells are equal.
   bool SameText(std::int32_t row, std::int32_t other, std::int32_t col) const;
+  // For each row from 0 whether its cell's text is another one than that of the row above; true for
+  // the first row below the fixed ones.
+  std::vector<bool> Changes(std::int32_t col) const;
   // True if the cell shows what ColumnSource gives.
   bool IsSourced(std::int32_t row, std::int32_t col) const;
   // True if all of the column's data cells do.

@@ -41,9 +41,9 @@ void SortByKey(ReportContext& report, std::int32_t key) {
 class Fold {
  public:
   Fold(ReportContext& report, std::int32_t key) : report_(report), grid_(report.flxMain) {
+    const std::vector<bool> changes = grid_.Changes(key);
     for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
-      grid_.AskAt(row);
-      if (row == 1 || !grid_.SameText(row, row - 1, key)) firsts_.push_back(row);
+      if (changes[static_cast<std::size_t>(row)]) firsts_.push_back(row);
     }
     firsts_.push_back(grid_.Rows());
   }

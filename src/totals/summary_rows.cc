@@ -64,9 +64,10 @@ std::int64_t Counted(const Grid& grid, std::int32_t row, std::int32_t column, Co
 ColumnScan Scan(const Grid& grid, std::int32_t column, ColumnKind kind, bool skip_hidden) {
   ColumnScan scan;
   const bool heights = skip_hidden && grid.RowHeightsDiffer();
+  const bool all_numbered = grid.IsSourced(0);
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
     grid.AskAt(row);
-    if (!grid.IsNumbered(row)) {
+    if (!all_numbered && !grid.IsNumbered(row)) {
       const bool sum = HasLabel(grid, row, kSumLabel);
       if (sum) scan.sum_rows.push_back(row);
       if (!sum && HasLabel(grid, row, kAverageLabel)) {
