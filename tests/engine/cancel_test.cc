@@ -106,9 +106,11 @@ class CancelTest : public testing::Test {
     return text + (grid.Redraw() ? "" : " frozen") + (control.Progress.Visible() ? " bar" : "");
   }
 
+  // The rows by a column that an earlier report was sorted by: their numbers go with them.
   void ViewAsAtFirst() {
-    control.state.SortColumn = control.state.TreeSortColumn = 0;
-    control.state.SortCode = 1;
+    control.state.SortColumn = 1;
+    control.state.TreeSortColumn = 0;
+    control.state.SortCode = 2;
     control.state.TreeSortDescending = false;
     for (std::int32_t column = 1; column < 4; ++column) {
       control.world.process.main.ColumnLayouts[column].make_sum = false;
