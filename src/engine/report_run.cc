@@ -17,6 +17,7 @@
 #include "grid/tree_sort.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "totals/group_totals.h"
 #include "totals/summary_rows.h"
 
 namespace vorek {
@@ -324,7 +325,7 @@ void ReportRun::Present() {
   if (state_.MakeTransposeFlag) {
     IgnoreErrors([&] { ApplyTranspose(report_); });
   }
-  IgnoreErrors([&] { MakeGroupTotals(report_); });
+  IgnoreErrors([&] { MakeFirstGroupTotals(report_); });
   process_.windows().SetMousePointer(0);
   IgnoreErrors([&] { FocusResult(); });
 }

@@ -15,7 +15,6 @@ namespace vorek {
 inline bool PrepareSpecialReport(ReportContext& /*report*/, std::string& /*query*/) {
   return false;
 }
-inline void MakeGroupTotals(ReportContext& /*report*/) {}
 inline void WidenSpecialReport(ReportContext& /*report*/) {}  // the widths of report 2844
 
 // --- Commands of the control -----------------------------------------------------------------

@@ -1,7 +1,6 @@
 #include "grid/column_sort.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -141,29 +140,6 @@ class ColumnSort {
   int type_ = 0;
 };
 
-// Takes a sum row out of the grid and gives its texts.
-std::vector<std::string> TakeOut(Grid& grid, std::int32_t row) {
-  std::vector<std::string> texts;
-  for (std::int32_t column = 0; column < grid.Cols(); ++column) {
-    texts.push_back(grid.TextMatrix(row, column));
-  }
-  if (grid.Rows() == 2) {
-    grid.SetRows(1);
-  } else {
-    grid.RemoveItem(row);
-  }
-  return texts;
-}
-
-void PutLast(Grid& grid, const std::vector<std::string>& texts) {
-  const std::int32_t row = grid.Rows();
-  grid.AddItem(std::to_string(row));
-  for (std::size_t column = 0; column < texts.size(); ++column) {
-    grid.WriteCell(row, static_cast<std::int32_t>(column), texts[column]);
-  }
-  Emphasise(grid, row);
-}
-
 // The rows' numbers after a sort; the average row keeps its label.
 void NumberAgain(Grid& grid) {
   std::vector<std::int32_t> averages;
@@ -195,16 +171,9 @@ void SortByHeader(ReportContext& report, std::int32_t column) {
   if (grid.Rows() < 3) return;
   SortflxMain(report, column);
   if (report.process.watch.Cancelled()) return;
-  std::optional<std::vector<std::string>> sum;
-  for (std::int32_t row = 1; row < grid.Rows();) {
-    if (!grid.IsNumbered(row) && HasLabel(grid, row, kSumLabel)) {
-      sum = TakeOut(grid, row);
-    } else {
-      ++row;
-    }
-  }
+  const std::vector<std::string> sum = TakeSumRowsOut(grid);
   NumberAgain(grid);
-  if (sum) PutLast(grid, *sum);
+  if (!sum.empty()) PutSumRowLast(grid, sum);
 }
 
 bool IsDateColumn(const Grid& grid, std::int32_t column) {
