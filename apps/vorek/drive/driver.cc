@@ -326,7 +326,9 @@ void Driver::Key(const Words& words) {
 // A text that a field doesn't take is no failure of the script: its user can go on.
 void Driver::Type(const Words& words) {
   Control& control = FindControl(Word(words, 1));
+  control.GotFocus();
   control.Type(Word(words, 2));
+  control.LostFocus();
   const auto* const typed = dynamic_cast<const TypedControl*>(&control);
   if (typed != nullptr && typed->Refuses()) {
     Print("refused " + control.PathName() + ": " + typed->Refusal());
