@@ -211,7 +211,7 @@ TEST_F(DependenciesTest, GoOnWithoutWhatTheDatabaseRefuses) {
   EXPECT_EQ(panel.widgets.mlt[1].ViewMajor(), "tblThing");
   EXPECT_TRUE(messages.texts.empty());
   Run("drop table tblAccountClass");
-  panel.widgets.slt[1].SetID(0);
+  panel.widgets.slt[1].setNull();
   EXPECT_TRUE(messages.texts.empty());
 }
 
