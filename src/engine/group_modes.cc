@@ -14,8 +14,10 @@ constexpr std::uint8_t kHybrid = 3;
 // The rows without subtotals, from which either shape is made: a report that shows the subtotals
 // alone runs again. False if that run fails.
 bool ShowPlainRows(ReportControl& control) {
-  if (FindGroupReport(control.state.ReportID) == nullptr) return true;
   Grid& grid = control.flxMain;
+  const GroupReport* const shape = FindGroupReport(control.state.ReportID);
+  const bool grouped = shape != nullptr && grid.Col() >= 1 && grid.Col() < shape->limit;
+  if (!grouped) return true;
   if (DropGroupTotals(grid)) return true;
   const std::int32_t column = grid.Col();
   if (!control.Refresh(false, "", "")) return false;
