@@ -44,6 +44,14 @@ const GroupReport* FindGroupReport(std::int32_t report_id) {
   return found == std::end(kReports) ? nullptr : found;
 }
 
+std::int32_t LastColumnOf(const GroupReport& report) {
+  std::int32_t last = report.sort_column;
+  for (const auto* columns : {&report.amounts, &report.more_added}) {
+    last = std::max(last, *std::max_element(columns->begin(), columns->end()));
+  }
+  return last;
+}
+
 std::vector<std::int32_t> CompanionColumns(std::int32_t report_id, std::int32_t group_column) {
   std::vector<std::int32_t> columns;
   for (const Companions& row : kCompanions) {

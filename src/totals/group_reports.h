@@ -22,6 +22,9 @@ struct GroupReport {
 // Null for a report without subtotals.
 const GroupReport* FindGroupReport(std::int32_t report_id);
 
+// The last column that the amounts and the sort of a report need.
+std::int32_t LastColumnOf(const GroupReport& report);
+
 // The columns that keep in a subtotal the text of the group's rows.
 std::vector<std::int32_t> CompanionColumns(std::int32_t report_id, std::int32_t group_column);
 

@@ -62,10 +62,7 @@ class GroupTotals {
 
   // Throws Error(kSubscript) if the report hasn't the columns that its subtotals need.
   void CheckColumns() const {
-    std::int32_t last = std::max(column_ + shape_.to_title, shape_.sort_column);
-    for (const auto* columns : {&shape_.amounts, &shape_.more_added}) {
-      last = std::max(last, *std::max_element(columns->begin(), columns->end()));
-    }
+    const std::int32_t last = LastColumnOf(shape_);
     const auto fields = static_cast<std::int32_t>(report_.state.QueryFields.size());
     if (last <= fields) return;
     throw Error(ErrorNumber::kSubscript, "گزارش " + std::to_string(shape_.id) + " براي سرجمع به " +
