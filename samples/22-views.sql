@@ -99,3 +99,30 @@ inner join tblSaleRegion r on r.ID = t.ParentID
 inner join tblSaleRegion p on p.ID = r.ParentID
 group by c.ID, p.ID, p.Name, r.Name, t.Name, m.FullName, c.Code, c.Name
 GO
+
+-- What a voucher's line may name beside its account, by class.
+create view vwAccountObject as
+select 1 as ClassID, ID, Name from tblSaleCustomer
+union all
+select 2, ID, Name from tblRecPayCash
+GO
+
+-- Each line of each voucher with the period of its day, the three levels of its account, and the
+-- object of a class; class 0 for a line without one.
+create view vwAccountLedgerLine as
+select p.ID as PeriodID, t.ID as DocumentID, t.Code as DocumentCode, isnull(t.IsPreDoc, 0) as IsPreDoc,
+  t.DocumentDate, t.FarsiDocumentDate, t.Description as DocumentDescription, d.RowNumber,
+  d.Debit, d.Credit, a.Code as AccountCode, a.Name as AccountName, k.Code as LedgerCode,
+  k.Name as LedgerName, g.Code as GroupCode, g.Name as GroupName, isnull(o.ClassID, 0) as ClassID,
+  isnull(c.Name, N'بدون تفصيلي') as ClassName, isnull(o.ObjectID, 0) as ObjectID,
+  isnull(x.Name, N'') as ObjectName
+from tblAccountDocumentDetail d
+inner join tblAccountDocument t on t.ID = d.DocumentID
+inner join tblAccountPeriod p on p.BeginDate <= t.DocumentDate and p.EndDate >= t.DocumentDate
+inner join tblAccount a on a.ID = d.AccountID
+inner join tblAccount k on k.ID = a.ParentID
+inner join tblAccount g on g.ID = k.ParentID
+left join tblAccountDocumentObjects o on o.DocumentID = d.DocumentID and o.RowNumber = d.RowNumber
+left join tblAccountClass c on c.ID = o.ClassID
+left join vwAccountObject x on x.ClassID = o.ClassID and x.ID = o.ObjectID
+GO

@@ -33,7 +33,8 @@ group by tblGoodsGroup.Name
 GO
 
 -- Balances of accounts over the objects of a class. The keys chosen stand in tblAccountTempID:
--- accounts with IDType 1, objects with IDType 2; @Objects is 'ALL' when every object counts.
+-- accounts with IDType 1, objects with IDType 2; @Objects is 'ALL' when every object counts, and
+-- so does every one when none was chosen.
 create procedure spAccountBalanceMoeinOnMultiDetail1 @FromDate nvarchar(10), @ToDate nvarchar(10),
   @ClassID int, @Objects nvarchar(10), @Accounts nvarchar(10) as
 select tblAccount.Code as [كد حساب], tblAccount.Name as [نام حساب],
@@ -48,10 +49,77 @@ inner join tblAccountDocumentObjects
   and tblAccountDocumentObjects.ClassID = @ClassID
 where tblAccountDocument.FarsiDocumentDate >= @FromDate
   and tblAccountDocument.FarsiDocumentDate <= @ToDate
-  and tblAccount.ID in (select ID from tblAccountTempID where IDType = 1)
+  and (tblAccount.ID in (select ID from tblAccountTempID where IDType = 1)
+    or not exists (select ID from tblAccountTempID where IDType = 1))
   and (@Objects = 'ALL'
-    or tblAccountDocumentObjects.ObjectID in (select ID from tblAccountTempID where IDType = 2))
+    or tblAccountDocumentObjects.ObjectID in (select ID from tblAccountTempID where IDType = 2)
+    or not exists (select ID from tblAccountTempID where IDType = 2))
 group by tblAccount.Code, tblAccount.Name, tblAccountDocumentObjects.ObjectID
+GO
+
+-- The same with the names of the objects and the balance.
+create procedure spAccountBalanceMoeinOnMultiDetail2 @FromDate nvarchar(10), @ToDate nvarchar(10),
+  @ClassID int, @Objects nvarchar(10), @Accounts nvarchar(10) as
+select v.AccountCode as [كد حساب], v.AccountName as [نام حساب], v.ObjectID as [كد تفصيلي],
+  v.ObjectName as [نام تفصيلي], sum(v.Debit) as [بدهكار], sum(v.Credit) as [بستانكار],
+  sum(v.Debit) - sum(v.Credit) as [مانده]
+from vwAccountLedgerLine v inner join tblAccount a on a.Code = v.AccountCode
+where v.FarsiDocumentDate >= @FromDate and v.FarsiDocumentDate <= @ToDate and v.ClassID = @ClassID
+  and (a.ID in (select ID from tblAccountTempID where IDType = 1)
+    or not exists (select ID from tblAccountTempID where IDType = 1))
+  and (@Objects = 'ALL' or v.ObjectID in (select ID from tblAccountTempID where IDType = 2)
+    or not exists (select ID from tblAccountTempID where IDType = 2))
+group by v.AccountCode, v.AccountName, v.ObjectID, v.ObjectName
+order by v.AccountCode, v.ObjectID
+GO
+
+-- Balances of accounts over the objects of two classes, the second of which have IDType 3: in four
+-- columns, and in eight with what was before the first day of the span.
+create procedure spAccountBalanceMultiTafsil_4Cols @FromDate nvarchar(10), @ToDate nvarchar(10),
+  @ClassID int, @Objects nvarchar(10), @SecondClassID int, @SecondObjects nvarchar(10),
+  @Accounts nvarchar(10) as
+select v.AccountCode as [كد حساب], v.AccountName as [نام حساب], v.ClassName as [نام طبقه],
+  v.ObjectID as [كد تفصيلي], v.ObjectName as [نام تفصيلي], sum(v.Debit) as [گردش بدهكار],
+  sum(v.Credit) as [گردش بستانكار],
+  case when sum(v.Debit) > sum(v.Credit) then sum(v.Debit) - sum(v.Credit) else 0 end as [مانده بدهكار],
+  case when sum(v.Credit) > sum(v.Debit) then sum(v.Credit) - sum(v.Debit) else 0 end as [مانده بستانكار]
+from vwAccountLedgerLine v inner join tblAccount a on a.Code = v.AccountCode
+where v.FarsiDocumentDate >= @FromDate and v.FarsiDocumentDate <= @ToDate
+  and (a.ID in (select ID from tblAccountTempID where IDType = 1)
+    or not exists (select ID from tblAccountTempID where IDType = 1))
+  and ((v.ClassID = @ClassID
+      and (v.ObjectID in (select ID from tblAccountTempID where IDType = 2)
+        or not exists (select ID from tblAccountTempID where IDType = 2)))
+    or (v.ClassID = @SecondClassID
+      and (@SecondObjects = 'ALL' or v.ObjectID in (select ID from tblAccountTempID where IDType = 3)
+        or not exists (select ID from tblAccountTempID where IDType = 3))))
+group by v.AccountCode, v.AccountName, v.ClassID, v.ClassName, v.ObjectID, v.ObjectName
+order by v.AccountCode, v.ClassID, v.ObjectID
+GO
+create procedure spAccountBalanceMultiTafsil_8Cols @FromDate nvarchar(10), @ToDate nvarchar(10),
+  @ClassID int, @Objects nvarchar(10), @SecondClassID int, @SecondObjects nvarchar(10),
+  @Accounts nvarchar(10) as
+select v.AccountCode as [كد حساب], v.AccountName as [نام حساب], v.ClassName as [نام طبقه],
+  v.ObjectID as [كد تفصيلي], v.ObjectName as [نام تفصيلي],
+  sum(case when v.FarsiDocumentDate < @FromDate then v.Debit else 0 end) as [اول دوره بدهكار],
+  sum(case when v.FarsiDocumentDate < @FromDate then v.Credit else 0 end) as [اول دوره بستانكار],
+  sum(case when v.FarsiDocumentDate >= @FromDate then v.Debit else 0 end) as [طي دوره بدهكار],
+  sum(case when v.FarsiDocumentDate >= @FromDate then v.Credit else 0 end) as [طي دوره بستانكار],
+  sum(v.Debit) as [جمع بدهكار], sum(v.Credit) as [جمع بستانكار],
+  case when sum(v.Debit) > sum(v.Credit) then sum(v.Debit) - sum(v.Credit) else 0 end as [مانده بدهكار],
+  case when sum(v.Credit) > sum(v.Debit) then sum(v.Credit) - sum(v.Debit) else 0 end as [مانده بستانكار]
+from vwAccountLedgerLine v inner join tblAccount a on a.Code = v.AccountCode
+where v.FarsiDocumentDate <= @ToDate
+  and (a.ID in (select ID from tblAccountTempID where IDType = 1)
+    or not exists (select ID from tblAccountTempID where IDType = 1))
+  and ((v.ClassID = @ClassID
+      and (v.ObjectID in (select ID from tblAccountTempID where IDType = 2)
+        or not exists (select ID from tblAccountTempID where IDType = 2)))
+    or (v.ClassID = @SecondClassID
+      and (@SecondObjects = 'ALL' or v.ObjectID in (select ID from tblAccountTempID where IDType = 3)
+        or not exists (select ID from tblAccountTempID where IDType = 3))))
+group by v.AccountCode, v.AccountName, v.ClassID, v.ClassName, v.ObjectID, v.ObjectName
+order by v.AccountCode, v.ClassID, v.ObjectID
 GO
 
 -- Leaves nothing behind and returns nothing.

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/database.h"
+#include "platform/pass_watch.h"
 
 namespace vorek {
 
@@ -76,6 +77,8 @@ class DataConnection {
 
   // Asked while rows are read; see ExecuteOptions::progress.
   std::function<bool(std::size_t rows)> on_progress;
+  // Asked by those who go through many rows of a result; null for none.
+  PassWatch* watch = nullptr;
 
  private:
   ResultSetPtr Run(std::string_view text, int timeout_seconds);

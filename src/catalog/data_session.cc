@@ -35,6 +35,7 @@ void DataSession::Renew() {
   ++binding_;
   dten_ = std::make_unique<DtEn>(providers_, *running_, *open_);
   dten_->cnn.on_progress = progress_;
+  dten_->cnn.watch = watch_;
 }
 
 void DataSession::Check(const std::string& connection_text) const {
@@ -60,6 +61,11 @@ void DataSession::RebindTwice(const std::string& connection_text) {
 void DataSession::SetProgress(std::function<bool(std::size_t rows)> progress) {
   progress_ = std::move(progress);
   if (dten_ != nullptr) dten_->cnn.on_progress = progress_;
+}
+
+void DataSession::SetWatch(PassWatch* watch) {
+  watch_ = watch;
+  if (dten_ != nullptr) dten_->cnn.watch = watch;
 }
 
 void OpenSlot(Recordset& slot, std::string text) {

@@ -58,6 +58,8 @@ class DataSession {
 
   // Asked while a report's rows are read; false cancels. Kept over re-bindings.
   void SetProgress(std::function<bool(std::size_t rows)> progress);
+  // Asked while the rows of a result are filtered; null for none. Kept over re-bindings.
+  void SetWatch(PassWatch* watch);
 
  private:
   void Renew();
@@ -66,6 +68,7 @@ class DataSession {
   std::shared_ptr<RunningStatement> running_ = std::make_shared<RunningStatement>();
   std::shared_ptr<OpenConnections> open_ = std::make_shared<OpenConnections>();
   std::function<bool(std::size_t rows)> progress_;
+  PassWatch* watch_ = nullptr;
   std::unique_ptr<DtEn> dten_;
   std::uint32_t binding_ = 0;
 };

@@ -144,7 +144,9 @@ std::shared_ptr<const std::vector<std::uint32_t>> Recordset::Select(const std::s
     Lookup(test, *rows);
     return rows;
   }
+  PassWatch* const watch = connection_.watch;
   for (std::size_t row = 0; row < Result().rows; ++row) {
+    if (watch != nullptr) watch->At(static_cast<std::int32_t>(row));
     if (condition.Matches(row)) rows->push_back(static_cast<std::uint32_t>(row));
   }
   return rows;

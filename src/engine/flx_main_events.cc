@@ -3,6 +3,7 @@
 #include "drill/record_selection.h"
 #include "drill/related_reports.h"
 #include "engine/drill_events.h"
+#include "engine/pass_bar.h"
 #include "engine/quick_search.h"
 #include "grid/column_sort.h"
 #include "grid/marked_rows.h"
@@ -44,7 +45,7 @@ void TurnTreeRow(ReportControl& control, int key_code) {
   const std::int32_t column = grid.Col();
   const std::int32_t last = grid.ColSel();
   ReportContext report = control.Context();
-  ClickTreeMark(report, row);
+  RunPass(control, [&] { ClickTreeMark(report, row); });
   // The next key is meant for the same cell.
   grid.SetRow(row);
   grid.SetCol(column);
@@ -54,11 +55,13 @@ void TurnTreeRow(ReportControl& control, int key_code) {
 
 void ClickHeader(ReportControl& control, std::int32_t column) {
   ReportContext report = control.Context();
-  if (control.state.MakeTree()) {
-    SortTree(report, control.flxMain, column);
-  } else {
-    SortByHeader(report, column);
-  }
+  RunPass(control, [&] {
+    if (control.state.MakeTree()) {
+      SortTree(report, control.flxMain, column);
+    } else {
+      SortByHeader(report, column);
+    }
+  });
 }
 
 }  // namespace
@@ -78,7 +81,7 @@ void flxMain_Click(ReportControl& control) {
   if (row < 0 || row >= grid.Rows() || column < 0 || column >= grid.Cols()) return;
   if (control.state.MakeTree() && column == 0 && row >= 1) {
     ReportContext report = control.Context();
-    ClickTreeMark(report, row);
+    RunPass(control, [&] { ClickTreeMark(report, row); });
   }
   flxMain_SelChange(control);
 }

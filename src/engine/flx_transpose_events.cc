@@ -4,6 +4,7 @@
 #include "drill/related_reports.h"
 #include "engine/drill_events.h"
 #include "engine/flx_main_events.h"
+#include "engine/pass_bar.h"
 #include "grid/cross_table_click.h"
 #include "grid/tree_sort.h"
 
@@ -17,7 +18,9 @@ constexpr int kRightButton = 2;
 
 void flxTranspose_Click(ReportControl& control) {
   ReportContext report = control.Context();
-  ClickCrossTable(report, control.flxTranspose.MouseRow(), control.flxTranspose.MouseCol());
+  RunPass(control, [&] {
+    ClickCrossTable(report, control.flxTranspose.MouseRow(), control.flxTranspose.MouseCol());
+  });
 }
 
 void flxTranspose_SelChange(ReportControl& control) {
@@ -43,7 +46,7 @@ void flxTranspose_MouseDown(ReportControl& control, int button, int /*shift*/) {
   if (on_header && button == kLeftButton && grid.Rows() >= 3 &&
       control.state.isTransposeFlexTree()) {
     ReportContext report = control.Context();
-    SortTree(report, grid, column);
+    RunPass(control, [&] { SortTree(report, grid, column); });
   }
   if (button != kRightButton) return;
   if (on_header) windows.PopupMenu(control.FlexPopupMenu);

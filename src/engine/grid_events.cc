@@ -3,6 +3,8 @@
 #include "engine/drill_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"
+#include "engine/group_modes.h"
+#include "engine/pass_bar.h"
 #include "engine/quick_search.h"
 #include "engine/report_filter.h"
 #include "totals/summary_rows.h"
@@ -17,7 +19,7 @@ bool IsOnHeader(const Grid& grid) { return grid.MouseRow() == 0; }
 void LeadTo(Menu& entry, ReportControl& control, void (*work)(ReportContext&)) {
   entry.on_click = [&control, work] {
     ReportContext report = control.Context();
-    work(report);
+    RunPass(control, [&] { work(report); });
   };
 }
 
@@ -26,6 +28,9 @@ void ConnectMenus(ReportControl& control) {
   menu.mnuQuickSearch.on_click = [&control] { mnuQuickSearch_Click(control); };
   menu.mnuShowAskForm.on_click = [&control] { control.mnuShowAskForm_Click(); };
   menu.mnuFilter.on_click = [&control] { mnuFilter_Click(control); };
+  menu.mnuGroupByNothing.on_click = [&control] { mnuGroupByNothing_Click(control); };
+  menu.mnuGroupBy.on_click = [&control] { mnuGroupBy_Click(control); };
+  menu.mnuHybrid.on_click = [&control] { mnuHybrid_Click(control); };
   LeadTo(menu.mnuSum, control, mnuSum_Click);
   LeadTo(menu.mnuavg, control, mnuAvg_Click);
   LeadTo(control.FlexPopupMenu2.mnuDelete, control, mnuDelete_Click);

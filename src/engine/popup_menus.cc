@@ -1,14 +1,11 @@
 #include "engine/popup_menus.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
+
+#include "totals/group_reports.h"
 
 namespace vorek {
 namespace {
-
-// The accounting reports, which can be shown in another shape.
-constexpr std::int32_t kShapedReports[] = {2859, 2858, 2857, 2853, 2852, 2851, 2847, 2844};
 
 void Postpone(Menu& entry) {
   entry.SetEnabled(false);
@@ -34,15 +31,14 @@ HeaderMenu::HeaderMenu(Control* parent, std::string name) : Menu(parent, std::mo
       {&mnuGroupBy, "سرجمع"},
       {&mnuHybrid, "ترکيبي"}};
   for (const auto& [entry, caption] : captions) entry->SetCaption(caption);
-  for (Menu* entry : {&mnuSendToTextFile, &mnuSendToOfficeExcel, &mnuSendToOfficeExcellFast,
-                      &mnuSendToAccess, &mnuGroupByNothing, &mnuGroupBy, &mnuHybrid}) {
+  for (Menu* entry :
+       {&mnuSendToTextFile, &mnuSendToOfficeExcel, &mnuSendToOfficeExcellFast, &mnuSendToAccess}) {
     Postpone(*entry);
   }
 }
 
 void HeaderMenu::OfferShapes(std::int32_t report_id) {
-  const bool offered = std::find(std::begin(kShapedReports), std::end(kShapedReports), report_id) !=
-                       std::end(kShapedReports);
+  const bool offered = FindGroupReport(report_id) != nullptr;
   mnuSortBy.SetEnabled(offered);
   mnuSortBy.SetToolTipText(offered ? "" : "اين گزارش شکل ديگري ندارد.");
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/pass_bar.h"
 #include "text/number.h"
 #include "totals/quick_find.h"
 
@@ -37,13 +38,15 @@ void mnuQuickSearch_Click(ReportControl& control) {
   const std::int32_t top =
       text::ToInt32(corner.y * windows.TwipsPerPixel()) + grid.Top() + control.frameMain.Top();
   FormQuickSearch& box = Box(control);
-  if (box.Ask(left, top)) QuickFind(report, box.txtDesc.Text(), column);
+  if (!box.Ask(left, top)) return;
+  RunPass(control, [&] { QuickFind(report, box.txtDesc.Text(), column); });
 }
 
 void RepeatQuickSearch(ReportControl& control) {
   if (control.frmQuickSearch == nullptr) return;
   ReportContext report = control.Context();
-  QuickFind(report, control.frmQuickSearch->txtDesc.Text(), kLastColumn);
+  const std::string text = control.frmQuickSearch->txtDesc.Text();
+  RunPass(control, [&] { QuickFind(report, text, kLastColumn); });
 }
 
 }  // namespace vorek

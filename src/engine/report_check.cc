@@ -12,8 +12,10 @@
 #include "engine/security_check.h"
 #include "engine/select_list.h"
 #include "grid/formula_check.h"
+#include "parameters/parameter_dependencies.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "totals/group_reports.h"
 
 namespace vorek {
 namespace {
@@ -52,6 +54,8 @@ class ReportCheck {
     CheckFormulas();
     CheckLinks();
     CheckPopup();
+    CheckDependencies();
+    CheckSubtotals();
   }
 
  private:
@@ -77,6 +81,8 @@ class ReportCheck {
   void CheckPassedParameter(const std::string& field, const std::string& called,
                             const std::string& parameter);
   void CheckPopup();
+  void CheckDependencies();
+  void CheckSubtotals();
   bool ReportExists(const std::string& id);
 
   Process& process_;
@@ -162,6 +168,43 @@ void ReportCheck::CheckParameters() {
            "the form doesn't find it and says that a parameter isn't defined");
     }
   }
+}
+
+// A choice of a class of accounts writes the view of a list that follows it into the catalogue.
+void ReportCheck::CheckDependencies() {
+  std::vector<std::string> written;
+  IgnoreErrors([&] {
+    OpenSlot(Slot(), "Select ParameterID, MajorView, MinorView from tblVorekReportParameter" +
+                         Where() +
+                         " and ControlTypeID = 1007 and DepOnParameterIDForm is null and "
+                         "DepOnParameterIDObject is not null Order by ParameterID");
+    for (; !Slot().AtEnd(); Slot().MoveNext()) {
+      const bool writes = WritesMetadata(TextOf(Slot(), "MajorView"), TextOf(Slot(), "MinorView"));
+      if (writes) written.push_back(TextOf(Slot(), "ParameterID"));
+    }
+  });
+  Slot().Close();
+  if (written.empty()) return;
+  const bool may_write = IgnoreErrors([&] {
+    OpenSlot(Slot(), "Update tblVorekReportParameter Set MajorView = MajorView Where 1 = 0");
+  });
+  Slot().Close();
+  for (const std::string& id : written) {
+    if (may_write) break;
+    Tell(false, "parameter " + id, "this login may not write tblVorekReportParameter",
+         "a class that is chosen isn't noted in the catalogue; its list is shown all the same");
+  }
+}
+
+void ReportCheck::CheckSubtotals() {
+  const GroupReport* const shape = FindGroupReport(id_);
+  if (shape == nullptr || !columns_) return;
+  const std::int32_t needed = LastColumnOf(*shape);
+  if (static_cast<std::int32_t>(columns_->size()) >= needed) return;
+  Tell(true, query_field_,
+       "subtotals of this report need " + std::to_string(needed) + " columns, it has " +
+           std::to_string(columns_->size()),
+       "it shows no subtotals");
 }
 
 void ReportCheck::CheckTokens() {

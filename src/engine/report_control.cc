@@ -71,6 +71,8 @@ ReportControl::ReportControl(WorldState& shared, Control* parent, std::string na
         static_cast<Control*>(&VorekToday), static_cast<Control*>(&flxTranspose)}) {
     hidden->SetVisible(false);
   }
+  flxMain.SetWatch(&shared.process.watch);
+  flxTranspose.SetWatch(&shared.process.watch);
   general.Clear();
   general.Add(flxMain);
   general.Add(flxTranspose);
@@ -230,7 +232,8 @@ void ReportControl::EndView() {
   IgnoreErrors([&] { FocusGrid(); });
   VorekParameters1.PeriodID = state.PeriodID;
   VorekParameters1.CallByReport = true;
-  IgnoreErrors([&] { VorekParameters1.FillInitially(); });
+  // A report that came with its values left the panel as it stood for another.
+  if (state.ShowFlatternParameters) IgnoreErrors([&] { VorekParameters1.FillInitially(); });
 }
 
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,

@@ -4,10 +4,11 @@
 #include <optional>
 
 #include "engine/attempt.h"
+#include "engine/pass_bar.h"
 #include "engine/query_text.h"
 #include "engine/rights.h"
-#include "engine/run_handoffs.h"
 #include "engine/shared_helpers.h"
+#include "engine/special_reports.h"
 #include "grid/column_sort.h"
 #include "grid/cross_table.h"
 #include "grid/expression_columns.h"
@@ -16,6 +17,7 @@
 #include "grid/tree_sort.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "totals/group_totals.h"
 #include "totals/summary_rows.h"
 
 namespace vorek {
@@ -71,12 +73,18 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     process_.windows().SetMousePointer(0);
     return false;
   }
+  PassWatch& watch = process_.watch;
+  const PassWatch::Pass run(watch, PassWatch::Leaves::kNothing);
   error = Attempt([&] { Fill(parameter_string); });
   if (error) {
     Fail(*error);
     return false;
   }
   error = Attempt([&] { Present(); });
+  if (watch.Cancelled()) {
+    Fail(Error(ErrorNumber::kCancelled, "اجراي گزارش لغو شد."));
+    return false;
+  }
   if (error) SilentExit(error->Number());
   return !error;
 }
@@ -301,6 +309,7 @@ void ReportRun::Advance() { control_.Progress.SetValue(control_.Progress.Value()
 
 void ReportRun::Present() {
   Grid& grid = control_.flxMain;
+  const PassBar bar(control_);
   grid.ZOrder();
   state_.isTransposedResult = false;
   MakeStoredTotals();
@@ -316,7 +325,7 @@ void ReportRun::Present() {
   if (state_.MakeTransposeFlag) {
     IgnoreErrors([&] { ApplyTranspose(report_); });
   }
-  IgnoreErrors([&] { MakeGroupTotals(report_); });
+  IgnoreErrors([&] { MakeFirstGroupTotals(report_); });
   process_.windows().SetMousePointer(0);
   IgnoreErrors([&] { FocusResult(); });
 }
@@ -349,7 +358,8 @@ void ReportRun::FocusResult() {
 void ReportRun::Fail(const Error& error) {
   process_.windows().SetMousePointer(0);
   control_.flxMain.SetRedraw(true);
-  if (error.Is(ErrorNumber::kCancelled) && process_.windows().TellCancelled()) {
+  if (error.Is(ErrorNumber::kCancelled) &&
+      process_.windows().TellCancelled("اجراي گزارش لغو شد.")) {
     SilentExit(error.Number());
     return;
   }

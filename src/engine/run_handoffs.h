@@ -9,15 +9,6 @@
 // What a run and the control call by name and what does nothing yet.
 namespace vorek {
 
-// --- Steps of a run --------------------------------------------------------------------------
-
-// Prepares a hard-wired report. True if the report is done and its text isn't to be opened.
-inline bool PrepareSpecialReport(ReportContext& /*report*/, std::string& /*query*/) {
-  return false;
-}
-inline void MakeGroupTotals(ReportContext& /*report*/) {}
-inline void WidenSpecialReport(ReportContext& /*report*/) {}  // the widths of report 2844
-
 // --- Commands of the control -----------------------------------------------------------------
 
 inline void ExportExcel(ReportContext& /*report*/, std::int32_t /*report_id*/) {}

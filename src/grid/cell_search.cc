@@ -91,6 +91,7 @@ std::int32_t CellSearch::FindRow(const Grid& grid, std::int32_t column, std::int
   const bool heights = !hidden_rows && grid.RowHeightsDiffer();
   std::string scratch;
   for (std::int32_t row = from; row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     if (heights && grid.RowHeight(row) == 0) continue;
     if (!fits_numbers_ && grid.IsNumber(row, column)) continue;
     if (FoundIn(grid.CellPlain(row, column, scratch))) return row;

@@ -264,6 +264,7 @@ void DropMissingTransposeColumns(ReportContext& report) {
 void ColorRows(ReportContext& report) {
   const bool tree = report.state.MakeTree();
   for (std::int32_t row = 1; row < report.flxMain.Rows(); ++row) {
+    report.flxMain.AskAt(row);
     report.flxMain.SetRowBackColor(row, tree || row % 2 == 0 ? kLightBlue : kWhite);
   }
 }

@@ -1,7 +1,6 @@
 #include "grid/column_sort.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,12 +37,14 @@ class ColumnSort {
     if (field < fields.size()) type_ = fields[field].type;
   }
 
+  // A sort that is cancelled leaves the grid, and which sort was the last, as they were.
   void Run(bool turn) {
-    std::int32_t& code = report_.state.SortCode;
+    std::int32_t code = report_.state.SortCode;
     if (turn) code = code == kAscending ? kDescending : kAscending;
-    if (IsMoneyField(type_)) DropGroups();
-    grid_.SetCol(column_);
-    grid_.Sort(Order(code));
+    SortRows(code);
+    report_.state.SortColumn = column_;
+    report_.state.SortCode = code;
+    const PassWatch::Unbroken rows_have_moved(report_.process.watch);
     grid_.SetSortedBy({column_, code == kDescending});
     RemakeExpressions();
     ColourBySortColumn(grid_, column_);
@@ -51,6 +52,17 @@ class ColumnSort {
   }
 
  private:
+  void SortRows(std::int32_t code) {
+    if (IsMoneyField(type_)) DropGroups();
+    try {
+      grid_.SetCol(column_);
+      grid_.Sort(Order(code));
+    } catch (const Error&) {
+      if (IsMoneyField(type_)) FormMoney();
+      throw;
+    }
+  }
+
   // Long numbers are sorted as such whatever stands between them. A money field's digit groups
   // aren't the strokes of a date.
   std::int32_t Order(std::int32_t code) const {
@@ -73,6 +85,7 @@ class ColumnSort {
     const bool typed = source != nullptr && source->GivesNumbers();
     std::string scratch;
     for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
+      grid_.AskAt(row);
       if (typed && grid_.IsSourced(row, column_)) continue;
       const std::string_view text = grid_.CellView(row, column_, scratch);
       if (text.find_first_not_of("0123456789./-() ") != std::string_view::npos) return false;
@@ -127,29 +140,6 @@ class ColumnSort {
   int type_ = 0;
 };
 
-// Takes a sum row out of the grid and gives its texts.
-std::vector<std::string> TakeOut(Grid& grid, std::int32_t row) {
-  std::vector<std::string> texts;
-  for (std::int32_t column = 0; column < grid.Cols(); ++column) {
-    texts.push_back(grid.TextMatrix(row, column));
-  }
-  if (grid.Rows() == 2) {
-    grid.SetRows(1);
-  } else {
-    grid.RemoveItem(row);
-  }
-  return texts;
-}
-
-void PutLast(Grid& grid, const std::vector<std::string>& texts) {
-  const std::int32_t row = grid.Rows();
-  grid.AddItem(std::to_string(row));
-  for (std::size_t column = 0; column < texts.size(); ++column) {
-    grid.WriteCell(row, static_cast<std::int32_t>(column), texts[column]);
-  }
-  Emphasise(grid, row);
-}
-
 // The rows' numbers after a sort; the average row keeps its label.
 void NumberAgain(Grid& grid) {
   std::vector<std::int32_t> averages;
@@ -167,7 +157,6 @@ void SortflxMain(ReportContext& report, std::int32_t column) {
   const bool same = column == state.SortColumn;
   if (column == 0) column = state.SortColumn;
   if (column < 1 || column > report.flxMain.Cols() - 1) return;
-  state.SortColumn = column;
   const bool redraw = report.flxMain.Redraw();
   report.flxMain.SetRedraw(false);
   IgnoreErrors([&] {
@@ -181,16 +170,10 @@ void SortByHeader(ReportContext& report, std::int32_t column) {
   Grid& grid = report.flxMain;
   if (grid.Rows() < 3) return;
   SortflxMain(report, column);
-  std::optional<std::vector<std::string>> sum;
-  for (std::int32_t row = 1; row < grid.Rows();) {
-    if (!grid.IsNumbered(row) && HasLabel(grid, row, kSumLabel)) {
-      sum = TakeOut(grid, row);
-    } else {
-      ++row;
-    }
-  }
+  if (report.process.watch.Cancelled()) return;
+  const std::vector<std::string> sum = TakeSumRowsOut(grid);
   NumberAgain(grid);
-  if (sum) PutLast(grid, *sum);
+  if (!sum.empty()) PutSumRowLast(grid, sum);
 }
 
 bool IsDateColumn(const Grid& grid, std::int32_t column) {
@@ -204,11 +187,12 @@ void ColourBySortColumn(Grid& grid, std::int32_t column) {
   grid.SetRedraw(false);
   const std::int32_t last = grid.Rows() - 1;
   if (last >= 1 && !HasLabel(grid, last, "")) {
+    std::vector<bool> changes = grid.Changes(column);
+    changes[1] = !grid.TextMatrix(1, column).empty();
     bool white = true;
     for (std::int32_t row = 1; row <= last; ++row) {
-      const bool changed =
-          row == 1 ? !grid.TextMatrix(row, column).empty() : !grid.SameText(row, row - 1, column);
-      if (changed) white = !white;
+      grid.AskAt(row);
+      if (changes[static_cast<std::size_t>(row)]) white = !white;
       grid.SetRowBackColor(row, white ? kWhite : kLightBlue);
     }
     grid.SetCol(1);

@@ -89,8 +89,10 @@ class CrossTable {
     source_.SetCol(column);
     source_.Sort(kTextExact);
     rows_.reserve(static_cast<std::size_t>(source_.Rows()));
+    const std::vector<bool> changes = source_.Changes(column);
     for (std::int32_t row = 1; row < source_.Rows(); ++row) {
-      if (row == 1 || !source_.SameText(row, row - 1, column)) {
+      Ask(row);
+      if (changes[static_cast<std::size_t>(row)]) {
         headers_.push_back(source_.TextMatrix(row, column));
       }
       rows_.push_back({0, static_cast<std::uint32_t>(headers_.size()) - 1});
@@ -155,6 +157,7 @@ class CrossTable {
     std::string key;
     std::string scratch;
     for (std::int32_t row = 1; row < source_.Rows(); ++row) {
+      Ask(row);
       key.clear();
       for (const std::int32_t base : base_) key += source_.CellView(row, base, scratch);
       rows_[static_cast<std::size_t>(row) - 1].key = ranks.Add(key, false);
@@ -167,6 +170,8 @@ class CrossTable {
     rows_ = std::move(moved);
   }
 
+  void Ask(std::int32_t row) { report_.process.watch.At(row); }
+
   void AddRows() {
     const std::size_t quarter = std::max<std::size_t>(rows_.size() / 4, 1);
     std::size_t next = quarter;
@@ -176,6 +181,7 @@ class CrossTable {
     }
     last_row_.assign(static_cast<std::size_t>(table_.Cols()), 0);
     for (std::size_t begin = 0; begin < rows_.size();) {
+      Ask(table_.Rows());
       std::size_t end = begin + 1;
       while (end < rows_.size() && rows_[end].key == rows_[begin].key) ++end;
       AddKey(begin, end);

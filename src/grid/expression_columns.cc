@@ -198,6 +198,7 @@ void FillColumns(Grid& grid, EvaluationClass& evaluation, std::vector<Expression
   }
   const std::int32_t given = evaluation.CuentaVar();
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     const bool sum = !grid.IsNumbered(row) && HasLabel(grid, row, kSumLabel);
     numbers.Next(grid, row, sum ? columns : first);
     if (sum) continue;

@@ -123,6 +123,24 @@ bool Grid::SameText(std::int32_t row, std::int32_t other, std::int32_t col) cons
   return Column(col).SameText(order_[CheckRow(row)], order_[CheckRow(other)]);
 }
 
+std::vector<bool> Grid::Changes(std::int32_t col) const {
+  const auto fixed = static_cast<std::size_t>(fixed_rows_);
+  std::vector<bool> changes(order_.size(), true);
+  if (IsSourced(col) && fixed == 1 && order_.front() == 0) {
+    std::vector<std::uint32_t> records;
+    records.reserve(order_.size() - 1);
+    for (std::size_t i = 1; i < order_.size(); ++i) records.push_back(order_[i] - 1);
+    const std::vector<bool> below = ColumnSource(col)->Changes(records);
+    std::copy(below.begin(), below.end(), changes.begin() + 1);
+    return changes;
+  }
+  for (std::int32_t row = fixed_rows_ + 1; row < Rows(); ++row) {
+    AskAt(row);
+    changes[static_cast<std::size_t>(row)] = !SameText(row, row - 1, col);
+  }
+  return changes;
+}
+
 bool Grid::IsSourced(std::int32_t row, std::int32_t col) const {
   return Column(col).IsSourced(order_[CheckRow(row)]);
 }

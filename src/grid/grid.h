@@ -12,6 +12,7 @@
 
 #include "grid/format_store.h"
 #include "grid/grid_column.h"
+#include "platform/pass_watch.h"
 #include "vorek/grid.h"
 #include "widgets/control.h"
 
@@ -76,6 +77,9 @@ class Grid final : public Control, public FlexGrid {
   std::int64_t CellFixed(std::int32_t row, std::int32_t col) const;
   // True if the texts of two rows' cells are equal.
   bool SameText(std::int32_t row, std::int32_t other, std::int32_t col) const;
+  // For each row from 0 whether its cell's text is another one than that of the row above; true for
+  // the first row below the fixed ones.
+  std::vector<bool> Changes(std::int32_t col) const;
   // True if the cell shows what ColumnSource gives.
   bool IsSourced(std::int32_t row, std::int32_t col) const;
   // True if all of the column's data cells do.
@@ -161,6 +165,13 @@ class Grid final : public Control, public FlexGrid {
   void RemoveItem(std::int32_t index) override;
   // Empties all texts, formats and marks; rows, columns and their measures stay.
   void Clear() override;
+
+  // Sees the passes over the rows; null for none.
+  void SetWatch(PassWatch* watch) { watch_ = watch; }
+  // A pass comes to the row. Throws Error(kCancelled) if the user cancelled it.
+  void AskAt(std::int32_t row) const {
+    if (watch_ != nullptr) watch_->At(row, Rows());
+  }
 
   // Sorts the rows below the fixed ones by column Col: 1 generic ascending, 2 generic descending,
   // 3 numeric ascending, 4 numeric descending, 5 and 6 texts without regard to case, 7 and 8 texts
@@ -254,6 +265,7 @@ class Grid final : public Control, public FlexGrid {
   double font_size_ = kDefaultFontSize;
   bool redraw_ = true;
   bool dirty_ = false;  // changed while Redraw was off
+  PassWatch* watch_ = nullptr;
 };
 
 }  // namespace vorek

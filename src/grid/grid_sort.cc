@@ -24,6 +24,7 @@ bool AllNumbers(const Grid& grid, std::int32_t col) {
   if (typed && grid.IsSourced(col)) return true;
   std::string scratch;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     if (typed && grid.IsSourced(row, col)) continue;
     const std::string_view text = grid.CellView(row, col, scratch);
     if (!text.empty() && !IsNumberText(text)) return false;
@@ -51,6 +52,7 @@ std::vector<std::uint32_t> SortedByNumber(const Grid& grid, bool descending) {
   std::vector<double> numbers;
   numbers.reserve(static_cast<std::size_t>(grid.Rows()));
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     numbers.push_back(grid.CellValue(row, grid.Col()));
   }
   return SortedNumbers(numbers, descending);
@@ -61,6 +63,7 @@ std::vector<std::uint32_t> SortedByText(const Grid& grid, bool ignore_case, bool
   RowRanks ranks(static_cast<std::size_t>(grid.Rows()));
   std::string scratch;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     const std::string_view text = grid.CellView(row, col, scratch);
     ranks.Add(text, text.data() != scratch.data());
   }

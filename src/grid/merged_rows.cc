@@ -41,8 +41,9 @@ void SortByKey(ReportContext& report, std::int32_t key) {
 class Fold {
  public:
   Fold(ReportContext& report, std::int32_t key) : report_(report), grid_(report.flxMain) {
+    const std::vector<bool> changes = grid_.Changes(key);
     for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
-      if (row == 1 || !grid_.SameText(row, row - 1, key)) firsts_.push_back(row);
+      if (changes[static_cast<std::size_t>(row)]) firsts_.push_back(row);
     }
     firsts_.push_back(grid_.Rows());
   }
@@ -62,6 +63,7 @@ class Fold {
     const TextSource* const source = grid_.ColumnSource(column);
     const bool exact = source != nullptr && source->GivesFixed();
     for (std::size_t i = 0; i + 1 < firsts_.size(); ++i) {
+      grid_.AskAt(static_cast<std::int32_t>(i));
       if (firsts_[i + 1] - firsts_[i] < 2) continue;
       grid_.WriteCell(firsts_[i], column,
                       type == kJoined ? Joined(i, column)

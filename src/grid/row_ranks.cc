@@ -75,31 +75,33 @@ void RowRanks::Grow() {
   }
 }
 
-std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) const {
+std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) {
   std::string keys;
   std::size_t bytes = 0;
   for (const std::string_view text : texts_) bytes += text.size();
   keys.reserve(bytes);
   std::vector<std::size_t> ends;
-  std::vector<KeyedText> order;
   ends.reserve(texts_.size());
-  order.reserve(texts_.size());
   for (const std::string_view text : texts_) {
-    const std::size_t begin = keys.size();
     text::AppendSortKey(text, ignore_case, keys);
-    const std::string_view key = std::string_view(keys).substr(begin);
-    order.push_back({WordAt(key, 0), WordAt(key, 8), static_cast<std::uint32_t>(order.size())});
     ends.push_back(keys.size());
   }
+  // The keys take their place.
+  std::vector<std::string_view>().swap(texts_);
   const auto key = [&](std::uint32_t id) {
     const std::size_t begin = id == 0 ? 0 : ends[id - 1];
     return std::string_view(keys).substr(begin, ends[id] - begin);
   };
+  std::vector<KeyedText> order;
+  order.reserve(ends.size());
+  for (std::uint32_t id = 0; id < ends.size(); ++id) {
+    order.push_back({WordAt(key(id), 0), WordAt(key(id), 8), id});
+  }
   std::sort(order.begin(), order.end(), [&](const KeyedText& a, const KeyedText& b) {
     if (a.head != b.head) return a.head < b.head;
     return a.next != b.next ? a.next < b.next : key(a.id) < key(b.id);
   });
-  std::vector<std::uint32_t> ranks(texts_.size());
+  std::vector<std::uint32_t> ranks(ends.size());
   std::uint32_t rank = 0;
   for (std::size_t i = 0; i < order.size(); ++i) {
     if (i > 0 && key(order[i].id) != key(order[i - 1].id)) ++rank;
@@ -112,7 +114,7 @@ std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) co
 }
 
 std::vector<std::uint32_t> RowRanks::Sorted(bool ignore_case, bool descending) {
-  slots_ = {};
+  std::vector<std::uint32_t>().swap(slots_);
   const std::vector<std::uint32_t> ranks = Ranks(ignore_case, descending);
   std::vector<std::uint32_t> begins(ranks.size() + 1, 0);
   for (const std::uint32_t id : ids_) ++begins[ranks[id] + 1];

@@ -32,7 +32,7 @@ class RowRanks {
   std::size_t SlotOf(std::string_view text, std::size_t hash) const;
   void Grow();
   void Remember(std::size_t slot);
-  std::vector<std::uint32_t> Ranks(bool ignore_case, bool descending) const;
+  std::vector<std::uint32_t> Ranks(bool ignore_case, bool descending);
 
   std::vector<std::uint32_t> ids_;       // of each row's text
   std::vector<std::string_view> texts_;  // by id

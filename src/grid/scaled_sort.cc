@@ -34,6 +34,7 @@ void SortSmallTexts(Grid& grid, std::int32_t column) {
   std::string scratch;
   std::string small;
   for (std::int32_t row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     double number = typed && grid.IsSourced(row, column) ? grid.CellValue(row, column) : 0;
     if (number == 0) {
       const std::string_view text = grid.CellView(row, column, scratch);

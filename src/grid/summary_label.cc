@@ -23,6 +23,35 @@ std::int32_t TrailingSummaryRows(const Grid& grid) {
   return count;
 }
 
+std::vector<std::string> TakeSumRowsOut(Grid& grid) {
+  std::vector<std::string> texts;
+  for (std::int32_t row = 1; row < grid.Rows();) {
+    if (grid.IsNumbered(row) || !HasLabel(grid, row, kSumLabel)) {
+      ++row;
+      continue;
+    }
+    texts.clear();
+    for (std::int32_t column = 0; column < grid.Cols(); ++column) {
+      texts.push_back(grid.TextMatrix(row, column));
+    }
+    if (grid.Rows() == 2) {
+      grid.SetRows(1);
+    } else {
+      grid.RemoveItem(row);
+    }
+  }
+  return texts;
+}
+
+void PutSumRowLast(Grid& grid, const std::vector<std::string>& texts) {
+  const std::int32_t row = grid.Rows();
+  grid.AddItem(std::to_string(row));
+  for (std::size_t column = 0; column < texts.size(); ++column) {
+    grid.WriteCell(row, static_cast<std::int32_t>(column), texts[column]);
+  }
+  Emphasise(grid, row);
+}
+
 void Emphasise(Grid& grid, std::int32_t row) {
   grid.SetRow(row);
   grid.SetCol(0);

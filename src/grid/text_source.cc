@@ -183,12 +183,54 @@ bool FieldSource::SameText(std::size_t a, std::size_t b) const {
     }
     case ResultColumn::Storage::kDouble:
       if (form_ == CellForm::kTime) return TextSource::SameText(a, b);
-      return SameNumber(TextValue(column.Double(first)), TextValue(column.Double(second)), 1.0);
+      return SameDouble(column.Double(first), column.Double(second));
     case ResultColumn::Storage::kText:
       break;
   }
   return column.Text(first) == column.Text(second) ||
          (form_ != CellForm::kPlain && TextSource::SameText(a, b));
+}
+
+std::vector<bool> TextSource::Changes(const std::vector<std::uint32_t>& records) const {
+  std::vector<bool> changes(records.size(), true);
+  for (std::size_t i = 1; i < records.size(); ++i) {
+    changes[i] = !SameText(records[i - 1], records[i]);
+  }
+  return changes;
+}
+
+// The values of records in any order lie all over the column: they are fetched in a loop that
+// doesn't wait for each before it asks for the next.
+std::vector<bool> FieldSource::Changes(const std::vector<std::uint32_t>& records) const {
+  const ResultColumn& column = Column();
+  const bool scaled = column.Kind() == ResultColumn::Storage::kScaled;
+  const bool same_numbers = form_ != CellForm::kTime && !column.HasNulls();
+  if (column.Kind() == ResultColumn::Storage::kText || !same_numbers) {
+    return TextSource::Changes(records);
+  }
+  std::vector<bool> changes(records.size(), true);
+  const auto compare = [&](const auto& fetch, const auto& same) {
+    std::vector<decltype(fetch(0))> values(records.size());
+    for (std::size_t i = 0; i < records.size(); ++i) values[i] = fetch(Row(records[i]));
+    for (std::size_t i = 1; i < values.size(); ++i) changes[i] = !same(values[i - 1], values[i]);
+  };
+  if (scaled) {
+    const std::int64_t unit = Unit(column.Scale());
+    compare([&](std::size_t row) { return column.Scaled(row); },
+            [&](std::int64_t a, std::int64_t b) { return SameNumber(a, b, unit); });
+  } else {
+    compare([&](std::size_t row) { return column.Double(row); },
+            [&](double a, double b) { return SameDouble(a, b); });
+  }
+  return changes;
+}
+
+// Of two numbers that are farther apart than their fifteenth digit no text needs to be made.
+bool FieldSource::SameDouble(double a, double b) const {
+  constexpr double kFarApart = 1e-9;
+  const bool same_sign = (a < 0) == (b < 0);
+  if (same_sign && std::fabs(a - b) > kFarApart * (std::fabs(a) + std::fabs(b))) return false;
+  return SameNumber(TextValue(a), TextValue(b), 1.0);
 }
 
 // Money shows a value between -1 and 0 without its sign.

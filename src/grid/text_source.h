@@ -30,6 +30,9 @@ class TextSource {
   virtual std::int64_t Fixed(std::size_t record) const;
   // True if the texts of two records are equal.
   virtual bool SameText(std::size_t a, std::size_t b) const;
+  // For each of the records whether its text is another one than that of the record before it in
+  // the list; true for the first.
+  virtual std::vector<bool> Changes(const std::vector<std::uint32_t>& records) const;
   // True if each text is a number or empty.
   virtual bool GivesNumbers() const { return false; }
   // True if Fixed loses no decimal place.
@@ -58,6 +61,7 @@ class FieldSource : public TextSource {
   double Number(std::size_t record) const override;
   std::int64_t Fixed(std::size_t record) const override;
   bool SameText(std::size_t a, std::size_t b) const override;
+  std::vector<bool> Changes(const std::vector<std::uint32_t>& records) const override;
 
   bool GivesNumbers() const override;
   bool GivesFixed() const override;
@@ -69,6 +73,7 @@ class FieldSource : public TextSource {
  private:
   template <typename Value>
   bool SameNumber(Value a, Value b, Value one) const;
+  bool SameDouble(double a, double b) const;
   const ResultColumn& Column() const { return result_->columns[field_]; }
   std::size_t Row(std::size_t record) const {
     return records_ == nullptr ? record : (*records_)[record];

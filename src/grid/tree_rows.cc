@@ -90,12 +90,13 @@ class Expansion {
         query_(report.process.dten().rssqlQuery) {}
 
   void Run() {
-    grid_.WriteCell(row_, 0, OpenMark(grid_.TextMatrix(row_, 0)));
     const std::int32_t parent = IdOf(report_, row_);
     query_.Close();
     query_.SetFilter("");
     query_.Open(report_.state.QuerySource);
     const Children children(query_.SharedResult(), report_.state.ParentIDColumn);
+    // Not before the children are there: the user may cancel the query.
+    grid_.WriteCell(row_, 0, OpenMark(grid_.TextMatrix(row_, 0)));
     Insert(children, children.Of(parent));
     query_.Close();
   }
@@ -157,6 +158,7 @@ std::int32_t EndOfDescendants(const ReportContext& report, std::int32_t row) {
   std::string scratch;
   std::int32_t end = row + 1;
   for (; end < grid.Rows(); ++end) {
+    grid.AskAt(end);
     const std::string_view parent = grid.CellView(end, report.state.ParentIDColumn + 1, scratch);
     if (parent.empty() || ids.count(text::TextToNumber(parent)) == 0) break;
     ids.insert(IdOf(report, end));
@@ -215,6 +217,7 @@ void MarkTopRows(ReportContext& report, const Recordset& result) {
   grid.SetOutlineKind(Outline::kTree);
   const Children children(result.SharedResult(), report.state.ParentIDColumn);
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    grid.AskAt(row);
     grid.WriteCell(row, 0, std::to_string(row) + (children.Has(IdOf(report, row)) ? "+" : ""));
   }
 }
@@ -242,6 +245,7 @@ bool ClickTreeMark(ReportContext& report, std::int32_t row) {
   } else if (mark == '-') {
     CollapseTreeRow(report, row);
   }
+  const PassWatch::Unbroken rows_have_changed(report.process.watch);
   report.flxMain.SetCols(static_cast<std::int32_t>(report.state.QueryFields.size()) + 1);
   MakeExpressionColumns(report);
   return mark == '+' || mark == '-';

@@ -144,28 +144,33 @@ class Selection {
 // The top rows of the grid, each with its block, in another order.
 class BlockSort {
  public:
-  BlockSort(Grid& grid, std::int32_t parent_column) : grid_(grid) {
+  BlockSort(const Grid& grid, std::int32_t parent_column) : grid_(grid) {
     std::string scratch;
     for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+      grid.AskAt(row);
       if (grid.CellView(row, parent_column, scratch).empty()) tops_.push_back(row);
     }
   }
 
-  void Run(std::int32_t column, bool descending) {
-    if (tops_.empty()) return;
+  // Of all rows, for Grid::Rearrange; empty without a top row.
+  std::vector<std::int32_t> Order(std::int32_t column, bool descending) const {
+    if (tops_.empty()) return {};
     std::vector<std::string> texts;
-    for (const std::int32_t row : tops_) texts.push_back(grid_.TextMatrix(row, column));
+    for (const std::int32_t row : tops_) {
+      grid_.AskAt(static_cast<std::int32_t>(texts.size()));
+      texts.push_back(grid_.TextMatrix(row, column));
+    }
     std::vector<std::int32_t> rows(static_cast<std::size_t>(tops_.front()));
     std::iota(rows.begin(), rows.end(), 0);
     for (const std::uint32_t block : Selection(texts, descending).Order()) {
       const std::int32_t end = block + 1 < tops_.size() ? tops_[block + 1] : grid_.Rows();
       for (std::int32_t row = tops_[block]; row < end; ++row) rows.push_back(row);
     }
-    grid_.Rearrange(rows);
+    return rows;
   }
 
  private:
-  Grid& grid_;
+  const Grid& grid_;
   std::vector<std::int32_t> tops_;
 };
 
@@ -176,6 +181,17 @@ std::int32_t HeaderColumn(const Grid& grid, std::string_view name) {
     if (text::ToUpper(grid.TextMatrix(0, column)) == name) found = column;
   }
   return found;
+}
+
+void SortBlocks(ReportContext& report, Grid& grid, std::int32_t column, bool descending) {
+  const std::vector<std::int32_t> order =
+      BlockSort(grid, report.state.ParentIDColumn + 1).Order(column, descending);
+  grid.SetRedraw(false);
+  if (!order.empty()) grid.Rearrange(order);
+  grid.SetSortedBy({column, descending});
+  grid.SetRow(grid.Rows() >= 2 ? 1 : 0);
+  report.process.windows().SetMousePointer(0);
+  grid.SetRedraw(true);
 }
 
 }  // namespace
@@ -195,19 +211,17 @@ void SortTree(ReportContext& report, Grid& grid, std::int32_t column) {
   const bool same = column == state.TreeSortColumn;
   if (column == 0) column = state.TreeSortColumn;
   if (column < 1 || column > grid.Cols() - 1) return;
-  state.TreeSortColumn = column;
-  state.TreeSortDescending = same ? !state.TreeSortDescending : true;
+  const bool descending = same ? !state.TreeSortDescending : true;
   const std::int32_t id = HeaderColumn(grid, "ID");
   const std::int32_t parent = HeaderColumn(grid, "PARENTID");
   if (id > 0) state.IDColumn = id - 1;
-  if (parent < 1) return;
-  state.ParentIDColumn = parent - 1;
-  grid.SetRedraw(false);
-  BlockSort(grid, parent).Run(column, state.TreeSortDescending);
-  grid.SetSortedBy({column, state.TreeSortDescending});
-  grid.SetRow(grid.Rows() >= 2 ? 1 : 0);
-  report.process.windows().SetMousePointer(0);
-  grid.SetRedraw(true);
+  if (parent >= 1) {
+    state.ParentIDColumn = parent - 1;
+    SortBlocks(report, grid, column, descending);
+  }
+  // A sort that was cancelled isn't the last one.
+  state.TreeSortColumn = column;
+  state.TreeSortDescending = descending;
 }
 
 }  // namespace vorek

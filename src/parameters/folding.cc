@@ -73,6 +73,7 @@ void VorekParameters::ShowFold() {
                            static_cast<Control*>(&cmdNew)}) {
     control->SetVisible(!folded_);
   }
+  ShowSettingButtons();
   lblValues.SetVisible(folded_);
   const std::string title = lblCaption.Caption();
   lblValues.SetCaption((title.empty() ? "" : title + " - ") +

@@ -17,7 +17,7 @@ void VorekParameters::Confirm() {
   process_.main.ParameterValues.clear();
   bool complete = false;
   IgnoreErrors([&] { complete = WriteValues(query); });
-  if (!complete) return;
+  if (!complete || saving_) return;
   values_ = ValuesInWords();
   if (folded_) ShowFold();
   userChoice = result = true;

@@ -19,6 +19,7 @@ std::int32_t Twips(std::int64_t value) { return text::ToInt32(static_cast<double
 
 bool VorekParameters::View(std::int32_t inReportID, std::string& roughSQL, std::int32_t new_width) {
   report_id_ = inReportID;
+  dependencies_.Begin(inReportID);
   form_width_ = new_width;
   NameButtons();
   const std::size_t marker = roughSQL.find('@');
@@ -36,6 +37,7 @@ bool VorekParameters::View(std::int32_t inReportID, std::string& roughSQL, std::
   ShowFold();
   if (text::TrimView(query_).empty()) return false;
   const bool stands = BuildForm();
+  if (stands) BuildSettingsMenu();
   Resize();
   if (stands) return has_parameters;
   notices_.ShowMessage("اشکال", "اشکال پارامتر تعريف نشده");
@@ -144,6 +146,7 @@ void VorekParameters::PlaceWidget(const ParameterRow& row, const ParameterKind& 
   widget.SetTabIndex(tab_counter_);
   widget.SetTabStop(true);
   ListenToKeys(widget);
+  ListenToChanges(widget);
   IgnoreErrors([&] { widget.SetTop(CellTop() + (kind.array == "chk" ? 50 : 100)); });
   IgnoreErrors([&] {
     if (!kind.width_follows) return;

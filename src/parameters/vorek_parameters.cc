@@ -39,6 +39,7 @@ VorekParameters::VorekParameters(Control* parent, std::string name, Process& pro
     button->Move(50, 50, kButtonHeight, kButtonHeight);
     button->SetVisible(false);
   }
+  mnuConfig.Load();
   cmdCancel.SetVisible(false);
   cmdFold.Move(50, 50, kButtonHeight, kButtonHeight);
   cmdFold.SetVisible(false);
@@ -59,11 +60,16 @@ void VorekParameters::ConnectEvents() {
     if (on_cancel) on_cancel();
   };
   cmdFold.on_click = [this] { SetFolded(!folded_); };
+  cmdSaveParameterConfig.on_click = [this] { SaveSetting(); };
+  cmdLoadParameterConfig.on_click = [this] {
+    if (mnuConfig.Size() > 1) process_.windows().PopupMenu(mnuPopup);
+  };
   frame.on_key_down = [this](int key_code, int) {
     if (key_code == kEnter) cmdOk.Click();
     if (key_code == kEscape) cmdCancel.Click();
   };
-  for (Button* button : {&cmdOk, &cmdNew, &cmdCancel, &cmdFold}) {
+  for (Button* button :
+       {&cmdOk, &cmdNew, &cmdCancel, &cmdFold, &cmdSaveParameterConfig, &cmdLoadParameterConfig}) {
     button->on_key_down = [this](int key_code, int) {
       if (key_code == kEscape) cmdCancel.Click();
     };
@@ -79,6 +85,25 @@ void VorekParameters::ListenToKeys(Control& widget) {
   if (auto* const typed = dynamic_cast<TypedControl*>(&widget)) {
     typed->on_refusal = [this] { PlaceNotes(); };
   }
+}
+
+void VorekParameters::ListenToChanges(Control& widget) {
+  const std::int32_t index = widget.Index();
+  if (widget.Name() == "slt") {
+    widget.on_change = [this, index] { dependencies_.SelectorChanged(index); };
+  } else if (widget.Name() == "dat") {
+    widget.on_change = [this, index] { dependencies_.DateChanged(index); };
+  } else if (widget.Name() == "txt") {
+    widget.on_got_focus = [this, index] {
+      widgets.txt[static_cast<std::size_t>(index)].SelectAll();
+      dependencies_.TextEntered(index);
+    };
+    widget.on_lost_focus = [this, index] { dependencies_.TextLeft(index); };
+  }
+}
+
+void VorekParameters::FillInitially() {
+  if (dependencies_.FillInitially(PeriodID, CallByReport)) Confirm();
 }
 
 // Cancels; where there is nothing to cancel the field shows its value again.

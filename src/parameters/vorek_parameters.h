@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
 #include "parameters/cell_cursor.h"
+#include "parameters/parameter_dependencies.h"
 #include "parameters/parameter_kind.h"
 #include "parameters/parameter_widgets.h"
 #include "state/notices.h"
@@ -41,8 +43,17 @@ class VorekParameters : public Frame {
   // marker without a parameter is told to the user. Throws what the database throws.
   bool View(std::int32_t inReportID, std::string& roughSQL, std::int32_t new_width);
   void SetReportCaption(const std::string& caption);
-  void FillInitially() {}
-  bool SetSharedFilters() { return false; }
+  // Gives the form of a ledger report the period and the branch, and confirms it where the report
+  // that calls shows at once (parameters/parameter_dependencies.h). Nothing on other forms.
+  void FillInitially();
+  // Fills the form from the user's shared filter, as far as SharedFilterIDs names its fields, and
+  // confirms it; a form that is empty then is reset. False, and nothing done, without such a filter
+  // or without a date or a selector of it.
+  bool SetSharedFilters();
+  // By ParameterID, the number under which the shared filter holds the value.
+  std::map<std::int32_t, std::int32_t> SharedFilterIDs;
+  // Nothing is entered or chosen on the form.
+  bool isFormEmpty();
 
   std::function<void(const std::string& roughSQL)> on_search;
   std::function<void()> on_clear;
@@ -86,6 +97,8 @@ class VorekParameters : public Frame {
   Label lblValues{this, "lblValues"};
   Button cmdSaveParameterConfig{this, "cmdSaveParameterConfig"};
   Button cmdLoadParameterConfig{this, "cmdLoadParameterConfig"};
+  Menu mnuPopup{this, "mnuPopup"};
+  ControlArray<Menu> mnuConfig{mnuPopup, "mnuConfig"};  // member 0 stands for no settings
   Frame frame{this, "frame"};
   ParameterWidgets widgets;
   ControlArray<Label> lblNote{frame, "lblNote"};  // why texts aren't taken, below their fields
@@ -130,7 +143,16 @@ class VorekParameters : public Frame {
   std::string ValuesInWords() const;
   Label& AddNote(const Field& field, const std::string& text);
 
+  // Saved settings.
+  void BuildSettingsMenu();
+  void ShowSettingButtons();
+  void LoadSetting(const std::string& name);
+  void SaveSetting();
+  void ShowSetting(const std::string& list);
+  void ShowStored(Control& widget, const std::string& value);
+
   // Using.
+  void ListenToChanges(Control& widget);
   void Confirm();
   bool WriteValues(std::string& query);
   bool WriteValue(const ParameterRow& row, std::string& query);
@@ -149,6 +171,8 @@ class VorekParameters : public Frame {
   std::int32_t room_ = 0;
   bool folded_ = false;
   std::string values_;  // of the last confirmation, in words; "" before
+  bool saving_ = false;
+  ParameterDependencies dependencies_{widgets, process_};
 };
 
 }  // namespace vorek

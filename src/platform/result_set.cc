@@ -57,6 +57,7 @@ void ResultColumn::AppendNull() {
   }
   std::vector<std::uint64_t>& nulls = chunks_.back().nulls;
   if (nulls.empty()) nulls.resize(kChunkRows / 64);
+  has_nulls_ = true;
   nulls[offset / 64] |= std::uint64_t{1} << (offset % 64);
 }
 
@@ -72,16 +73,6 @@ void ResultColumn::ConvertToText() {
   }
   *this = std::move(texts);
 }
-
-bool ResultColumn::IsNull(std::size_t row) const {
-  const std::vector<std::uint64_t>& nulls = At(row).nulls;
-  const std::size_t offset = Offset(row);
-  return !nulls.empty() && ((nulls[offset / 64] >> (offset % 64)) & 1U) != 0;
-}
-
-std::int64_t ResultColumn::Scaled(std::size_t row) const { return At(row).scaled[Offset(row)]; }
-
-double ResultColumn::Double(std::size_t row) const { return At(row).doubles[Offset(row)]; }
 
 std::string_view ResultColumn::Text(std::size_t row) const {
   return pool_->At(At(row).texts[Offset(row)]);

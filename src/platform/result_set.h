@@ -43,10 +43,15 @@ class ResultColumn {
   // meets a value which the column can't hold (a decimal of 30 digits). No effect on texts.
   void ConvertToText();
 
+  bool HasNulls() const { return has_nulls_; }
+
   // Reading. REQUIRES: row < Size(), and the storage that the name says.
-  bool IsNull(std::size_t row) const;
-  std::int64_t Scaled(std::size_t row) const;
-  double Double(std::size_t row) const;
+  bool IsNull(std::size_t row) const {
+    const std::vector<std::uint64_t>& nulls = At(row).nulls;
+    return !nulls.empty() && (nulls[Offset(row) / 64] >> (Offset(row) % 64) & 1U) != 0;
+  }
+  std::int64_t Scaled(std::size_t row) const { return At(row).scaled[Offset(row)]; }
+  double Double(std::size_t row) const { return At(row).doubles[Offset(row)]; }
   std::string_view Text(std::size_t row) const;
 
   // Appends the value as the text that a cell shows before any formatting: a plain number with "."
@@ -83,6 +88,7 @@ class ResultColumn {
   Storage storage_;
   int scale_;
   std::size_t size_ = 0;
+  bool has_nulls_ = false;
   std::vector<Chunk> chunks_;
   std::shared_ptr<TextPool> pool_;  // of a column of texts; copies share it
 };

@@ -44,7 +44,14 @@ class Windows {
 
   // Tells in a line that the user cancelled what ran. False if no user of this screen did, or if
   // it has no place for a line: the failure is then told like any other.
-  virtual bool TellCancelled() { return false; }
+  virtual bool TellCancelled(std::string_view /*line*/) { return false; }
+
+  // A long pass over rows begins and ends (PassWatch). Between them PassGoesOn, asked every few
+  // milliseconds, lets the screen paint and take the wish to cancel, and nothing else; false if its
+  // user has that wish. It may run other code of the system only by painting.
+  virtual void BeginPass() {}
+  virtual bool PassGoesOn() { return true; }
+  virtual void EndPass() {}
 
   // A tone of so many hertz for so many milliseconds, or the sound that the system has for it.
   virtual void Beep(std::int32_t frequency, std::int32_t duration) = 0;

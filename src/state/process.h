@@ -9,6 +9,7 @@
 #include "platform/clock.h"
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
+#include "platform/pass_watch.h"
 #include "platform/print_job.h"
 #include "platform/settings.h"
 #include "platform/windows.h"
@@ -33,11 +34,16 @@ struct Services {
 // The process-wide state: made once by a host and handed to its controls. Two of them are two
 // worlds that know nothing of each other.
 struct Process {
-  explicit Process(Services with) : services(std::move(with)), data(services.providers) {}
+  explicit Process(Services with)
+      : services(std::move(with)), data(services.providers), watch(*services.windows) {
+    data.SetWatch(&watch);
+  }
   // A process for a window of its own: the same parts of the world outside, nothing else shared but
   // what a cancel stops.
   explicit Process(const Process& opener)
-      : services(opener.services), data(opener.data.Sibling()) {}
+      : services(opener.services), data(opener.data.Sibling()), watch(*services.windows) {
+    data.SetWatch(&watch);
+  }
 
   DtEn& dten() { return data.Get(); }
   Windows& windows() { return *services.windows; }
@@ -46,6 +52,7 @@ struct Process {
   Services services;
   DataSession data;
   MainModule main;
+  PassWatch watch;  // of all long passes: they follow each other on the one thread
 };
 
 }  // namespace vorek

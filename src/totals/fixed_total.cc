@@ -1,5 +1,6 @@
 #include "totals/fixed_total.h"
 
+#include <algorithm>
 #include <array>
 
 #include "text/number.h"
@@ -10,6 +11,26 @@ namespace {
 constexpr std::size_t kPlaces = 4;
 
 }  // namespace
+
+void FixedTotal::Add(const FixedTotal& other) {
+  const std::uint64_t before = low_;
+  low_ += other.low_;
+  high_ += other.high_ + (low_ < before ? 1 : 0);
+}
+
+FixedTotal FixedTotal::Negated() const {
+  FixedTotal negated;
+  negated.low_ = 0 - low_;
+  negated.high_ =
+      static_cast<std::int64_t>(~static_cast<std::uint64_t>(high_)) + (negated.low_ == 0 ? 1 : 0);
+  return negated;
+}
+
+FixedTotal FixedTotal::AsShown() const {
+  constexpr std::uint64_t kUnit = 10000;
+  const bool sign_is_lost = high_ == -1 && low_ > 0 - kUnit;
+  return sign_is_lost ? Negated() : *this;
+}
 
 std::string FixedTotal::Text() const {
   const bool negative = high_ < 0;
@@ -38,5 +59,15 @@ std::string FixedTotal::Text() const {
 }
 
 double FixedTotal::Value() const { return text::NumericPrefix(Text()); }
+
+std::string MoneyOfTotal(const std::string& plain) {
+  const bool negative = plain.starts_with('-');
+  const std::string digits = plain.substr(negative ? 1 : 0);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  std::string text = digits.substr(0, (point - 1) % 3 + 1);
+  for (std::size_t at = text.size(); at < point; at += 3) text += "/" + digits.substr(at, 3);
+  text += digits.substr(point);
+  return negative && digits.front() != '0' ? "(" + text + ")" : text;
+}
 
 }  // namespace vorek

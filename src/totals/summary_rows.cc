@@ -25,21 +25,10 @@ ColumnKind KindOf(const ReportState& state, std::int32_t column) {
   return IsTimeColumn(info.type, info.name) ? ColumnKind::kTime : ColumnKind::kPlain;
 }
 
-// What FormatMoney makes of a total, which may be longer than a fixed-point value.
-std::string MoneyText(const std::string& plain) {
-  const bool negative = plain.starts_with('-');
-  const std::string digits = plain.substr(negative ? 1 : 0);
-  const std::size_t point = std::min(digits.find('.'), digits.size());
-  std::string text = digits.substr(0, (point - 1) % 3 + 1);
-  for (std::size_t at = text.size(); at < point; at += 3) text += "/" + digits.substr(at, 3);
-  text += digits.substr(point);
-  return negative && digits.front() != '0' ? "(" + text + ")" : text;
-}
-
 std::string ResultText(const std::string& plain, ColumnKind kind) {
   switch (kind) {
     case ColumnKind::kMoney:
-      return MoneyText(plain);
+      return MoneyOfTotal(plain);
     case ColumnKind::kTime:
       return MinutesToTime(static_cast<std::int64_t>(text::NumericPrefix(plain)));
     case ColumnKind::kPlain:
@@ -64,8 +53,10 @@ std::int64_t Counted(const Grid& grid, std::int32_t row, std::int32_t column, Co
 ColumnScan Scan(const Grid& grid, std::int32_t column, ColumnKind kind, bool skip_hidden) {
   ColumnScan scan;
   const bool heights = skip_hidden && grid.RowHeightsDiffer();
+  const bool all_numbered = grid.IsSourced(0);
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
-    if (!grid.IsNumbered(row)) {
+    grid.AskAt(row);
+    if (!all_numbered && !grid.IsNumbered(row)) {
       const bool sum = HasLabel(grid, row, kSumLabel);
       if (sum) scan.sum_rows.push_back(row);
       if (!sum && HasLabel(grid, row, kAverageLabel)) {

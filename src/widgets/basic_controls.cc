@@ -93,6 +93,10 @@ void ComboBox::Choose(std::int32_t index) {
 }
 
 std::string ComboBox::TakeTyped(const std::string& typed) {
+  if (editable_) {
+    TakeAnyText(typed);
+    return {};
+  }
   const std::string wanted = FoldTyped(typed);
   if (wanted.empty()) {
     SetListIndex(-1);
@@ -117,6 +121,14 @@ std::string ComboBox::TakeTyped(const std::string& typed) {
   return {};
 }
 
+// The line with this very text is chosen with it.
+void ComboBox::TakeAnyText(const std::string& text) {
+  const auto same = std::find_if(items_.begin(), items_.end(),
+                                 [&](const Item& item) { return item.text == text; });
+  SetListIndex(same == items_.end() ? -1 : static_cast<std::int32_t>(same - items_.begin()));
+  Assign(typed_, text, "Text");
+}
+
 std::int32_t ComboBox::FindLine(const std::string& head, std::int32_t from) const {
   const std::string wanted = FoldTyped(head);
   for (std::int32_t i = 0; i < ListCount(); ++i) {
@@ -131,11 +143,15 @@ const ComboBox::Item& ComboBox::At(std::int32_t index) const {
   throw Error(ErrorNumber::kSubscript, Path() + " has no line " + std::to_string(index));
 }
 
-std::string ComboBox::Text() const { return list_index_ < 0 ? "" : At(list_index_).text; }
+std::string ComboBox::Text() const {
+  if (editable_) return typed_;
+  return list_index_ < 0 ? "" : At(list_index_).text;
+}
 
 void ComboBox::SetListIndex(std::int32_t index) {
   if (index != -1) At(index);
   DropRefusal();
+  if (editable_) Assign(typed_, index == -1 ? std::string() : At(index).text, "Text");
   if (Assign(list_index_, index, "ListIndex") && on_change) on_change();
 }
 

@@ -121,6 +121,12 @@ class ComboBox : public TypedControl {
   // The line that begins with these letters, searched from line `from` on and round; -1 for none.
   std::int32_t FindLine(const std::string& head, std::int32_t from) const;
 
+  // An editable one takes any text, which needs to be none of its lines.
+  bool Editable() const { return editable_; }
+  void SetEditable(bool on) { Assign(editable_, on, "Editable"); }
+  // The whole text of an editable one is marked, so that typing takes its place.
+  void SelectAll() { Changed("SelectAll"); }
+
   const std::vector<Item>& Items() const { return items_; }
   std::int32_t ListCount() const { return static_cast<std::int32_t>(items_.size()); }
   std::int32_t ListIndex() const { return list_index_; }  // from 0, -1 for none
@@ -136,8 +142,12 @@ class ComboBox : public TypedControl {
   std::string TakeTyped(const std::string& text) override;
 
  private:
+  void TakeAnyText(const std::string& text);
+
   std::vector<Item> items_;
   std::int32_t list_index_ = -1;
+  bool editable_ = false;
+  std::string typed_;  // the text of an editable one, of a line or not
 };
 
 // Tells that time has passed: while it is enabled and its form is on the screen.

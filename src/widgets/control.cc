@@ -53,6 +53,10 @@ void Control::GotFocus() {
   if (on_got_focus) on_got_focus();
 }
 
+void Control::LostFocus() {
+  if (on_lost_focus) on_lost_focus();
+}
+
 std::string Control::PathName() const {
   return index_ < 0 ? name_ : name_ + "(" + std::to_string(index_) + ")";
 }

@@ -62,6 +62,7 @@ class Control {
   virtual void MouseDown(int button, int shift, double x, double y);
   virtual void MouseMove(int button, int shift, double x, double y);
   virtual void GotFocus();
+  void LostFocus();
 
   // --- State for the presenter ---------------------------------------------------------------
 
@@ -138,6 +139,7 @@ class Control {
   std::function<void(int button, int shift, double x, double y)> on_mouse_down;
   std::function<void(int button, int shift, double x, double y)> on_mouse_move;
   std::function<void()> on_got_focus;
+  std::function<void()> on_lost_focus;
   std::function<void()> on_change;
   std::function<void()> on_resize;
 

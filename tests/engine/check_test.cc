@@ -155,6 +155,47 @@ TEST_F(CheckTest, TellsEachFault) {
   EXPECT_EQ(Findings(), "!ID: there is no report 1\n");
 }
 
+// A list that follows a class is noted in the catalogue, which not every login may write.
+TEST_F(CheckTest, TellsWhoMayNotWriteWhatAChoiceWrites) {
+  Run("insert into tblVorekReport (ID, SQLQuery) values (1, 'select a from t where (a = @1)')");
+  Run("drop table tblVorekReportParameter");
+  Run("create table tblKept (ReportID int, ParameterID int, ControlTypeID int, MajorView "
+      "nvarchar(50), MinorView nvarchar(50), DepOnParameterIDForm int, DepOnParameterIDObject "
+      "int)");
+  Run("create view tblVorekReportParameter as select * from tblKept union all select * from "
+      "tblKept "
+      "where 1 = 0");
+  const struct {
+    const char* row;
+    bool told;
+  } cases[] = {{"1, 1, 1007, 'vwThing', 'Name', null, 2", true},
+               {"1, 1, 1007, 'vwAccountTwoLevels', 'Name', null, 2", false},
+               {"1, 1, 1007, 'vwThing', 'Name', 2, null", false},
+               {"1, 1, 2, 'vwThing', 'Name', null, 2", false}};
+  for (const auto& c : cases) {
+    Run("delete tblKept");
+    Run(std::string("insert into tblKept values (") + c.row + ")");
+    const bool told = Findings().find("parameter 1: this login may not write") != std::string::npos;
+    EXPECT_EQ(told, c.told) << c.row;
+  }
+  Run("drop view tblVorekReportParameter");
+  Run("select * into tblVorekReportParameter from tblKept");
+  Run("update tblVorekReportParameter set ControlTypeID = 1007");
+  EXPECT_EQ(Findings(), "");
+}
+
+TEST_F(CheckTest, TellsALedgerWithoutItsColumns) {
+  Run("insert into tblVorekReport (ID, SQLQuery) values (2857, 'select a, b, c, d, e, f from t')");
+  const auto told = [&] {
+    std::string all;
+    for (const Finding& finding : CheckReports(process, {2857})) all += finding.what;
+    return all;
+  };
+  EXPECT_EQ(told(), "subtotals of this report need 7 columns, it has 6");
+  Run("update tblVorekReport set SQLQuery = 'select a, b, c, d, e, f, g from t'");
+  EXPECT_EQ(told(), "");
+}
+
 TEST(SecurityCheck, FindsTextsThatLeakOrBreak) {
   const struct {
     const char* query;

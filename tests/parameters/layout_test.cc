@@ -152,20 +152,21 @@ TEST_F(LayoutTest, KeepsTheTitleClearOfTheButtons) {
     int left;
     int title_width;
   } cases[] = {{9000, 10, true, (9000 - 1060) / 2, 1060},
-               {9000, 60, true, 1100, 6900 - 50 - 1100},   // cut
-               {9000, 50, true, 6900 - 50 - 4900, 4900},   // not quite in the middle
-               {4100, 10, false, 1100, 2000 - 50 - 1100},  // no room to speak of
-               {4100, 3, true, (4100 - 388) / 2, 388}};
+               {9000, 60, true, 1100, 6100 - 50 - 1100},   // cut
+               {9000, 50, true, 6100 - 50 - 4900, 4900},   // not quite in the middle
+               {4100, 10, false, 1100, 1200 - 50 - 1100},  // no room to speak of
+               {5000, 3, true, (5000 - 388) / 2, 388}};
   for (const auto& c : cases) {
     SCOPED_TRACE(std::to_string(c.width) + " " + std::to_string(c.letters));
     View("select @1 ", c.width);
     panel.SetReportCaption(std::string(c.letters, 'x'));
     const Label& title = panel.lblCaption;
     EXPECT_EQ(title.Visible(), c.visible);
-    EXPECT_EQ(title.Left(), std::min(c.left, panel.cmdOk.Left() - 50 - title.Width()));
+    EXPECT_EQ(title.Left(),
+              std::min(c.left, panel.cmdLoadParameterConfig.Left() - 50 - title.Width()));
     EXPECT_EQ(title.Width(), c.title_width);
     EXPECT_GE(title.Left(), panel.cmdCancel.Left() + panel.cmdCancel.Width());
-    EXPECT_LE(title.Left() + title.Width(), panel.cmdOk.Left());
+    EXPECT_LE(title.Left() + title.Width(), panel.cmdLoadParameterConfig.Left());
   }
 }
 

@@ -262,5 +262,59 @@ TEST_F(CancelTest, ClosesAWindowThatWasClosedMeanwhile) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return !host.isVisible(); }, 2000));
 }
 
+// A window with a report of 300,000 rows that goes through its passes on the screen's own thread.
+class PassCancelTest : public CancelTest {
+ protected:
+  PassCancelTest() {
+    widget->Report().SetUseThisQuery(
+        "select top 300000 a.InvoiceID, a.Quantity, b.Quantity as c, "
+        "a.InvoiceID * 4000 + b.InvoiceID as d, "
+        "N'شرح ' + cast(a.InvoiceID * 4000 + b.InvoiceID as nvarchar(20)) as t "
+        "from tblSaleInvoiceDetail a cross join tblSaleInvoiceDetail b");
+  }
+  // The panel of a pass: that of the query shows while the grid is still empty.
+  QWidget* PassPanel() { return Main().Rows() > 100000 ? Panel() : nullptr; }
+  Grid& Main() { return widget->Report().Impl().flxMain; }
+};
+
+TEST_F(PassCancelTest, EndsARunInThePassesBehindItsQuery) {
+  for (const bool by_button : {true, false}) {
+    When([this] { return PassPanel(); },
+         [&](QWidget* busy) {
+           SavePicture(host, "busy-pass");
+           EXPECT_TRUE(widget->Report().Impl().Progress.Visible());
+           if (by_button) {
+             QTest::mouseClick(busy->findChild<QPushButton*>("busyCancel"), Qt::LeftButton);
+           } else {
+             QTest::keyClick(&host, Qt::Key_Escape);
+           }
+         });
+    EXPECT_FALSE(widget->View(224));
+    EXPECT_EQ(Panel(), nullptr);
+    ASSERT_NE(Line(), nullptr);
+    EXPECT_EQ(Line()->accessibleName(), "اجراي گزارش لغو شد.");
+    EXPECT_EQ(Main().Rows(), 2);
+    QTest::mouseClick(&host, Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  EXPECT_TRUE(widget->View(224));
+  EXPECT_EQ(Main().Rows(), 300001);
+}
+
+// Escape that comes before the rows move leaves them.
+TEST_F(PassCancelTest, LeavesTheRowsWhenASortIsCancelled) {
+  ASSERT_TRUE(widget->View(224));
+  const std::string first = Main().TextMatrix(1, 5);
+  QTimer::singleShot(0, [&] { QTest::keyClick(&host, Qt::Key_Escape); });
+  Main().PointAt(0, 5);
+  Main().MouseDown(1, 0, 0, 0);
+  ASSERT_NE(Line(), nullptr);
+  EXPECT_EQ(Line()->accessibleName(), "عمليات لغو شد.");
+  EXPECT_EQ(Main().TextMatrix(1, 5), first);
+  EXPECT_EQ(Main().SortedBy(), SortMark{});
+  Main().MouseDown(1, 0, 0, 0);
+  EXPECT_EQ(Main().TextMatrix(1, 5), "شرح 100001");
+}
+
 }  // namespace
 }  // namespace vorek::qt

@@ -2,18 +2,14 @@
 // is there to fail, is found here, and so is a change of the rows.
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "adapters/system/system_files.h"
 #include "platform/database.h"
-#include "platform/script.h"
+#include "sample_database.h"
 #include "vorek/error.h"
 #include "vorek/report.h"
 #include "vorek/sqlite.h"
@@ -21,38 +17,6 @@
 
 namespace vorek {
 namespace {
-
-// The sample in a temporary folder, gone with the object.
-class SampleDatabase {
- public:
-  SampleDatabase() {
-    std::string folder = "/tmp/vorek-sample-XXXXXX";
-    if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    folder_ = folder;
-    std::set<std::filesystem::path> scripts;
-    for (const auto& entry : std::filesystem::directory_iterator("samples")) {
-      scripts.insert(entry.path());
-    }
-    const auto connection = SqliteProvider()->Connect(ConnectionString() + ";Mode=Create");
-    for (const auto& script : scripts) {
-      RunScript(*connection, SystemFiles().Read(script.string()),
-                {.timeout_seconds = 600, .progress = {}});
-    }
-  }
-  ~SampleDatabase() { std::filesystem::remove_all(folder_); }
-
-  std::string ConnectionString() const {
-    return "Provider=VorekSQLite;Data Source=" + folder_ + "/sample.db";
-  }
-
- private:
-  std::string folder_;
-};
-
-const SampleDatabase& Sample() {
-  static const SampleDatabase sample;
-  return sample;
-}
 
 constexpr int kFails = -2;
 constexpr int kWaits = -1;  // for its parameters
@@ -134,6 +98,9 @@ const ReportCase kReports[] = {
     {406, kWaits},
     {407, 449},
     {408, 32, "@1=1"},
+    {411, kWaits},
+    {412, kWaits},
+    {413, kWaits},
     {501, 1632},
     {502, 16},
     {503, 51},
@@ -156,8 +123,25 @@ const ReportCase kReports[] = {
     {919, kFails},
     {921, kFails},
     {2834, 16, "@1=48&@2='2025-03-21'&@8=0&@9=1&@10=0"},
+    {2840, kWaits},
+    {2840, 15, "@1='20240320'"},
+    {2842, 4, "@1='20240320'"},
+    {2843, 214, "@1='20240320'"},
     {2844, 299, "@1='1102'"},
-    {2851, 2165, "@1=48&@8=0&@9=1&@10=0"},
+    {2846, 24, "@1=47&@2='20240320'&@3='20250320'&@8=1&@9=0&@10=0"},
+    {2847, 24, "@1='20240320'"},
+    {2848, 1895, "@1=47&@8=1&@9=0&@10=0"},
+    {2849, 125, "@1=47&@8=1&@9=0&@10=0"},
+    {2850, 24, "@1=47&@2='20240320'&@3='20250320'&@8=0&@9=0&@10=1"},
+    {2851, 24, "@1=47&@2='20240320'&@3='20250320'&@8=0&@9=0&@10=1"},
+    {2852, 24, "@1=47&@8=1&@9=0&@10=0"},
+    {2853, 24, "@1=47&@2='20240320'&@3='20250320'&@8=0&@9=0&@10=1"},
+    {2856, 1235, "@1=47&@8=1&@9=0&@10=0"},
+    {2857, 24, "@1=47&@8=1&@9=0&@10=0"},
+    {2858, 200, "@1=47&@8=1&@9=0&@10=0"},
+    {2859, 200, "@1=47&@2='20240320'&@3='20250320'&@8=1&@9=0&@10=0"},
+    {2860, 12, "@1=47"},
+    {2921, 362, "@1=47"},
 };
 
 TEST(SampleTest, RunsEveryReport) {

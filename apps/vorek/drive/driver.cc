@@ -88,7 +88,8 @@ const std::map<std::string, Driver::Command>& Driver::Commands() {
                                                           {"clock", &Driver::SetClock},
                                                           {"close", &Driver::CloseForm},
                                                           {"file", &Driver::QueueFile},
-                                                          {"component", &Driver::OfferComponent}};
+                                                          {"component", &Driver::OfferComponent},
+                                                          {"cancel", &Driver::CancelAt}};
   return commands;
 }
 
@@ -325,7 +326,9 @@ void Driver::Key(const Words& words) {
 // A text that a field doesn't take is no failure of the script: its user can go on.
 void Driver::Type(const Words& words) {
   Control& control = FindControl(Word(words, 1));
+  control.GotFocus();
   control.Type(Word(words, 2));
+  control.LostFocus();
   const auto* const typed = dynamic_cast<const TypedControl*>(&control);
   if (typed != nullptr && typed->Refuses()) {
     Print("refused " + control.PathName() + ": " + typed->Refusal());
@@ -421,6 +424,8 @@ void Driver::OfferComponent(const Words& words) {
                                              [this](const std::string& line) { Print(line); });
   });
 }
+
+void Driver::CancelAt(const Words& words) { stage_->CancelAt(Number(words, 1)); }
 
 void Driver::CloseForm(const Words&) {
   Form* const form = stage_->UppermostForm();

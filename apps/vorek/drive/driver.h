@@ -75,6 +75,7 @@ class Driver {
   void SetClock(const Words& words);
   void QueueFile(const Words& words);
   void OfferComponent(const Words& words);
+  void CancelAt(const Words& words);
   void CloseForm(const Words& words);
 
   std::ostream& out_;

@@ -86,6 +86,18 @@ void Stage::Beep(std::int32_t frequency, std::int32_t duration) {
   print_("beep " + std::to_string(frequency) + " " + std::to_string(duration));
 }
 
+bool Stage::PassGoesOn() {
+  if (cancel_at_ == 0 || --cancel_at_ > 0) return true;
+  cancelled_ = true;
+  return false;
+}
+
+bool Stage::TellCancelled(std::string_view line) {
+  if (!std::exchange(cancelled_, false)) return false;
+  print_("told " + Quote(std::string(line)));
+  return true;
+}
+
 bool FileStage::Choose(const char* kind, FileDialogRequest& request) {
   print_(std::string("dialog ") + kind + " " + Quote(request.title) + " " + Quote(request.filter));
   std::string name;

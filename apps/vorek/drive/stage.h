@@ -69,6 +69,11 @@ class Stage : public NoWindows {
   void Show(Form& form) override;
   void PopupMenu(Menu& menu) override;
   void Beep(std::int32_t frequency, std::int32_t duration) override;
+  bool PassGoesOn() override;
+  bool TellCancelled(std::string_view line) override;
+
+  // The user cancels at the question of that number, from 1, that the passes ask from now on.
+  void CancelAt(std::int32_t question) { cancel_at_ = question; }
 
   // What to do the next time that the form of that name shows modally.
   void Queue(const std::string& form_name, Block block);
@@ -101,6 +106,8 @@ class Stage : public NoWindows {
   std::vector<Form*> open_;
   std::map<const Form*, std::unique_ptr<FormWatch>> watches_;  // one for each form ever shown
   Menu* menu_ = nullptr;
+  std::int32_t cancel_at_ = 0;  // counted down; 0 for never
+  bool cancelled_ = false;
   std::optional<std::string> failure_;
 };
 

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kAskEvery = 15;    // milliseconds
 constexpr int kShowAfter = 400;  // milliseconds
+constexpr int kSlice = 50;       // milliseconds of a pass between two looks at the events
 
 // Input that the windows must not see.
 bool IsInput(QEvent::Type type) {
@@ -107,6 +108,36 @@ void BusyScreen::Await(const Work& work) {
   qApp->removeEventFilter(this);
   delete panel_.data();
   work_ = nullptr;
+  CloseLate();
+}
+
+void BusyScreen::BeginPass() {
+  cancelled_ = false;
+  pass_.start();
+  slice_.start();
+}
+
+bool BusyScreen::PassGoesOn() {
+  if (Active() || slice_.elapsed() < kSlice) return true;
+  cancelled_ = false;
+  LiveForAMoment();
+  slice_.start();
+  return !cancelled_;
+}
+
+void BusyScreen::LiveForAMoment() {
+  const Work pass = {.done = [] { return false; }, .rows = [] { return 0; }, .cancel = [] {}};
+  work_ = &pass;
+  if (panel_.isNull() && pass_.elapsed() >= kShowAfter) ShowPanel();
+  Tell(pass_.elapsed());
+  qApp->installEventFilter(this);
+  QCoreApplication::processEvents();
+  qApp->removeEventFilter(this);
+  work_ = nullptr;
+}
+
+void BusyScreen::EndPass() {
+  delete panel_.data();
   CloseLate();
 }
 

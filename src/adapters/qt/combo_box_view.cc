@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QListView>
 #include <QSignalBlocker>
 
@@ -44,6 +45,13 @@ class ComboBoxView : public ControlView {
       Feed([&] { box_.Choose(index); });
       if (!Retired()) Set("ListIndex");
     });
+    if (!box.Editable()) return;
+    Combo().setEditable(true);
+    Combo().setInsertPolicy(QComboBox::NoInsert);
+    Combo().setCompleter(nullptr);
+    connect(Combo().lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+      Feed([&] { box_.Type(text.toStdString()); });
+    });
   }
 
   void Set(std::string_view property) override {
@@ -56,6 +64,11 @@ class ComboBoxView : public ControlView {
     } else if (property == "ListIndex") {
       const QSignalBlocker quiet(&Combo());
       Combo().setCurrentIndex(box_.ListIndex());
+      ShowText();
+    } else if (property == "Text") {
+      ShowText();
+    } else if (property == "SelectAll") {
+      if (Combo().isEditable()) Combo().lineEdit()->selectAll();
     } else {
       ControlView::Set(property);
     }
@@ -83,6 +96,14 @@ class ComboBoxView : public ControlView {
       Combo().addItem(ToQt(items[static_cast<std::size_t>(i)].text));
     }
     Combo().setCurrentIndex(box_.ListIndex());
+    ShowText();
+  }
+
+  // Of an editable one, whose text may be none of the lines.
+  void ShowText() {
+    if (!Combo().isEditable() || Combo().currentText() == ToQt(box_.Text())) return;
+    const QSignalBlocker quiet(&Combo());
+    Combo().setEditText(ToQt(box_.Text()));
   }
 
   ComboBox& box_;

@@ -78,6 +78,7 @@ bool ControlView::eventFilter(QObject* object, QEvent* event) {
     Feed([this] { control_.GotFocus(); });
   } else if (event->type() == QEvent::FocusOut) {
     Commit();
+    if (!retired_) Feed([this] { control_.LostFocus(); });
   } else if (event->type() == QEvent::KeyPress && widget_->window()->focusWidget() == widget_) {
     const auto& key = *static_cast<QKeyEvent*>(event);
     if (EndsTyping(key)) Commit();

@@ -125,9 +125,9 @@ void QtWindows::SetMousePointer(int shape) {
   }
 }
 
-bool QtWindows::TellCancelled() {
+bool QtWindows::TellCancelled(std::string_view line) {
   if (!busy_->TakeCancelled()) return false;
-  ToldLine::Show("اجراي گزارش لغو شد.");
+  ToldLine::Show(ToQt(std::string(line)));
   return true;
 }
 

@@ -21,7 +21,10 @@ class QtWindows : public Windows {
   void PopupMenu(Menu& menu) override;
   std::int32_t TextWidth(std::string_view text, double size) const override;
   void SetMousePointer(int shape) override;
-  bool TellCancelled() override;
+  bool TellCancelled(std::string_view line) override;
+  void BeginPass() override { busy_->BeginPass(); }
+  bool PassGoesOn() override { return busy_->PassGoesOn(); }
+  void EndPass() override { busy_->EndPass(); }
   void Beep(std::int32_t frequency, std::int32_t duration) override;
   ScreenPoint ClientToScreen(const Control& control) const override;
   double TwipsPerPixel() const override;

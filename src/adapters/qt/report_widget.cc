@@ -167,7 +167,7 @@ bool VorekReportWidget::View(int ID, const QString& inParameterString,
 void VorekReportWidget::Tell(const QString& failure) {
   if (isSignalConnected(QMetaMethod::fromSignal(&VorekReportWidget::Failed))) {
     Q_EMIT Failed(failure);
-  } else if (!parts_->Screen().TellCancelled()) {
+  } else if (!parts_->Screen().TellCancelled("اجراي گزارش لغو شد.")) {
     qt::ShowFailure(this, failure);
   }
 }

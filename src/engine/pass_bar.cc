@@ -1,0 +1,40 @@
+#include "engine/pass_bar.h"
+
+#include <optional>
+#include <utility>
+
+#include "engine/attempt.h"
+
+namespace vorek {
+
+PassBar::PassBar(ReportControl& control)
+    : control_(control), outer_(std::move(control.world.process.watch.on_progress)) {
+  control.world.process.watch.on_progress = [&control](std::int32_t percent) {
+    VorekProgressBar& bar = control.Progress;
+    if (!bar.Visible()) {
+      bar.SetVisible(true);
+      bar.ZOrder();
+    }
+    bar.SetValue(percent);
+  };
+}
+
+PassBar::~PassBar() {
+  control_.Progress.SetVisible(false);
+  control_.world.process.watch.on_progress = std::move(outer_);
+}
+
+void RunPass(ReportControl& control, const std::function<void()>& work) {
+  PassWatch& watch = control.world.process.watch;
+  const PassWatch::Pass pass(watch, PassWatch::Leaves::kAll);
+  const PassBar bar(control);
+  const std::optional<Error> error = Attempt(work);
+  const bool cancelled = watch.Cancelled() || (error && error->Is(ErrorNumber::kCancelled));
+  if (cancelled) {
+    control.world.process.windows().TellCancelled("عمليات لغو شد.");
+  } else if (error) {
+    throw Error(*error);
+  }
+}
+
+}  // namespace vorek

@@ -1,0 +1,52 @@
+#ifndef VOREK_TESTS_SAMPLE_SAMPLE_DATABASE_H_
+#define VOREK_TESTS_SAMPLE_SAMPLE_DATABASE_H_
+
+#include <stdlib.h>
+
+#include <filesystem>
+#include <set>
+#include <stdexcept>
+#include <string>
+
+#include "adapters/system/system_files.h"
+#include "platform/script.h"
+#include "vorek/sqlite.h"
+
+namespace vorek {
+
+// The sample in a temporary folder, gone with the object.
+class SampleDatabase {
+ public:
+  SampleDatabase() {
+    std::string folder = "/tmp/vorek-sample-XXXXXX";
+    if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    folder_ = folder;
+    std::set<std::filesystem::path> scripts;
+    for (const auto& entry : std::filesystem::directory_iterator("samples")) {
+      scripts.insert(entry.path());
+    }
+    const auto connection = SqliteProvider()->Connect(ConnectionString() + ";Mode=Create");
+    for (const auto& script : scripts) {
+      RunScript(*connection, SystemFiles().Read(script.string()),
+                {.timeout_seconds = 600, .progress = {}});
+    }
+  }
+  ~SampleDatabase() { std::filesystem::remove_all(folder_); }
+
+  std::string ConnectionString() const {
+    return "Provider=VorekSQLite;Data Source=" + folder_ + "/sample.db";
+  }
+
+ private:
+  std::string folder_;
+};
+
+// Made once for all tests.
+inline const SampleDatabase& Sample() {
+  static const SampleDatabase sample;
+  return sample;
+}
+
+}  // namespace vorek
+
+#endif  // VOREK_TESTS_SAMPLE_SAMPLE_DATABASE_H_
