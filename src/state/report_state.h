@@ -85,8 +85,8 @@ struct ReportState {
   std::int32_t IDColumn = -1;
   std::int32_t TransposeRowColumn = -1;
   std::vector<std::int32_t> TransposeColumns;
-  std::uint8_t GroupMode = 0;          // what was asked for: 0 plain, 1 subtotals, 3 both
-  bool HasSumRow = false;  // in the grid when it was last gone through
+  std::uint8_t GroupMode = 0;  // what was asked for: 0 plain, 1 subtotals, 3 both
+  bool HasSumRow = false;      // in the grid when it was last gone through
   bool HasAvgRow = false;
   std::int32_t SortColumn = 0;         // the last one of flxMain; 0 for none
   std::int32_t SortCode = 1;           // 1 ascending, 2 descending
