@@ -14,6 +14,7 @@
 #include "vorek/qt.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
+#include "vorek/xml.h"
 #ifdef VOREK_WITH_ODBC
 #include "vorek/odbc.h"
 #endif
@@ -65,6 +66,7 @@ WorldOptions Session::Services() {
 #endif
   AddQtServices(options);
   AddSystemServices(options);
+  options.print_jobs = PrintsThroughTemplates(options, PugiXmlReader(), PrintPreviews());
   return options;
 }
 

@@ -18,6 +18,9 @@ void AddDriveCommand(CLI::App& app);
 void AddCheckCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddSqlCommand(CLI::App& app);
+#ifdef VOREK_WITH_QT
+void AddPrintCommand(CLI::App& app);
+#endif
 
 // The database and the user of a command.
 struct ConnectOptions {

@@ -62,6 +62,9 @@ int main(int argc, char** argv) {
   vorek::AddCheckCommand(app);
   vorek::AddEvalCommand(app);
   vorek::AddSqlCommand(app);
+#ifdef VOREK_WITH_QT
+  vorek::AddPrintCommand(app);
+#endif
   const int code = RunToTheEnd(app, argc, argv);
   return OutputIsWritten() ? code : 1;
 }

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <memory>
 
+#include "vorek/print.h"
 #include "vorek/report.h"
 #include "vorek/world.h"
 
@@ -16,6 +17,10 @@ namespace vorek {
 // like; a translator that the host installs later comes first. REQUIRES a QApplication; the world
 // is to be used from its thread.
 void AddQtServices(WorldOptions& options);
+
+// Where prints go: a preview window, from which they are printed or kept as PDF; a PDF file.
+std::shared_ptr<print::PrintOutput> PrintPreviews();
+std::shared_ptr<print::PrintOutput> PdfFile(const QString& path);
 
 // A report control as a widget of a host, above a line that tells how many rows it shows and the
 // filter in force. It takes the width and height that its layout gives it,

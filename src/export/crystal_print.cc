@@ -190,13 +190,19 @@ void AddIdentity(ReportContext& report, PrintJob& job) {
   }
 }
 
-std::string DataQuery(ReportContext& report) {
-  const std::string id = std::to_string(report.state.ReportID);
+// The report's own view over its staged rows; "" where there is none.
+std::string ViewOf(ReportContext& report) {
+  const std::string view = "vwVorekCrystalReport_" + std::to_string(report.state.ReportID);
   Recordset& slot = report.process.dten().rssqlGeneral5;
-  OpenSlot(slot, "Select * from sysobjects where Name = 'vwVorekCrystalReport_" + id + "'");
-  const bool has_view = slot.RecordCount() > 0;
+  OpenSlot(slot, "Select * from sysobjects where Name = '" + view + "'");
+  const bool exists = slot.RecordCount() > 0;
   slot.Close();
-  return "Select * from " + (has_view ? "vwVorekCrystalReport_" + id : std::string(kRowTable)) +
+  return exists ? view : "";
+}
+
+std::string QueryOn(ReportContext& report, const std::string& table) {
+  const std::string id = std::to_string(report.state.ReportID);
+  return "Select * from " + (table.empty() ? std::string(kRowTable) : table) +
          " Where UserID = " + std::to_string(report.state.UserID) + " and ReportID=" + id;
 }
 
@@ -204,7 +210,9 @@ std::string DataQuery(ReportContext& report) {
 
 void StageRows(ReportContext& report) { Staging(report).Run(); }
 
-void PrintCrystal(ReportContext& report, const std::string& templatePath) {
+namespace {
+
+void Print(ReportContext& report, const std::string& templatePath, bool list) {
   Windows& windows = report.process.windows();
   PrintJobs* const jobs = report.process.services.print_jobs.get();
   if (jobs == nullptr) {
@@ -217,10 +225,20 @@ void PrintCrystal(ReportContext& report, const std::string& templatePath) {
   job->DatabaseConnection(report.process.main.ConnectionText);
   IgnoreErrors([&] { AddParameters(report, *job); });
   AddIdentity(report, *job);
-  job->DataQuery(DataQuery(report));
+  job->DataQuery(QueryOn(report, list ? "" : ViewOf(report)));
   job->OutputTarget(0);
   job->StartJob(1);
   windows.SetMousePointer(0);
+}
+
+}  // namespace
+
+void PrintCrystal(ReportContext& report, const std::string& templatePath) {
+  Print(report, templatePath, false);
+}
+
+void PrintList(ReportContext& report, const std::string& templatePath) {
+  Print(report, templatePath, true);
 }
 
 void PrintCrystalOrList(ReportContext& report, const std::string& templatePath,
@@ -235,7 +253,7 @@ void PrintCrystalOrList(ReportContext& report, const std::string& templatePath,
     report.notices.ShowMessage("خطا", error.Description());
   }
   if (report.notices.ShowConfirm("چاپ", "گزارش بدون الگو چاپ شود؟") != kYes) return;
-  PrintCrystal(report, make_list());
+  PrintList(report, make_list());
 }
 
 }  // namespace vorek

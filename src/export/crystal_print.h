@@ -13,7 +13,11 @@ namespace vorek {
 // job throw; rows that were staged by then stay until the user's next print.
 void PrintCrystal(ReportContext& report, const std::string& templatePath);
 
-// The same, and where the file is no template of ours: the user is told, and offered the list
+// The same for a template that was made of the grid: it reads the staged rows themselves, also
+// where the report has a view over them.
+void PrintList(ReportContext& report, const std::string& templatePath);
+
+// PrintCrystal, and where the file is no template of ours: the user is told, and offered the list
 // without one, which make_list writes to a file whose path it returns.
 void PrintCrystalOrList(ReportContext& report, const std::string& templatePath,
                         const std::function<std::string()>& make_list);

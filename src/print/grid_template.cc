@@ -10,6 +10,7 @@ namespace {
 
 constexpr double kTwipsPerMillimetre = 1440 / 25.4;
 constexpr double kRow = 6;
+constexpr double kHeader = 8;  // two lines
 constexpr double kPadding = 0.8;
 constexpr int kMostFields = 50;
 
@@ -87,17 +88,17 @@ Band Title(const std::string& title, double width) {
 }
 
 Band Headers(const std::vector<Column>& columns, double width) {
-  Band band = MakeBand(BandKind::kPageHeader, kRow + 2);
+  Band band = MakeBand(BandKind::kPageHeader, kHeader + 2);
   band.items.push_back(Line(0.5, width));
   double right = 0;
   for (const Column& column : columns) {
-    Item item = Text(right + kPadding, 1, column.width - 2 * kPadding, kRow, column.header);
+    Item item = Text(right + kPadding, 1, column.width - 2 * kPadding, kHeader, column.header);
     item.align = Align::kCentre;
     item.bold = true;
     band.items.push_back(item);
     right += column.width;
   }
-  band.items.push_back(Line(kRow + 1.5, width));
+  band.items.push_back(Line(kHeader + 1.5, width));
   return band;
 }
 

@@ -5,6 +5,7 @@
 
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/print.h"
 
 namespace vorek::print {
 namespace {
@@ -52,3 +53,14 @@ void TemplateJob::StartJob(std::int32_t) {
 }
 
 }  // namespace vorek::print
+
+namespace vorek {
+
+std::shared_ptr<PrintJobs> PrintsThroughTemplates(
+    const WorldOptions& options, std::function<XmlElement(std::string_view)> read_xml,
+    std::shared_ptr<print::PrintOutput> output) {
+  return std::make_shared<print::TemplateJobs>(
+      print::JobParts{options.providers, options.files, std::move(read_xml), std::move(output)});
+}
+
+}  // namespace vorek

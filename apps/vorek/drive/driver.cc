@@ -8,6 +8,7 @@
 #include "command.h"
 #include "drive/evaluation_object.h"
 #include "drive/script_component.h"
+#include "drive/script_print.h"
 #include "engine/report_control.h"
 #include "text/utf8.h"
 #include "vorek/system.h"
@@ -61,6 +62,8 @@ Driver::Driver(std::ostream& out)
   options.windows = stage_;
   options.file_dialogs = files_;
   options.components = components_;
+  options.print_jobs =
+      std::make_shared<ScriptPrints>([this](const std::string& line) { Print(line); });
   world_ = std::make_unique<World>(std::move(options));
   report_ = std::make_unique<VorekReport1>(*world_);
   objects_["evaluation"] = EvaluationObject(report_->Impl().Evaluation);

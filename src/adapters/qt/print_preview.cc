@@ -21,6 +21,7 @@
 #include "adapters/qt/thumbnail_model.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/qt.h"
 
 namespace vorek::qt {
 namespace {
@@ -276,3 +277,15 @@ void PdfOutput::Show(std::shared_ptr<const print::PrintDocument> document, const
 }
 
 }  // namespace vorek::qt
+
+namespace vorek {
+
+std::shared_ptr<print::PrintOutput> PrintPreviews() {
+  return std::make_shared<qt::PreviewOutput>();
+}
+
+std::shared_ptr<print::PrintOutput> PdfFile(const QString& path) {
+  return std::make_shared<qt::PdfOutput>(path);
+}
+
+}  // namespace vorek
