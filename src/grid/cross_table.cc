@@ -175,6 +175,8 @@ class CrossTable {
   void AddRows() {
     const std::size_t quarter = std::max<std::size_t>(rows_.size() / 4, 1);
     std::size_t next = quarter;
+    // The sorts before have moved the bar.
+    if (report_.Progress != nullptr) report_.Progress->SetValue(0);
     target_.assign(headers_.size(), 0);
     for (std::size_t value = 0; value < headers_.size(); ++value) {
       target_[value] = columns_.at(headers_[value]);

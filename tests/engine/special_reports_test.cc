@@ -4,6 +4,7 @@
 
 #include "platform/field_type.h"
 #include "support/random_report.h"
+#include "vorek/sqlite.h"
 
 namespace vorek {
 namespace {
@@ -86,6 +87,45 @@ TEST(SpecialReports, RefuseACallWithoutItsArguments) {
         "spAccountBalanceMultiTafsil_8Cols(((", "((spAccountBalanceMoeinOnMultiDetail2"}) {
     EXPECT_THROW(Rewritten(query), Error) << query;
   }
+}
+
+// What was gathered stays in its tables, for the next statement and for others to see; a run that
+// fails leaves them as they were.
+TEST(SpecialReports, LeaveTheirTablesWholeOrAsTheyWere) {
+  Process process{{.providers = {SqliteProvider()},
+                   .windows = std::make_shared<ScriptedWindows>(),
+                   .clock = std::make_shared<FixedClock>()}};
+  process.data.Rebind("Provider=VorekSQLite;Data Source=:memory:;Mode=Create");
+  const auto run = [&](const std::string& text) { return process.dten().cnn.Execute(text, 30); };
+  run("create table tblAccountTempID (ID int, IDType int)");
+  run("create table tblAccount (ID int)");
+  run("insert into tblAccount values (11), (12), (13)");
+  run("create table tblAccountClass (ID int, ViewMajor nvarchar(50))");
+  run("insert into tblAccountClass values (5, 'vwFive')");
+  run("create view vwFive as select 1 as ID union all select 2");
+  run("create procedure spAccountBalanceMoeinOnMultiDetail1 @a nvarchar(10), @c int, @o "
+      "nvarchar(10), "
+      "@k nvarchar(10) as select ID, IDType, @c as Class, @o as Flag from tblAccountTempID order "
+      "by "
+      "IDType, ID");
+  ReportState state;
+  Grid main(nullptr, "flxMain");
+  Grid transpose(nullptr, "flxTranspose");
+  QuietNotices notices;
+  EvaluationClass evaluation;
+  ReportContext report{process, state, main, transpose, notices, evaluation};
+  const std::string call = "EXEC spAccountBalanceMoeinOnMultiDetail1 'a',5,(2,3),(11,13";
+  ASSERT_TRUE(PrepareSpecialReport(report, call + ")"));
+  const Recordset& query = process.dten().rssqlQuery;
+  ASSERT_EQ(query.RecordCount(), 3);
+  EXPECT_EQ(query.Field("ID").Number(), 11);
+  EXPECT_EQ(query.Field("Flag").Text(), "1");
+  EXPECT_EQ(run("select * from tblAccountTempID")->rows, 3U);
+  EXPECT_EQ(run("select @@TRANCOUNT as n")->columns[0].Display(0), "0");
+  EXPECT_THROW(PrepareSpecialReport(report, call + ", x)"), Error);
+  EXPECT_EQ(run("select * from tblAccountTempID")->rows, 3U);
+  EXPECT_EQ(run("select @@TRANCOUNT as n")->columns[0].Display(0), "0");
+  EXPECT_FALSE(PrepareSpecialReport(report, "select 1 as a"));
 }
 
 TEST(SpecialReports, HaveWidthsByTheirCaller) {

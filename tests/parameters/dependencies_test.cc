@@ -134,6 +134,19 @@ TEST_F(DependenciesTest, KeepPeriodDatesAndNumbersTogether) {
   EXPECT_EQ(Range(), "- 77-78");
 }
 
+// Stored values belong together, also where a date alone would give other numbers.
+TEST_F(DependenciesTest, LeaveTheValuesOfASettingAsTheyAre) {
+  Run("create table tblVorekReportParameterConfig (ReportID int, Name nvarchar(100), "
+      "ListOfParameters nvarchar(4000), UserID int, isShared bit)");
+  Run("insert into tblVorekReportParameterConfig (ReportID, Name, ListOfParameters) values (2846, "
+      "'x', '@5=12&@4=12&@3=''20240501''&@2=''20240401''&@1=47')");
+  ViewLedger(2846);
+  panel.widgets.slt[1].SetID(48);
+  panel.mnuConfig[1].Click();
+  EXPECT_EQ(panel.widgets.slt[1].ID(), 47);
+  EXPECT_EQ(Range(), "1403/01/13-1403/02/12 12-12");
+}
+
 TEST_F(DependenciesTest, LeaveTheFieldsOfOtherReportsAlone) {
   ViewLedger(7);
   panel.widgets.slt[1].SetID(47);
