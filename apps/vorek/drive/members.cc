@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "state/file_dialogs.h"
 #include "engine/report_control.h"
 #include "grid/grid.h"
+#include "state/file_dialogs.h"
 #include "text/key_list.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
