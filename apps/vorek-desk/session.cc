@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "adapters/system/database_option.h"
+#include "attachment_dialog.h"
+#include "desk_documents.h"
 #include "engine/shared_helpers.h"
 #include "engine/world_state.h"
 #include "platform/connection_secrets.h"
@@ -15,6 +17,9 @@
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
 #include "vorek/xml.h"
+#ifdef VOREK_WITH_XLSX
+#include "vorek/xlsx.h"
+#endif
 #ifdef VOREK_WITH_ODBC
 #include "vorek/odbc.h"
 #endif
@@ -64,6 +69,11 @@ WorldOptions Session::Services() {
 #ifdef VOREK_WITH_ODBC
   options.providers.push_back(OdbcProvider());
 #endif
+#ifdef VOREK_WITH_XLSX
+  options.spreadsheet = XlsxSpreadsheet();
+#endif
+  options.attachments = std::make_shared<DeskAttachments>(options.providers);
+  options.documents = std::make_shared<DeskDocuments>(MachineDocuments());
   AddQtServices(options);
   AddSystemServices(options);
   options.print_jobs = PrintsThroughTemplates(options, PugiXmlReader(), PrintPreviews());

@@ -4,6 +4,9 @@
 #include "vorek/odbc.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
+#ifdef VOREK_WITH_XLSX
+#include "vorek/xlsx.h"
+#endif
 
 namespace vorek {
 
@@ -30,6 +33,9 @@ WorldOptions ConsoleWorld() {
   options.providers = {SqliteProvider()};
 #ifdef VOREK_WITH_ODBC
   options.providers.push_back(OdbcProvider());
+#endif
+#ifdef VOREK_WITH_XLSX
+  options.spreadsheet = XlsxSpreadsheet();
 #endif
   AddSystemServices(options);
   return options;

@@ -14,6 +14,7 @@ namespace vorek {
 void AddSampleCommand(CLI::App& app);
 void AddListCommand(CLI::App& app);
 void AddShowCommand(CLI::App& app);
+void AddExportCommand(CLI::App& app);
 void AddDriveCommand(CLI::App& app);
 void AddCheckCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);

@@ -58,6 +58,7 @@ int main(int argc, char** argv) {
   vorek::AddSampleCommand(app);
   vorek::AddListCommand(app);
   vorek::AddShowCommand(app);
+  vorek::AddExportCommand(app);
   vorek::AddDriveCommand(app);
   vorek::AddCheckCommand(app);
   vorek::AddEvalCommand(app);

@@ -7,14 +7,20 @@
 
 namespace vorek {
 
+class AttachmentManager;
+class Clipboard;
 class Clock;
 class Components;
 class DatabaseProvider;
+class Documents;
 class FileDialogs;
 class Files;
 class PrintJobs;
 class Settings;
+class Spreadsheet;
+class TemporaryFiles;
 class Windows;
+class WorkbookConverter;
 struct WorldState;
 
 // What a world works with. Adapters make the parts: see sqlite.h, system.h.
@@ -37,6 +43,13 @@ struct WorldOptions {
   std::shared_ptr<PrintJobs> print_jobs = {};
   // The file that keeps the user functions of formulas; empty for none.
   std::string function_file = {};
+  // What the exports work with; null for none, and what needs it is then refused with a message.
+  std::shared_ptr<Spreadsheet> spreadsheet = {};      // see xlsx.h
+  std::shared_ptr<WorkbookConverter> converter = {};  // of templates in the old format
+  std::shared_ptr<Documents> documents = {};          // where workbooks go and what opens them
+  std::shared_ptr<Clipboard> clipboard = {};
+  std::shared_ptr<TemporaryFiles> temporary_files = {};  // for copies of stored templates
+  std::shared_ptr<AttachmentManager> attachments = {};   // the host's, behind cmdMedia
 };
 
 // The state that controls share: the connection, the user, the column layouts. The last View of any

@@ -1,6 +1,7 @@
 #include "engine/grid_events.h"
 
 #include "engine/drill_events.h"
+#include "engine/export_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"
 #include "engine/group_modes.h"
@@ -31,6 +32,11 @@ void ConnectMenus(ReportControl& control) {
   menu.mnuGroupByNothing.on_click = [&control] { mnuGroupByNothing_Click(control); };
   menu.mnuGroupBy.on_click = [&control] { mnuGroupBy_Click(control); };
   menu.mnuHybrid.on_click = [&control] { mnuHybrid_Click(control); };
+  menu.mnuSendToTextFile.on_click = [&control] { mnuSendToTextFile_Click(control); };
+  menu.mnuSendToOfficeExcel.on_click = [&control] { mnuSendToOfficeExcel_Click(control); };
+  menu.mnuSendToOfficeExcellFast.on_click = [&control] {
+    mnuSendToOfficeExcellFast_Click(control);
+  };
   LeadTo(menu.mnuSum, control, mnuSum_Click);
   LeadTo(menu.mnuavg, control, mnuAvg_Click);
   LeadTo(control.FlexPopupMenu2.mnuDelete, control, mnuDelete_Click);

@@ -31,10 +31,7 @@ HeaderMenu::HeaderMenu(Control* parent, std::string name) : Menu(parent, std::mo
       {&mnuGroupBy, "سرجمع"},
       {&mnuHybrid, "ترکيبي"}};
   for (const auto& [entry, caption] : captions) entry->SetCaption(caption);
-  for (Menu* entry :
-       {&mnuSendToTextFile, &mnuSendToOfficeExcel, &mnuSendToOfficeExcellFast, &mnuSendToAccess}) {
-    Postpone(*entry);
-  }
+  Postpone(mnuSendToAccess);
 }
 
 void HeaderMenu::OfferShapes(std::int32_t report_id) {

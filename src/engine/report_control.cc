@@ -5,6 +5,7 @@
 
 #include "catalog/report_row.h"
 #include "engine/attempt.h"
+#include "engine/export_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"
 #include "engine/form_report.h"
@@ -14,7 +15,6 @@
 #include "engine/report_load.h"
 #include "engine/report_run.h"
 #include "engine/rights.h"
-#include "engine/run_handoffs.h"
 #include "engine/shared_helpers.h"
 #include "text/utf8.h"
 
@@ -268,12 +268,11 @@ void ReportControl::KeyDown(int key_code, int shift) {
   auto code = static_cast<std::int16_t>(key_code);
   auto keys = static_cast<std::int16_t>(shift);
   if (events.KeyDown) events.KeyDown(code, keys);
-  ReportContext report = Context();
   if (code == kF5) {
     state.ReapplySort = false;
     Refresh(false, state.LastParameterString, "");
   } else if (code == kP && keys != 0) {
-    ExportExcel(report, state.ReportID);
+    ExportExcel(*this, state.ReportID);
   } else if (code == kF3) {
     mnuQuickSearch_Click(*this);
   }

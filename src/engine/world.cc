@@ -4,6 +4,7 @@
 
 #include "engine/form_ask_user_report.h"
 #include "engine/world_state.h"
+#include "export/form_template.h"
 #include "platform/no_windows.h"
 
 namespace vorek {
@@ -17,7 +18,11 @@ Services ServicesFrom(WorldOptions options) {
   return {std::move(options.providers),     std::move(options.windows),
           std::move(options.clock),         std::move(options.files),
           std::move(options.function_file), std::move(options.settings),
-          std::move(options.file_dialogs),  std::move(options.components), std::move(options.print_jobs)};
+          std::move(options.file_dialogs),  std::move(options.components),
+          std::move(options.print_jobs),    std::move(options.spreadsheet),
+          std::move(options.converter),     std::move(options.documents),
+          std::move(options.clipboard),     std::move(options.temporary_files),
+          std::move(options.attachments)};
 }
 
 }  // namespace
@@ -29,6 +34,11 @@ WorldState::WorldState(const WorldState& opener) : process(opener.process), mess
 }
 
 WorldState::~WorldState() = default;
+
+FormTemplate& WorldState::TemplateForm() {
+  if (form_template_ == nullptr) form_template_ = std::make_unique<FormTemplate>(process, messages);
+  return *form_template_;
+}
 
 World::World(WorldOptions options)
     : state_(std::make_unique<WorldState>(ServicesFrom(std::move(options)))) {}

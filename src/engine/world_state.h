@@ -10,6 +10,7 @@
 namespace vorek {
 
 class FormAskUserReport;
+class FormTemplate;
 
 // What stands behind a World: the process-wide state and the forms that all controls share.
 struct WorldState {
@@ -23,9 +24,15 @@ struct WorldState {
     return {process.services.function_file, process.services.files.get(), &messages};
   }
 
+  // The one form in which templates are chosen: it remembers the places chosen last.
+  FormTemplate& TemplateForm();
+
   Process process;
   Messages messages;
   std::unique_ptr<FormAskUserReport> form_ask_user_report;  // the last one; null for none
+
+ private:
+  std::unique_ptr<FormTemplate> form_template_;  // made when it is first asked for
 };
 
 }  // namespace vorek

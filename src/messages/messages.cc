@@ -19,6 +19,10 @@ void Messages::ShowMessage(const std::string& title, const std::string& message)
   form_message_->ShowModal();
 }
 
+std::string Messages::ReasonOf(const std::string& description) const {
+  return PersianReason(description);
+}
+
 int Messages::ShowConfirm(const std::string& title, const std::string& question) {
   std::int32_t& answer = process_.main.ConfirmAnswer;
   if (form_confirm_ == nullptr) {

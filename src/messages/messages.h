@@ -19,6 +19,7 @@ class Messages : public Notices {
   explicit Messages(Process& process) : process_(process) {}
 
   void ShowMessage(const std::string& title, const std::string& message) override;
+  std::string ReasonOf(const std::string& description) const override;
   // 1 for yes, else 2.
   int ShowConfirm(const std::string& title, const std::string& question) override;
 

@@ -12,7 +12,7 @@ bool AreDigits(std::string_view text) {
 
 }  // namespace
 
-bool IsPlainNumber(std::string_view text) {
+bool IsSheetNumber(std::string_view text) {
   constexpr std::size_t kMostDigits = 15;
   const bool negative = text.starts_with('-');
   if (negative) text.remove_prefix(1);

@@ -82,7 +82,7 @@ class WorkbookWriter {
   virtual void BeginRow() = 0;
   // style is an index of the look's styles, or kNoStyle.
   virtual void Text(std::int32_t column, std::string_view text, std::size_t style) = 0;
-  // A number as plain text, "-12.5"; see IsPlainNumber.
+  // A number as plain text, "-12.5"; see IsSheetNumber.
   virtual void Number(std::int32_t column, std::string_view number, std::size_t style) = 0;
   virtual void EndRow() = 0;
   virtual void Finish() = 0;
@@ -92,7 +92,7 @@ class WorkbookWriter {
 
 // True for a text that a sheet may hold as a number without a change to it: at most 15 digits, no
 // needless zeros, no blanks, no sign but "-".
-bool IsPlainNumber(std::string_view text);
+bool IsSheetNumber(std::string_view text);
 
 // The first sheet of a workbook that is filled in place. Rows and columns count from 1; cells that
 // don't exist are empty. Everything that isn't touched stays as it is.

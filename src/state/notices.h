@@ -13,6 +13,9 @@ class Notices {
   // A fact with one button; returns when the user has closed it.
   virtual void ShowMessage(const std::string& title, const std::string& message) = 0;
 
+  // An error's description in the user's words.
+  virtual std::string ReasonOf(const std::string& description) const { return description; }
+
   // A question; 1 for yes, 2 for no or closed.
   virtual int ShowConfirm(const std::string& title, const std::string& question) = 0;
 };

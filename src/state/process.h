@@ -6,13 +6,19 @@
 #include <utility>
 
 #include "catalog/data_session.h"
+#include "platform/attachment_manager.h"
+#include "platform/clipboard.h"
 #include "platform/clock.h"
+#include "platform/documents.h"
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
 #include "platform/pass_watch.h"
 #include "platform/print_job.h"
 #include "platform/settings.h"
+#include "platform/spreadsheet.h"
+#include "platform/temporary_files.h"
 #include "platform/windows.h"
+#include "platform/workbook_converter.h"
 #include "state/main_module.h"
 #include "vorek/components.h"
 
@@ -29,6 +35,13 @@ struct Services {
   std::shared_ptr<FileDialogs> file_dialogs = {};  // null for none
   std::shared_ptr<Components> components = {};     // of forms; null for none
   std::shared_ptr<PrintJobs> print_jobs = {};      // through templates; null for none
+  // Of the exports; null for none of each.
+  std::shared_ptr<Spreadsheet> spreadsheet = {};
+  std::shared_ptr<WorkbookConverter> converter = {};
+  std::shared_ptr<Documents> documents = {};
+  std::shared_ptr<Clipboard> clipboard = {};
+  std::shared_ptr<TemporaryFiles> temporary_files = {};
+  std::shared_ptr<AttachmentManager> attachments = {};
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two

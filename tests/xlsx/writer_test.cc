@@ -158,7 +158,8 @@ TEST(Writer, GoesOnInASecondSheet) {
   EXPECT_EQ(book->Sheets(), 2U);
   book->Finish();
   const std::string read = OutputOf(
-      "/usr/bin/python3 -c \"import openpyxl,sys; b=openpyxl.load_workbook(sys.argv[1], read_only=True); "
+      "/usr/bin/python3 -c \"import openpyxl,sys; b=openpyxl.load_workbook(sys.argv[1], "
+      "read_only=True); "
       "print([[r[0].value for r in b.worksheets[1].iter_rows()], len(b.worksheets)])\" '" +
       path + "'");
   EXPECT_EQ(read, "[['row 1048576', 'row 1048577', 'row 1048578'], 2]\n");
@@ -166,11 +167,11 @@ TEST(Writer, GoesOnInASecondSheet) {
 
 TEST(PlainNumber, OnlyWhatASheetKeepsAsItStands) {
   for (const char* const number : {"0", "12", "-12.5", "0.50", "123456789012345", "-0.1"}) {
-    EXPECT_TRUE(IsPlainNumber(number)) << number;
+    EXPECT_TRUE(IsSheetNumber(number)) << number;
   }
   for (const char* const text : {"", "-", "007", "1234567890123456", "1E5", "+1", " 1", "1/2",
                                  "12:30", ".5", "5.", "-0", "-0.0", "1.2.3", "۱۲"}) {
-    EXPECT_FALSE(IsPlainNumber(text)) << text;
+    EXPECT_FALSE(IsSheetNumber(text)) << text;
   }
 }
 

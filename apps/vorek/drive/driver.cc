@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <sstream>
 #include <utility>
 
 #include "adapters/system/database_option.h"
@@ -56,11 +57,15 @@ Driver::Driver(std::ostream& out)
       clock_(std::make_shared<ScriptClock>(MachineClock())),
       stage_(std::make_shared<Stage>([this](const std::string& line) { Print(line); },
                                      [this](const Block& block) { Play(block); })),
-      files_(std::make_shared<FileStage>([this](const std::string& line) { Print(line); })) {
+      files_(std::make_shared<FileStage>([this](const std::string& line) { Print(line); })),
+      documents_(
+          std::make_shared<DocumentStage>([this](const std::string& line) { Print(line); })) {
   WorldOptions options = ConsoleWorld();
   options.clock = clock_;
   options.windows = stage_;
   options.file_dialogs = files_;
+  options.documents = documents_;
+  options.clipboard = clipboard_;
   options.components = components_;
   options.print_jobs =
       std::make_shared<ScriptPrints>([this](const std::string& line) { Print(line); });
@@ -91,6 +96,8 @@ const std::map<std::string, Driver::Command>& Driver::Commands() {
                                                           {"clock", &Driver::SetClock},
                                                           {"close", &Driver::CloseForm},
                                                           {"file", &Driver::QueueFile},
+                                                          {"workbook", &Driver::QueueWorkbook},
+                                                          {"clipboard", &Driver::PrintClipboard},
                                                           {"component", &Driver::OfferComponent},
                                                           {"cancel", &Driver::CancelAt}};
   return commands;
@@ -429,6 +436,14 @@ void Driver::OfferComponent(const Words& words) {
 }
 
 void Driver::CancelAt(const Words& words) { stage_->CancelAt(Number(words, 1)); }
+
+void Driver::QueueWorkbook(const Words& words) { documents_->Queue(Word(words, 1)); }
+
+// A line a row: the rows of what was put there are parted by carriage returns.
+void Driver::PrintClipboard(const Words&) {
+  std::istringstream rows(clipboard_->Text());
+  for (std::string row; std::getline(rows, row, '\r');) Print(row);
+}
 
 void Driver::CloseForm(const Words&) {
   Form* const form = stage_->UppermostForm();

@@ -74,6 +74,8 @@ class Driver {
   void Expect(const Words& words);
   void SetClock(const Words& words);
   void QueueFile(const Words& words);
+  void QueueWorkbook(const Words& words);
+  void PrintClipboard(const Words& words);
   void OfferComponent(const Words& words);
   void CancelAt(const Words& words);
   void CloseForm(const Words& words);
@@ -84,6 +86,8 @@ class Driver {
   std::shared_ptr<ScriptClock> clock_;
   std::shared_ptr<Stage> stage_;
   std::shared_ptr<FileStage> files_;
+  std::shared_ptr<DocumentStage> documents_;
+  std::shared_ptr<ClipboardStage> clipboard_ = std::make_shared<ClipboardStage>();
   std::shared_ptr<ComponentFactories> components_ = std::make_shared<ComponentFactories>();
   std::unique_ptr<World> world_;
   std::unique_ptr<VorekReport1> report_;

@@ -110,4 +110,13 @@ bool FileStage::Choose(const char* kind, FileDialogRequest& request) {
   return true;
 }
 
+std::string DocumentStage::NewPath(const std::string& file_name) {
+  if (names_.empty()) return file_name;
+  std::string name = std::move(names_.front());
+  names_.pop_front();
+  return name;
+}
+
+void DocumentStage::Show(const std::string& path) { print_("workbook " + Quote(path)); }
+
 }  // namespace vorek::drive

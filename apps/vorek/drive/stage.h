@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/clipboard.h"
 #include "platform/clock.h"
+#include "platform/documents.h"
 #include "platform/file_dialogs.h"
 #include "platform/no_windows.h"
 #include "widgets/form.h"
@@ -126,6 +128,31 @@ class FileStage : public FileDialogs {
 
   std::function<void(const std::string&)> print_;
   std::deque<std::string> names_;
+};
+
+// Where a script's workbooks go: under the names that were queued, else under their own.
+class DocumentStage : public Documents {
+ public:
+  explicit DocumentStage(std::function<void(const std::string&)> print)
+      : print_(std::move(print)) {}
+  void Queue(std::string name) { names_.push_back(std::move(name)); }
+
+  std::string NewPath(const std::string& file_name) override;
+  void Show(const std::string& path) override;
+
+ private:
+  std::function<void(const std::string&)> print_;
+  std::deque<std::string> names_;
+};
+
+class ClipboardStage : public Clipboard {
+ public:
+  void Clear() override { text_.clear(); }
+  void Put(const std::string& text, const std::string&) override { text_ = text; }
+  const std::string& Text() const { return text_; }
+
+ private:
+  std::string text_;
 };
 
 }  // namespace vorek::drive

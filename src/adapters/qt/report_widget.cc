@@ -9,6 +9,7 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/memory.h"
 #include "adapters/qt/presenter.h"
+#include "adapters/qt/qt_clipboard.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
 #include "adapters/qt/result_bar.h"
@@ -32,6 +33,7 @@ void AddQtServices(WorldOptions& options) {
   const auto windows = std::make_shared<qt::QtWindows>();
   options.windows = windows;
   options.file_dialogs = std::make_shared<qt::QtFileDialogs>();
+  options.clipboard = std::make_shared<qt::QtClipboard>();
   for (std::shared_ptr<DatabaseProvider>& provider : options.providers) {
     provider = std::make_shared<qt::BackgroundProvider>(std::move(provider), windows->Busy());
   }

@@ -21,6 +21,7 @@ constexpr KnownKind kKinds[] = {
     {"Grid", MakeGridView},
     {"Label", MakeLabelView},
     {"Menu", NoView},
+    {"TabStrip", MakeTabStripView},
     {"TextBox", MakeTextBoxView},
     {"Timer", NoView},
     {"VorekCurrency", MakeCurrencyView},

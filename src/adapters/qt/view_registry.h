@@ -21,6 +21,7 @@ ControlView* MakeListView(Presenter& presenter, Control& control, QWidget& paren
 ControlView* MakeMinutesView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeParametersView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeProgressView(Presenter& presenter, Control& control, QWidget& parent);
+ControlView* MakeTabStripView(Presenter& presenter, Control& control, QWidget& parent);
 ControlView* MakeTextBoxView(Presenter& presenter, Control& control, QWidget& parent);
 
 // By the control's kind; null for one that isn't shown by a widget, such as a menu. A kind that the

@@ -24,6 +24,9 @@ void AddSystemServices(WorldOptions& options) {
   if (options.clock == nullptr) options.clock = MachineClock();
   if (options.files == nullptr) options.files = MachineFiles();
   if (options.settings == nullptr) options.settings = MachineSettings();
+  if (options.documents == nullptr) options.documents = MachineDocuments();
+  if (options.temporary_files == nullptr) options.temporary_files = MachineTemporaryFiles();
+  if (options.converter == nullptr) options.converter = MachineWorkbookConverter();
   options.function_file = MachineFunctionFile(options.function_file);
   if (options.windows == nullptr) options.windows = WindowsOnStream(std::cerr);
 }

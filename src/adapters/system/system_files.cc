@@ -27,7 +27,11 @@ namespace fs = std::filesystem;
 // An open file that is closed whatever happens.
 class Descriptor {
  public:
-  Descriptor(const std::string& path, int flags, mode_t mode = 0666) : path_(path) {
+  Descriptor(const std::string& path, int flags, mode_t mode = 0666)
+      : Descriptor(path, path, flags, mode) {}
+  // Failures name another path: that of the file in whose place this one comes.
+  Descriptor(const std::string& path, const std::string& told, int flags, mode_t mode)
+      : path_(told) {
     do {
       fd_ = ::open(path.c_str(), flags | O_CLOEXEC, mode);
     } while (fd_ < 0 && errno == EINTR);
@@ -159,7 +163,7 @@ class MachineOutput : public OutputFile {
   explicit MachineOutput(const std::string& path)
       : path_(path), target_(FollowLink(path)), temporary_(TemporaryName(target_)) {
     RefuseAllButFiles(target_);
-    out_ = std::make_unique<Descriptor>(temporary_, O_WRONLY | O_CREAT | O_EXCL);
+    out_ = std::make_unique<Descriptor>(temporary_, path_, O_WRONLY | O_CREAT | O_EXCL, 0666);
     struct stat old {};
     if (::stat(target_.c_str(), &old) == 0) ::fchmod(out_->Get(), old.st_mode & 07777U);
   }

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "adapters/xlsx/template_workbook.h"
 #include "adapters/xlsx/workbook_writer.h"
-#include "vorek/error.h"
 #include "vorek/xlsx.h"
 
 namespace vorek {
@@ -15,8 +15,8 @@ class Xlsx : public Spreadsheet {
                                               WorkbookLook look) override {
     return std::make_unique<xlsx::StreamedWorkbook>(std::move(out), std::move(look));
   }
-  std::unique_ptr<TemplateSheet> OpenTemplate(std::string, const std::string&) override {
-    throw Error(ErrorNumber::kInvalidCall, "");
+  std::unique_ptr<TemplateSheet> OpenTemplate(std::string bytes, const std::string& name) override {
+    return std::make_unique<xlsx::TemplateWorkbook>(std::move(bytes), name);
   }
 };
 

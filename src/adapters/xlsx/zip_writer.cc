@@ -12,8 +12,7 @@ namespace vorek::xlsx {
 namespace {
 
 constexpr std::uint64_t kNarrow = 0xFFFFFFFF;  // that 32 bits hold; the mark of zip64 itself
-constexpr std::uint16_t kDeflated = 8;
-constexpr std::uint16_t kVersion = 45;  // the one that knows zip64
+constexpr std::uint16_t kVersion = 45;         // the one that knows zip64
 constexpr std::uint16_t kUtf8Names = 0x800;
 constexpr std::uint16_t kZip64Field = 0x0001;
 // Room for the zip64 field of a local header, which is known only at the entry's end.
@@ -58,11 +57,11 @@ void ZipWriter::Put(std::string_view bytes) {
   at_ += bytes.size();
 }
 
-void ZipWriter::BeginEntry(std::string name) {
+void ZipWriter::PutHeader(const std::string& name, std::uint16_t method) {
   std::string header("PK\x03\x04");
   Add(header, kVersion);
   Add(header, kUtf8Names);
-  Add(header, kDeflated);
+  Add(header, method);
   Add(header, kTime);
   header.append(12, '\0');  // checksum and sizes, set at the end
   Add(header, static_cast<std::uint16_t>(name.size()));
@@ -71,9 +70,24 @@ void ZipWriter::BeginEntry(std::string name) {
   Add(header, kReservedField);
   Add(header, kReserved);
   header.append(kReserved, '\0');
-  entries_.push_back({std::move(name), 0, 0, 0, at_});
+  entries_.push_back({name, 0, 0, 0, at_, method});
   Put(header);
+}
+
+void ZipWriter::BeginEntry(const std::string& name) {
+  PutHeader(name, kDeflated);
   deflater_->Begin();
+}
+
+void ZipWriter::AddPacked(const std::string& name, std::uint16_t method, std::uint32_t crc,
+                          std::uint64_t size, std::string_view packed) {
+  PutHeader(name, method);
+  Entry& entry = entries_.back();
+  entry.crc = crc;
+  entry.size = size;
+  entry.packed = packed.size();
+  Put(packed);
+  SetSums();
 }
 
 void ZipWriter::Write(std::string_view bytes) {
@@ -113,6 +127,10 @@ void ZipWriter::Deflate(std::string_view bytes, bool last) {
 
 void ZipWriter::EndEntry() {
   Deflate({}, true);
+  SetSums();
+}
+
+void ZipWriter::SetSums() {
   const Entry& entry = entries_.back();
   const bool wide = entry.packed >= kNarrow || entry.size >= kNarrow;
   std::string sums;
@@ -129,8 +147,8 @@ void ZipWriter::EndEntry() {
   out_.Overwrite(entry.offset + 30 + entry.name.size(), field);
 }
 
-void ZipWriter::AddEntry(std::string name, std::string_view bytes) {
-  BeginEntry(std::move(name));
+void ZipWriter::AddEntry(const std::string& name, std::string_view bytes) {
+  BeginEntry(name);
   Write(bytes);
   EndEntry();
 }
@@ -146,7 +164,7 @@ void ZipWriter::Finish() {
     Add(line, kVersion);
     Add(line, kVersion);
     Add(line, kUtf8Names);
-    Add(line, kDeflated);
+    Add(line, entry.method);
     Add(line, kTime);
     Add(line, entry.crc);
     Add(line, Narrow(entry.packed));

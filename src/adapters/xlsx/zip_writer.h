@@ -20,24 +20,31 @@ class ZipWriter {
   ZipWriter(const ZipWriter&) = delete;
   ZipWriter& operator=(const ZipWriter&) = delete;
 
-  void BeginEntry(std::string name);
+  void BeginEntry(const std::string& name);
   void Write(std::string_view bytes);
   void EndEntry();
   // A whole entry.
-  void AddEntry(std::string name, std::string_view bytes);
+  void AddEntry(const std::string& name, std::string_view bytes);
+  // An entry that is packed already, as another archive holds it.
+  void AddPacked(const std::string& name, std::uint16_t method, std::uint32_t crc,
+                 std::uint64_t size, std::string_view packed);
   // The directory. REQUIRES: no entry is open.
   void Finish();
 
  private:
+  static constexpr std::uint16_t kDeflated = 8;
   struct Entry {
     std::string name;
     std::uint32_t crc = 0;
     std::uint64_t packed = 0;
     std::uint64_t size = 0;
     std::uint64_t offset = 0;
+    std::uint16_t method = kDeflated;
   };
   struct Deflater;
 
+  void PutHeader(const std::string& name, std::uint16_t method);
+  void SetSums();
   void Put(std::string_view bytes);
   void Deflate(std::string_view bytes, bool last);
   void FinishEnd(std::uint64_t directory, std::uint64_t directory_size);

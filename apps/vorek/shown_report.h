@@ -1,0 +1,45 @@
+#ifndef VOREK_APPS_VOREK_SHOWN_REPORT_H_
+#define VOREK_APPS_VOREK_SHOWN_REPORT_H_
+
+#include <memory>
+#include <string>
+
+#include "ask.h"
+#include "command.h"
+#include "engine/report_control.h"
+
+namespace vorek {
+
+// Which report a command runs, and with which values.
+struct ReportOptions {
+  ConnectOptions connect;
+  std::int32_t report = -1;
+  std::string parameters;
+  bool ask = false;
+};
+void AddReportOptions(CLI::App& command, ReportOptions& options);
+
+// A report that a command has run. A command whose report can't be shown ends, with the reason on
+// standard error.
+class ShownReport {
+ public:
+  // windows null for those of the console.
+  ShownReport(const ReportOptions& options, std::shared_ptr<AskingWindows> windows = nullptr);
+
+  VorekReport1& Report() { return *report_; }
+  ReportControl& Control() { return report_->Impl(); }
+  // Tells why nothing can be shown and ends the command.
+  [[noreturn]] void Refuse(const std::string& reason) const;
+
+ private:
+  void Connect();
+  void AskPanel(const AskingWindows& windows);
+
+  ReportOptions options_;
+  std::unique_ptr<World> world_;
+  std::unique_ptr<VorekReport1> report_;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_APPS_VOREK_SHOWN_REPORT_H_

@@ -1,0 +1,127 @@
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "export/excel_export.h"
+#include "export/long_work.h"
+#include "export/sheet_lock.h"
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+constexpr std::size_t kBody = 0;
+constexpr std::size_t kFirstHeader = 1;  // one of each alignment
+constexpr SheetAlignment kAlignments[] = {
+    SheetAlignment::kGeneral,      SheetAlignment::kLeft,       SheetAlignment::kCentre,
+    SheetAlignment::kRight,        SheetAlignment::kFill,       SheetAlignment::kJustify,
+    SheetAlignment::kCentreAcross, SheetAlignment::kDistributed};
+
+// The alignment that a number from 1 to 8 stands for; a grid's numbers are handed on as they are.
+std::size_t AlignmentOf(std::int32_t number) {
+  constexpr std::int32_t kUsual = 4;
+  constexpr std::int32_t kMost = 8;
+  if (number <= 0) number = kUsual;
+  return number > kMost ? 0 : static_cast<std::size_t>(number) - 1;
+}
+
+WorkbookLook FormattedLook(const Grid& grid) {
+  constexpr double kTwips = 50;  // of a grid column that one of the sheet's characters stands for
+  WorkbookLook look;
+  look.styles = {{"B Mitra", 10, false, true, SheetAlignment::kGeneral}};
+  for (const SheetAlignment alignment : kAlignments) {
+    look.styles.push_back({"B Mitra", 12, true, true, alignment});
+  }
+  look.row_style = kBody;
+  for (std::int32_t col = 1; col < grid.Cols(); ++col) {
+    look.column_widths.push_back(grid.ColWidth(col) / kTwips);
+  }
+  return look;
+}
+
+// Rows of a grid on their way into the sheet.
+class GridIntoSheet {
+ public:
+  GridIntoSheet(ReportContext& report, const PlainMoney& money, const NewWorkbookOptions& options)
+      : report_(report),
+        money_(money),
+        grid_(report.ActiveGrid()),
+        transposed_(report.state.isTransposedResult),
+        formatted_(options.formatted && !transposed_) {
+    for (std::int32_t col = 1; col < grid_.Cols(); ++col) {
+      if (grid_.ColWidth(col) != 0) columns_.push_back(col);
+    }
+  }
+
+  WorkbookLook Look(bool locked) const {
+    WorkbookLook look = formatted_ ? FormattedLook(grid_) : WorkbookLook();
+    look.font = "b mitra";
+    look.font_size = 10;
+    if (locked) look.protection = std::make_unique<SheetProtection>(SheetLock());
+    return look;
+  }
+
+  void Write(WorkbookWriter& book) {
+    LongWork work(report_, grid_.Rows());
+    for (std::int32_t row = 0; row < grid_.Rows(); ++row) {
+      work.Step();
+      if (transposed_ && grid_.RowHeight(row) < 1) continue;
+      book.BeginRow();
+      for (const std::int32_t col : columns_) WriteCell(book, row, col);
+      book.EndRow();
+    }
+    // The formats reach one row further than the cells.
+    if (!formatted_ || grid_.Rows() % WorkbookLimits::kRows == 0) return;
+    book.BeginRow();
+    book.EndRow();
+  }
+
+ private:
+  void WriteCell(WorkbookWriter& book, std::int32_t row, std::int32_t col) {
+    const std::string_view text = money_.Text(grid_, row, col, scratch_);
+    const std::int32_t place = transposed_ ? col + 1 : col;
+    if (formatted_) {
+      book.Text(place, text,
+                row == 0 ? kFirstHeader + AlignmentOf(grid_.ColAlignment(col)) : kBody);
+    } else if (IsSheetNumber(text)) {
+      book.Number(place, text, WorkbookLook::kNoStyle);
+    } else if (!text.empty()) {
+      book.Text(place, text, WorkbookLook::kNoStyle);
+    }
+  }
+
+  ReportContext& report_;
+  const PlainMoney& money_;
+  const Grid& grid_;
+  bool transposed_;
+  bool formatted_;
+  std::vector<std::int32_t> columns_;
+  std::string scratch_;
+};
+
+void CheckWidth(const ReportContext& report, const Grid& grid) {
+  const std::int32_t last = grid.Cols() - (report.state.isTransposedResult ? 0 : 1);
+  if (last <= WorkbookLimits::kColumns) return;
+  throw Error(ErrorNumber::kInvalidCall, "گزارش " + std::to_string(report.state.ReportID) + " با " +
+                                             std::to_string(grid.Cols() - 1) +
+                                             " ستون در برگه اكسل جا نمي گيرد.");
+}
+
+}  // namespace
+
+std::size_t WriteNewWorkbook(ReportContext& report, const PlainMoney& money,
+                             const NewWorkbookOptions& options, std::unique_ptr<OutputFile> out) {
+  Spreadsheet* const spreadsheet = report.process.services.spreadsheet.get();
+  if (spreadsheet == nullptr) {
+    throw Error(ErrorNumber::kInvalidCall, "ساختن فايل اكسل در اين برنامه ممكن نيست.");
+  }
+  CheckWidth(report, report.ActiveGrid());
+  GridIntoSheet rows(report, money, options);
+  const std::unique_ptr<WorkbookWriter> book =
+      spreadsheet->NewWorkbook(std::move(out), rows.Look(options.locked));
+  rows.Write(*book);
+  book->Finish();
+  return book->Sheets();
+}
+
+}  // namespace vorek

@@ -1,0 +1,24 @@
+#ifndef VOREK_EXPORT_TEMPLATE_FILE_H_
+#define VOREK_EXPORT_TEMPLATE_FILE_H_
+
+#include <memory>
+#include <string>
+
+#include "platform/spreadsheet.h"
+#include "state/process.h"
+
+namespace vorek {
+
+// A template that is open, with what the user should know of it.
+struct TemplateFile {
+  std::unique_ptr<TemplateSheet> sheet;
+  std::string note;
+};
+
+// Opens a template by its content, whatever its extension: a workbook of the new format, or one of
+// the old format through the converter. Throws Error, in Persian, naming the file.
+TemplateFile OpenTemplateFile(Process& process, const std::string& path);
+
+}  // namespace vorek
+
+#endif  // VOREK_EXPORT_TEMPLATE_FILE_H_

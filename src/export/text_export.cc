@@ -1,0 +1,153 @@
+#include "export/text_export.h"
+
+#include <memory>
+#include <vector>
+
+#include "export/form_send_to_text_file.h"
+#include "export/long_work.h"
+#include "export/plain_money.h"
+#include "export/text_output.h"
+#include "platform/spreadsheet.h"
+#include "text/character_set.h"
+#include "vorek/error.h"
+
+namespace vorek {
+namespace {
+
+using Kind = TextFileOptions::Kind;
+
+constexpr int kHourglass = 11;
+
+std::vector<std::int32_t> ShownColumns(const Grid& grid) {
+  std::vector<std::int32_t> columns;
+  for (std::int32_t col = 1; col < grid.Cols(); ++col) {
+    if (grid.ColWidth(col) != 0) columns.push_back(col);
+  }
+  return columns;
+}
+
+// One row after the other, cell by cell.
+class RowsAsText {
+ public:
+  RowsAsText(const TextFileOptions& options, OutputFile& out)
+      : options_(options),
+        text_(out, options.kind == Kind::kDelimited ? TextOutput::Encoding::kUtf16
+                                                    : TextOutput::Encoding::kUtf8) {
+    if (options.kind != Kind::kTab) text_.Put("\uFEFF");
+  }
+
+  void Cell(std::string_view text, bool first) {
+    if (options_.kind != Kind::kDelimited && !first) {
+      text_.Put(options_.kind == Kind::kComma ? "," : "\t");
+    }
+    if (NeedsWork(text)) {
+      text_.Put(Worked(text));
+    } else {
+      text_.Put(text);
+    }
+    if (options_.kind == Kind::kDelimited) text_.Put(options_.delimiter);
+  }
+  void LineBreak() { text_.Put("\r\n"); }
+  void End() { text_.Flush(); }
+
+ private:
+  bool NeedsWork(std::string_view text) const {
+    if (text.empty()) return false;
+    return Odd().AnyIn(text) || (options_.guard && IsFormula(text));
+  }
+  const text::CharacterSet& Odd() const {
+    static constexpr text::CharacterSet kLineEnds("\r\n");
+    static constexpr text::CharacterSet kOfComma(",\"\r\n");
+    static constexpr text::CharacterSet kOfTab("\t\r\n");
+    if (options_.kind == Kind::kDelimited) return kLineEnds;
+    return options_.kind == Kind::kComma ? kOfComma : kOfTab;
+  }
+  static bool IsFormula(std::string_view text) {
+    constexpr std::string_view kHeads = "=+-@\t\r";
+    return kHeads.find(text.front()) != std::string_view::npos && !IsSheetNumber(text);
+  }
+  std::string Worked(std::string_view text) const {
+    std::string out;
+    if (options_.guard && IsFormula(text)) out += '\'';
+    for (const char c : text) {
+      if (c == '\r' || c == '\n') continue;
+      if (c == '"' && options_.kind == Kind::kComma) out += '"';
+      out += c == '\t' && options_.kind == Kind::kTab ? ' ' : c;
+    }
+    const bool quoted =
+        options_.kind == Kind::kComma && out.find_first_of(",\"") != std::string::npos;
+    return quoted ? "\"" + out + "\"" : out;
+  }
+
+  const TextFileOptions& options_;
+  TextOutput text_;
+};
+
+void WriteRows(ReportContext& report, const TextFileOptions& options, const PlainMoney* money,
+               RowsAsText& rows) {
+  const Grid& grid = report.ActiveGrid();
+  const std::vector<std::int32_t> columns = ShownColumns(grid);
+  LongWork work(report, grid.Rows());
+  std::string scratch;
+  for (std::int32_t row = options.header ? 0 : 1; row < grid.Rows(); ++row) {
+    bool first = true;
+    for (const std::int32_t col : columns) {
+      rows.Cell(money != nullptr ? money->Text(grid, row, col, scratch)
+                                 : grid.CellView(row, col, scratch),
+                first);
+      first = false;
+    }
+    if (row < grid.Rows() - 1 || options.new_line) rows.LineBreak();
+    work.Step();
+  }
+}
+
+std::string Refusal(ReportContext& report, const std::string& file_name, const Error& error) {
+  return "فايل متني با نام «" + file_name +
+         "» نوشته نشد: " + report.notices.ReasonOf(error.Description());
+}
+
+void WriteNamedFile(ReportContext& report, const TextFileOptions& options,
+                    const std::string& file_name) {
+  Files* const files = report.process.services.files.get();
+  if (files == nullptr) throw Error(ErrorNumber::kPathAccess, "There are no files here.");
+  const std::unique_ptr<OutputFile> out = files->Create(file_name);
+  WriteTextFile(report, options, *out);
+  out->Commit();
+}
+
+}  // namespace
+
+void WriteTextFile(ReportContext& report, const TextFileOptions& options, OutputFile& out) {
+  std::unique_ptr<PlainMoney> money;
+  if (options.remove_money) money = std::make_unique<PlainMoney>(report);
+  RowsAsText rows(options, out);
+  WriteRows(report, options, money.get(), rows);
+  rows.End();
+  if (money != nullptr) money->PutBack();
+}
+
+void ExportTextFile(ReportContext& report) {
+  FormSendToTextFile form(report.process, report.notices);
+  TextFileOptions options;
+  std::string file_name;
+  if (!form.getTextFileName(file_name, options.delimiter, options.new_line, options.header,
+                            options.remove_money)) {
+    return;
+  }
+  Windows& windows = report.process.windows();
+  windows.SetMousePointer(kHourglass);
+  try {
+    WriteNamedFile(report, options, file_name);
+  } catch (const Error& error) {
+    windows.SetMousePointer(0);
+    const bool told =
+        error.Is(ErrorNumber::kCancelled) && windows.TellCancelled("ساختن فايل لغو شد.");
+    if (!told) report.notices.ShowMessage("خطا", Refusal(report, file_name, error));
+    return;
+  }
+  windows.SetMousePointer(0);
+  report.notices.ShowMessage("اطلاع", "فايل متني با نام «" + file_name + "» ذخيره شد.");
+}
+
+}  // namespace vorek

@@ -1,0 +1,25 @@
+#ifndef VOREK_PLATFORM_WORKBOOK_CONVERTER_H_
+#define VOREK_PLATFORM_WORKBOOK_CONVERTER_H_
+
+#include <string>
+
+namespace vorek {
+
+// A workbook of the new format that was made of an old one.
+struct ConvertedWorkbook {
+  std::string bytes;
+  bool charts_lost = false;  // by a converter that knows none
+};
+
+// Turns workbooks of the old binary format into the new one.
+class WorkbookConverter {
+ public:
+  virtual ~WorkbookConverter() = default;
+
+  // Throws Error, in Persian, if it can't be done here.
+  virtual ConvertedWorkbook Convert(const std::string& bytes) = 0;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_PLATFORM_WORKBOOK_CONVERTER_H_

@@ -1,0 +1,189 @@
+#include "export/plain_money.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "export/text_export.h"
+#include "platform/memory_files.h"
+#include "support/random_report.h"
+#include "text/cell_text.h"
+
+namespace vorek {
+namespace {
+
+// The rules read plainly, on copies of all texts.
+class PlainReading {
+ public:
+  explicit PlainReading(ReportContext& report) {
+    const Grid& grid = report.flxMain;
+    for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+      texts_.emplace_back();
+      for (std::int32_t col = 0; col < grid.Cols(); ++col) {
+        texts_.back().push_back(grid.TextMatrix(row, col));
+      }
+    }
+    for (std::int32_t col = 1; col < grid.Cols(); ++col) {
+      const auto field = static_cast<std::size_t>(col) - 1;
+      const bool money = field < report.state.QueryFields.size() &&
+                         IsMoneyField(report.state.QueryFields[field].type);
+      if (money || LooksLikeMoney(grid, col)) replaced_.push_back(static_cast<std::size_t>(col));
+    }
+    for (const std::size_t col : replaced_) {
+      for (std::size_t row = 1; row < texts_.size(); ++row) {
+        texts_[row][col] = UnformatNumber(texts_[row][col]);
+      }
+    }
+  }
+  const std::string& Text(std::int32_t row, std::int32_t col) const {
+    return texts_[static_cast<std::size_t>(row)][static_cast<std::size_t>(col)];
+  }
+  void PutBack() {
+    for (const std::size_t col : replaced_) {
+      for (std::size_t row = 1; row < texts_.size(); ++row) FormatMoney(texts_[row][col]);
+    }
+  }
+
+ private:
+  std::vector<std::vector<std::string>> texts_;
+  std::vector<std::size_t> replaced_;
+};
+
+TEST(PlainMoney, WritesAndPutsBackAsThePlainRulesDo) {
+  for (unsigned seed = 0; seed < 300; ++seed) {
+    RandomReport random(seed);
+    random.Fill(seed % 2 == 1);
+    random.Disturb();
+    random.state.ReportDistributed = "توزيع شده";
+    ReportContext report = random.Context();
+    PlainReading expected(report);
+    PlainMoney money(report);
+    const Grid& grid = random.flxMain;
+    std::string scratch;
+    const auto compare = [&](const char* when, const auto& text) {
+      for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+        for (std::int32_t col = 1; col < grid.Cols(); ++col) {
+          ASSERT_EQ(text(row, col), expected.Text(row, col))
+              << when << ", seed " << seed << ", " << row << "," << col;
+        }
+      }
+    };
+    compare("written", [&](std::int32_t row, std::int32_t col) {
+      return std::string(money.Text(grid, row, col, scratch));
+    });
+    if (seed % 3 == 0) {
+      money.TakeOut();
+      compare("taken out",
+              [&](std::int32_t row, std::int32_t col) { return grid.TextMatrix(row, col); });
+    }
+    money.PutBack();
+    expected.PutBack();
+    compare("put back",
+            [&](std::int32_t row, std::int32_t col) { return grid.TextMatrix(row, col); });
+  }
+}
+
+TEST(LooksLikeMoney, NeedsAWitnessAndNothingAgainst) {
+  struct Case {
+    std::vector<std::string> texts;
+    bool looks;
+  };
+  const Case cases[] = {
+      {{"1/234"}, true},
+      {{"1/234", "12"}, true},
+      {{"1/234", "123"}, true},
+      {{"1/234", "1234"}, false},
+      {{"1/234.5"}, true},
+      {{"1/234.5678", ""}, true},
+      {{".1/234"}, true},    // a point in front cuts nothing
+      {{"(1/234)"}, false},  // the bracket stands where the group ends
+      {{"(1/234)", "5/678"}, true},
+      {{"12", "345"}, false},
+      {{"1404/01/02"}, false},
+      {{"1404/012"}, true},
+      {{"مبلغ/234"}, true},
+      {{"1/234", "متن"}, true},    // three letters
+      {{"1/234", "متنن"}, false},  // four
+      {{}, false},
+  };
+  for (const Case& tried : cases) {
+    Grid grid(nullptr, "grid");
+    grid.SetRows(static_cast<std::int32_t>(tried.texts.size()) + 1);
+    std::string all;
+    for (std::size_t i = 0; i < tried.texts.size(); ++i) {
+      grid.WriteCell(static_cast<std::int32_t>(i) + 1, 1, tried.texts[i]);
+      all += tried.texts[i] + " ";
+    }
+    grid.WriteCell(0, 1, "1234");  // the header is no witness
+    EXPECT_EQ(LooksLikeMoney(grid, 1), tried.looks) << all;
+  }
+}
+
+// The bytes of a small grid's file.
+std::string TextOf(const TextFileOptions& options) {
+  RandomReport random(1);
+  random.state.QueryFields = {{"a", kVarWChar}, {"b", kCurrency}, {"c", kVarWChar}};
+  random.state.ReportDistributed = "توزيع شده";
+  Grid& grid = random.flxMain;
+  grid.Clear();
+  grid.SetRows(3);
+  grid.SetCols(4);
+  const char* const texts[3][4] = {{"رديف", "a", "b", "c"},
+                                   {"1", "x\r\ny\rz\n", "(1/234)", "hid"},
+                                   {"مجموع", "=1,\"2\"\t", "abc", "-5"}};
+  for (std::int32_t row = 0; row < 3; ++row) {
+    for (std::int32_t col = 0; col < 4; ++col) grid.WriteCell(row, col, texts[row][col]);
+  }
+  grid.SetColWidth(3, options.guard ? 1000 : 0);
+  grid.SetRowHeight(2, 0);
+  MemoryFiles files;
+  ReportContext report = random.Context();
+  const auto out = files.Create("f");
+  WriteTextFile(report, options, *out);
+  out->Commit();
+  if (options.remove_money) {
+    EXPECT_EQ(grid.TextMatrix(1, 2), "(1/234)");
+    EXPECT_EQ(grid.TextMatrix(2, 2), "0");
+  }
+  return files.contents["f"];
+}
+
+std::string Utf16(const std::string& ascii) {
+  std::string out;
+  for (const char c : ascii) out += {c, '\0'};
+  return out;
+}
+
+TEST(TextFile, HasTheRowsInEveryKind) {
+  using Kind = TextFileOptions::Kind;
+  EXPECT_EQ(TextOf({.kind = Kind::kDelimited,
+                    .delimiter = ";",
+                    .new_line = false,
+                    .header = false,
+                    .remove_money = true}),
+            "\xFF\xFE" + Utf16("xyz;-1234;\r\n=1,\"2\"\t;abc;"));
+  EXPECT_EQ(TextOf({.kind = Kind::kDelimited, .delimiter = "", .new_line = true, .header = true}),
+            "\xFF\xFE" + Utf16("ab\r\nxyz(1/234)\r\n=1,\"2\"\tabc\r\n"));
+  EXPECT_EQ(TextOf({.kind = Kind::kComma, .guard = true}),
+            "\xEF\xBB\xBF"
+            "a,b,c\r\nxyz,(1/234),hid\r\n\"'=1,\"\"2\"\"\t\",abc,-5\r\n");
+  EXPECT_EQ(TextOf({.kind = Kind::kTab}), "a\tb\r\nxyz\t(1/234)\r\n=1,\"2\" \tabc\r\n");
+}
+
+TEST(TextFile, LettersBeyondTheFirstPlaneBecomePairs) {
+  MemoryFiles files;
+  const auto out = files.Create("f");
+  RandomReport random(1);
+  random.flxMain.Clear();
+  random.flxMain.SetRows(2);
+  random.flxMain.SetCols(2);
+  random.flxMain.WriteCell(1, 1, "ک🙂\xFF");
+  ReportContext report = random.Context();
+  WriteTextFile(report, {.delimiter = "", .new_line = false, .header = false}, *out);
+  out->Commit();
+  EXPECT_EQ(files.contents["f"], std::string("\xFF\xFE\xA9\x06\x3D\xD8\x42\xDE\xFD\xFF"));
+}
+
+}  // namespace
+}  // namespace vorek
