@@ -84,6 +84,28 @@ TEST(PlainMoney, WritesAndPutsBackAsThePlainRulesDo) {
   }
 }
 
+// Brackets keep 15 digits: what is written, and what shows afterwards, is that.
+TEST(PlainMoney, PutsLongBracketedAmountsBackAsTheyWereWritten) {
+  RandomReport random(1);
+  random.database->Answer("rows", MakeResult({{"مبلغ", kCurrency}},
+                                             {{"-12345678901234.5678"}, {"-0.5"}, {std::nullopt}}));
+  random.Bind();
+  random.flxMain.ReformColumn(1, CellForm::kMoney);
+  random.state.ReportDistributed = "توزيع شده";
+  ReportContext report = random.Context();
+  const Grid& grid = random.flxMain;
+  EXPECT_EQ(grid.TextMatrix(1, 1), "(12/345/678/901/234.5678)");
+  PlainMoney money(report);
+  std::string scratch;
+  EXPECT_EQ(money.Text(grid, 1, 1, scratch), "-12345678901234.6");
+  EXPECT_EQ(money.Text(grid, 2, 1, scratch), "0.5");
+  EXPECT_EQ(money.Text(grid, 3, 1, scratch), "");
+  money.PutBack();
+  EXPECT_EQ(grid.TextMatrix(1, 1), "(12/345/678/901/234.6)");
+  EXPECT_EQ(grid.TextMatrix(2, 1), "0.5");
+  EXPECT_EQ(grid.TextMatrix(3, 1), "");
+}
+
 TEST(LooksLikeMoney, NeedsAWitnessAndNothingAgainst) {
   struct Case {
     std::vector<std::string> texts;

@@ -148,6 +148,13 @@ TEST_F(FillTest, MarkersInOneCellAndBeyondTheGrid) {
           {{4, 5}, "#4"}});
 }
 
+TEST_F(FillTest, LongMarkersComeBeforeTheirHeads) {
+  random_.flxMain.SetCols(22);
+  random_.flxMain.WriteCell(1, 20, "twenty");
+  Fill({{{1, 1}, "#2"}, {{1, 2}, "#21, #2"}});
+  Expect({{{2, 2}, "twenty, الف"}});
+}
+
 TEST_F(FillTest, TheScanLooksAtFiveRowsWithoutAMarker) {
   Fill({{{1, 1}, "^-1"}, {{6, 1}, "#2"}});
   Expect({{{1, 1}, "علي"}, {{6, 1}, "نام"}, {{7, 1}, "الف"}});
@@ -157,6 +164,8 @@ TEST_F(FillTest, TheScanLooksAtFiveRowsWithoutAMarker) {
   Expect({{{6, 1}, "#2"}});
   Fill({{{2, 1}, "#2"}, {{5, 1}, "^125"}});  // the scan goes on behind the block
   Expect({{{2, 1}, "نام"}, {{8, 1}, "تهران"}});
+  Fill({{{2, 1}, "#2"}, {{3, 1}, "^125"}});  // right behind it too
+  Expect({{{6, 1}, "تهران"}});
   Fill({{{2, 1}, "#2"}, {{3, 2}, "x"}, {{4, 1}, "#3"}});  // the rows are used up by then
   Expect({{{5, 1}, "پ"}, {{7, 1}, "#3"}});
 }
