@@ -25,8 +25,8 @@ bool IsSummaryRow(const Grid& grid, std::int32_t row);
 // alone.
 std::int32_t TrailingSummaryRows(const Grid& grid);
 
-// Takes every sum row out of the grid; gives the texts of the last of them from column 0 on, none if
-// there was none.
+// Takes every sum row out of the grid; gives the texts of the last of them from column 0 on, none
+// if there was none.
 std::vector<std::string> TakeSumRowsOut(Grid& grid);
 
 // Puts a sum row with these texts at the end, as the current row.

@@ -49,9 +49,8 @@ class ComboBoxView : public ControlView {
     Combo().setEditable(true);
     Combo().setInsertPolicy(QComboBox::NoInsert);
     Combo().setCompleter(nullptr);
-    connect(Combo().lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
-      Feed([&] { box_.Type(text.toStdString()); });
-    });
+    connect(Combo().lineEdit(), &QLineEdit::textEdited, this,
+            [this](const QString& text) { Feed([&] { box_.Type(text.toStdString()); }); });
   }
 
   void Set(std::string_view property) override {
