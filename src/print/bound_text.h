@@ -3,8 +3,8 @@
 
 #include <cstddef>
 #include <map>
-#include <utility>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/result_set.h"

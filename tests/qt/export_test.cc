@@ -52,6 +52,14 @@ class ExportTest : public testing::Test {
         QString::fromStdString("Provider=VorekSQLite;Data Source=" + SampleFile()));
     EXPECT_TRUE(widget->View(201));
   }
+  // What is told of a workbook stays open until it is read.
+  ~ExportTest() override {
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == "finishedWorkbook") window->close();
+    }
+    widget.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
   ReportControl& Control() { return widget->Report().Impl(); }
   QStringList Made() const { return QDir(folder.path()).entryList({"*.xlsx"}); }
 

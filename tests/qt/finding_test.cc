@@ -60,7 +60,7 @@ TEST_F(FindingTest, AMenuSaysWhatCantBeDoneYet) {
   GridArea* const area = Open(102);
   const auto popup = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
   When(popup, [](QMenu* menu) {
-    const auto* const action = menu->findChild<QAction*>("mnuSendToTextFile");
+    const auto* const action = menu->findChild<QAction*>("mnuSendToAccess");
     EXPECT_FALSE(action->isEnabled());
     EXPECT_EQ(action->toolTip(), "اين امکان هنوز آماده نشده است.");
     EXPECT_TRUE(menu->toolTipsVisible());

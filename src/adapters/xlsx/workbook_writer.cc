@@ -25,11 +25,12 @@ double FileWidth(double characters) {
 
 StreamedWorkbook::StreamedWorkbook(std::unique_ptr<OutputFile> out, WorkbookLook look)
     : out_(std::move(out)), look_(std::move(look)), zip_(*out_) {
-  for (std::size_t style = 0; style < look_.styles.size(); ++style) {
-    style_words_.push_back(" s=\"" + std::to_string(style + 1) + "\"");
+  for (std::size_t style = 1; style <= look_.styles.size(); ++style) {
+    words_.push_back(WordsFor(" s=\"" + std::to_string(style) + "\""));
   }
+  words_.push_back(WordsFor(""));
   if (look_.row_style != WorkbookLook::kNoStyle) {
-    row_words_ = style_words_[look_.row_style] + " customFormat=\"1\"";
+    row_words_ = " s=\"" + std::to_string(look_.row_style + 1) + "\" customFormat=\"1\"";
   }
   buffer_.reserve(kFull * 2);
   BeginSheet();
@@ -108,35 +109,43 @@ void StreamedWorkbook::Check(std::int32_t column, std::string_view text) const {
   }
 }
 
-void StreamedWorkbook::BeginCell(std::int32_t column, std::size_t style) {
-  const auto index = static_cast<std::size_t>(column);
-  while (column_names_.size() <= index) {
-    std::string name;
-    AppendColumnName(static_cast<std::int32_t>(column_names_.size()), name);
-    column_names_.push_back(std::move(name));
+StreamedWorkbook::Words StreamedWorkbook::WordsFor(const std::string& style) {
+  const std::string text = "\"" + style + " t=\"inlineStr\"><is><t";
+  return {"\"" + style + "/>", "\"" + style + "><v>", text + ">",
+          text + " xml:space=\"preserve\">"};
+}
+
+void StreamedWorkbook::AddHeads(std::size_t column) {
+  while (heads_.size() <= column) {
+    std::string head = "<c r=\"";
+    AppendColumnName(static_cast<std::int32_t>(heads_.size()), head);
+    heads_.push_back(std::move(head));
   }
-  buffer_.append("<c r=\"").append(column_names_[index]).append(row_text_).append("\"");
-  if (style != WorkbookLook::kNoStyle) buffer_ += style_words_[style];
+}
+
+void StreamedWorkbook::BeginCell(std::int32_t column, const std::string& words) {
+  const auto index = static_cast<std::size_t>(column);
+  if (index >= heads_.size()) AddHeads(index);
+  buffer_.append(heads_[index]).append(row_text_).append(words);
 }
 
 void StreamedWorkbook::Text(std::int32_t column, std::string_view text, std::size_t style) {
   Check(column, text);
-  BeginCell(column, style);
+  const Words& words = WordsOf(style);
   if (text.empty()) {
-    buffer_ += "/>";
+    BeginCell(column, words.empty);
     return;
   }
   const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\n'; };
-  const bool edges = blank(text.front()) || blank(text.back());
-  buffer_ += edges ? " t=\"inlineStr\"><is><t xml:space=\"preserve\">" : " t=\"inlineStr\"><is><t>";
+  BeginCell(column, blank(text.front()) || blank(text.back()) ? words.blanks : words.text);
   AppendSheetText(text, buffer_);
   buffer_ += "</t></is></c>";
 }
 
 void StreamedWorkbook::Number(std::int32_t column, std::string_view number, std::size_t style) {
   Check(column, number);
-  BeginCell(column, style);
-  buffer_.append("><v>").append(number).append("</v></c>");
+  BeginCell(column, WordsOf(style).number);
+  buffer_.append(number).append("</v></c>");
 }
 
 void StreamedWorkbook::Finish() {

@@ -23,20 +23,33 @@ class StreamedWorkbook : public WorkbookWriter {
   std::size_t Sheets() const override { return sheets_; }
 
  private:
+  // What a cell is written of behind its row's number, in as few pieces as can be.
+  struct Words {
+    std::string empty;   // '" s="2"/>'
+    std::string number;  // '" s="2"><v>'
+    std::string text;    // '" s="2" t="inlineStr"><is><t>'
+    std::string blanks;  // the same for a text with blanks at its ends
+  };
+
   void BeginSheet();
   void EndSheet();
   void AddColumns();
-  void BeginCell(std::int32_t column, std::size_t style);
+  static Words WordsFor(const std::string& style);
+  const Words& WordsOf(std::size_t style) const {
+    return style == WorkbookLook::kNoStyle ? words_.back() : words_[style];
+  }
+  void AddHeads(std::size_t column);
+  void BeginCell(std::int32_t column, const std::string& words);
   void Check(std::int32_t column, std::string_view text) const;
   std::string PlaceOf(std::int32_t column) const;
 
   std::unique_ptr<OutputFile> out_;
   WorkbookLook look_;
   ZipWriter zip_;
-  std::vector<std::string> column_names_;  // by column, 0 unused
-  std::vector<std::string> style_words_;   // ' s="2"' by style
-  std::string row_words_;                  // behind a row's number
-  std::string row_text_;                   // the row's number
+  std::vector<std::string> heads_;  // '<c r="B' by column, 0 unused
+  std::vector<Words> words_;        // by style, the last one for none
+  std::string row_words_;           // behind a row's number
+  std::string row_text_;            // the row's number
   std::string buffer_;
   std::int32_t row_ = 0;  // of the sheet
   std::size_t sheets_ = 0;
