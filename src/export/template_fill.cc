@@ -100,7 +100,8 @@ class TemplateFill {
 
   // Puts the parameters of a row. The column in which it turns out to be a detail row, else 0.
   std::int32_t ScanRow(std::int32_t row, bool& marked) {
-    for (std::int32_t column = 1; column <= scan_width_; ++column) {
+    const std::int32_t last = std::min(scan_width_, sheet_.LastColumn(row));
+    for (std::int32_t column = 1; column <= last; ++column) {
       const std::string text = sheet_.Text(row, column);
       if (text.empty()) continue;
       if (text.front() == '#') return column;
@@ -130,7 +131,8 @@ class TemplateFill {
   }
 
   void FillFirstRow(std::int32_t row) {
-    for (std::int32_t column = 1; column <= scan_width_; ++column) {
+    const std::int32_t last = std::min(scan_width_, sheet_.LastColumn(row));
+    for (std::int32_t column = 1; column <= last; ++column) {
       const std::string text = sheet_.Text(row, column);
       std::string filled = PutMarkers(text, column);
       if (filled != text) sheet_.SetText(row, column, filled);
@@ -156,12 +158,31 @@ class TemplateFill {
         const std::string marker = "#" + std::to_string(number);
         const std::string value(money_.Text(grid_, current_, number - 1, scratch_));
         const bool here = text.compare(at, marker.size(), marker) == 0;
-        text = text::Replace(text, marker, value);
+        text = Put(text, marker, value);
         if (here) next = at + value.size();
       }
       at = text.find('#', next);
     }
     return text;
+  }
+
+  // The value in place of each marker, unless that makes far more of it than a cell holds: a text
+  // full of markers must not take all memory.
+  static std::string Put(const std::string& text, const std::string& marker,
+                         std::string_view value) {
+    constexpr std::size_t kMost = 4 * WorkbookLimits::kCharacters;  // bytes of a full cell
+    if (text.size() / marker.size() * value.size() > kMost) {
+      std::size_t count = 0;
+      for (std::size_t at = text.find(marker); at != std::string::npos;
+           at = text.find(marker, at + marker.size())) {
+        ++count;
+      }
+      if (count * value.size() > kMost) {
+        throw Error(ErrorNumber::kInvalidCall,
+                    "متن يك خانه الگو با مقدار نشانه " + marker + " از اندازه خانه بيشتر مي شود.");
+      }
+    }
+    return text::Replace(text, marker, value);
   }
 
   void Note(std::int32_t grid_column, std::int32_t column) {
@@ -206,9 +227,8 @@ class TemplateFill {
     const std::string text = sheet_.Text(row, placed.column);
     const std::string marker = "#" + std::to_string(placed.grid_column + 1);
     if (!text::Contains(text, marker)) return;
-    sheet_.SetText(
-        row, placed.column,
-        text::Replace(text, marker, money_.Text(grid_, current_, placed.grid_column, scratch_)));
+    sheet_.SetText(row, placed.column,
+                   Put(text, marker, money_.Text(grid_, current_, placed.grid_column, scratch_)));
   }
 
   ReportContext& report_;

@@ -100,6 +100,9 @@ class TemplateSheet {
  public:
   virtual ~TemplateSheet() = default;
 
+  // The last column of the row in which a cell exists, 0 for none: nothing stands behind it.
+  virtual std::int32_t LastColumn(std::int32_t row) const = 0;
+
   // What the cell shows, as far as no number format is needed for it, and what it holds; the same
   // but for formulas, whose text begins with "=".
   virtual std::string Text(std::int32_t row, std::int32_t column) const = 0;

@@ -186,6 +186,24 @@ TEST_F(FillTest, AMarkerOfAParameterIsTakenForOne) {
   Expect({{{1, 1}, "نام"}, {{2, 1}, "الف"}, {{5, 1}, "end"}});
 }
 
+TEST_F(FillTest, ATextFullOfMarkersDoesntTakeAllMemory) {
+  std::string value;
+  for (int i = 0; i < 20000; ++i) value += "#4";
+  random_.flxMain.WriteCell(0, 1, value);
+  std::string markers;
+  for (int i = 0; i < 15000; ++i) markers += "#2";
+  EXPECT_THROW(Fill({{{1, 1}, markers}}), Error);
+}
+
+// Every row holds a marker, and the grid is as wide as a sheet.
+TEST_F(FillTest, ManyMarkersTakeSeconds) {
+  random_.flxMain.SetCols(16000);
+  Cells cells;
+  for (int row = 1; row <= 100000; ++row) cells[{row, 1}] = "^125";
+  Fill(cells);
+  Expect({{{1, 1}, "تهران"}, {{100000, 1}, "تهران"}});
+}
+
 TEST_F(FillTest, WhatIsNoTemplateIsRefusedByItsName) {
   files_->contents["t.xls"] = "text";
   ReportContext report = random_.Context();

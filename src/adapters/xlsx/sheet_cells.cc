@@ -173,6 +173,12 @@ const SheetCell* SheetCells::Find(std::int32_t row, std::int32_t column) const {
   return found != cells.end() && found->column == column ? &*found : nullptr;
 }
 
+std::int32_t SheetCells::LastColumn(std::int32_t row) const {
+  const std::size_t index = IndexOf(row);
+  const bool there = index < rows_.size() && rows_[index].number == row;
+  return !there || rows_[index].cells.empty() ? 0 : rows_[index].cells.back().column;
+}
+
 SheetCell& SheetCells::At(std::int32_t row, std::int32_t column) {
   const std::size_t index = IndexOf(row);
   if (index >= rows_.size() || rows_[index].number != row) {

@@ -62,6 +62,7 @@ class SheetCells {
   // References to the named sheet follow the move; `own` says that it is this sheet itself.
   void MoveFormulas(const RowMove& move, std::string_view sheet, bool own);
   bool HasFormulas() const { return formulas_.size() > 1; }
+  std::int32_t LastColumn(std::int32_t row) const;  // 0 for a row without cells
   std::int32_t LastRow() const { return rows_.empty() ? 0 : rows_.back().number; }
 
   // Writes the element piece by piece; names get the prefix.

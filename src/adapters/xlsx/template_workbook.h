@@ -19,6 +19,7 @@ class TemplateWorkbook : public TemplateSheet {
  public:
   TemplateWorkbook(std::string bytes, const std::string& name);
 
+  std::int32_t LastColumn(std::int32_t row) const override { return cells_->LastColumn(row); }
   std::string Text(std::int32_t row, std::int32_t column) const override;
   std::string Formula(std::int32_t row, std::int32_t column) const override;
   void SetText(std::int32_t row, std::int32_t column, const std::string& text) override;
