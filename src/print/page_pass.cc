@@ -24,6 +24,7 @@ void PagePass::Run() {
   for (next_row_ = 0; next_row_ < rows; ++next_row_) {
     const std::size_t level = FirstBegunLevel(next_row_);
     if (level < levels && next_row_ > 0) PutFooters(level, next_row_ - 1);
+    row_ = next_row_;
     if (level < levels) PutHeaders(level, next_row_);
     MakeRoom(detail_.height);
     Put(&detail_, next_row_);
@@ -55,10 +56,10 @@ void PagePass::StartPage() {
   document_.pages_.push_back({{}, next_row_, next_row_});
   top_ = 0;
   if (document_.pages_.size() == 1) Put(template_.Find(BandKind::kReportHeader), 0);
-  Put(template_.Find(BandKind::kPageHeader), next_row_);
+  Put(template_.Find(BandKind::kPageHeader), row_);
   for (std::size_t level = 0; level < open_levels_; ++level) {
     const Band* const header = GroupBand(BandKind::kGroupHeader, level);
-    if (header != nullptr && header->repeat) Put(header, next_row_, level);
+    if (header != nullptr && header->repeat) Put(header, row_, level);
   }
   // Behind a report's header, which stands on the first page alone, a new page may have more room.
   const bool headed =

@@ -39,6 +39,7 @@ class PagePass {
   double top_ = 0;          // where the next band goes
   double content_top_ = 0;  // behind the bands that stand on each page
   std::size_t next_row_ = 0;
+  std::size_t row_ = 0;  // whose groups are open: the last one printed while their footers are put
   std::size_t open_levels_ = 0;               // groups that are begun, from the outermost on
   std::vector<std::uint32_t> current_group_;  // of each level
 };

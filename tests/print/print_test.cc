@@ -245,10 +245,20 @@ TEST(PrintDocumentTest, LosesNoRowOnRandomPages) {
     const PrintDocument document(layout, Rows(rows));
     std::string printed, expected;
     std::int64_t groups = 0;
-    std::string last;
+    std::string last, heading;
+    std::size_t next = 0;
     for (std::size_t page = 0; page < document.PageCount(); ++page) {
       for (const DrawnItem& drawn : document.Page(page)) {
-        if (drawn.text.starts_with("R")) printed += drawn.text;
+        if (drawn.text.starts_with("A")) heading = drawn.text;
+        const bool row = drawn.text.starts_with("R");
+        if (row) printed += drawn.text;
+        // What stands below a heading is of its group, the sum at its end too.
+        if (row) {
+          ASSERT_EQ(heading, "A" + *rows.at(next++)[1]);
+        }
+        if (drawn.item->over == SumOver::kGroup) {
+          ASSERT_EQ(heading, "A" + *rows.at(next - 1)[1]);
+        }
         if (drawn.item->kind == ItemKind::kSum) {
           if (drawn.item->over == SumOver::kGroup) groups += std::stoll(drawn.text);
           last = drawn.text;
