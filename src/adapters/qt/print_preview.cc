@@ -206,6 +206,7 @@ QWidget* PrintPreview::MakeBar() {
   row->addWidget(page_);
   row->addWidget(told_);
   row->addStretch(1);
+  search_->setObjectName("search");
   search_->setPlaceholderText("جستجو در صفحه ها");
   search_->setClearButtonEnabled(true);
   connect(search_, &QLineEdit::returnPressed, this, [this] { Search(); });
