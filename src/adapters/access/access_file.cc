@@ -1,10 +1,11 @@
+#include "platform/access_file.h"
+
 #include <algorithm>
 #include <optional>
 #include <utility>
 
 #include "adapters/access/jet_append.h"
 #include "adapters/access/schema.h"
-#include "platform/access_file.h"
 #include "platform/files.h"
 #include "text/number.h"
 #include "text/utf8.h"
@@ -67,9 +68,9 @@ class Target {
   std::string name_;
   jet::TableProperties properties_;
   jet::Appender rows_;
-  std::vector<std::string> names_;      // of the last row
-  std::vector<std::size_t> filled_;     // the column of each
-  std::vector<jet::Value> unfilled_;    // what the other columns get
+  std::vector<std::string> names_;    // of the last row
+  std::vector<std::size_t> filled_;   // the column of each
+  std::vector<jet::Value> unfilled_;  // what the other columns get
 };
 
 const jet::FieldProperties& Target::PropertiesOf(const jet::Column& column) const {
@@ -124,8 +125,7 @@ jet::Value Target::ValueOf(std::size_t column, const std::string& value) const {
   return jet::FromText(field, text);
 }
 
-void Target::Insert(const std::vector<std::string>& names,
-                    const std::vector<std::string>& values) {
+void Target::Insert(const std::vector<std::string>& names, const std::vector<std::string>& values) {
   if (names.size() != values.size()) Refuse("تعداد فيلدها و مقدارها برابر نيست.");
   if (names != names_) Resolve(names);
   std::vector<jet::Value> row = unfilled_;

@@ -94,10 +94,10 @@ void Appender::Append(std::vector<Value> values) {
   for (const IndexBuilder& index : indexes_) {
     const auto key = KeyOf(index, values);
     if (key ? index.Takes(*key) : index.TakesNull()) continue;
-    throw Error(ErrorNumber::kInvalidCall,
-                key ? "مقدار " + std::to_string(*key) + " در فيلد " + index.Of().name +
-                          " تکراري است."
-                    : "فيلد " + index.Of().name + " نمي تواند خالي باشد.");
+    throw Error(
+        ErrorNumber::kInvalidCall,
+        key ? "مقدار " + std::to_string(*key) + " در فيلد " + index.Of().name + " تکراري است."
+            : "فيلد " + index.Of().name + " نمي تواند خالي باشد.");
   }
   const RowPlace place = Put(row);
   ++rows_;

@@ -93,8 +93,7 @@ JetFile::Span JetFile::Row(RowPlace place) const {
   if (Get8(place.page, 0) != kData || place.row >= Get16(place.page, 12)) Damaged();
   const std::size_t slot = 14 + 2 * static_cast<std::size_t>(place.row);
   const std::size_t at = Get16(place.page, slot) & 0x1fffU;
-  const std::size_t end =
-      place.row == 0 ? kPageSize : Get16(place.page, slot - 2) & 0x1fffU;
+  const std::size_t end = place.row == 0 ? kPageSize : Get16(place.page, slot - 2) & 0x1fffU;
   if (end > kPageSize || at > end) Damaged();
   return {place.page, at, end - at};
 }

@@ -118,9 +118,10 @@ IndexBuilder::IndexBuilder(const Table& table, const Index& index, const std::st
       column_(table.ByNumber(index.keys.empty() ? std::uint16_t{0} : index.keys[0].column)) {
   const bool plain = index.keys.size() == 1 && index.keys[0].ascending;
   if (plain && column_.type == kLong && column_.fixed && column_.size == 4) return;
-  throw Error(ErrorNumber::kInvalidCall,
-              "جدول " + table_name +
-                  " ايندکسي دارد که نوشته نمي شود؛ تنها ايندکس روي يک فيلد عدد صحيح بلند پذيرفته است.");
+  throw Error(
+      ErrorNumber::kInvalidCall,
+      "جدول " + table_name +
+          " ايندکسي دارد که نوشته نمي شود؛ تنها ايندکس روي يک فيلد عدد صحيح بلند پذيرفته است.");
 }
 
 void IndexBuilder::Add(std::int32_t key, RowPlace place) {

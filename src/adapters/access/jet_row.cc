@@ -38,7 +38,8 @@ std::int64_t Whole(const Column& column, std::string_view number, std::int64_t l
   return static_cast<std::int64_t>(value);
 }
 
-// The number's digits as a whole count of 10 to the power of -scale, halves to even; its sign apart.
+// The number's digits as a whole count of 10 to the power of -scale, halves to even; its sign
+// apart.
 struct Scaled {
   bool negative = false;
   std::uint64_t units = 0;
@@ -58,10 +59,11 @@ Scaled ToScaled(const Column& column, std::string_view number, std::size_t scale
   if (digits.find_first_not_of("0123456789.") != std::string::npos) TooLarge(column);
   const std::size_t point = std::min(digits.find('.'), digits.size());
   std::string decimals = point < digits.size() ? digits.substr(point + 1) : "";
-  for (const char c : digits.substr(0, point)) AddDigit(column, scaled, c - '0');
+  for (const char c : digits.substr(0, point))
+    AddDigit(column, scaled, static_cast<std::uint64_t>(c - '0'));
   const std::string rest = decimals.size() > scale ? decimals.substr(scale) : "";
   decimals.resize(scale, '0');
-  for (const char c : decimals) AddDigit(column, scaled, c - '0');
+  for (const char c : decimals) AddDigit(column, scaled, static_cast<std::uint64_t>(c - '0'));
   const std::string half = "5" + std::string(rest.empty() ? 0 : rest.size() - 1, '0');
   if (!rest.empty() && (rest > half || (rest == half && scaled.units % 2 == 1))) ++scaled.units;
   return scaled;

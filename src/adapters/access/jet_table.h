@@ -31,7 +31,7 @@ struct Column {
   std::uint16_t number = 0;    // its bit in a row's null mask
   std::uint16_t variable = 0;  // its place among the variable columns
   std::uint16_t ordinal = 0;
-  std::uint8_t scale = 0;      // of a numeric
+  std::uint8_t scale = 0;  // of a numeric
   std::uint8_t precision = 0;
   bool fixed = false;
   bool autonumber = false;
@@ -47,7 +47,7 @@ struct Index {
     bool ascending;
   };
   std::vector<Key> keys;
-  RowPlace pages;          // the map of its pages
+  RowPlace pages;  // the map of its pages
   std::uint32_t root = 0;
   bool unique = false;
   bool ignores_nulls = false;
