@@ -226,11 +226,32 @@ struct IndexWalk {
 
 }  // namespace
 
+namespace {
+
+// What a map of free pages says of a page; one that it doesn't reach is free.
+bool IsFree(const jet::JetFile& file, std::uint32_t page) {
+  constexpr std::uint32_t kBits = (kPage - 4) * 8;
+  const jet::JetFile::Span row = file.Row({kFree, 0});
+  const auto bit = [&](std::uint32_t in, std::size_t at, std::uint32_t number) {
+    return (file.Get8(in, at + number / 8) >> (number % 8) & 1) != 0;
+  };
+  if (file.Get8(row.page, row.at) == 0) {
+    return page >= (row.size - 5) * 8 || bit(row.page, row.at + 5, page);
+  }
+  const std::uint32_t map = file.Get32(row.page, row.at + 1 + 4 * (page / kBits));
+  return map == 0 || bit(map, 4, page % kBits);
+}
+
+}  // namespace
+
 std::string WhatIsWrong(const std::string& bytes) {
   jet::JetFile file(bytes);
+  for (std::uint32_t page = 0; page < file.Pages(); ++page) {
+    if (IsFree(file, page)) return "a page in use that counts as free";
+  }
   const jet::Table table(file, kTablePage);
   std::vector<std::uint32_t> owned = {0, kFree, kObjects, kMaps, kCatalogue, kTablePage};
-  std::vector<jet::RowPlace> maps = {table.Owned(), {kFree, 0}};
+  std::vector<jet::RowPlace> maps = {table.Owned(), table.WithRoom(), {kFree, 0}};
   std::set<std::string> places;
   std::size_t rows = 0;
   const std::vector<std::uint32_t> data = file.PagesIn(table.Owned());
