@@ -14,6 +14,9 @@
 #include "text/persian_date.h"
 #include "text/utf8.h"
 #include "vorek/qt.h"
+#ifdef VOREK_WITH_ACCESS
+#include "vorek/access.h"
+#endif
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
 #include "vorek/xml.h"
@@ -76,6 +79,9 @@ WorldOptions Session::Services() {
   options.documents = std::make_shared<DeskDocuments>(MachineDocuments());
   AddQtServices(options);
   AddSystemServices(options);
+#ifdef VOREK_WITH_ACCESS
+  options.access_file = JetAccessFiles(options.files);
+#endif
   options.print_jobs = PrintsThroughTemplates(options, PugiXmlReader(), PrintPreviews());
   return options;
 }

@@ -2,6 +2,9 @@
 
 #include "adapters/system/database_option.h"
 #include "vorek/odbc.h"
+#ifdef VOREK_WITH_ACCESS
+#include "vorek/access.h"
+#endif
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
 #ifdef VOREK_WITH_XLSX
@@ -38,6 +41,9 @@ WorldOptions ConsoleWorld() {
   options.spreadsheet = XlsxSpreadsheet();
 #endif
   AddSystemServices(options);
+#ifdef VOREK_WITH_ACCESS
+  options.access_file = JetAccessFiles(options.files);
+#endif
   return options;
 }
 

@@ -9,6 +9,7 @@ namespace vorek {
 
 class AttachmentManager;
 class Clipboard;
+class AccessFile;
 class Clock;
 class Components;
 class DatabaseProvider;
@@ -50,6 +51,7 @@ struct WorldOptions {
   std::shared_ptr<Clipboard> clipboard = {};
   std::shared_ptr<TemporaryFiles> temporary_files = {};  // for copies of stored templates
   std::shared_ptr<AttachmentManager> attachments = {};   // the host's, behind cmdMedia
+  std::shared_ptr<AccessFile> access_file = {};          // see access.h
 };
 
 // The state that controls share: the connection, the user, the column layouts. The last View of any

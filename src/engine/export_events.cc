@@ -1,6 +1,7 @@
 #include "engine/export_events.h"
 
 #include "engine/attempt.h"
+#include "export/access_export.h"
 #include "export/excel_export.h"
 #include "export/text_export.h"
 
@@ -18,6 +19,11 @@ void mnuSendToOfficeExcel_Click(ReportControl& control) {
 void mnuSendToOfficeExcellFast_Click(ReportControl& control) {
   ReportContext report = control.Context();
   ExportExcelFast(report);
+}
+
+void mnuSendToAccess_Click(ReportControl& control) {
+  ReportContext report = control.Context();
+  ExportAccess(report);
 }
 
 void ExportExcel(ReportControl& control, std::int32_t report_id) {

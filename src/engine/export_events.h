@@ -11,6 +11,7 @@ namespace vorek {
 void mnuSendToTextFile_Click(ReportControl& control);
 void mnuSendToOfficeExcel_Click(ReportControl& control);
 void mnuSendToOfficeExcellFast_Click(ReportControl& control);
+void mnuSendToAccess_Click(ReportControl& control);
 
 // ExportExcel (export/excel_export.h), whose failure is told to the user.
 void ExportExcel(ReportControl& control, std::int32_t report_id);

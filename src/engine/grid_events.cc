@@ -37,6 +37,7 @@ void ConnectMenus(ReportControl& control) {
   menu.mnuSendToOfficeExcellFast.on_click = [&control] {
     mnuSendToOfficeExcellFast_Click(control);
   };
+  menu.mnuSendToAccess.on_click = [&control] { mnuSendToAccess_Click(control); };
   LeadTo(menu.mnuSum, control, mnuSum_Click);
   LeadTo(menu.mnuavg, control, mnuAvg_Click);
   LeadTo(control.FlexPopupMenu2.mnuDelete, control, mnuDelete_Click);

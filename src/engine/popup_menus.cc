@@ -5,14 +5,6 @@
 #include "totals/group_reports.h"
 
 namespace vorek {
-namespace {
-
-void Postpone(Menu& entry) {
-  entry.SetEnabled(false);
-  entry.SetToolTipText("اين امکان هنوز آماده نشده است.");
-}
-
-}  // namespace
 
 HeaderMenu::HeaderMenu(Control* parent, std::string name) : Menu(parent, std::move(name)) {
   const std::pair<Menu*, const char*> captions[] = {
@@ -31,7 +23,6 @@ HeaderMenu::HeaderMenu(Control* parent, std::string name) : Menu(parent, std::mo
       {&mnuGroupBy, "سرجمع"},
       {&mnuHybrid, "ترکيبي"}};
   for (const auto& [entry, caption] : captions) entry->SetCaption(caption);
-  Postpone(mnuSendToAccess);
 }
 
 void HeaderMenu::OfferShapes(std::int32_t report_id) {

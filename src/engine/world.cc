@@ -22,7 +22,7 @@ Services ServicesFrom(WorldOptions options) {
           std::move(options.print_jobs),    std::move(options.spreadsheet),
           std::move(options.converter),     std::move(options.documents),
           std::move(options.clipboard),     std::move(options.temporary_files),
-          std::move(options.attachments)};
+          std::move(options.attachments),   std::move(options.access_file)};
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "state/column_layout.h"
+#include "state/column_mapping.h"
 
 namespace vorek {
 
@@ -38,6 +39,7 @@ struct MainModule {
   ColumnLayoutTable TransposeLayouts;  // of flxTranspose
   std::vector<CachedReport> ReportCache;
   std::vector<ParameterValue> ParameterValues;
+  ColumnMappingTable ColumnMapping;  // of the last dialog for an Access file
   std::int32_t LastAskReportID = -1;
   std::string DialogPath;
   std::int32_t ConfirmAnswer = 0;  // 1 yes, 2 no, 0 closed: left by the last question

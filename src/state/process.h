@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "catalog/data_session.h"
+#include "platform/access_file.h"
 #include "platform/attachment_manager.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
@@ -42,6 +43,7 @@ struct Services {
   std::shared_ptr<Clipboard> clipboard = {};
   std::shared_ptr<TemporaryFiles> temporary_files = {};
   std::shared_ptr<AttachmentManager> attachments = {};
+  std::shared_ptr<AccessFile> access_file = {};
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two

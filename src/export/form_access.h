@@ -1,0 +1,55 @@
+#ifndef VOREK_EXPORT_FORM_ACCESS_H_
+#define VOREK_EXPORT_FORM_ACCESS_H_
+
+#include <string>
+
+#include "grid/grid.h"
+#include "state/notices.h"
+#include "state/process.h"
+#include "widgets/form.h"
+
+namespace vorek {
+
+// Asks for an Access file and a table of it, and shows which report column goes into which field:
+// the fields' descriptions say so.
+class FormAccess : public Form {
+ public:
+  FormAccess(Process& process, Notices& notices);
+
+  void CloseBox() override { Close(false); }
+
+  // Modal. True if the user accepted; ColumnMapping is then filled.
+  bool getAccessFileTemplate(std::string& fileName, std::string& tableName);
+
+  // What can't be read leaves the list or the cells empty.
+  void ListAccessTables(const std::string& fileName);
+  void ShowAccessFields(const std::string& fileName, const std::string& tableName);
+
+  Label lblHelp{this, "lblHelp"};
+  Button cmdSave{this, "cmdSave"};
+  TextBox txtSaveFileName{this, "txtSaveFileName"};
+  ComboBox cmbTables{this, "cmbTables"};
+  Button cmdRefresh{this, "cmdRefresh"};
+  Grid flxColumn{this, "flxColumn"};
+  Button cmdOk{this, "cmdOk"};
+  Button cmdCancel{this, "cmdCancel"};
+
+ private:
+  void Place();
+  void Reset();
+  void cmdSave_Click();
+  void cmdRefresh_Click();
+  void cmdOk_Click();
+  bool IsChosen();
+  std::string CellText(std::int32_t row, std::int32_t col) const;
+  void MapRow(std::int32_t row);
+  void Close(bool accepted);
+
+  Process& process_;
+  Notices& notices_;
+  bool accepted_ = false;
+};
+
+}  // namespace vorek
+
+#endif  // VOREK_EXPORT_FORM_ACCESS_H_

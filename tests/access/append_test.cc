@@ -1,0 +1,238 @@
+// Catches rows that are lost, doubled or read otherwise by another program, a file that isn't whole
+// after an append, and a table that is written though its rules aren't kept.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <random>
+#include <sstream>
+
+#include "access/blank_file.h"
+#include "platform/access_file.h"
+#include "platform/files.h"
+#include "vorek/access.h"
+#include "vorek/error.h"
+#include "vorek/system.h"
+
+namespace vorek {
+namespace {
+
+class AccessTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = std::filesystem::temp_directory_path() / ("vorek-access-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder_);
+    path_ = folder_ / "rows.mdb";
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  void Put(const std::string& bytes) { files_->Write(path_, bytes); }
+  std::string Got() { return files_->Read(path_); }
+  std::unique_ptr<AccessConnection> Open() {
+    return access_->Open("Provider=x;Data Source=\"" + path_ + "\";Mode=Share Deny None");
+  }
+  // What another program prints of the file.
+  std::string Run(const std::string& command) {
+    FILE* const pipe = popen((command + " 2>&1").c_str(), "r");
+    std::string out;
+    for (int c = fgetc(pipe); c != EOF; c = fgetc(pipe)) out += static_cast<char>(c);
+    pclose(pipe);
+    return out;
+  }
+  std::string Export() { return Run("mdb-export -H " + path_ + " Rows"); }
+  // The refusal of one row; empty if it was taken.
+  std::string Refusal(const std::vector<std::string>& names,
+                      const std::vector<std::string>& values) {
+    try {
+      const auto connection = Open();
+      connection->Insert("Rows", names, values);
+      connection->Close();
+    } catch (const Error& error) {
+      return error.Description();
+    }
+    return "";
+  }
+
+  std::filesystem::path folder_;
+  std::string path_;
+  std::shared_ptr<Files> files_ = MachineFiles();
+  std::shared_ptr<AccessFile> access_ = JetAccessFiles(files_);
+};
+
+BlankFile Keyed() {
+  BlankFile file;
+  file.fields = {{"Id", 4}, {"Name", 10, 100, {{"Description", "#2"}}}, {"Amount", 5}};
+  file.key = 0;
+  return file;
+}
+
+struct Border {
+  int rows;
+  std::uint32_t map_bits;
+};
+
+TEST_F(AccessTest, IsWholeAtEachBorder) {
+  // A page's end, a leaf's end, a second level, a third one, maps that list pages elsewhere.
+  const Border borders[] = {{1, 512},   {60, 512},  {401, 512},   {402, 512},
+                            {803, 512}, {5000, 64}, {40000, 512}, {120000, 512}};
+  for (const Border& border : borders) {
+    SCOPED_TRACE(border.rows);
+    BlankFile blank = Keyed();
+    blank.map_bits = border.map_bits;
+    Put(blank.Bytes());
+    for (int part = 0; part < 2; ++part) {
+      const auto connection = Open();
+      for (int i = 0; i < border.rows; ++i) {
+        const int key = (i * 2 + part) * (i % 3 == 0 ? -1 : 1) - part * 1000000;
+        connection->Insert("Rows", {"Id", "Name", "Amount"},
+                           {std::to_string(key), "'" + std::string(std::size_t(i % 40), 'x') + "'",
+                            std::to_string(i)});
+      }
+      connection->Close();
+      ASSERT_EQ(WhatIsWrong(Got()), "");
+    }
+    std::istringstream lines(Export());
+    std::string line;
+    std::int64_t rows = 0;
+    double sum = 0;
+    for (; std::getline(lines, line); ++rows) sum += std::stod(line.substr(line.rfind(',') + 1));
+    EXPECT_EQ(rows, 2 * border.rows);
+    EXPECT_EQ(sum, static_cast<double>(border.rows) * (border.rows - 1));
+    EXPECT_EQ(std::stoi(Run("mdb-count " + path_ + " Rows")), 2 * border.rows);
+  }
+}
+
+TEST_F(AccessTest, IsReadAsItWasWritten) {
+  BlankFile blank;
+  blank.fields = {
+      {"No", 4, 4, {}, true}, {"Flag", 1},   {"Byte", 2},   {"Short", 3},
+      {"Money", 5},           {"Single", 6}, {"Real", 7},   {"Day", 8},
+      {"Text", 10, 40},       {"Memo", 12},  {"Exact", 16}, {"Latin", 10, 40, {}, false, true}};
+  Put(blank.Bytes());
+  const auto connection = Open();
+  const std::vector<std::string> names = {"Flag", "Byte", "Short", "Money", "Single", "Real",
+                                          "Day",  "Text", "Memo",  "Exact", "Latin"};
+  connection->Insert("Rows", names,
+                     {"1", "255", "-32768", "-922337203685477.5807", "1.5", "0.1", "36526",
+                      "'حساب علي's'", "12", "-12345678901234.5678", "'plain'"});
+  connection->Insert("Rows", names,
+                     {"0", "0.5", "1.5", "0.00005", "0", "1E+20", "2", "''", "0", "0", "'ب'"});
+  connection->Insert("Rows", {"Byte"}, {"7"});
+  connection->Close();
+  EXPECT_EQ(WhatIsWrong(Got()), "");
+  // mdb-export shows an empty text as it shows none.
+  EXPECT_EQ(Export(),
+            "1,1,255,-32768,-922337203685477.5807,1.5,0.1,\"01/01/00 00:00:00\",\"حساب علي's\","
+            "\"12\",-12345678901234.5678,\"plain\"\n"
+            "2,0,0,2,0.0000,0,1e+20,\"01/01/00 00:00:00\",,\"0\",0.0000,\"ب\"\n"
+            "3,0,7,,,,,,,,,\n");
+}
+
+TEST_F(AccessTest, ShowsFieldsAndTheirDescriptions) {
+  BlankFile blank = Keyed();
+  blank.fields[1].properties["Required"] = "yes";
+  Put(blank.Bytes());
+  EXPECT_EQ(access_->Tables(path_), std::vector<std::string>{"Rows"});
+  const std::vector<AccessField> fields = access_->Fields(path_, "Rows");
+  ASSERT_EQ(fields.size(), 3U);
+  EXPECT_EQ(fields[1].description, "#2");
+  EXPECT_EQ(fields[1].size, 50);
+  EXPECT_EQ(fields[1].type, 10);
+  EXPECT_TRUE(fields[1].required);
+  EXPECT_FALSE(fields[0].required);
+  EXPECT_NE(Run("mdb-prop " + path_ + " Rows").find("#2"), std::string::npos);
+  EXPECT_NE(Run("mdb-schema " + path_).find("Text (50)"), std::string::npos);
+}
+
+TEST_F(AccessTest, KeepsRowsBeforeARefusedOne) {
+  Put(Keyed().Bytes());
+  const auto connection = Open();
+  connection->Insert("Rows", {"Id"}, {"7"});
+  EXPECT_THROW(connection->Insert("Rows", {"Id"}, {"7"}), Error);
+  EXPECT_THROW(connection->Insert("Rows", {"Amount"}, {"7"}), Error);
+  connection->Close();
+  EXPECT_EQ(WhatIsWrong(Got()), "");
+  EXPECT_EQ(Export(), "7,,\n");
+  EXPECT_NE(Refusal({"Id"}, {"7"}), "");
+}
+
+TEST_F(AccessTest, RefusesByNameBeforeAByteIsWritten) {
+  struct Case {
+    const char* what;
+    std::function<void(BlankFile&)> change;
+    std::vector<std::string> names;
+    std::vector<std::string> values;
+    const char* told;
+  };
+  const Case cases[] = {
+      {"text index", [](BlankFile& f) { f.key = 1; }, {"Name"}, {"'a'"}, "ايندکس"},
+      {"required",
+       [](BlankFile& f) { f.fields[1].properties["Required"] = "yes"; },
+       {"Id"},
+       {"1"},
+       "Name"},
+      {"rule",
+       [](BlankFile& f) { f.fields[2].properties["ValidationRule"] = ">0"; },
+       {"Id"},
+       {"1"},
+       "Amount"},
+      {"default",
+       [](BlankFile& f) { f.fields[2].properties["DefaultValue"] = "Now()"; },
+       {"Id"},
+       {"1"},
+       "Amount"},
+      {"empty",
+       [](BlankFile& f) { f.fields[1].properties["AllowZeroLength"] = "no"; },
+       {"Id", "Name"},
+       {"1", "''"},
+       "Name"},
+      {"system", [](BlankFile& f) { f.flags = 2; }, {"Id"}, {"1"}, "Rows"},
+      {"unknown", [](BlankFile&) {}, {"Other"}, {"1"}, "Other"},
+      {"twice", [](BlankFile&) {}, {"Id", "id"}, {"1", "2"}, "id"},
+      {"long", [](BlankFile&) {}, {"Id"}, {"2147483648"}, "Id"},
+      {"money", [](BlankFile&) {}, {"Id", "Amount"}, {"1", "922337203685477.5808"}, "Amount"},
+      {"letters",
+       [](BlankFile&) {},
+       {"Id", "Name"},
+       {"1", "'" + std::string(51, 'a') + "'"},
+       "Name"}};
+  for (const Case& refused : cases) {
+    SCOPED_TRACE(refused.what);
+    BlankFile blank = Keyed();
+    refused.change(blank);
+    Put(blank.Bytes());
+    EXPECT_NE(Refusal(refused.names, refused.values).find(refused.told), std::string::npos)
+        << Refusal(refused.names, refused.values);
+    EXPECT_EQ(Got(), blank.Bytes());
+  }
+}
+
+TEST_F(AccessTest, RefusesOtherFilesAndOnesInUse) {
+  std::string jet3 = Keyed().Bytes();
+  jet3[0x14] = 0;
+  std::string encrypted = Keyed().Bytes();
+  encrypted[0x3e] = static_cast<char>(encrypted[0x3e] ^ 1);
+  for (const std::string& bytes : {jet3, encrypted, std::string("no file"), std::string()}) {
+    Put(bytes);
+    EXPECT_NE(Refusal({"Id"}, {"1"}), "");
+    EXPECT_EQ(Got(), bytes);
+  }
+  Put(Keyed().Bytes());
+  files_->Write((folder_ / "rows.ldb").string(), "someone");
+  EXPECT_NE(Refusal({"Id"}, {"1"}).find(path_), std::string::npos);
+  EXPECT_EQ(Got(), Keyed().Bytes());
+}
+
+TEST_F(AccessTest, GivesAnUnfilledFieldItsDefault) {
+  BlankFile blank = Keyed();
+  blank.fields[2].properties["DefaultValue"] = "0";
+  Put(blank.Bytes());
+  EXPECT_EQ(Refusal({"Id"}, {"3"}), "");
+  EXPECT_EQ(Export(), "3,,0.0000\n");
+}
+
+}  // namespace
+}  // namespace vorek
