@@ -61,7 +61,7 @@ FormAccess::FormAccess(Process& process, Notices& notices)
   Place();
   on_load = [this] { Reset(); };
   cmdSave.on_click = [this] { cmdSave_Click(); };
-  cmbTables.on_click = [this] { ShowAccessFields(txtSaveFileName.Text(), cmbTables.Text()); };
+  cmbTables.on_change = [this] { ShowAccessFields(txtSaveFileName.Text(), cmbTables.Text()); };
   cmdRefresh.on_click = [this] { cmdRefresh_Click(); };
   cmdOk.on_click = [this] { cmdOk_Click(); };
   cmdCancel.on_click = [this] { Close(false); };
