@@ -1,4 +1,4 @@
--- The print templates of reports 247 and 405, out of samples/print; made by
+-- The print templates of reports 247 and 405, out of share/print; made by
 -- tools/make-print-templates. Report 247 lists invoices by customer, as its template groups them.
 
 insert into tblVorekReport (ID, Title, SQLQuery, FormTypeID) values

@@ -22,7 +22,10 @@ using Cells = std::map<std::pair<int, int>, std::string>;  // by row and column,
 // The bytes of a workbook with these cells, made by another writer.
 std::string WorkbookOf(const Cells& cells) {
   const std::string path =
-      (std::filesystem::temp_directory_path() / "vorek-fill-test.xlsx").string();
+      (std::filesystem::temp_directory_path() /
+       (std::string("vorek-") + testing::UnitTest::GetInstance()->current_test_info()->name() +
+        ".xlsx"))
+          .string();
   lxw_workbook* const book = workbook_new(path.c_str());
   lxw_worksheet* const sheet = workbook_add_worksheet(book, nullptr);
   for (const auto& [place, text] : cells) {

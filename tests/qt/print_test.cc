@@ -25,7 +25,7 @@ class PrintTest : public DeskTest {
     desk->OpenReport(247);
     QTest::qWait(20);
     ReportContext context = Control().Context();
-    PrintCrystal(context, "samples/print/invoices.xml");
+    PrintCrystal(context, "share/print/invoices.xml");
     QTest::qWait(50);
     for (QWidget* const window : QApplication::topLevelWidgets()) {
       auto* const preview = dynamic_cast<PrintPreview*>(window);
@@ -62,7 +62,7 @@ TEST_F(PrintTest, WritesTextsThatAreReadBack) {
   ASSERT_NE(Preview(), nullptr);  // the rows are staged
   const QString path = folder.filePath("invoices.pdf");
   print::TemplateJob job({{SqliteProvider()}, MachineFiles(), PugiXmlReader(), PdfFile(path)});
-  job.ReportFilePath("samples/print/invoices.xml");
+  job.ReportFilePath("share/print/invoices.xml");
   job.DatabaseConnection("Provider=VorekSQLite;Data Source=" + SampleFile());
   std::int32_t index = 0;
   job.AddFormula(index, "$-1='نام کاربر'");
@@ -81,7 +81,7 @@ TEST_F(PrintTest, WritesTextsThatAreReadBack) {
                               MachineFiles(),
                               PugiXmlReader(),
                               PdfFile(folder.filePath("no/folder.pdf"))});
-  nowhere.ReportFilePath("samples/print/ledger.xml");
+  nowhere.ReportFilePath("share/print/ledger.xml");
   nowhere.DatabaseConnection("Provider=VorekSQLite;Data Source=" + SampleFile());
   nowhere.DataQuery("Select * from tblVorekCrystalReport Where UserID = -5");
   EXPECT_THROW(nowhere.StartJob(1), Error);
