@@ -111,7 +111,7 @@ std::vector<std::uint32_t> JetFile::PagesIn(RowPlace map) const {
   std::vector<std::uint32_t> pages;
   const auto add = [&](std::uint32_t page, std::size_t at, std::size_t size, std::size_t first) {
     for (std::size_t bit = 0; bit < size * 8; ++bit) {
-      if ((Get8(page, at + bit / 8) >> (bit % 8) & 1U) == 0) continue;
+      if ((unsigned{Get8(page, at + bit / 8)} >> (bit % 8) & 1U) == 0) continue;
       if (first + bit >= Pages()) Damaged();
       pages.push_back(static_cast<std::uint32_t>(first + bit));
     }
@@ -161,7 +161,7 @@ void JetFile::ByReference(RowPlace map) {
     std::vector<std::uint32_t> pages;
     const std::size_t first = Get32(row.page, row.at + 1);
     for (std::size_t bit = 0; bit < (row.size - 5) * 8; ++bit) {
-      if ((Get8(row.page, row.at + 5 + bit / 8) >> (bit % 8) & 1U) != 0) {
+      if ((unsigned{Get8(row.page, row.at + 5 + bit / 8)} >> (bit % 8) & 1U) != 0) {
         pages.push_back(static_cast<std::uint32_t>(first + bit));
       }
     }
