@@ -204,7 +204,7 @@ std::optional<std::int32_t> ReadWhole(const JetFile& file, const JetFile::Span& 
   if (row.size < 2 + mask) Damaged();
   if (column.number >= count) return std::nullopt;
   const std::size_t at = row.at + row.size - mask + column.number / 8;
-  if ((file.Get8(row.page, at) >> (column.number % 8U) & 1U) == 0) return std::nullopt;
+  if ((unsigned{file.Get8(row.page, at)} >> (column.number % 8U) & 1U) == 0) return std::nullopt;
   if (2U + column.offset + column.size + mask > row.size) Damaged();
   return static_cast<std::int32_t>(file.Get32(row.page, row.at + 2 + column.offset));
 }
