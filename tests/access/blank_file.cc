@@ -19,7 +19,9 @@ enum Page : std::uint32_t { kFree = 1, kObjects, kMaps, kCatalogue, kTablePage, 
 
 std::string Little(std::uint64_t value, std::size_t size) {
   std::string out;
-  for (std::size_t i = 0; i < size; ++i) out += static_cast<char>(value >> (8 * i));
+  for (std::size_t i = 0; i < size; ++i) {
+    out += i < sizeof value ? static_cast<char>(value >> (8 * i)) : '\0';
+  }
   return out;
 }
 
