@@ -86,7 +86,7 @@ class VorekReport1 {
   void SortflxMain(std::int32_t column);
   // Folds the rows that share the key of the layout, where the report asks for it.
   void MakeFlexMerged();
-  // The place of a command that does nothing yet. Always false.
+  // Fills the panel on show from the user's shared filter, and confirms it. Always false.
   bool SetSharedFilters();
   // The average of the column under the pointer, as the header's menu makes it.
   void mnuAvg_Click();
