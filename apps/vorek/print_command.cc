@@ -1,8 +1,7 @@
 #include <QGuiApplication>
-#include <cstdio>
+#include <QTemporaryDir>
 #include <iostream>
 #include <memory>
-#include <utility>
 
 #include "command.h"
 #include "engine/report_control.h"
@@ -43,20 +42,20 @@ std::string GridTemplate(VorekReport1& report) {
   return print::WriteTemplate(print::TemplateForGrid(context));
 }
 
-// A template beside the PDF, as long as it is needed.
+// A template in a folder of its own, as long as it is needed.
 struct ListFile {
-  ListFile(std::string where, const std::string& text) : path(std::move(where)) {
-    MachineFiles()->WritePrivate(path, text);
-  }
-  ~ListFile() { std::remove(path.c_str()); }
-  ListFile(const ListFile&) = delete;
-  ListFile& operator=(const ListFile&) = delete;
+  explicit ListFile(const std::string& text) { MachineFiles()->WritePrivate(path, text); }
 
-  std::string path;
+  const QTemporaryDir folder;
+  const std::string path = folder.filePath("list.xml").toStdString();
 };
+
+// What Qt says of its surroundings is nothing to the user of a command.
+void PassOver(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 // Fonts need an application, and no screen.
 void Print(const PrintOptions& options) {
+  qInstallMessageHandler(PassOver);
   qputenv("QT_QPA_PLATFORM", "offscreen");
   int count = 1;
   char name[] = "vorek";
@@ -73,7 +72,7 @@ void Print(const PrintOptions& options) {
     PrintCrystal(context, options.template_file);
     return;
   }
-  const ListFile list(options.to + ".template.xml", GridTemplate(report));
+  const ListFile list(GridTemplate(report));
   PrintList(context, list.path);
 }
 
