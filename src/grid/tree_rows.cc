@@ -9,6 +9,7 @@
 
 #include "catalog/filter.h"
 #include "grid/expression_columns.h"
+#include "grid/undrawn_pass.h"
 #include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/number.h"
@@ -17,7 +18,6 @@
 namespace vorek {
 namespace {
 
-constexpr int kHourglass = 11;
 constexpr std::string_view kNoChildren = "  ";
 
 // Which keys have children in a result, and which records they are.
@@ -166,24 +166,6 @@ std::int32_t EndOfDescendants(const ReportContext& report, std::int32_t row) {
   return end;
 }
 
-// Turns drawing off while it lives, and shows the hourglass.
-class Pass {
- public:
-  explicit Pass(ReportContext& report) : report_(report) {
-    report.process.windows().SetMousePointer(kHourglass);
-    report.flxMain.SetRedraw(false);
-  }
-  ~Pass() {
-    report_.flxMain.SetRedraw(true);
-    report_.process.windows().SetMousePointer(0);
-  }
-  Pass(const Pass&) = delete;
-  Pass& operator=(const Pass&) = delete;
-
- private:
-  ReportContext& report_;
-};
-
 }  // namespace
 
 char TreeMark(const Grid& grid, std::int32_t row) {
@@ -223,13 +205,13 @@ void MarkTopRows(ReportContext& report, const Recordset& result) {
 }
 
 void ExpandTreeRow(ReportContext& report, std::int32_t row) {
-  const Pass pass(report);
+  const UndrawnPass pass(report);
   Expansion(report, row).Run();
 }
 
 bool CollapseTreeRow(ReportContext& report, std::int32_t row) {
   Grid& grid = report.flxMain;
-  const Pass pass(report);
+  const UndrawnPass pass(report);
   if (TreeMark(grid, row) == '+') return false;
   grid.RemoveRows(row + 1, EndOfDescendants(report, row) - row - 1);
   grid.SetRow(row);

@@ -9,34 +9,16 @@
 #include "grid/expression_columns.h"
 #include "grid/scaled_sort.h"
 #include "grid/summary_label.h"
+#include "grid/undrawn_pass.h"
 #include "totals/fixed_total.h"
 #include "totals/group_reports.h"
 
 namespace vorek {
 namespace {
 
-constexpr int kHourglass = 11;
 constexpr std::int32_t kGenericAscending = 1;  // kinds of sort
 constexpr std::int32_t kNumberAscending = 3;
 constexpr std::string_view kTitle = "سر جمع ";
-
-// The hourglass while it lives, and no drawing.
-class Pass {
- public:
-  explicit Pass(ReportContext& report) : report_(report) {
-    report.process.windows().SetMousePointer(kHourglass);
-    report.flxMain.SetRedraw(false);
-  }
-  ~Pass() {
-    report_.flxMain.SetRedraw(true);
-    report_.process.windows().SetMousePointer(0);
-  }
-  Pass(const Pass&) = delete;
-  Pass& operator=(const Pass&) = delete;
-
- private:
-  ReportContext& report_;
-};
 
 // A run of rows with one key, from the first to the one before the end.
 struct Group {
@@ -194,7 +176,7 @@ void MakeGroupTotals(ReportContext& report, bool keep_detail, bool prepare) {
   GroupTotals totals(report, *shape);
   if (!totals.Applies()) return;
   totals.CheckColumns();
-  const Pass pass(report);
+  const UndrawnPass pass(report);
   std::vector<std::string> sum;
   if (prepare) sum = Prepare(grid, totals);
   const PassWatch::Unbroken rows_have_moved(report.process.watch);
