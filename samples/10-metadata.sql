@@ -25,6 +25,13 @@ create table tblVorekReport (
   Cols int default 1
 )
 GO
+-- Names for ranges of report numbers, in lists of reports. A database may do without it.
+create table tblVorekReportGroup (
+  FromID int not null primary key,
+  ToID int not null,
+  Title nvarchar(200)
+)
+GO
 create table tblVorekReportLayout (
   ReportID int not null,
   ColumnNumber int not null,

@@ -57,3 +57,11 @@ insert into tblVorekRelatedReports (CallerReportID, CalledReportID, CallerReport
   (101, 203, N'مشخصه', 1, 0), (101, 302, N'مشخصه', 1, 1),
   (106, 203, N'مشخصه', 1, null)
 GO
+insert into tblVorekReportGroup (FromID, ToID, Title) values
+  (100, 199, N'اطلاعات پايه'),
+  (200, 299, N'فروش'),
+  (300, 399, N'خزانه'),
+  (400, 499, N'حسابداري'),
+  (500, 599, N'كاركرد كارمندان'),
+  (900, 999, N'حالتهاي ويژه'),
+  (2800, 2999, N'دفترها و ترازها')

@@ -15,11 +15,7 @@ namespace {
 constexpr int kMostRecent = 10;
 constexpr int kLargest = 2147483647;
 
-QString KeyOf(const QString& db) {
-  return QString::fromLatin1(db.toUtf8().toBase64(QByteArray::Base64UrlEncoding));
-}
-
-QString LoginKey(const QString& db) { return "logins/" + KeyOf(db); }
+QString LoginKey(const QString& db) { return "logins/" + RecentList::KeyOf(db); }
 
 QSpinBox* MakeNumber(QDialog* dialog, int largest) {
   auto* const box = new QSpinBox(dialog);
@@ -29,6 +25,10 @@ QSpinBox* MakeNumber(QDialog* dialog, int largest) {
 }
 
 }  // namespace
+
+QString RecentList::KeyOf(const QString& db) {
+  return QString::fromLatin1(db.toUtf8().toBase64(QByteArray::Base64UrlEncoding));
+}
 
 QStringList RecentList::All() const { return settings_.value("recent").toStringList(); }
 
@@ -48,6 +48,8 @@ void RecentList::Forget(const QString& db) {
   settings_.remove(LoginKey(db));
   settings_.remove(TabsKey(db));
   settings_.remove(TabsKey(db) + "-shown");
+  settings_.remove("favourites/" + KeyOf(db));
+  settings_.remove("opened/" + KeyOf(db));
 }
 
 QString RecentList::TabsKey(const QString& db) { return "tabs/" + KeyOf(db); }

@@ -22,6 +22,8 @@ class RecentList {
   Login LoginOf(const QString& db) const;
   // Where the open reports of a connection are kept.
   static QString TabsKey(const QString& db);
+  // A connection as the name of a setting.
+  static QString KeyOf(const QString& db);
 
  private:
   void Forget(const QString& db);

@@ -4,10 +4,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
-#include <QMenuBar>
+#include <QMenu>
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTextStream>
@@ -15,7 +16,10 @@
 
 #include "adapters/qt/qt_windows.h"
 #include "connect_dialog.h"
+#include "desk_toolbar.h"
+#include "kept_reports.h"
 #include "report_tab.h"
+#include "start_page.h"
 
 namespace vorek::desk {
 namespace {
@@ -27,26 +31,46 @@ constexpr int kEveryMinute = 60'000;
 DeskWindow::DeskWindow(QSettings& settings, QString forms_folder)
     : settings_(settings),
       forms_folder_(std::move(forms_folder)),
+      toolbar_(new DeskToolbar(this)),
       splitter_(new QSplitter(this)),
       catalogue_(new CataloguePanel(splitter_)),
-      tabs_(new QTabWidget(splitter_)) {
+      sheets_(new QStackedWidget(splitter_)),
+      start_(new StartPage(sheets_)),
+      tabs_(new QTabWidget(sheets_)) {
   setLayoutDirection(Qt::RightToLeft);
-  setWindowTitle("گزارشها");
+  setMenuWidget(toolbar_);
+  tabs_->setObjectName("reports");
   tabs_->setTabsClosable(true);
   tabs_->setMovable(true);
   tabs_->setDocumentMode(true);
+  sheets_->addWidget(start_);
+  sheets_->addWidget(tabs_);
+  splitter_->setHandleWidth(1);
+  splitter_->setStretchFactor(0, 0);
+  splitter_->setStretchFactor(1, 1);
+  splitter_->setSizes({280, 920});
+  setCentralWidget(splitter_);
+  MakeProgramMenu();
+  MakeStatusBar();
+  ConnectParts();
+  TabChanged();
+  resize(1280, 800);
+  restoreGeometry(settings_.value("window/geometry").toByteArray());
+  splitter_->restoreState(settings_.value("window/splitter").toByteArray());
+}
+
+void DeskWindow::ConnectParts() {
   connect(tabs_, &QTabWidget::tabCloseRequested, this, [this](int index) { CloseTab(index); });
   connect(tabs_, &QTabWidget::currentChanged, this, [this] { StartShownTab(); });
   catalogue_->on_open = [this](std::int32_t report) { OpenReport(report); };
-  splitter_->setStretchFactor(0, 0);
-  splitter_->setStretchFactor(1, 1);
-  splitter_->setSizes({300, 900});
-  setCentralWidget(splitter_);
-  MakeActions();
-  MakeStatusBar();
-  resize(1200, 760);
-  restoreGeometry(settings_.value("window/geometry").toByteArray());
-  splitter_->restoreState(settings_.value("window/splitter").toByteArray());
+  start_->on_open = catalogue_->on_open;
+  catalogue_->on_star = [this](std::int32_t report) {
+    Kept().TurnFavourite(report);
+    ShowKept();
+  };
+  toolbar_->on_action = [this](ReportAction action) {
+    if (CurrentTab() != nullptr) CurrentTab()->Do(action);
+  };
 }
 
 DeskWindow::~DeskWindow() {
@@ -54,34 +78,61 @@ DeskWindow::~DeskWindow() {
   while (tabs_->count() > 0) delete tabs_->widget(0);
 }
 
-void DeskWindow::MakeActions() {
-  QMenu* const menu = menuBar()->addMenu("پرونده");
-  const auto add = [menu](const QString& text, const QKeySequence& key) {
-    QAction* const action = menu->addAction(text);
-    action->setShortcut(key);
-    return action;
-  };
-  connect(add("اتصال به پايگاه داده...", Qt::CTRL | Qt::Key_O), &QAction::triggered, this,
+QAction* DeskWindow::AddEntry(const QString& text, const QKeySequence& key) {
+  QAction* const action = toolbar_->ProgramMenu().addAction(text);
+  action->setShortcut(key);
+  addAction(action);
+  return action;
+}
+
+void DeskWindow::MakeProgramMenu() {
+  connect(AddEntry("اتصال به پايگاه داده...", Qt::CTRL | Qt::Key_O), &QAction::triggered, this,
           [this] { AskForConnection(); });
-  connect(add("بستن گزارش", Qt::CTRL | Qt::Key_W), &QAction::triggered, this,
-          [this] { CloseTab(tabs_->currentIndex()); });
-  connect(add("جستجوي گزارش", Qt::CTRL | Qt::Key_L), &QAction::triggered, catalogue_,
+  connect(AddEntry("جستجوي گزارش", Qt::CTRL | Qt::Key_L), &QAction::triggered, catalogue_,
           [this] { catalogue_->FocusSearch(); });
-  menu->addSeparator();
-  connect(add("خروج", Qt::CTRL | Qt::Key_Q), &QAction::triggered, this, [this] { close(); });
+  MakeReportEntries();
+  toolbar_->ProgramMenu().addSeparator();
+  connect(AddEntry("خروج", Qt::CTRL | Qt::Key_Q), &QAction::triggered, this, [this] { close(); });
+}
+
+void DeskWindow::MakeReportEntries() {
+  connect(AddEntry("همين گزارش در زبانه ديگر", Qt::CTRL | Qt::Key_N), &QAction::triggered, this,
+          [this] {
+            if (CurrentTab() != nullptr) OpenAgain(CurrentTab()->ReportNumber());
+          });
+  connect(AddEntry("همين گزارش در پنجره ديگر", Qt::CTRL | Qt::SHIFT | Qt::Key_N),
+          &QAction::triggered, this, [this] {
+            if (CurrentTab() != nullptr) OpenBeside(CurrentTab()->ReportNumber());
+          });
+  connect(AddEntry("بستن گزارش", Qt::CTRL | Qt::Key_W), &QAction::triggered, this,
+          [this] { CloseTab(tabs_->currentIndex()); });
 }
 
 void DeskWindow::MakeStatusBar() {
-  user_ = new QLabel(this);
-  user_->setObjectName("user");
   day_ = new QLabel(TodayInPersian(), this);
   day_->setObjectName("day");
-  for (QLabel* const label : {user_, day_}) label->setContentsMargins(8, 0, 8, 0);
-  statusBar()->addWidget(user_);
+  day_->setContentsMargins(8, 0, 8, 0);
+  statusBar()->setSizeGripEnabled(false);
   statusBar()->addPermanentWidget(day_);
   auto* const clock = new QTimer(this);
   connect(clock, &QTimer::timeout, day_, [this] { day_->setText(TodayInPersian()); });
   clock->start(kEveryMinute);
+}
+
+KeptReports DeskWindow::Kept() { return {settings_, RecentList::KeyOf(KeptName(session_->Who()))}; }
+
+void DeskWindow::ShowKept() {
+  const auto links = [this](const QList<int>& reports) {
+    QList<StartPage::Link> shown;
+    for (const int report : reports) {
+      if (const QString title = session_->TitleOf(report); !title.isEmpty()) {
+        shown.append({report, title});
+      }
+    }
+    return shown;
+  };
+  catalogue_->ShowFavourites(Kept().Favourites());
+  start_->Show(links(Kept().Recent()), links(Kept().Favourites()));
 }
 
 bool DeskWindow::Connect(const Login& login) {
@@ -95,9 +146,10 @@ bool DeskWindow::Connect(const Login& login) {
     return false;
   }
   RecentList(settings_).Add(login);
-  catalogue_->Show(session_->Catalogue());
-  const QString name = QString::fromStdString(session_->UserName());
-  user_->setText(name.isEmpty() ? QString("كاربر %1").arg(login.user) : name);
+  catalogue_->Show(session_->Catalogue(), session_->Groups());
+  ShowKept();
+  toolbar_->TellWho(session_->InWords());
+  TabChanged();
   return true;
 }
 
@@ -121,17 +173,45 @@ ReportTab* DeskWindow::AddTab(std::int32_t report) {
       *session_, report, settings_, forms_folder_.toStdString(),
       [this](const QString& text) { TellLine(text); }, this);
   tab->on_come_to_front = [this, tab] { tabs_->setCurrentWidget(tab); };
-  const QString title = session_->TitleOf(report);
-  tabs_->addTab(tab, title.isEmpty() ? QString::number(report) : title);
+  tab->on_result = [this, tab] {
+    if (tab == CurrentTab()) OfferActions();
+  };
+  tabs_->addTab(tab, TitleOfReport(report));
   return tab;
+}
+
+// The sheet, the toolbar and the title are the shown report's.
+void DeskWindow::TabChanged() {
+  sheets_->setCurrentWidget(tabs_->count() > 0 ? static_cast<QWidget*>(tabs_) : start_);
+  OfferActions();
+  TellTitle();
+  if (CurrentTab() != nullptr) catalogue_->ShowOpen(CurrentTab()->ReportNumber());
+}
+
+void DeskWindow::OfferActions() {
+  ReportTab* const tab = CurrentTab();
+  toolbar_->Offer([tab](ReportAction action) { return tab != nullptr && tab->Offers(action); });
+}
+
+void DeskWindow::TellTitle() {
+  QStringList parts;
+  if (CurrentTab() != nullptr) parts << TitleOfReport(CurrentTab()->ReportNumber());
+  if (session_ != nullptr) parts << session_->InWords();
+  if (parts.isEmpty()) parts << "گزارشها";
+  setWindowTitle(parts.join(" - "));
+}
+
+QString DeskWindow::TitleOfReport(std::int32_t report) const {
+  const QString title = session_->TitleOf(report);
+  return title.isEmpty() ? QString::number(report) : title;
 }
 
 // A restored tab whose report the user may not see any more goes again.
 void DeskWindow::StartShownTab() {
   ReportTab* const tab = CurrentTab();
-  if (tab == nullptr) return;
-  tab->Start();
-  if (tab->Loaded()) return;
+  if (tab != nullptr) tab->Start();
+  TabChanged();
+  if (tab == nullptr || tab->Loaded()) return;
   QMetaObject::invokeMethod(
       tab, [this, tab] { CloseTab(tabs_->indexOf(tab)); }, Qt::QueuedConnection);
 }
@@ -142,15 +222,37 @@ ReportTab* DeskWindow::OpenReport(std::int32_t report) {
     tabs_->setCurrentIndex(i);
     return TabAt(i);
   }
+  return OpenAgain(report);
+}
+
+ReportTab* DeskWindow::OpenAgain(std::int32_t report) {
   ReportTab* const tab = AddTab(report);
   {
     const QSignalBlocker quiet(tabs_);
     tabs_->setCurrentWidget(tab);
   }
+  sheets_->setCurrentWidget(tabs_);
   tab->Start();
-  if (tab->Loaded()) return tab;
-  CloseTab(tabs_->indexOf(tab));
-  return nullptr;
+  if (!tab->Loaded()) {
+    CloseTab(tabs_->indexOf(tab));
+    return nullptr;
+  }
+  Kept().NoteOpened(report);
+  ShowKept();
+  TabChanged();
+  return tab;
+}
+
+DeskWindow* DeskWindow::OpenBeside(std::int32_t report) {
+  auto* const window = new DeskWindow(settings_, forms_folder_);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  window->show();
+  if (!window->Connect(session_->Who())) {
+    window->close();
+    return nullptr;
+  }
+  window->OpenReport(report);
+  return window;
 }
 
 // What concerns the one who set the program up stands in its line, and where a log would take it.
@@ -174,6 +276,7 @@ void DeskWindow::CloseTab(int index) {
   tab->RememberWidths();
   tabs_->removeTab(index);
   tab->deleteLater();
+  if (tabs_->count() == 0) TabChanged();
 }
 
 void DeskWindow::CloseAllTabs() {

@@ -7,16 +7,21 @@
 #include "catalogue_panel.h"
 #include "session.h"
 
+class QAction;
 class QLabel;
 class QSettings;
 class QSplitter;
+class QStackedWidget;
 class QTabWidget;
 
 namespace vorek::desk {
 
+class DeskToolbar;
+class KeptReports;
 class ReportTab;
+class StartPage;
 
-// The window: the catalogue on the right, reports in tabs, the user and the day below.
+// The window: the toolbar above, the catalogue on the right, reports in tabs, the day below.
 class DeskWindow : public QMainWindow {
  public:
   // The settings must outlive the window. The folder holds the libraries of forms, "" for none.
@@ -33,14 +38,27 @@ class DeskWindow : public QMainWindow {
   // Shows a report in a tab of its own, or the tab that shows it already. Null for a report that
   // can't be loaded, which the user has been told.
   ReportTab* OpenReport(std::int32_t report);
+  // Shows it in another tab, beside those that show it already.
+  ReportTab* OpenAgain(std::int32_t report);
+  // Opens the report in a window of its own, on the same database.
+  DeskWindow* OpenBeside(std::int32_t report);
   ReportTab* CurrentTab() const;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void MakeActions();
+  void MakeProgramMenu();
+  void MakeReportEntries();
+  QAction* AddEntry(const QString& text, const QKeySequence& key);
   void MakeStatusBar();
+  void ConnectParts();
+  KeptReports Kept();
+  void ShowKept();
+  void TabChanged();
+  void OfferActions();
+  void TellTitle();
+  QString TitleOfReport(std::int32_t report) const;
   ReportTab* TabAt(int index) const;
   ReportTab* AddTab(std::int32_t report);
   void StartShownTab();
@@ -53,10 +71,12 @@ class DeskWindow : public QMainWindow {
   QSettings& settings_;
   QString forms_folder_;
   std::unique_ptr<Session> session_;
+  DeskToolbar* toolbar_;
   QSplitter* splitter_;
   CataloguePanel* catalogue_;
+  QStackedWidget* sheets_;  // the start page, or the tabs
+  StartPage* start_;
   QTabWidget* tabs_;
-  QLabel* user_;
   QLabel* day_;
 };
 

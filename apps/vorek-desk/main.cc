@@ -10,9 +10,9 @@
 #include "adapters/qt/translations.h"
 #include "adapters/system/database_option.h"
 #include "connect_dialog.h"
+#include "desk_style.h"
 #include "desk_window.h"
 #include "settings_file.h"
-#include "theme.h"
 
 namespace vorek::desk {
 namespace {

@@ -2,9 +2,11 @@
 
 #include <QSettings>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "engine/report_control.h"
+#include "text/utf8.h"
 
 namespace vorek::desk {
 namespace {
@@ -16,6 +18,16 @@ QVariant ToSettings(const DrawnWidths& widths) {
   }
   return list;
 }
+
+constexpr int kF5 = 116;
+
+bool HasPanel(ReportControl& control) { return control.VorekParameters1.Visible(); }
+
+bool HasDialog(ReportControl& control) {
+  return control.aFormAskUser != nullptr && !text::Trim(control.aFormAskUser->Title).empty();
+}
+
+bool HasRows(ReportControl& control) { return control.state.FoundRows >= 0; }
 
 DrawnWidths WidthsFrom(const QVariant& kept) {
   DrawnWidths widths;
@@ -37,7 +49,9 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
       settings_(settings),
       widget_(std::make_unique<VorekReportWidget>(Options(forms, std::move(tell)))) {
   auto* const layout = new QVBoxLayout(this);
-  layout->setContentsMargins(4, 4, 4, 4);
+  setObjectName("reportTab");
+  setAttribute(Qt::WA_StyledBackground);
+  layout->setContentsMargins(0, 4, 0, 0);
   layout->addWidget(widget_.get());
   setFocusProxy(widget_.get());
   const Login& who = session.Who();
@@ -69,6 +83,9 @@ void ReportTab::ConnectEvents() {
           [this](int form_type, const QString&) { cards_.Show(form_type, ""); });
   // A report of the catalogue isn't put away by a key that people press twice.
   connect(widget_.get(), &VorekReportWidget::CloseParent, this, [] {});
+  connect(widget_.get(), &VorekReportWidget::ResultChanged, this, [this] {
+    if (on_result) on_result();
+  });
   connect(widget_.get(), &VorekReportWidget::ComeToFront, this, [this] {
     if (on_come_to_front) on_come_to_front();
   });
@@ -110,6 +127,73 @@ void ReportTab::RememberWidths() {
   if (main.empty() && transposed.empty()) return;
   settings_.setValue(
       WidthsKey(), QVariantMap{{"main", ToSettings(main)}, {"transposed", ToSettings(transposed)}});
+}
+
+bool ReportTab::Offers(ReportAction action) {
+  ReportControl& control = Control();
+  switch (action) {
+    case ReportAction::kRun:
+      return control.state.ReportID != -1;
+    case ReportAction::kParameters:
+      return HasPanel(control) || HasDialog(control);
+    default:
+      return HasRows(control);
+  }
+}
+
+void ReportTab::Do(ReportAction action) {
+  HeaderMenu& menu = Control().FlexPopupMenu;
+  switch (action) {
+    case ReportAction::kRun:
+      return widget_->Do([this] { Run(); });
+    case ReportAction::kParameters:
+      return widget_->Do([this] { TurnParameters(); });
+    case ReportAction::kFind:
+      return widget_->ShowFindBar();
+    case ReportAction::kFilter:
+      return OnCurrentColumn([](ReportControl& c) { c.FlexPopupMenu.mnuFilter.Click(); });
+    case ReportAction::kSum:
+      return OnCurrentColumn([](ReportControl& c) { c.FlexPopupMenu.mnuSum.Click(); });
+    case ReportAction::kAverage:
+      return OnCurrentColumn([](ReportControl& c) { c.FlexPopupMenu.mnuavg.Click(); });
+    case ReportAction::kText:
+      return widget_->Do([&menu] { menu.mnuSendToTextFile.Click(); });
+    case ReportAction::kWorkbook:
+    case ReportAction::kPrint:
+      return widget_->Do([&menu] { menu.mnuSendToOfficeExcel.Click(); });
+    case ReportAction::kQuickWorkbook:
+      return widget_->Do([&menu] { menu.mnuSendToOfficeExcellFast.Click(); });
+    case ReportAction::kAccess:
+      return widget_->Do([&menu] { menu.mnuSendToAccess.Click(); });
+  }
+}
+
+// With a panel in sight its search is meant: it takes what is being typed.
+void ReportTab::Run() {
+  VorekParameters& panel = Control().VorekParameters1;
+  if (HasPanel(Control()) && !panel.Folded()) {
+    panel.cmdOk.Click();
+  } else {
+    Control().KeyDown(kF5, 0);
+  }
+}
+
+void ReportTab::TurnParameters() {
+  VorekParameters& panel = Control().VorekParameters1;
+  if (HasPanel(Control())) {
+    panel.SetFolded(!panel.Folded());
+  } else {
+    Control().mnuShowAskForm_Click();
+  }
+}
+
+// The menu's entries work on the column whose header was pressed.
+void ReportTab::OnCurrentColumn(void (*work)(ReportControl&)) {
+  widget_->Do([this, work] {
+    Grid& grid = Control().Context().ActiveGrid();
+    grid.PointAt(0, std::max(grid.Col(), grid.FixedCols()));
+    work(Control());
+  });
 }
 
 }  // namespace vorek::desk

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "record_cards.h"
+#include "report_action.h"
 #include "session.h"
 #include "vorek/qt.h"
 
@@ -41,13 +42,22 @@ class ReportTab : public QWidget {
   void RememberWidths();
   RecordCards& Cards() { return cards_; }
 
+  // Whether the report on show has something to do it with, and doing it.
+  bool Offers(ReportAction action);
+  void Do(ReportAction action);
+
   // The way of a related report leads back here.
   std::function<void()> on_come_to_front;
+  // What can be done with the report may be something else now.
+  std::function<void()> on_result;
 
  private:
   WorldOptions Options(const std::string& forms, std::function<void(const QString&)> tell);
   void ConnectEvents();
   ReportControl& Control();
+  void Run();
+  void TurnParameters();
+  void OnCurrentColumn(void (*work)(ReportControl&));
   void TakeWidths();
   QString WidthsKey() const;
 

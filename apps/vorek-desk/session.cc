@@ -41,6 +41,18 @@ std::string WithAbsolutePath(const std::string& text) {
   return FormatConnectionString(pieces);
 }
 
+// Empty without a period, and in a database that names none.
+std::string PeriodName(Recordset& slot, int period) {
+  std::string name;
+  if (period < 0) return name;
+  IgnoreErrors([&] {
+    OpenSlot(slot, "Select Name from vwAccountPeriodMajor Where ID=" + std::to_string(period));
+    if (!slot.AtEnd()) name = TextOf(slot, "Name");
+  });
+  slot.Close();
+  return name;
+}
+
 }  // namespace
 
 std::string ConnectionOf(const Login& login) {
@@ -59,11 +71,26 @@ Session::Session(Login login)
   Process& process = world_->State().process;
   process.data.Rebind(ConnectionOf(login_));
   catalogue_ = ReadCatalog(process.dten().rssqlGeneral1);
+  groups_ = ReadCatalogGroups(process.dten().rssqlGeneral1);
   process.main.GlobalUserID = login_.user;
   process.main.GlobalPositionID = login_.position;
   process.main.GlobalEmployeeID = login_.employee;
   LoadUserInfo(process);
   user_name_ = process.main.UserFullName;
+  period_name_ = PeriodName(process.dten().rssqlGeneral1, login_.period);
+}
+
+QString Session::InWords() const {
+  QStringList parts;
+  const std::vector<ConnectionPiece> pieces = ParseConnectionString(ConnectionOf(login_));
+  const std::string catalog = ConnectionValue(pieces, {"Initial Catalog", "Database"});
+  const std::string source = ConnectionValue(pieces, {"Data Source", "Server"});
+  parts << (catalog.empty() ? QFileInfo(QString::fromStdString(source)).completeBaseName()
+                            : QString::fromStdString(catalog));
+  if (!period_name_.empty()) parts << QString::fromStdString(period_name_);
+  parts << (user_name_.empty() ? QString("كاربر %1").arg(login_.user)
+                               : QString::fromStdString(user_name_));
+  return parts.join(" · ");
 }
 
 WorldOptions Session::Services() {

@@ -35,9 +35,12 @@ class Session {
 
   const Login& Who() const { return login_; }
   const std::vector<CatalogEntry>& Catalogue() const { return catalogue_; }
+  const std::vector<CatalogGroup>& Groups() const { return groups_; }
   // Empty for a report that isn't in the catalogue.
   QString TitleOf(std::int32_t report) const;
   const std::string& UserName() const { return user_name_; }
+  // The database, the user and the period, as a title tells them; no password.
+  QString InWords() const;
   // What the world of a report is made with.
   static WorldOptions Services();
 
@@ -45,7 +48,9 @@ class Session {
   Login login_;
   std::unique_ptr<World> world_;
   std::vector<CatalogEntry> catalogue_;
+  std::vector<CatalogGroup> groups_;
   std::string user_name_;
+  std::string period_name_;
 };
 
 // "سه شنبه 3 آذر 1404", by the machine's clock.

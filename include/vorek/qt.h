@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "vorek/print.h"
@@ -50,6 +51,12 @@ class VorekReportWidget : public QWidget {
   // See VorekReport1::View. An error on the way goes to Failed and gives false.
   bool View(int ID, const QString& inParameterString = {}, const QString& inCallerStringValue = {});
 
+  // Does what a button or menu of the host stands for. An error that it throws goes to Failed.
+  void Do(const std::function<void()>& work);
+
+  // Opens the box that looks for a text in all columns of the grid on view.
+  void ShowFindBar();
+
   int UserID() const;
   void SetUserID(int id);
   int PositionID() const;
@@ -82,6 +89,8 @@ class VorekReportWidget : public QWidget {
   void AddClick();
   void EditClick();
   void DeleteClick();
+  // The rows on show, their number or the report are others now; once for all changes of an event.
+  void ResultChanged();
   // An error that nothing in the control caught. Unless a slot is connected, it is shown.
   void Failed(const QString& description);
 

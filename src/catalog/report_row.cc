@@ -72,4 +72,16 @@ std::vector<CatalogEntry> ReadCatalog(Recordset& slot) {
   return entries;
 }
 
+std::vector<CatalogGroup> ReadCatalogGroups(Recordset& slot) {
+  std::vector<CatalogGroup> groups;
+  IgnoreErrors([&] {
+    OpenSlot(slot, "Select FromID, ToID, Title from tblVorekReportGroup Order by FromID");
+    for (; !slot.AtEnd(); slot.MoveNext()) {
+      groups.push_back({NumberOf(slot, "FromID"), NumberOf(slot, "ToID"), TextOf(slot, "Title")});
+    }
+  });
+  slot.Close();
+  return groups;
+}
+
 }  // namespace vorek

@@ -42,6 +42,16 @@ struct CatalogEntry {
 // All reports by number. Leaves the slot closed.
 std::vector<CatalogEntry> ReadCatalog(Recordset& slot);
 
+// A name for the reports of a range of numbers.
+struct CatalogGroup {
+  std::int32_t first = 0;
+  std::int32_t last = 0;
+  std::string title;
+};
+// Those of tblVorekReportGroup, by number; none where the database has no such table. Leaves the
+// slot closed.
+std::vector<CatalogGroup> ReadCatalogGroups(Recordset& slot);
+
 }  // namespace vorek
 
 #endif  // VOREK_CATALOG_REPORT_ROW_H_

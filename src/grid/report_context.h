@@ -22,7 +22,7 @@ struct ReportContext {
   VorekProgressBar* Progress = nullptr;  // that a long pass moves; null for none
 
   // The grid that the user sees.
-  Grid& ActiveGrid() { return state.isTransposedResult ? flxTranspose : flxMain; }
+  Grid& ActiveGrid() const { return state.isTransposedResult ? flxTranspose : flxMain; }
   ColumnLayoutTable& layouts() { return process.main.ColumnLayouts; }
   ColumnLayoutTable& transpose_layouts() { return process.main.TransposeLayouts; }
 };

@@ -15,11 +15,6 @@ double Luminance(const QColor& color) {
          0.0722 * linear(color.blueF());
 }
 
-double Contrast(const QColor& a, const QColor& b) {
-  const auto [dark, light] = std::minmax({Luminance(a), Luminance(b)});
-  return (light + 0.05) / (dark + 0.05);
-}
-
 // The same hue as dark as it was light; white becomes the palette's own ground.
 QColor Darkened(const QColor& color, const QColor& ground) {
   const float lowest = ground.lightnessF();
@@ -37,6 +32,16 @@ constexpr double kLegible = 4.5;
 
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
+}
+
+double Contrast(const QColor& a, const QColor& b) {
+  const auto [dark, light] = std::minmax({Luminance(a), Luminance(b)});
+  return (light + 0.05) / (dark + 0.05);
+}
+
+QColor Mixed(const QColor& a, const QColor& b, double part) {
+  const auto mix = [part](int x, int y) { return qRound(x * (1 - part) + y * part); };
+  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
 QColor FromNumber(std::int32_t number) {

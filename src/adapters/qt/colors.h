@@ -9,6 +9,12 @@ namespace vorek::qt {
 
 bool IsDark(const QPalette& palette);
 
+// How far two colours stand apart, from 1 to 21 (contrast ratio of the Web Content Accessibility
+// Guidelines 2.1).
+double Contrast(const QColor& a, const QColor& b);
+// A colour between a, at part 0, and b, at part 1.
+QColor Mixed(const QColor& a, const QColor& b, double part);
+
 // A number that counts blue, green, red from the high byte down.
 QColor FromNumber(std::int32_t number);
 

@@ -10,6 +10,21 @@
 
 // What the area shows; grid_area_input.cc holds what the user does in it.
 namespace vorek::qt {
+namespace {
+
+// What a grid is before its report has run: two rows and columns without a text.
+bool IsBlank(const Grid& grid) {
+  if (grid.Rows() > 2 || grid.Cols() > 2) return false;
+  std::string scratch;
+  for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+    for (std::int32_t col = 0; col < grid.Cols(); ++col) {
+      if (!grid.CellView(row, col, scratch).empty()) return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
 
 GridArea::GridArea(Grid& grid, QWidget* parent,
                    std::function<void(const std::function<void()>&)> feed)
@@ -42,6 +57,21 @@ void GridArea::LayoutChanged() {
   if (std::exchange(bars_pending_, true)) return;
   QMetaObject::invokeMethod(
       this, [this] { SyncBars(); }, Qt::QueuedConnection);
+}
+
+void GridArea::MarkFound(const GridFinder* finder) {
+  finder_ = finder;
+  viewport()->update();
+}
+
+void GridArea::GoTo(std::int32_t row, std::int32_t col) {
+  if (grid_ == nullptr || row >= grid_->Rows() || col >= grid_->Cols()) return;
+  feed_([&] {
+    grid_->SelectByUser(row, col, row, col);
+    ScrollToRow(row);
+    ScrollToCol(col);
+  });
+  LayoutChanged();
 }
 
 void GridArea::SelectionChanged() { viewport()->update(); }
@@ -85,12 +115,14 @@ void GridArea::BarMoved() {
 
 void GridArea::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
-  if (grid_ == nullptr) {
+  if (grid_ == nullptr || IsBlank(*grid_)) {
     painter.fillRect(event->rect(), palette().base());
     return;
   }
   painter.setFont(font());
-  GridPainter(*grid_, *geometry_, painter, palette(), hasFocus()).Paint(event->rect());
+  GridPainter pass(*grid_, *geometry_, painter, palette(), hasFocus());
+  pass.MarkFound(finder_);
+  pass.Paint(event->rect());
 }
 
 void GridArea::resizeEvent(QResizeEvent* event) {

@@ -8,6 +8,7 @@
 
 #include "adapters/qt/grid_geometry.h"
 #include "grid/grid.h"
+#include "grid/grid_finder.h"
 
 namespace vorek::qt {
 
@@ -31,6 +32,10 @@ class GridArea : public QAbstractScrollArea {
   void Restyle();
   // Brings the scroll bars up to date now.
   void SyncBars();
+  // Marks the cells in view that hold what is looked for, until told null; it must live as long.
+  void MarkFound(const GridFinder* finder);
+  // Selects the cell and brings it into view, as a key that moves there does.
+  void GoTo(std::int32_t row, std::int32_t col);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -68,6 +73,7 @@ class GridArea : public QAbstractScrollArea {
   double Twips(double pixels) const;
 
   Grid* grid_;
+  const GridFinder* finder_ = nullptr;
   std::unique_ptr<GridGeometry> geometry_;
   std::function<void(const std::function<void()>&)> feed_;
   bool bars_pending_ = false;

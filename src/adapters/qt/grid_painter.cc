@@ -6,6 +6,7 @@
 
 #include "adapters/qt/colors.h"
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/theme.h"
 
 namespace vorek::qt {
 namespace {
@@ -78,11 +79,6 @@ QRect Take(QRect& rect, int width, bool from_right) {
     rect.setLeft(rect.left() + width);
   }
   return strip;
-}
-
-QColor Mixed(const QColor& a, const QColor& b, double part) {
-  const auto mix = [part](int x, int y) { return qRound(x * (1 - part) + y * part); };
-  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
 }  // namespace
@@ -176,7 +172,12 @@ GridPainter::Look GridPainter::LookOf(GridCell cell) const {
 }
 
 void GridPainter::PaintCell(GridCell cell, QRect rect) {
-  const Look look = LookOf(cell);
+  Look look = LookOf(cell);
+  const std::string_view text = grid_.CellView(cell.row, cell.col, scratch_);
+  if (finder_ != nullptr && !IsFixed(cell) && !IsSelected(cell) && finder_->Marks(text)) {
+    look.back = ThemeOf(palette_).hit;
+    look.text = palette_.color(QPalette::Text);
+  }
   painter_.fillRect(rect, look.back);
   painter_.setPen(lines_);
   painter_.drawLine(rect.bottomLeft(), rect.bottomRight());
@@ -187,9 +188,8 @@ void GridPainter::PaintCell(GridCell cell, QRect rect) {
   }
   QRect inside = rect.adjusted(kCellMargin, 0, -kCellMargin, -1);
   if (cell.row == 0 && cell.col > 0 && cell.col == grid_.SortedBy().column) {
-    PaintSortMark(TakeTrailing(inside, MarkPixels()), look);
+    PaintSortMark(TakeTrailing(inside, MarkPixels()));
   }
-  const std::string_view text = grid_.CellView(cell.row, cell.col, scratch_);
   const OutlineMark mark = MarkOf(grid_, cell.row, cell.col, text);
   if (mark.in_outline) {
     PaintOutlined(mark, inside, look);
@@ -207,14 +207,14 @@ QRect GridPainter::TakeTrailing(QRect& rect, int width) const {
   return Take(rect, width, !grid_.RightToLeft());
 }
 
-void GridPainter::PaintSortMark(QRect place, const Look& look) {
+void GridPainter::PaintSortMark(QRect place) {
   const bool down = grid_.SortedBy().descending;
   const double reach = MarkPixels() * 0.24;
   const double tip = down ? reach : -reach;
   const QPointF middle = QRectF(place).center();
   PaintShape({middle + QPointF(-reach * 1.3, -tip * 0.7), middle + QPointF(reach * 1.3, -tip * 0.7),
               middle + QPointF(0, tip * 0.9)},
-             look.text);
+             ThemeOf(palette_).accent);
 }
 
 // A triangle: it points to where the rows or columns go on while they are closed, down on what is

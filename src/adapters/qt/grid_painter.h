@@ -11,6 +11,7 @@
 
 #include "adapters/qt/grid_geometry.h"
 #include "grid/grid.h"
+#include "grid/grid_finder.h"
 #include "grid/outline_mark.h"
 
 namespace vorek::qt {
@@ -24,6 +25,8 @@ class GridPainter {
               const QPalette& palette, bool focused);
 
   void Paint(QRect area);
+  // Cells that hold what is looked for are marked; null for none.
+  void MarkFound(const GridFinder* finder) { finder_ = finder; }
 
  private:
   struct Look {
@@ -36,7 +39,7 @@ class GridPainter {
   void PaintCell(GridCell cell, QRect rect);
   void PaintText(const QString& text, QRect rect, const Look& look);
   void PaintOutlined(const OutlineMark& mark, QRect rect, const Look& look);
-  void PaintSortMark(QRect place, const Look& look);
+  void PaintSortMark(QRect place);
   void PaintSign(char sign, QRect place, const Look& look);
   void PaintShape(const QPolygonF& shape, const QColor& color);
   QRect TakeLeading(QRect& rect, int width) const;
@@ -56,6 +59,7 @@ class GridPainter {
   QPainter& painter_;
   const QPalette& palette_;
   bool focused_;
+  const GridFinder* finder_ = nullptr;
   QFont plain_;
   QFont bold_;
   QFontMetrics metrics_;

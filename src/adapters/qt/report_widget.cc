@@ -7,12 +7,15 @@
 
 #include "adapters/qt/background_provider.h"
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/find_bar.h"
+#include "adapters/qt/grid_area.h"
 #include "adapters/qt/memory.h"
 #include "adapters/qt/presenter.h"
 #include "adapters/qt/qt_clipboard.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
 #include "adapters/qt/result_bar.h"
+#include "adapters/qt/selection_watch.h"
 #include "adapters/qt/translations.h"
 #include "engine/report_control.h"
 #include "vorek/qt.h"
@@ -62,26 +65,54 @@ struct VorekReportWidget::Parts {
   void NoteChange(const vorek::Control& control, std::string_view property) {
     constexpr std::array<std::string_view, 4> kRows = {"Rows", "Cells", "RowHeight", "Visible"};
     const bool grid = &control == &Control().flxMain || &control == &Control().flxTranspose;
-    if (!grid || std::find(kRows.begin(), kRows.end(), property) == kRows.end()) return;
+    if (!grid) return;
+    if (property == "Selection") figures->Changed();
+    if (std::find(kRows.begin(), kRows.end(), property) == kRows.end()) return;
     if (!told.isActive()) told.start();
   }
 
-  // Not while a run waits for the database: what it shows is neither the old nor the new.
-  void TellResultOnBar() {
+  // The area of the grid on view, null before it is made.
+  qt::GridArea* Area() {
+    qt::ControlView* const view = presenter.ViewOf(Control().Context().ActiveGrid());
+    return view == nullptr ? nullptr : static_cast<qt::GridArea*>(&view->Widget());
+  }
+
+  // Null for what needs no figures: no result, and whole rows, whose columns are no sum.
+  std::unique_ptr<SelectionScan> ScanSelection() {
+    const ReportContext context = Control().Context();
+    const Grid& grid = context.ActiveGrid();
+    if (Busy() || context.state.FoundRows < 0) return nullptr;
+    std::vector<std::int32_t> columns;
+    const auto [first, last] = std::minmax({grid.Col(), grid.ColSel()});
+    const bool whole = first <= grid.FixedCols() && last == grid.Cols() - 1 && first != last;
+    for (std::int32_t col = first; !whole && col <= last; ++col) {
+      if (grid.ColWidth(col) != 0) columns.push_back(col);
+    }
+    return std::make_unique<SelectionScan>(context, std::move(columns));
+  }
+
+  // Not while a run waits for the database: what it shows is neither the old nor the new. True if
+  // it was told.
+  bool TellResultOnBar() {
     constexpr int kAgain = 50;  // milliseconds
     told.setInterval(Busy() ? kAgain : 0);
     if (Busy()) {
       told.start();
-      return;
+      return false;
     }
     ReportContext context = Control().Context();
     presenter.Feed([&] { bar->Show(TellResult(context)); });
+    figures->Changed();
+    find->RowsChanged();
+    return true;
   }
 
   std::unique_ptr<World> own_world;  // null for a shared one
   VorekReport1 report;
   qt::Presenter presenter;
   qt::ResultBar* bar = nullptr;
+  qt::FindBar* find = nullptr;
+  std::unique_ptr<qt::SelectionWatch> figures;
   QTimer told;  // runs out when the bar has to be told
 };
 
@@ -103,11 +134,17 @@ void VorekReportWidget::Begin() {
   parts_->presenter.on_failure = [this](const QString& text) { Tell(text); };
   parts_->bar = new qt::ResultBar(
       this, [this] { parts_->presenter.Feed([this] { parts_->Control().TakeFilterAway(); }); });
+  parts_->find = new qt::FindBar(this, [this] { return parts_->Area(); });
+  parts_->figures = std::make_unique<qt::SelectionWatch>(
+      [this] { return parts_->ScanSelection(); },
+      [this](const SelectionFigures& figures) { parts_->bar->ShowFigures(figures); });
   parts_->presenter.on_changed = [this](const Control& control, std::string_view property) {
     parts_->NoteChange(control, property);
   };
   parts_->told.setSingleShot(true);
-  connect(&parts_->told, &QTimer::timeout, this, [this] { parts_->TellResultOnBar(); });
+  connect(&parts_->told, &QTimer::timeout, this, [this] {
+    if (parts_->TellResultOnBar()) Q_EMIT ResultChanged();
+  });
   ConnectEvents();
 }
 
@@ -164,6 +201,13 @@ bool VorekReportWidget::View(int ID, const QString& inParameterString,
   VorekParameters& panel = parts_->report.Impl().VorekParameters1;
   if (panel.Visible() && !panel.result) panel.FocusFirst();
   return shown;
+}
+
+void VorekReportWidget::ShowFindBar() { parts_->find->Open(); }
+
+void VorekReportWidget::Do(const std::function<void()>& work) {
+  parts_->presenter.Feed(work);
+  parts_->presenter.Sync();
 }
 
 void VorekReportWidget::Tell(const QString& failure) {

@@ -21,10 +21,14 @@ QString FromTheLeft(const QString& text) { return QChar(0x2066) + text + QChar(0
 ResultBar::ResultBar(QWidget* parent, std::function<void()> take_filter_away)
     : QWidget(parent),
       counts_(new QLabel(this)),
+      figures_(new QLabel(this)),
       filter_(new QLabel(this)),
       take_away_(new QToolButton(this)) {
   setObjectName("resultBar");
   counts_->setObjectName("resultCounts");
+  figures_->setObjectName("resultFigures");
+  figures_->setTextFormat(Qt::PlainText);
+  figures_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   filter_->setObjectName("resultFilter");
   filter_->setTextFormat(Qt::PlainText);
   take_away_->setObjectName("resultTakeFilterAway");
@@ -32,12 +36,14 @@ ResultBar::ResultBar(QWidget* parent, std::function<void()> take_filter_away)
   take_away_->setToolTip("نمايش همه رديفها");
   take_away_->setFocusPolicy(Qt::TabFocus);
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(6, 1, 6, 1);
-  row->setSpacing(12);
+  row->setContentsMargins(16, 4, 16, 4);
+  row->setSpacing(16);
+  setAttribute(Qt::WA_StyledBackground);
   row->addWidget(counts_);
   row->addWidget(filter_);
   row->addWidget(take_away_);
   row->addStretch();
+  row->addWidget(figures_);
   connect(take_away_, &QToolButton::clicked, this,
           [take = std::move(take_filter_away)] { take(); });
   // The button's room is kept, so that the grid doesn't move when a filter comes.
@@ -57,12 +63,29 @@ void ResultBar::Show(const ResultLine& line) {
   FitFilter();
 }
 
+void ResultBar::ShowFigures(const SelectionFigures& figures) {
+  QStringList parts;
+  const auto add = [&parts](const char* name, const std::string& text) {
+    if (!text.empty()) parts << QString(name) + ' ' + FromTheLeft(ToQt(text));
+  };
+  if (figures.rows > 1 || figures.numbers > 1) {
+    std::string count = std::to_string(figures.numbers > 0 ? figures.numbers : figures.rows);
+    add("انتخاب:", FormatMoney(count));
+    add("جمع", figures.sum);
+    add("ميانگين", figures.average);
+    add("كمترين", figures.least);
+    add("بيشترين", figures.greatest);
+  }
+  figures_->setText(parts.join("   "));
+  FitFilter();
+}
+
 void ResultBar::FitFilter() {
   const QMargins margins = layout()->contentsMargins();
   const QFontMetrics metrics = filter_->fontMetrics();
-  const int others = counts_->sizeHint().width() + take_away_->sizeHint().width() +
-                     metrics.horizontalAdvance(kFilter) + margins.left() + margins.right() +
-                     3 * layout()->spacing();
+  const int others = counts_->sizeHint().width() + figures_->sizeHint().width() +
+                     take_away_->sizeHint().width() + metrics.horizontalAdvance(kFilter) +
+                     margins.left() + margins.right() + 5 * layout()->spacing();
   const QString shown =
       metrics.elidedText(filter_text_, Qt::ElideRight, std::max(width() - others, 0));
   filter_->setText(kFilter + FromTheLeft(shown));

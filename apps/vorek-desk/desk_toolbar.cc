@@ -1,0 +1,128 @@
+#include "desk_toolbar.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QToolButton>
+
+#include "adapters/qt/icons.h"
+#include "adapters/qt/theme.h"
+
+namespace vorek::desk {
+namespace {
+
+constexpr int kIcon = 20;  // pixels
+
+// A tip tells the key too.
+QString TipOf(const QString& text, const QKeySequence& key) {
+  return key.isEmpty() ? text : text + " (" + key.toString(QKeySequence::NativeText) + ")";
+}
+
+}  // namespace
+
+DeskToolbar::DeskToolbar(QWidget* parent)
+    : QWidget(parent), program_(new QMenu(this)), who_(new QLabel(this)) {
+  setObjectName("deskToolbar");
+  setAttribute(Qt::WA_StyledBackground);
+  who_->setObjectName("user");
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(12, 6, 12, 6);
+  row->setSpacing(4);
+  Add(*row, ReportAction::kRun, "run", "اجرا", {}, true);
+  Add(*row, ReportAction::kParameters, "parameters", "پارامترها", Qt::ALT | Qt::Key_P, true);
+  AddGap(*row);
+  Add(*row, ReportAction::kFind, "find", "جستجو در همه ستونها", QKeySequence::Find, false);
+  Add(*row, ReportAction::kFilter, "filter", "فيلتر ستون جاري", Qt::ALT | Qt::Key_F, false);
+  Add(*row, ReportAction::kSum, "sum", "جمع ستون جاري", Qt::ALT | Qt::Key_S, false);
+  AddGap(*row);
+  AddExports(*row);
+  Add(*row, ReportAction::kPrint, "print", "چاپ", QKeySequence::Print, true);
+  row->addStretch();
+  row->addWidget(who_);
+  AddProgram(*row);
+  Recolor();
+}
+
+QToolButton* DeskToolbar::AddButton(QHBoxLayout& row, const QString& icon, const QString& text,
+                                    bool words) {
+  auto* const button = new QToolButton(this);
+  button->setText(text);
+  button->setToolButtonStyle(words ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
+  button->setIconSize({kIcon, kIcon});
+  button->setFocusPolicy(Qt::TabFocus);
+  button->setAccessibleName(text);
+  row.addWidget(button);
+  icons_.emplace_back(button, icon);
+  return button;
+}
+
+void DeskToolbar::Add(QHBoxLayout& row, ReportAction action, const QString& icon,
+                      const QString& text, const QKeySequence& key, bool words) {
+  QToolButton* const button = AddButton(row, icon, text, words);
+  button->setObjectName(icon);
+  button->setToolTip(TipOf(text, key));
+  auto* const trigger = new QAction(text, this);
+  trigger->setShortcut(key);
+  trigger->setShortcutContext(Qt::WindowShortcut);
+  window()->addAction(trigger);
+  connect(trigger, &QAction::triggered, this, [this, action] { on_action(action); });
+  connect(button, &QToolButton::clicked, trigger, &QAction::trigger);
+  connect(trigger, &QAction::enabledChanged, button, &QToolButton::setEnabled);
+  entries_.push_back({action, trigger, icon});
+}
+
+void DeskToolbar::AddExports(QHBoxLayout& row) {
+  QToolButton* const button = AddButton(row, "export", "خروجي", true);
+  button->setObjectName("export");
+  button->setPopupMode(QToolButton::InstantPopup);
+  auto* const menu = new QMenu(button);
+  button->setMenu(menu);
+  const std::pair<ReportAction, const char*> exports[] = {
+      {ReportAction::kWorkbook, "كارپوشه اكسل..."},
+      {ReportAction::kQuickWorkbook, "انتقال سريع به اكسل"},
+      {ReportAction::kText, "فايل متني..."},
+      {ReportAction::kAccess, "فايل اكسس..."}};
+  for (const auto& [action, text] : exports) {
+    QAction* const entry = menu->addAction(text);
+    connect(entry, &QAction::triggered, this, [this, action = action] { on_action(action); });
+    entries_.push_back({action, entry, {}});
+  }
+}
+
+void DeskToolbar::AddProgram(QHBoxLayout& row) {
+  QToolButton* const button = AddButton(row, "menu", "برنامه", false);
+  button->setObjectName("program");
+  button->setPopupMode(QToolButton::InstantPopup);
+  button->setMenu(program_);
+  button->setShortcut(Qt::ALT | Qt::Key_M);
+  button->setToolTip(TipOf("برنامه", Qt::ALT | Qt::Key_M));
+}
+
+void DeskToolbar::AddGap(QHBoxLayout& row) {
+  auto* const gap = new QFrame(this);
+  gap->setObjectName("gap");
+  row.addWidget(gap);
+}
+
+void DeskToolbar::Offer(const std::function<bool(ReportAction)>& has) {
+  for (const Entry& entry : entries_) entry.trigger->setEnabled(has(entry.action));
+}
+
+void DeskToolbar::TellWho(const QString& text) { who_->setText(text); }
+
+void DeskToolbar::Recolor() {
+  const vorek::qt::Theme& theme = vorek::qt::ThemeOf(palette());
+  for (const auto& [button, icon] : icons_) {
+    button->setIcon(
+        vorek::qt::IconOf(icon, icon == "run" ? theme.on_accent : theme.text, theme.muted));
+  }
+}
+
+void DeskToolbar::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) Recolor();
+}
+
+}  // namespace vorek::desk

@@ -1,0 +1,56 @@
+#ifndef VOREK_ADAPTERS_QT_FIND_BAR_H_
+#define VOREK_ADAPTERS_QT_FIND_BAR_H_
+
+#include <QFrame>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "adapters/qt/grid_area.h"
+#include "grid/grid_finder.h"
+
+class QLabel;
+class QLineEdit;
+class QToolButton;
+
+namespace vorek::qt {
+
+// The box over a grid that looks for a text in all of its columns: marks what is found while it is
+// typed, counts it, and steps through it. It stands over the grid's left corner.
+class FindBar : public QFrame {
+ public:
+  // area gives the grid on view, null for none.
+  FindBar(QWidget* parent, std::function<GridArea*()> area);
+
+  // Opens the box, or selects its text if it is open.
+  void Open();
+  // The rows are others now: what is looked for is looked for anew.
+  void RowsChanged();
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  QToolButton* AddButton(const char* icon, const char* tip);
+  void Place();
+  void Close();
+  void Begin();
+  void Look();
+  void Step(bool forward);
+  void Tell();
+  void Recolor();
+
+  std::function<GridArea*()> area_;
+  QLineEdit* text_;
+  QLabel* count_;
+  std::vector<std::pair<QToolButton*, QString>> buttons_;
+  std::unique_ptr<GridFinder> finder_;
+  GridArea* marked_ = nullptr;  // the area whose cells are marked
+  bool done_ = false;           // all rows have been looked through
+  QTimer slice_;
+};
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_ADAPTERS_QT_FIND_BAR_H_
