@@ -159,6 +159,7 @@ std::string Grid::Clip() const {
   std::string clip;
   std::string scratch;
   for (std::int32_t row = top; row <= bottom; ++row) {
+    AskAt(row);
     if (row > top) clip += '\r';
     for (std::int32_t col = first; col <= last; ++col) {
       if (col > first) clip += '\t';

@@ -14,8 +14,8 @@ namespace vorek {
 
 // One column of a result, kept typed and in chunks of rows, so that a million rows neither move
 // while they grow nor cost an allocation each. Whole numbers and exact decimals are 64-bit integers
-// with a scale, held in 32 bits where they fit, other numbers are doubles, everything else is text (bytes come as their hexadecimal
-// text with "0x" in front, dates as "yyyy-mm-dd hh:mm:ss[.fff]").
+// with a scale, held in 32 bits where they fit, other numbers are doubles, everything else is text
+// (bytes come as their hexadecimal text with "0x" in front, dates as "yyyy-mm-dd hh:mm:ss[.fff]").
 //
 // Rows are appended in order by the provider and read at random afterwards; a column that is being
 // read isn't written any more, so that threads and controls may share it.

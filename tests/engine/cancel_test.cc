@@ -19,7 +19,7 @@ class CancellingWindows : public ScriptedWindows {
  public:
   bool PassGoesOn() override {
     ++questions;
-    if (on_question) on_question();
+    if (look) look();
     return questions != cancel_at;
   }
   bool TellCancelled(std::string_view line) override {
@@ -33,7 +33,7 @@ class CancellingWindows : public ScriptedWindows {
     told.clear();
   }
 
-  std::function<void()> on_question;
+  std::function<void()> look;  // at each question
   int questions = 0;
   int cancel_at = 0;  // 0 for never
   std::vector<std::string> told;
@@ -182,7 +182,7 @@ TEST_F(CancelTest, ASortAsksAlsoWhileItComparesItsKeys) {
 TEST_F(CancelTest, ARunDrawsItsGridOnceItIsWhole) {
   Start("flat");
   bool drawn = false;
-  windows->on_question = [&] { drawn = drawn || control.flxMain.Drawn(); };
+  windows->look = [&] { drawn = drawn || control.flxMain.Drawn(); };
   ASSERT_TRUE(report.Refresh());
   EXPECT_FALSE(drawn);
   ClickHeader(3);

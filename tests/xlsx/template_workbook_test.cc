@@ -63,7 +63,7 @@ std::string MakeWorkbook(const std::string& name) {
 }
 
 std::unique_ptr<TemplateSheet> Open(const std::string& path) {
-  return XlsxSpreadsheet()->OpenTemplate(SystemFiles().Read(path), path);
+  return XlsxSpreadsheet()->OpenTemplate(SystemFiles().Read(path), path, [] {});
 }
 
 std::string Save(TemplateSheet& sheet, const std::string& name) {
@@ -216,10 +216,10 @@ TEST(Template, HostileFilesAreRefusedInPersian) {
   std::string broken = SystemFiles().Read(MakeWorkbook("broken.xlsx"));
   for (std::size_t at = 100; at < broken.size(); at += broken.size() / 40) {
     std::string cut = broken.substr(0, at);
-    EXPECT_THROW(XlsxSpreadsheet()->OpenTemplate(cut, "cut"), Error) << at;
+    EXPECT_THROW(XlsxSpreadsheet()->OpenTemplate(cut, "cut", [] {}), Error) << at;
     std::string turned = broken;
     turned[at] = static_cast<char>(turned[at] ^ 0x55);
-    IgnoreErrors([&] { XlsxSpreadsheet()->OpenTemplate(turned, "turned"); });
+    IgnoreErrors([&] { XlsxSpreadsheet()->OpenTemplate(turned, "turned", [] {}); });
   }
 }
 
