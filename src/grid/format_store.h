@@ -107,8 +107,8 @@ class FormatStore {
   std::vector<CellFormat> table_;  // entry 0 is the default format
   std::vector<RowFormat> rows_;    // by handle
   std::unordered_map<std::uint64_t, std::uint16_t> cells_;
-  std::vector<bool> has_cells_;   // by handle: one of cells_ may be the row's
-  std::array<Step, 2> steps_;  // the last ones of SetRowBackColor: colours go in turn
+  std::vector<bool> has_cells_;  // by handle: one of cells_ may be the row's
+  std::array<Step, 2> steps_;    // the last ones of SetRowBackColor: colours go in turn
 };
 
 }  // namespace vorek

@@ -25,8 +25,8 @@ class RowRanks {
   // The next row has the text of that number again.
   void Repeat(std::uint32_t id) { ids_.push_back(id); }
 
-  // The rows from 0 in their order; those with equal keys stay as they came. `ask` is called now and
-  // then; it throws to stop the work. No text may be added afterwards.
+  // The rows from 0 in their order; those with equal keys stay as they came. `ask` is called now
+  // and then; it throws to stop the work. No text may be added afterwards.
   using Ask = std::function<void()>;
   std::vector<std::uint32_t> Sorted(bool ignore_case, bool descending, const Ask& ask);
 
