@@ -78,7 +78,7 @@ class StoppedExportTest : public testing::Test {
     grid.SetRows(kRows);
     grid.SetCols(3);
     for (std::int32_t row = 0; row < kRows; ++row) {
-      grid.WriteCell(row, 1, "سطر " + std::to_string(row));
+      grid.WriteCell(row, 1, "سطر " + std::to_string(row) + std::string(300, 'x'));
       grid.WriteCell(row, 2, "(1/234)");
     }
     MakeTemplate();

@@ -3,6 +3,7 @@
 #include <xlsxwriter.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/xlsx/archive.h"
@@ -155,6 +156,19 @@ TEST(Template, PicturesAndCommentsAreMovedAndNotRepeated) {
   EXPECT_EQ(comments.find("ref=\"B6\""), std::string::npos);
   EXPECT_EQ(Part(path, "xl/media/image1.png"), Part(before, "xl/media/image1.png"));
   EXPECT_EQ(ReadByOpenpyxl(path).find("failed"), std::string::npos);
+}
+
+TEST(Template, AsksTheUserWhileItOpensIsFilledAndSaved) {
+  const std::string path = MakeWorkbook("asks.xlsx");
+  int questions = 0;
+  const auto sheet = XlsxSpreadsheet()->OpenTemplate(SystemFiles().Read(path), path,
+                                                     [&questions] { ++questions; });
+  EXPECT_GE(std::exchange(questions, 0), 1);
+  sheet->InsertCopies(5, 6, 3000);
+  EXPECT_GE(std::exchange(questions, 0), 3);
+  const auto parts = xlsx::Archive(SystemFiles().Read(path), path).Names().size();
+  Save(*sheet, "asks-made.xlsx");
+  EXPECT_GT(questions, static_cast<int>(parts) + 5);
 }
 
 TEST(Template, AReferenceOverManySheetsIsRefusedByTheTemplatesName) {
