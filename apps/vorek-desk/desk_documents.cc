@@ -22,7 +22,8 @@ void DeskDocuments::Show(const std::string& path) {
   box->setInformativeText(QChar(0x2066) + file.absoluteFilePath() + QChar(0x2069));
   QPushButton* const open = box->addButton("باز كردن فايل", QMessageBox::ActionRole);
   QPushButton* const folder = box->addButton("باز كردن پوشه", QMessageBox::ActionRole);
-  box->addButton("تاييد", QMessageBox::AcceptRole);
+  // Without one of its own neither Escape nor the close box would close it.
+  box->setEscapeButton(box->addButton("تاييد", QMessageBox::AcceptRole));
   QObject::connect(box, &QMessageBox::buttonClicked, [=](QAbstractButton* button) {
     if (button == open) QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));
     if (button == folder) QDesktopServices::openUrl(QUrl::fromLocalFile(file.absolutePath()));

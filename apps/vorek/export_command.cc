@@ -80,6 +80,7 @@ ExportOptions OptionsFor(const CommandOptions& command) {
   options.header = !command.no_header;
   options.remove_money = command.plain;
   options.guard = command.guard;
+  options.open_sub_rows = true;
   const bool tab = text::EqualsIgnoreCase(text::TrimView(command.delimiter), "^t");
   options.delimiter = tab ? "\t" : command.delimiter;
   return options;

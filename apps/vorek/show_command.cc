@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "command.h"
+#include "grid/cross_table_click.h"
 #include "grid_writer.h"
 #include "shown_report.h"
 
@@ -14,6 +15,7 @@ struct ShowOptions {
 };
 
 void WriteGrid(ReportControl& control, const std::string& format) {
+  OpenCrossTable(control.flxTranspose);
   const Grid& grid = control.Context().ActiveGrid();
   if (format == "tsv") {
     WriteTsv(grid, std::cout);

@@ -15,6 +15,10 @@ struct ExportOptions {
   // "xlsx", "csv", "tsv", "txt", "json" or "html"; empty for what the path ends with.
   std::string format = {};
 
+  // Opens the sub-rows of a cross table first, also on show: rows that are closed hold its values
+  // and aren't written to xlsx, html and templates.
+  bool open_sub_rows = false;
+
   // Of xlsx: a workbook to fill, by its path, or by its number among the report's templates (-1 for
   // none).
   std::string template_path = {};

@@ -28,7 +28,11 @@ void RunPass(ReportControl& control, const std::function<void()>& work) {
   PassWatch& watch = control.world.process.watch;
   const PassWatch::Pass pass(watch, PassWatch::Leaves::kAll);
   const PassBar bar(control);
-  const std::optional<Error> error = Attempt(work);
+  const std::optional<Error> error = Attempt([&] {
+    const Grid::Hold main(control.flxMain);
+    const Grid::Hold cross_table(control.flxTranspose);
+    work();
+  });
   const bool cancelled = watch.Cancelled() || (error && error->Is(ErrorNumber::kCancelled));
   if (cancelled) {
     control.world.process.windows().TellCancelled("عمليات لغو شد.");

@@ -7,6 +7,7 @@
 #include "export/table_export.h"
 #include "export/template_fill.h"
 #include "export/text_export.h"
+#include "grid/cross_table_click.h"
 #include "text/utf8.h"
 #include "vorek/export.h"
 
@@ -69,6 +70,7 @@ std::string Export(ReportControl& control, const ExportOptions& options) {
   if (format != "xlsx" && (options.template_number >= 0 || !options.template_path.empty())) {
     throw Error(ErrorNumber::kInvalidCall, "الگو فقط براي فايل xlsx است.");
   }
+  if (options.open_sub_rows) OpenCrossTable(control.flxTranspose);
   std::unique_ptr<OutputFile> out = files->Create(options.path);
   if (format == "xlsx") return WriteWorkbook(control, options, std::move(out));
   if (is_text) WriteTextFile(report, text, *out);

@@ -75,12 +75,21 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
   }
   PassWatch& watch = process_.watch;
   const PassWatch::Pass run(watch, PassWatch::Leaves::kNothing);
-  error = Attempt([&] { Fill(parameter_string); });
-  if (error) {
+  bool filled = false;
+  {
+    // Nobody sees a grid that is half made.
+    const Grid::Hold main(control_.flxMain);
+    const Grid::Hold cross_table(control_.flxTranspose);
+    error = Attempt([&] {
+      Fill(parameter_string);
+      filled = true;
+      Present();
+    });
+  }
+  if (error && !filled) {
     Fail(*error);
     return false;
   }
-  error = Attempt([&] { Present(); });
   if (watch.Cancelled()) {
     Fail(Error(ErrorNumber::kCancelled, "اجراي گزارش لغو شد."));
     return false;

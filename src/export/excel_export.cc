@@ -3,6 +3,7 @@
 #include "export/attachment.h"
 #include "export/crystal_print.h"
 #include "export/finished_workbook.h"
+#include "export/long_work.h"
 #include "export/markup.h"
 #include "export/template_fill.h"
 #include "print/grid_template.h"
@@ -79,12 +80,13 @@ class ScreenPutBack {
 };
 
 // The grid as a table that keeps its direction when it is pasted; empty for one too large.
-std::string HtmlTable(const Grid& grid) {
+std::string HtmlTable(const Grid& grid, LongWork& work) {
   constexpr std::int64_t kMostCells = 500000;
   if (std::int64_t{grid.Rows()} * grid.Cols() > kMostCells) return {};
   std::string html = "<html><body dir=\"rtl\"><table dir=\"rtl\">";
   std::string scratch;
   for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+    work.Step();
     html += "<tr>";
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {
       html += "<td>" + HtmlText(grid.CellView(row, col, scratch)) + "</td>";
@@ -95,9 +97,10 @@ std::string HtmlTable(const Grid& grid) {
 }
 
 // Cells of a new sheet as a paste of texts makes them.
-void WritePasted(const Grid& grid, WorkbookWriter& book) {
+void WritePasted(const Grid& grid, WorkbookWriter& book, LongWork& work) {
   std::string scratch;
   for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+    work.Step();
     book.BeginRow();
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {
       const std::string_view text = grid.CellView(row, col, scratch);
@@ -119,8 +122,11 @@ void PutTextOnClipboard(ReportContext& report, Grid& grid) {
   grid.SetRowSel(grid.Rows() - 1);
   Clipboard* const clipboard = report.process.services.clipboard.get();
   if (clipboard == nullptr) return;
+  LongWork work(report, grid.Rows());
+  const std::string text = grid.Clip();
+  const std::string table = HtmlTable(grid, work);
   clipboard->Clear();
-  clipboard->Put(grid.Clip(), HtmlTable(grid));
+  clipboard->Put(text, table);
 }
 
 }  // namespace
@@ -145,6 +151,7 @@ void ExportExcel(ReportContext& report, FormTemplate& form, std::int32_t report_
 }
 
 void ExportExcelFast(ReportContext& report) {
+  const PassWatch::Pass pass(report.process.watch, PassWatch::Leaves::kAll);
   IgnoreErrors([&] {
     Grid& grid = report.ActiveGrid();
     PutTextOnClipboard(report, grid);
@@ -152,9 +159,15 @@ void ExportExcelFast(ReportContext& report) {
     if (spreadsheet == nullptr) return;
     const FinishedWorkbook file(report);
     const auto book = spreadsheet->NewWorkbook(file.Create(), WorkbookLook());
-    WritePasted(grid, *book);
+    {
+      LongWork work(report, grid.Rows());
+      WritePasted(grid, *book, work);
+    }
     file.Show();
   });
+  if (report.process.watch.Cancelled()) {
+    report.process.windows().TellCancelled("ساختن فايل لغو شد.");
+  }
 }
 
 }  // namespace vorek

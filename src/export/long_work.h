@@ -20,6 +20,8 @@ class LongWork {
 
   // The next row begins. Throws Error(kCancelled) when the user doesn't want to wait.
   void Step() { watch_.At(done_++, rows_); }
+  // The same for work that has no rows to count.
+  void Ask() { watch_.At(0); }
 
  private:
   PassWatch& watch_;

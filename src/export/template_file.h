@@ -16,8 +16,9 @@ struct TemplateFile {
 };
 
 // Opens a template by its content, whatever its extension: a workbook of the new format, or one of
-// the old format through the converter. Throws Error, in Persian, naming the file.
-TemplateFile OpenTemplateFile(Process& process, const std::string& path);
+// the old format through the converter. Throws Error, in Persian, naming the file, and what the
+// question throws, which is asked while the file opens, is filled and saved.
+TemplateFile OpenTemplateFile(Process& process, const std::string& path, const Question& question);
 
 }  // namespace vorek
 

@@ -57,11 +57,13 @@ std::string ColumnLetters(std::int32_t column) {
 // One fill of one sheet, from the scan to the last row.
 class TemplateFill {
  public:
-  TemplateFill(ReportContext& report, Grid& grid, const PlainMoney& money, TemplateSheet& sheet)
+  TemplateFill(ReportContext& report, Grid& grid, const PlainMoney& money, TemplateSheet& sheet,
+               LongWork& work)
       : report_(report),
         grid_(grid),
         money_(money),
         sheet_(sheet),
+        work_(work),
         list_(WorkingList(report)),
         visible_(VisibleRowCount(grid)),
         scan_width_(grid.Cols() + 10) {}
@@ -214,10 +216,9 @@ class TemplateFill {
     std::stable_sort(placed_.begin(), placed_.end(), [](const Placed& a, const Placed& b) {
       return a.grid_column > b.grid_column;
     });
-    LongWork work(report_, visible_);
     for (std::int32_t at = row; current_ >= 0; ++at) {
       for (const Placed& placed : placed_) PutValue(at, placed);
-      work.Step();
+      work_.Step();
       current_ = NextVisibleRow(grid_, current_);
     }
     current_ = kNoRow;
@@ -235,6 +236,7 @@ class TemplateFill {
   Grid& grid_;
   const PlainMoney& money_;
   TemplateSheet& sheet_;
+  LongWork& work_;
   std::string list_;
   std::int32_t visible_;
   std::int32_t scan_width_;     // columns of the sheet that are looked at
@@ -262,8 +264,9 @@ std::int32_t NextVisibleRow(const Grid& grid, std::int32_t row) {
 
 std::string FillExcelTemplate(ReportContext& report, Grid& grid, const std::string& templatePath,
                               const PlainMoney& money, OutputFile& out) {
-  const TemplateFile file = OpenTemplateFile(report.process, templatePath);
-  TemplateFill(report, grid, money, *file.sheet).Run();
+  LongWork work(report, VisibleRowCount(grid));
+  const TemplateFile file = OpenTemplateFile(report.process, templatePath, [&] { work.Ask(); });
+  TemplateFill(report, grid, money, *file.sheet, work).Run();
   file.sheet->Save(out);
   out.Commit();
   return file.note;

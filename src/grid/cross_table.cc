@@ -162,7 +162,7 @@ class CrossTable {
       for (const std::int32_t base : base_) key += source_.CellView(row, base, scratch);
       rows_[static_cast<std::size_t>(row) - 1].key = ranks.Add(key, false);
     }
-    const std::vector<std::uint32_t> sorted = ranks.Sorted(true, false);
+    const std::vector<std::uint32_t> sorted = ranks.Sorted(true, false, [this] { Ask(0); });
     source_.Rearrange(BehindFixedRows(1, sorted));
     std::vector<SourceRow> moved;
     moved.reserve(rows_.size());

@@ -84,14 +84,22 @@ void ClickHeader(ReportContext& report, std::int32_t col) {
   }
 }
 
+bool IsClosed(const Grid& table, std::int32_t row) { return table.TextMatrix(row, 0) == "+"; }
+
 }  // namespace
+
+void OpenCrossTable(Grid& table) {
+  for (std::int32_t row = 1; row < table.Rows(); ++row) {
+    if (IsClosed(table, row)) ShowSubRows(table, row);
+  }
+}
 
 void ClickCrossTable(ReportContext& report, std::int32_t row, std::int32_t col) {
   Grid& table = report.flxTranspose;
   if (row < 0 || col < 0 || row >= table.Rows() || col >= table.Cols()) return;
   if (row == 0) {
     ClickHeader(report, col);
-  } else if (col == 0 && table.TextMatrix(row, 0) == "+") {
+  } else if (col == 0 && IsClosed(table, row)) {
     ShowSubRows(table, row);
   } else if (col == 0 && table.TextMatrix(row, 0) == "-") {
     HideSubRows(table, row);

@@ -13,6 +13,9 @@ namespace vorek {
 // the grid, nothing.
 void ClickCrossTable(ReportContext& report, std::int32_t row, std::int32_t col);
 
+// Shows all sub-rows, as a click on every "+" of column 0 does.
+void OpenCrossTable(Grid& table);
+
 }  // namespace vorek
 
 #endif  // VOREK_GRID_CROSS_TABLE_CLICK_H_

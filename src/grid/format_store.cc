@@ -7,7 +7,7 @@
 namespace vorek {
 
 const CellFormat& FormatStore::At(std::uint32_t handle, std::int32_t col) const {
-  if (!cells_.empty()) {
+  if (HasCells(handle)) {
     const auto found = cells_.find(Key(handle, col));
     if (found != cells_.end()) return table_[found->second];
   }
@@ -18,19 +18,23 @@ const CellFormat& FormatStore::At(std::uint32_t handle, std::int32_t col) const 
 void FormatStore::SetRowBackColor(std::uint32_t handle, std::int32_t color, std::int32_t cols) {
   const auto change = [color](CellFormat& format) { format.back_color = color; };
   const RowFormat from = RowAt(handle);
-  if (!cells_.empty() || from.format != last_from_ || color != last_color_ || !Covers(from, cols)) {
-    ChangeRow(handle, cols, change);
-    last_from_ = from.format;
-    last_color_ = color;
-    last_to_ = RowAt(handle).format;
+  const auto known = std::find_if(steps_.begin(), steps_.end(), [&](const Step& step) {
+    return step.from == from.format && step.color == color;
+  });
+  if (!HasCells(handle) && known != steps_.end() && Covers(from, cols)) {
+    SetRow(handle, {known->to, static_cast<std::uint16_t>(cols)});
     return;
   }
-  SetRow(handle, {last_to_, static_cast<std::uint16_t>(cols)});
+  ChangeRow(handle, cols, change);
+  steps_[1] = steps_[0];
+  steps_[0] = {from.format, color, RowAt(handle).format};
 }
 
 void FormatStore::Drop(std::uint32_t handle, std::int32_t cols) {
   if (handle < rows_.size()) rows_[handle] = {};
-  for (std::int32_t col = 0; !cells_.empty() && col < cols; ++col) cells_.erase(Key(handle, col));
+  if (!HasCells(handle)) return;
+  for (std::int32_t col = 0; col < cols; ++col) cells_.erase(Key(handle, col));
+  has_cells_[handle] = false;
 }
 
 void FormatStore::DropColumns(std::int32_t cols) {
@@ -48,9 +52,16 @@ void FormatStore::KeepFirstRow() {
     rows_.shrink_to_fit();
   }
   std::erase_if(cells_, [](const auto& cell) { return (cell.first >> 32U) != 0; });
+  if (has_cells_.size() > 1) has_cells_.resize(1);
 }
 
 void FormatStore::Clear() { *this = FormatStore(); }
+
+void FormatStore::SetCell(std::uint32_t handle, std::int32_t col, std::uint16_t format) {
+  if (handle >= has_cells_.size()) has_cells_.resize(handle + 1);
+  has_cells_[handle] = true;
+  cells_[Key(handle, col)] = format;
+}
 
 void FormatStore::SetRow(std::uint32_t handle, RowFormat format) {
   if (handle >= rows_.size()) rows_.resize(handle + 1);

@@ -1,6 +1,7 @@
 #ifndef VOREK_GRID_FORMAT_STORE_H_
 #define VOREK_GRID_FORMAT_STORE_H_
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <unordered_map>
@@ -27,12 +28,12 @@ class FormatStore {
   void ChangeCell(std::uint32_t handle, std::int32_t col, const Change& change) {
     CellFormat format = At(handle, col);
     change(format);
-    cells_[Key(handle, col)] = Intern(format);
+    SetCell(handle, col, Intern(format));
   }
   // REQUIRES: cols <= kMostRowColumns.
   template <typename Change>
   void ChangeRow(std::uint32_t handle, std::int32_t cols, const Change& change) {
-    if (!cells_.empty()) ChangeCells(handle, cols, change);
+    if (HasCells(handle)) ChangeCells(handle, cols, change);
     const RowFormat old = RowAt(handle);
     CellFormat format = table_[old.format];
     change(format);
@@ -52,6 +53,8 @@ class FormatStore {
   void Clear();
 
  private:
+  static constexpr std::int32_t kNoColor = -2;  // that no cell has
+
   static std::uint64_t Key(std::uint32_t handle, std::int32_t col) {
     return (static_cast<std::uint64_t>(handle) << 32U) | static_cast<std::uint32_t>(col);
   }
@@ -59,6 +62,12 @@ class FormatStore {
   struct RowFormat {
     std::uint16_t format = 0;
     std::uint16_t cols = 0;  // the columns from 1 to this less 1
+  };
+  // A back colour that makes one format out of another.
+  struct Step {
+    std::uint16_t from = 0;
+    std::int32_t color = kNoColor;
+    std::uint16_t to = 0;
   };
   RowFormat RowAt(std::uint32_t handle) const {
     return handle < rows_.size() ? rows_[handle] : RowFormat();
@@ -85,18 +94,21 @@ class FormatStore {
     const std::uint16_t behind = Intern(format);
     if (behind == changed.format) return;
     for (std::int32_t col = old.cols; col < changed.cols; ++col) {
-      cells_.try_emplace(Key(handle, col), behind);
+      if (cells_.count(Key(handle, col)) == 0) SetCell(handle, col, behind);
     }
   }
+  bool HasCells(std::uint32_t handle) const {
+    return handle < has_cells_.size() && has_cells_[handle];
+  }
+  void SetCell(std::uint32_t handle, std::int32_t col, std::uint16_t format);
   void SetRow(std::uint32_t handle, RowFormat format);
   std::uint16_t Intern(const CellFormat& format);
 
   std::vector<CellFormat> table_;  // entry 0 is the default format
   std::vector<RowFormat> rows_;    // by handle
   std::unordered_map<std::uint64_t, std::uint16_t> cells_;
-  std::uint16_t last_from_ = 0;   // SetRowBackColor's last step: this format and colour
-  std::int32_t last_color_ = -2;  // gave last_to_
-  std::uint16_t last_to_ = 0;
+  std::vector<bool> has_cells_;  // by handle: one of cells_ may be the row's
+  std::array<Step, 2> steps_;    // the last ones of SetRowBackColor: colours go in turn
 };
 
 }  // namespace vorek

@@ -56,7 +56,7 @@ void Grid::DropHandle(std::uint32_t handle) {
 }
 
 void Grid::Touch(std::string_view property) {
-  if (redraw_) {
+  if (Drawn()) {
     Changed(property);
   } else {
     dirty_ = true;
@@ -159,6 +159,7 @@ std::string Grid::Clip() const {
   std::string clip;
   std::string scratch;
   for (std::int32_t row = top; row <= bottom; ++row) {
+    AskAt(row);
     if (row > top) clip += '\r';
     for (std::int32_t col = first; col <= last; ++col) {
       if (col > first) clip += '\t';
@@ -354,12 +355,8 @@ void Grid::Select(std::int32_t row, std::int32_t col, std::int32_t row_sel, std:
   col_ = col;
   row_sel_ = row_sel;
   col_sel_ = col_sel;
-  if (!redraw_) {
-    dirty_ = true;
-    return;
-  }
-  Changed("Selection");
-  if (on_sel_change) on_sel_change();
+  Touch("Selection");
+  if (redraw_ && on_sel_change) on_sel_change();
 }
 
 void Grid::SetRow(std::int32_t row) {
@@ -400,11 +397,17 @@ void Grid::SetLeftCol(std::int32_t col) {
 
 void Grid::SetRedraw(bool on) {
   redraw_ = on;
-  if (on && std::exchange(dirty_, false)) {
-    Changed("Rows");
-    Changed("Cells");
-    Changed("Selection");
-  }
+  DrawAgain();
+}
+
+Grid::Hold::~Hold() {
+  --grid_.holds_;
+  grid_.DrawAgain();
+}
+
+void Grid::DrawAgain() {
+  if (!Drawn() || !std::exchange(dirty_, false)) return;
+  for (const char* const property : {"Rows", "Cells", "Selection"}) Changed(property);
 }
 
 // --- Measures and formats ------------------------------------------------------------------------

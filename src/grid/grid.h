@@ -46,6 +46,18 @@ class Grid final : public Control, public FlexGrid {
  public:
   Grid(Control* parent, std::string name);
 
+  // The grid isn't drawn anew while it lives, whatever Redraw says: for a run of many passes.
+  class Hold {
+   public:
+    explicit Hold(Grid& grid) : grid_(grid) { ++grid_.holds_; }
+    ~Hold();
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+   private:
+    Grid& grid_;
+  };
+
   // --- Events from the presenter -------------------------------------------------------------
 
   // The cell under the pointer, told before Click, DblClick, MouseDown and MouseMove; -1, -1
@@ -110,6 +122,8 @@ class Grid final : public Control, public FlexGrid {
   CellFormat FormatAt(std::int32_t row, std::int32_t col) const override;
   CellFormat CurrentFormat() const { return FormatAt(row_, col_); }
   bool Redraw() const override { return redraw_; }
+  // False while Redraw is off or a Hold lives: a screen goes on showing what it showed.
+  bool Drawn() const { return redraw_ && holds_ == 0; }
   std::int32_t FocusRect() const { return focus_rect_; }
   std::int32_t HighLight() const { return high_light_; }
   const SortMark& SortedBy() const { return sort_mark_; }
@@ -172,6 +186,10 @@ class Grid final : public Control, public FlexGrid {
   void AskAt(std::int32_t row) const {
     if (watch_ != nullptr) watch_->At(row, Rows());
   }
+  // The same for a work that has no rows to count.
+  void Ask() const {
+    if (watch_ != nullptr) watch_->At(0);
+  }
 
   // Sorts the rows below the fixed ones by column Col: 1 generic ascending, 2 generic descending,
   // 3 numeric ascending, 4 numeric descending, 5 and 6 texts without regard to case, 7 and 8 texts
@@ -231,6 +249,7 @@ class Grid final : public Control, public FlexGrid {
   void MoveView(std::int32_t top_row, std::int32_t left_col);
   void Select(std::int32_t row, std::int32_t col, std::int32_t row_sel, std::int32_t col_sel);
   void Touch(std::string_view property);
+  void DrawAgain();
   void CompactArena();
   bool RowsAreInOrder() const;
   std::shared_ptr<const TextSource> NumbersOfBoundRows() const;
@@ -264,7 +283,8 @@ class Grid final : public Control, public FlexGrid {
   Outline outline_ = Outline::kNone;
   double font_size_ = kDefaultFontSize;
   bool redraw_ = true;
-  bool dirty_ = false;  // changed while Redraw was off
+  int holds_ = 0;
+  bool dirty_ = false;  // changed while nothing was drawn
   PassWatch* watch_ = nullptr;
 };
 

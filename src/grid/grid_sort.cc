@@ -67,7 +67,7 @@ std::vector<std::uint32_t> SortedByText(const Grid& grid, bool ignore_case, bool
     const std::string_view text = grid.CellView(row, col, scratch);
     ranks.Add(text, text.data() != scratch.data());
   }
-  return ranks.Sorted(ignore_case, descending);
+  return ranks.Sorted(ignore_case, descending, [&grid] { grid.Ask(); });
 }
 
 }  // namespace

@@ -27,6 +27,20 @@ std::uint64_t WordAt(std::string_view key, std::size_t begin) {
   return word;
 }
 
+// Asks at every so many steps of a work that has no rows to count.
+class AskNowAndThen {
+ public:
+  explicit AskNowAndThen(const RowRanks::Ask& ask) : ask_(ask) {}
+  void Step() {
+    if (++steps_ % kStepsBetweenQuestions == 0) ask_();
+  }
+
+ private:
+  static constexpr std::uint32_t kStepsBetweenQuestions = 65536;
+  const RowRanks::Ask& ask_;
+  std::uint32_t steps_ = 0;
+};
+
 }  // namespace
 
 RowRanks::RowRanks(std::size_t rows, bool keeps_equal) : slots_(1024), keeps_equal_(keeps_equal) {
@@ -75,7 +89,8 @@ void RowRanks::Grow() {
   }
 }
 
-std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) {
+std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending, const Ask& ask) {
+  AskNowAndThen asking(ask);
   std::string keys;
   std::size_t bytes = 0;
   for (const std::string_view text : texts_) bytes += text.size();
@@ -83,6 +98,7 @@ std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) {
   std::vector<std::size_t> ends;
   ends.reserve(texts_.size());
   for (const std::string_view text : texts_) {
+    asking.Step();
     text::AppendSortKey(text, ignore_case, keys);
     ends.push_back(keys.size());
   }
@@ -98,6 +114,7 @@ std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) {
     order.push_back({WordAt(key(id), 0), WordAt(key(id), 8), id});
   }
   std::sort(order.begin(), order.end(), [&](const KeyedText& a, const KeyedText& b) {
+    asking.Step();
     if (a.head != b.head) return a.head < b.head;
     return a.next != b.next ? a.next < b.next : key(a.id) < key(b.id);
   });
@@ -113,9 +130,9 @@ std::vector<std::uint32_t> RowRanks::Ranks(bool ignore_case, bool descending) {
   return ranks;
 }
 
-std::vector<std::uint32_t> RowRanks::Sorted(bool ignore_case, bool descending) {
+std::vector<std::uint32_t> RowRanks::Sorted(bool ignore_case, bool descending, const Ask& ask) {
   std::vector<std::uint32_t>().swap(slots_);
-  const std::vector<std::uint32_t> ranks = Ranks(ignore_case, descending);
+  const std::vector<std::uint32_t> ranks = Ranks(ignore_case, descending, ask);
   std::vector<std::uint32_t> begins(ranks.size() + 1, 0);
   for (const std::uint32_t id : ids_) ++begins[ranks[id] + 1];
   for (std::size_t i = 1; i < begins.size(); ++i) begins[i] += begins[i - 1];

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -24,15 +25,16 @@ class RowRanks {
   // The next row has the text of that number again.
   void Repeat(std::uint32_t id) { ids_.push_back(id); }
 
-  // The rows from 0 in their order; those with equal keys stay as they came.
-  // No text may be added afterwards.
-  std::vector<std::uint32_t> Sorted(bool ignore_case, bool descending);
+  // The rows from 0 in their order; those with equal keys stay as they came. `ask` is called now
+  // and then; it throws to stop the work. No text may be added afterwards.
+  using Ask = std::function<void()>;
+  std::vector<std::uint32_t> Sorted(bool ignore_case, bool descending, const Ask& ask);
 
  private:
   std::size_t SlotOf(std::string_view text, std::size_t hash) const;
   void Grow();
   void Remember(std::size_t slot);
-  std::vector<std::uint32_t> Ranks(bool ignore_case, bool descending);
+  std::vector<std::uint32_t> Ranks(bool ignore_case, bool descending, const Ask& ask);
 
   std::vector<std::uint32_t> ids_;       // of each row's text
   std::vector<std::string_view> texts_;  // by id

@@ -54,7 +54,8 @@ void SortSmallTexts(Grid& grid, std::int32_t column) {
     text::AppendPlainNumber(number / kScale, small);
     known.emplace(number, ranks.Add(small, false));
   }
-  grid.Rearrange(BehindFixedRows(grid.FixedRows(), ranks.Sorted(true, false)));
+  grid.Rearrange(
+      BehindFixedRows(grid.FixedRows(), ranks.Sorted(true, false, [&grid] { grid.Ask(); })));
 }
 
 }  // namespace vorek

@@ -8,6 +8,9 @@
 
 namespace vorek {
 
+// Asked now and then by a work that knows no watch; throws Error(kCancelled) to stop it.
+using Question = std::function<void()>;
+
 // Lets a long pass over rows be seen and cancelled: the pass calls At for each row, every few
 // thousand of them the screen is asked whether to go on, and a user who cancelled makes At throw
 // Error(kCancelled). Outside of a Pass nothing is asked.

@@ -17,7 +17,8 @@ ResultColumn::ResultColumn(std::string name, int ado_type, Storage storage, int 
 void ResultColumn::AddChunk() {
   Chunk& chunk = chunks_.emplace_back();
   if (chunks_.size() == 1) return;
-  if (storage_ == Storage::kScaled) chunk.scaled.reserve(kChunkRows);
+  if (storage_ == Storage::kScaled && wide_) chunk.scaled.reserve(kChunkRows);
+  if (storage_ == Storage::kScaled && !wide_) chunk.narrow.reserve(kChunkRows);
   if (storage_ == Storage::kDouble) chunk.doubles.reserve(kChunkRows);
   if (storage_ == Storage::kText) chunk.texts.reserve(kChunkRows);
 }
@@ -28,8 +29,22 @@ ResultColumn::Chunk& ResultColumn::Tail() {
 }
 
 void ResultColumn::AppendScaled(std::int64_t value) {
-  Tail().scaled.push_back(value);
+  Chunk& chunk = Tail();
+  const auto narrow = static_cast<std::int32_t>(value);
+  if (!wide_ && narrow != value) Widen(chunk);
+  if (wide_) {
+    chunk.scaled.push_back(value);
+  } else {
+    chunk.narrow.push_back(narrow);
+  }
   Count();
+}
+
+void ResultColumn::Widen(Chunk& chunk) {
+  wide_ = true;
+  if (chunks_.size() > 1) chunk.scaled.reserve(kChunkRows);
+  chunk.scaled.assign(chunk.narrow.begin(), chunk.narrow.end());
+  chunk.narrow = {};
 }
 
 void ResultColumn::AppendDouble(double value) {
@@ -122,7 +137,8 @@ double ResultColumn::Number(std::size_t row) const {
 std::size_t ResultColumn::Memory() const {
   std::size_t bytes = chunks_.capacity() * sizeof(Chunk);
   for (const Chunk& chunk : chunks_) {
-    bytes += chunk.scaled.capacity() * sizeof(std::int64_t) +
+    bytes += chunk.narrow.capacity() * sizeof(std::int32_t) +
+             chunk.scaled.capacity() * sizeof(std::int64_t) +
              chunk.doubles.capacity() * sizeof(double) +
              chunk.texts.capacity() * sizeof(std::uint32_t) +
              chunk.nulls.capacity() * sizeof(std::uint64_t);

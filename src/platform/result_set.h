@@ -14,8 +14,8 @@ namespace vorek {
 
 // One column of a result, kept typed and in chunks of rows, so that a million rows neither move
 // while they grow nor cost an allocation each. Whole numbers and exact decimals are 64-bit integers
-// with a scale, other numbers are doubles, everything else is text (bytes come as their hexadecimal
-// text with "0x" in front, dates as "yyyy-mm-dd hh:mm:ss[.fff]").
+// with a scale, held in 32 bits where they fit, other numbers are doubles, everything else is text
+// (bytes come as their hexadecimal text with "0x" in front, dates as "yyyy-mm-dd hh:mm:ss[.fff]").
 //
 // Rows are appended in order by the provider and read at random afterwards; a column that is being
 // read isn't written any more, so that threads and controls may share it.
@@ -50,7 +50,10 @@ class ResultColumn {
     const std::vector<std::uint64_t>& nulls = At(row).nulls;
     return !nulls.empty() && (nulls[Offset(row) / 64] >> (Offset(row) % 64) & 1U) != 0;
   }
-  std::int64_t Scaled(std::size_t row) const { return At(row).scaled[Offset(row)]; }
+  std::int64_t Scaled(std::size_t row) const {
+    const Chunk& chunk = At(row);
+    return chunk.scaled.empty() ? chunk.narrow[Offset(row)] : chunk.scaled[Offset(row)];
+  }
   double Double(std::size_t row) const { return At(row).doubles[Offset(row)]; }
   std::string_view Text(std::size_t row) const;
 
@@ -71,6 +74,7 @@ class ResultColumn {
 
  private:
   struct Chunk {
+    std::vector<std::int32_t> narrow;  // scaled numbers, while all of the chunk fit
     std::vector<std::int64_t> scaled;
     std::vector<double> doubles;
     std::vector<std::uint32_t> texts;  // places in the pool
@@ -78,6 +82,7 @@ class ResultColumn {
   };
 
   void AddChunk();
+  void Widen(Chunk& chunk);
   Chunk& Tail();
   void Count() { ++size_; }
   const Chunk& At(std::size_t row) const { return chunks_[row >> kChunkBits]; }
@@ -89,6 +94,7 @@ class ResultColumn {
   int scale_;
   std::size_t size_ = 0;
   bool has_nulls_ = false;
+  bool wide_ = false;  // a number needed 64 bits: those of later chunks take them at once
   std::vector<Chunk> chunks_;
   std::shared_ptr<TextPool> pool_;  // of a column of texts; copies share it
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/output_file.h"
+#include "platform/pass_watch.h"
 
 namespace vorek {
 
@@ -131,9 +132,10 @@ class Spreadsheet {
   virtual std::unique_ptr<WorkbookWriter> NewWorkbook(std::unique_ptr<OutputFile> out,
                                                       WorkbookLook look) = 0;
   // A workbook by the bytes of its archive. Throws Error(kInvalidCall), in Persian, for what can't
-  // be read. The name stands in messages.
-  virtual std::unique_ptr<TemplateSheet> OpenTemplate(std::string bytes,
-                                                      const std::string& name) = 0;
+  // be read. The name stands in messages. The question is asked while it opens, is filled and
+  // saved.
+  virtual std::unique_ptr<TemplateSheet> OpenTemplate(std::string bytes, const std::string& name,
+                                                      Question question) = 0;
 };
 
 }  // namespace vorek

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/pass_watch.h"
+
 namespace vorek {
 
 // A workbook of the new format that was made of an old one.
@@ -16,8 +18,8 @@ class WorkbookConverter {
  public:
   virtual ~WorkbookConverter() = default;
 
-  // Throws Error, in Persian, if it can't be done here.
-  virtual ConvertedWorkbook Convert(const std::string& bytes) = 0;
+  // Throws Error, in Persian, if it can't be done here, and what `question` throws.
+  virtual ConvertedWorkbook Convert(const std::string& bytes, const Question& question) = 0;
 };
 
 }  // namespace vorek

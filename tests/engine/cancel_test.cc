@@ -5,6 +5,7 @@
 #include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
+#include "support/report_columns.h"
 #include "support/scripted_windows.h"
 #include "vorek/report.h"
 
@@ -18,6 +19,7 @@ class CancellingWindows : public ScriptedWindows {
  public:
   bool PassGoesOn() override {
     ++questions;
+    if (look) look();
     return questions != cancel_at;
   }
   bool TellCancelled(std::string_view line) override {
@@ -31,6 +33,7 @@ class CancellingWindows : public ScriptedWindows {
     told.clear();
   }
 
+  std::function<void()> look;  // at each question
   int questions = 0;
   int cancel_at = 0;  // 0 for never
   std::vector<std::string> told;
@@ -72,19 +75,7 @@ class CancelTest : public testing::Test {
                                  {"JustShowPositiveValue", kInteger}},
                                 {{"مانده", "C'4+C4", "C4", std::nullopt}}));
     database->Answer("tblVorekReport where ID =7",
-                     MakeResult({{"ID", kInteger},
-                                 {"Title", kVarWChar},
-                                 {"Notes", kVarWChar},
-                                 {"CreateDate", kDBTimeStamp},
-                                 {"SQLQuery", kVarWChar},
-                                 {"MakeTree", kInteger},
-                                 {"MakeTranspose", kBoolean},
-                                 {"MakeMerge", kBoolean},
-                                 {"MakeSecure", kBoolean},
-                                 {"ShowDiagram", kBoolean},
-                                 {"FormTypeID", kInteger},
-                                 {"FontSize", kInteger},
-                                 {"ReportRowHeight", kInteger}},
+                     MakeResult(kReportColumns,
                                 {{"7", "گزارش", std::nullopt, "2024-03-20 00:00:00", "select rows",
                                   tree ? "1" : "0", "0", kind == "fold" ? "1" : "0", "0", "0",
                                   std::nullopt, "12", "300"}}));
@@ -177,6 +168,26 @@ TEST_F(CancelTest, LeavesAReportWholeWhicheverQuestionIsAnsweredWithNo) {
     with.pass();
     EXPECT_TRUE(Shown() == done) << with.report;
   }
+}
+
+TEST_F(CancelTest, ASortAsksAlsoWhileItComparesItsKeys) {
+  Start("flat");
+  control.flxMain.SetCol(3);
+  windows->CancelAt(0);
+  const PassWatch::Pass pass(control.world.process.watch, PassWatch::Leaves::kNothing);
+  control.flxMain.Sort(7);
+  EXPECT_GT(windows->questions, kRows / PassWatch::kRowsBetweenQuestions);
+}
+
+TEST_F(CancelTest, ARunDrawsItsGridOnceItIsWhole) {
+  Start("flat");
+  bool drawn = false;
+  windows->look = [&] { drawn = drawn || control.flxMain.Drawn(); };
+  ASSERT_TRUE(report.Refresh());
+  EXPECT_FALSE(drawn);
+  ClickHeader(3);
+  EXPECT_FALSE(drawn);
+  EXPECT_TRUE(control.flxMain.Drawn());
 }
 
 TEST_F(CancelTest, EmptiesTheGridsOnceWhenARunIsCancelledInAnyOfItsPasses) {

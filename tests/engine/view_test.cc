@@ -8,25 +8,12 @@
 #include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
+#include "support/report_columns.h"
 #include "support/scripted_windows.h"
 #include "vorek/report.h"
 
 namespace vorek {
 namespace {
-
-const std::vector<MemoryColumn> kReportColumns = {{"ID", kInteger},
-                                                  {"Title", kVarWChar},
-                                                  {"Notes", kVarWChar},
-                                                  {"CreateDate", kDBTimeStamp},
-                                                  {"SQLQuery", kVarWChar},
-                                                  {"MakeTree", kInteger},
-                                                  {"MakeTranspose", kBoolean},
-                                                  {"MakeMerge", kBoolean},
-                                                  {"MakeSecure", kBoolean},
-                                                  {"ShowDiagram", kBoolean},
-                                                  {"FormTypeID", kInteger},
-                                                  {"FontSize", kInteger},
-                                                  {"ReportRowHeight", kInteger}};
 
 // A catalogue in memory with one report, number 7, and faults on demand.
 class ViewTest : public testing::Test {

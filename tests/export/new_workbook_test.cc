@@ -39,7 +39,7 @@ class NewWorkbookTest : public testing::Test {
     ReportContext report = random_.Context();
     PlainMoney money(report);
     EXPECT_EQ(WriteNewWorkbook(report, money, options, files_.Create("made")), 1U);
-    sheet_ = XlsxSpreadsheet()->OpenTemplate(files_.contents["made"], "made");
+    sheet_ = XlsxSpreadsheet()->OpenTemplate(files_.contents["made"], "made", [] {});
     xml_ = xlsx::Archive(files_.contents["made"], "made").Read("xl/worksheets/sheet1.xml");
   }
   void ExpectHolds(const std::string& piece) {

@@ -75,7 +75,7 @@ class FillTest : public testing::Test {
     ReportContext report = random_.Context();
     const PlainMoney money(report);
     FillExcelTemplate(report, random_.flxMain, "t.xls", money, *files_->Create("made.xlsx"));
-    made_ = XlsxSpreadsheet()->OpenTemplate(files_->contents["made.xlsx"], "made.xlsx");
+    made_ = XlsxSpreadsheet()->OpenTemplate(files_->contents["made.xlsx"], "made.xlsx", [] {});
   }
   void Expect(const Cells& cells) {
     for (const auto& [place, text] : cells) {

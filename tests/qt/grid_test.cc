@@ -92,6 +92,27 @@ TEST_F(GridTest, StandsFromRightToLeftBelowItsHeader) {
   EXPECT_TRUE(area->CellRect(39, 2).isEmpty());
 }
 
+TEST_F(GridTest, KeepsItsPictureWhileAPassChangesTheGrid) {
+  Open(100);
+  const auto picture = [this] { return area->viewport()->grab().toImage(); };
+  const QImage whole = picture();
+  {
+    const Grid::Hold run(grid);
+    grid.SetRedraw(false);
+    grid.SetRedraw(true);  // a pass within the run
+    grid.SetCols(2);
+    grid.WriteCell(1, 1, "half made");
+    EXPECT_EQ(picture(), whole);
+  }
+  const QImage changed = picture();
+  EXPECT_NE(changed, whole);
+  grid.SetRedraw(false);
+  grid.SetRows(2);
+  EXPECT_EQ(picture(), changed);
+  grid.SetRedraw(true);
+  EXPECT_NE(picture(), changed);
+}
+
 TEST_F(GridTest, TellsTheGridWhatTheMouseDoes) {
   Open(100);
   std::string events;

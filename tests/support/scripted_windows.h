@@ -36,7 +36,9 @@ class ScriptedWindows : public NoWindows {
   void LoadKeyboardLayout(std::string_view name) override { layouts.emplace_back(name); }
   void PopupMenu(Menu& menu) override { menus.push_back(menu.Name()); }
   int OsMajorVersion() const override { return os_version; }
+  bool PassGoesOn() override { return !on_question || on_question(); }
 
+  std::function<bool()> on_question;  // whether a pass goes on
   std::vector<std::string> shown;
   std::vector<std::string> beeps;
   std::vector<std::string> layouts;

@@ -53,6 +53,31 @@ TEST(References, OfAnotherSheetAreMovedByItsName) {
   EXPECT_EQ(MoveFormula("'My Data'!$A$7:$A$9", {6, 3}, "My Data", false), "'My Data'!$A$10:$A$12");
 }
 
+// Rows of one sheet move, those of the others don't: no reference can say that.
+TEST(References, OverManySheetsStopTheMoveThatTheyCannotFollow) {
+  for (const char* formula : {"SUM(Data:Other!A7)", "SUM(First:Data!A5:A7)",
+                              "SUM('Data:My Other'!$A$7)", "1+dAtA:Other!7:7"}) {
+    EXPECT_THROW(MoveFormula(formula, {6, 3}, "Data", true), UnmovedReference) << formula;
+  }
+  EXPECT_THROW(MoveFormula("SUM(A1:DATA7!C7)", {6, 3}, "A1", true), UnmovedReference);
+  const MoveCase stay[] = {{"SUM(Data:Other!A5)+A7", "SUM(Data:Other!A5)+A10"},
+                           {"SUM(Second:Other!A7)+A7", "SUM(Second:Other!A7)+A10"},
+                           {"SUM(Data:Other!A:B)", "SUM(Data:Other!A:B)"},
+                           {"SUM([1]Data:Other!A7)+A7", "SUM([1]Data:Other!A7)+A10"},
+                           {"'C:\\x\\[b.xlsx]Data'!A7+A7", "'C:\\x\\[b.xlsx]Data'!A7+A10"},
+                           {"Name:A7", "Name:A10"},
+                           {"Name:(Data!A7)", "Name:(Data!A10)"},
+                           {"Data!A5:Data!A7", "Data!A5:Data!A10"}};
+  for (const MoveCase& tried : stay) {
+    EXPECT_EQ(MoveFormula(tried.formula, {6, 3}, "Data", true), tried.moved) << tried.formula;
+  }
+}
+
+TEST(References, OfOtherBooksAndManySheetsAreCopiedLikeAllOthers) {
+  EXPECT_EQ(ShiftFormula("[1]Data!B5*[1]Data!B$5", 2, 0), "[1]Data!B7*[1]Data!B$5");
+  EXPECT_EQ(ShiftFormula("SUM(Data:Other!B5)", 2, 0), "SUM(Data:Other!B7)");
+}
+
 TEST(References, FollowARowThatIsTakenAway) {
   const MoveCase cases[] = {
       {"A5", "A5"},       {"A6", "#REF!"},    {"A7", "A6"},       {"A6:B6", "#REF!"},

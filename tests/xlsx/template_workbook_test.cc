@@ -3,6 +3,7 @@
 #include <xlsxwriter.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/xlsx/archive.h"
@@ -63,7 +64,7 @@ std::string MakeWorkbook(const std::string& name) {
 }
 
 std::unique_ptr<TemplateSheet> Open(const std::string& path) {
-  return XlsxSpreadsheet()->OpenTemplate(SystemFiles().Read(path), path);
+  return XlsxSpreadsheet()->OpenTemplate(SystemFiles().Read(path), path, [] {});
 }
 
 std::string Save(TemplateSheet& sheet, const std::string& name) {
@@ -114,6 +115,77 @@ TEST(Template, ReferencesOfAllKindsFollowNewRows) {
   ExpectHolds(Part(path, "xl/tables/table1.xml"), {"ref=\"A17:C19\""});
   EXPECT_EQ(ReadByOpenpyxl(path).find("failed"), std::string::npos);
   EXPECT_NE(ReadBySsconvert(path).find("merged"), std::string::npos);
+}
+
+// One picture in the row that is copied, one below; a comment in that row.
+std::string MakeWorkbookWithPictures(const std::string& name) {
+  constexpr unsigned char kPicture[] = {
+      0x89, 'P',  'N',  'G',  '\r', '\n', 0x1A, '\n', 0,   0,   0,    13,   'I',  'H',
+      'D',  'R',  0,    0,    0,    1,    0,    0,    0,   1,   8,    6,    0,    0,
+      0,    0x1F, 0x15, 0xC4, 0x89, 0,    0,    0,    13,  'I', 'D',  'A',  'T',  0x78,
+      0x9C, 0x63, 0xF8, 0xCF, 0xC0, 0xF0, 0x1F, 0,    5,   0,   1,    0xFF, 0x56, 0xC7,
+      0x2F, 0x0D, 0,    0,    0,    0,    'I',  'E',  'N', 'D', 0xAE, 0x42, 0x60, 0x82};
+  const std::string path = ScratchFile(name);
+  lxw_workbook* const book = workbook_new(path.c_str());
+  lxw_worksheet* const sheet = workbook_add_worksheet(book, nullptr);
+  worksheet_write_string(sheet, 4, 0, "#2", nullptr);
+  worksheet_write_comment(sheet, 4, 1, "a comment");
+  for (const lxw_row_t row : {4U, 8U}) {
+    EXPECT_EQ(worksheet_insert_image_buffer(sheet, row, 3, kPicture, sizeof kPicture), 0);
+  }
+  EXPECT_EQ(workbook_close(book), LXW_NO_ERROR);
+  return path;
+}
+
+TEST(Template, PicturesAndCommentsAreMovedAndNotRepeated) {
+  const std::string before = MakeWorkbookWithPictures("pictures.xlsx");
+  const auto sheet = Open(before);
+  sheet->InsertCopies(5, 6, 3);
+  const std::string path = Save(*sheet, "pictures-made.xlsx");
+  const std::string drawing = Part(path, "xl/drawings/drawing1.xml");
+  ExpectHolds(drawing,
+              {"<xdr:from><xdr:col>3</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>4</xdr:row>",
+               "<xdr:from><xdr:col>3</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>11</xdr:row>"});
+  std::size_t pictures = 0;
+  for (std::size_t at = drawing.find("<xdr:pic>"); at != std::string::npos; ++pictures) {
+    at = drawing.find("<xdr:pic>", at + 1);
+  }
+  EXPECT_EQ(pictures, 2U);
+  const std::string comments = Part(path, "xl/comments1.xml");
+  ExpectHolds(comments, {"ref=\"B5\""});
+  EXPECT_EQ(comments.find("ref=\"B6\""), std::string::npos);
+  EXPECT_EQ(Part(path, "xl/media/image1.png"), Part(before, "xl/media/image1.png"));
+  EXPECT_EQ(ReadByOpenpyxl(path).find("failed"), std::string::npos);
+}
+
+TEST(Template, AsksTheUserWhileItOpensIsFilledAndSaved) {
+  const std::string path = MakeWorkbook("asks.xlsx");
+  int questions = 0;
+  const auto sheet = XlsxSpreadsheet()->OpenTemplate(SystemFiles().Read(path), path,
+                                                     [&questions] { ++questions; });
+  EXPECT_GE(std::exchange(questions, 0), 1);
+  sheet->InsertCopies(5, 6, 3000);
+  EXPECT_GE(std::exchange(questions, 0), 3);
+  const auto parts = xlsx::Archive(SystemFiles().Read(path), path).Names().size();
+  Save(*sheet, "asks-made.xlsx");
+  EXPECT_GT(questions, static_cast<int>(parts) + 5);
+}
+
+TEST(Template, AReferenceOverManySheetsIsRefusedByTheTemplatesName) {
+  const std::string path = ScratchFile("sheets.xlsx");
+  lxw_workbook* const book = workbook_new(path.c_str());
+  workbook_add_worksheet(book, "Data");
+  lxw_worksheet* const other = workbook_add_worksheet(book, "Other");
+  worksheet_write_formula(other, 0, 0, "=SUM(Data:Other!B7)", nullptr);
+  EXPECT_EQ(workbook_close(book), LXW_NO_ERROR);
+  const auto sheet = Open(path);
+  sheet->InsertCopies(5, 6, 3);
+  try {
+    Save(*sheet, "sheets-made.xlsx");
+    ADD_FAILURE() << "not refused";
+  } catch (const Error& error) {
+    ExpectHolds(error.Description(), {"الگوي «" + path + "» پر نمي شود", "SUM(Data:Other!B7)"});
+  }
 }
 
 TEST(Template, CopiesBeforeTheRowKeepItsRules) {
@@ -216,10 +288,10 @@ TEST(Template, HostileFilesAreRefusedInPersian) {
   std::string broken = SystemFiles().Read(MakeWorkbook("broken.xlsx"));
   for (std::size_t at = 100; at < broken.size(); at += broken.size() / 40) {
     std::string cut = broken.substr(0, at);
-    EXPECT_THROW(XlsxSpreadsheet()->OpenTemplate(cut, "cut"), Error) << at;
+    EXPECT_THROW(XlsxSpreadsheet()->OpenTemplate(cut, "cut", [] {}), Error) << at;
     std::string turned = broken;
     turned[at] = static_cast<char>(turned[at] ^ 0x55);
-    IgnoreErrors([&] { XlsxSpreadsheet()->OpenTemplate(turned, "turned"); });
+    IgnoreErrors([&] { XlsxSpreadsheet()->OpenTemplate(turned, "turned", [] {}); });
   }
 }
 

@@ -115,14 +115,32 @@ void GridArea::BarMoved() {
 
 void GridArea::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
-  if (grid_ == nullptr || IsBlank(*grid_)) {
+  if (grid_ == nullptr) {
     painter.fillRect(event->rect(), palette().base());
     return;
   }
+  if (grid_->Drawn()) Draw(event->rect());
+  painter.drawPixmap(0, 0, picture_);
+}
+
+// Paints into the picture of the grid, which stays on the screen while a pass changes the grid.
+void GridArea::Draw(const QRect& part) {
+  const QSizeF size = QSizeF(viewport()->size()) * devicePixelRatio();
+  QRect stale = part;
+  if (picture_.size() != size.toSize()) {
+    picture_ = QPixmap(size.toSize());
+    picture_.setDevicePixelRatio(devicePixelRatio());
+    stale = viewport()->rect();
+  }
+  QPainter painter(&picture_);
+  painter.setClipRect(stale);
+  painter.setLayoutDirection(layoutDirection());
+  painter.fillRect(stale, viewport()->palette().brush(viewport()->backgroundRole()));
+  if (IsBlank(*grid_)) return;
   painter.setFont(font());
   GridPainter pass(*grid_, *geometry_, painter, palette(), hasFocus());
   pass.MarkFound(finder_);
-  pass.Paint(event->rect());
+  pass.Paint(stale);
 }
 
 void GridArea::resizeEvent(QResizeEvent* event) {

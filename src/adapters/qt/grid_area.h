@@ -2,6 +2,7 @@
 #define VOREK_ADAPTERS_QT_GRID_AREA_H_
 
 #include <QAbstractScrollArea>
+#include <QPixmap>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -52,6 +53,7 @@ class GridArea : public QAbstractScrollArea {
   void changeEvent(QEvent* event) override;
 
  private:
+  void Draw(const QRect& part);
   void Press(GridCell cell, QMouseEvent& event);
   void SelectAt(GridCell cell, bool extend);
   void DragTo(QPoint point);
@@ -75,6 +77,7 @@ class GridArea : public QAbstractScrollArea {
   Grid* grid_;
   const GridFinder* finder_ = nullptr;
   std::unique_ptr<GridGeometry> geometry_;
+  QPixmap picture_;  // what is on the screen
   std::function<void(const std::function<void()>&)> feed_;
   bool bars_pending_ = false;
   bool syncing_ = false;

@@ -81,7 +81,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   has_deadline_ = true;
   deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   Run(db, "PRAGMA foreign_keys = ON");
-  Run(db, "PRAGMA cache_size = -65536");  // kibibytes: joins over an index halve their time by it
+  Run(db, "PRAGMA cache_size = -32768");  // kibibytes: joins over an index halve their time by it
   schema_ = std::make_unique<Schema>(db);
   schema_->SetCheckpoint([this] { AskProgress(0); });
   schema_->Refresh();  // the first read: fails for a file that is no database

@@ -37,6 +37,34 @@ pid_t Start(std::vector<std::string> arguments) {
   return failed == 0 ? child : 0;
 }
 
+// A child and what it started: all of it goes with this.
+class Group {
+ public:
+  explicit Group(pid_t child) : child_(child), ended_(child == 0) {}
+  Group(const Group&) = delete;
+  Group& operator=(const Group&) = delete;
+  ~Group() {
+    if (child_ == 0) return;
+    ::kill(-child_, SIGKILL);
+    if (!ended_) ::waitpid(child_, &status_, 0);
+  }
+
+  bool Ended() {
+    if (ended_) return true;
+    const pid_t got = ::waitpid(child_, &status_, WNOHANG);
+    ended_ = got == child_ || (got < 0 && errno != EINTR);
+    well_ = got == child_ && WIFEXITED(status_) && WEXITSTATUS(status_) == 0;
+    return ended_;
+  }
+  bool EndedWell() const { return well_; }
+
+ private:
+  pid_t child_;
+  bool ended_;
+  bool well_ = false;
+  int status_ = 0;
+};
+
 }  // namespace
 
 std::string FindProgram(const std::string& name) {
@@ -49,26 +77,17 @@ std::string FindProgram(const std::string& name) {
   return {};
 }
 
-bool RunChild(const std::vector<std::string>& arguments, std::chrono::milliseconds limit) {
+bool RunChild(const std::vector<std::string>& arguments, std::chrono::milliseconds limit,
+              const Question& question) {
   constexpr std::chrono::milliseconds kBetween{5};
-  const pid_t child = Start(arguments);
-  if (child == 0) return false;
+  Group child(Start(arguments));
   const Clock::time_point end = Clock::now() + limit;
-  int status = 0;
-  for (;;) {
-    const pid_t got = ::waitpid(child, &status, WNOHANG);
-    if (got == child) break;
-    if (got < 0 && errno != EINTR) return false;
-    if (Clock::now() >= end) {
-      ::kill(-child, SIGKILL);
-      ::waitpid(child, &status, 0);
-      return false;
-    }
+  while (!child.Ended()) {
+    if (Clock::now() >= end) return false;
     std::this_thread::sleep_for(kBetween);
+    question();
   }
-  // What it may have left running goes too.
-  ::kill(-child, SIGKILL);
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  return child.EndedWell();
 }
 
 }  // namespace vorek

@@ -5,14 +5,18 @@
 #include <string>
 #include <vector>
 
+#include "platform/pass_watch.h"
+
 namespace vorek {
 
 // The path of a program that the user could call by that name; empty if there is none.
 std::string FindProgram(const std::string& name);
 
 // Runs a program, silent, in a process group of its own and waits for it. True if it ended by
-// itself with code 0; when the time is over, it is killed with all that it started.
-bool RunChild(const std::vector<std::string>& arguments, std::chrono::milliseconds limit);
+// itself with code 0; when the time is over, or the question throws, it is killed with all that it
+// started.
+bool RunChild(const std::vector<std::string>& arguments, std::chrono::milliseconds limit,
+              const Question& question);
 
 }  // namespace vorek
 

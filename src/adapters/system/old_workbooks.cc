@@ -98,20 +98,20 @@ class ConvertedStore {
 
 class OldWorkbooks : public WorkbookConverter {
  public:
-  ConvertedWorkbook Convert(const std::string& bytes) override {
+  ConvertedWorkbook Convert(const std::string& bytes, const Question& question) override {
     std::string office = FindProgram("soffice");
     if (office.empty()) office = FindProgram("libreoffice");
     const std::string gnumeric = FindProgram("ssconvert");
     const ConvertedStore store(bytes);
     ConvertedWorkbook made;
     if (!office.empty() && Take(store, bytes, true, made)) return made;
-    if (!office.empty() && Run(office, true, bytes, made.bytes)) {
+    if (!office.empty() && Run(office, true, bytes, question, made.bytes)) {
       store.Keep(bytes, true, made.bytes);
       return made;
     }
     made.charts_lost = true;
     if (Take(store, bytes, false, made)) return made;
-    if (!gnumeric.empty() && Run(gnumeric, false, bytes, made.bytes)) {
+    if (!gnumeric.empty() && Run(gnumeric, false, bytes, question, made.bytes)) {
       store.Keep(bytes, false, made.bytes);
       return made;
     }
@@ -130,8 +130,8 @@ class OldWorkbooks : public WorkbookConverter {
 
   // On a copy in a folder of its own: a lock of another run beside the file would stop it.
   static bool Run(const std::string& program, bool office, const std::string& bytes,
-                  std::string& made) {
-    return IgnoreErrors([&] {
+                  const Question& question, std::string& made) {
+    const bool done = IgnoreErrors([&] {
       const ScratchFolder scratch;
       const fs::path in = scratch.Path() / "template.xls";
       const fs::path out = scratch.Path() / "made" / "template.xlsx";
@@ -148,9 +148,11 @@ class OldWorkbooks : public WorkbookConverter {
             "--outdir",     out.parent_path().string(),
             in.string()};
       }
-      if (!RunChild(words, kLimit)) throw Error(ErrorNumber::kInternal, "not converted");
+      if (!RunChild(words, kLimit, question)) throw Error(ErrorNumber::kInternal, "not converted");
       made = files.Read(out.string());
     });
+    question();  // a user who cancelled gets no other try
+    return done;
   }
 };
 

@@ -70,10 +70,24 @@ std::string ReferenceText(const Reference& reference) {
   return text;
 }
 
-// What becomes of a reference, or of the two ends of one; sheet is the name before it, null for
-// none. False leaves it as it stands, gone makes it #REF!.
+// The sheet whose name stands before a reference.
+struct Target {
+  std::optional<std::string> sheet;  // "First:Last" for all from one to another
+  bool external = false;             // of another workbook
+
+  bool IsRange() const { return sheet && sheet->find(':') != std::string::npos; }
+  // One of the ends is that sheet.
+  bool EndsAt(std::string_view name) const {
+    const std::size_t colon = sheet->find(':');
+    return text::EqualsIgnoreCase(sheet->substr(0, colon), name) ||
+           text::EqualsIgnoreCase(sheet->substr(colon + 1), name);
+  }
+};
+
+// What becomes of a reference, or of the two ends of one. False leaves it as it stands, gone makes
+// it #REF!.
 using Change =
-    std::function<bool(const std::string* sheet, Reference& first, Reference* last, bool& gone)>;
+    std::function<bool(const Target& target, Reference& first, Reference* last, bool& gone)>;
 
 // Goes through a formula and hands each reference to the change.
 class FormulaReader {
@@ -86,7 +100,7 @@ class FormulaReader {
       const char c = formula_[at_];
       if (c == '"') {
         CopyQuoted();
-        sheet_.reset();
+        target_ = {};
       } else if (c == '\'') {
         TakeQuotedSheet();
       } else if (c == '[') {
@@ -96,8 +110,8 @@ class FormulaReader {
       } else {
         out_ += c;
         ++at_;
-        sheet_.reset();
-        external_ = false;
+        target_ = {};
+        first_sheet_.clear();
       }
     }
     return std::move(out_);
@@ -123,14 +137,15 @@ class FormulaReader {
     out_ += quoted;
     if (!NextIs('!') || quoted.size() < 2) return;
     std::string name = text::Replace(quoted.substr(1, quoted.size() - 2), "''", "'");
-    external_ = external_ || name.find('[') != std::string::npos;
-    TakeSheet(std::move(name));
+    target_.external = target_.external || name.find('[') != std::string::npos;
+    TakeSheet(first_sheet_ + name);
   }
 
   void TakeSheet(std::string name) {
     out_ += '!';
     ++at_;
-    sheet_ = std::move(name);
+    target_.sheet = std::move(name);
+    first_sheet_.clear();
   }
 
   // A column of a table, or the number of another workbook.
@@ -148,7 +163,7 @@ class FormulaReader {
       }
     }
     out_ += formula_.substr(begin, at_ - begin);
-    external_ = at_ < formula_.size() && IsWordCharacter(formula_[at_]);
+    target_.external = at_ < formula_.size() && IsWordCharacter(formula_[at_]);
   }
 
   std::string_view Word() {
@@ -161,9 +176,10 @@ class FormulaReader {
     const std::string_view word = Word();
     if (NextIs('!')) {
       out_ += word;
-      TakeSheet(std::string(word));
+      TakeSheet(first_sheet_ + std::string(word));
       return;
     }
+    first_sheet_.clear();
     const std::optional<Reference> first =
         NextIs('(') || NextIs('[') ? std::nullopt : ReadReference(word);
     if (first && NextIs(':')) {
@@ -172,9 +188,15 @@ class FormulaReader {
       Put(*first, nullptr, word);
     } else {
       out_ += word;
+      if (NextIs(':') && !target_.sheet) return TakeColon(word);
     }
-    sheet_.reset();
-    external_ = false;
+    target_ = {};
+  }
+
+  // The name of a sheet may come, the last one of many.
+  void TakeColon(std::string_view word) {
+    out_ += formula_[at_++];
+    first_sheet_ = std::string(word) + ":";
   }
 
   // True if a sheet's name came of it, which goes with what follows.
@@ -185,7 +207,7 @@ class FormulaReader {
     const bool alike = last && last->IsCell() == first.IsCell() && last->IsRow() == first.IsRow();
     if (!alike || NextIs('!') || NextIs('(')) {
       // Sheets from one to another, or a name: the first part stands by itself.
-      const bool sheets = NextIs('!') && !sheet_;
+      const bool sheets = NextIs('!') && !target_.sheet;
       if (sheets || !first.IsCell()) {
         out_ += word;
       } else {
@@ -194,8 +216,7 @@ class FormulaReader {
       out_ += ':';
       if (sheets) {
         out_ += second;
-        external_ = true;  // no single sheet
-        TakeSheet(std::string(second));
+        TakeSheet(std::string(word) + ":" + std::string(second));
         return true;
       }
       at_ = colon + 1;
@@ -208,7 +229,7 @@ class FormulaReader {
 
   void Put(Reference first, Reference* last, std::string_view as_it_stands) {
     bool gone = false;
-    const bool changed = !external_ && change_(sheet_ ? &*sheet_ : nullptr, first, last, gone);
+    const bool changed = change_(target_, first, last, gone);
     if (!changed) {
       out_ += as_it_stands;
     } else if (gone) {
@@ -223,8 +244,8 @@ class FormulaReader {
   const Change& change_;
   std::size_t at_ = 0;
   std::string out_;
-  std::optional<std::string> sheet_;
-  bool external_ = false;  // what follows belongs to another workbook or to many sheets
+  Target target_;            // of what follows
+  std::string first_sheet_;  // "First:", of a range of sheets whose last name comes
 };
 
 // The ends of a range after a move; false if nothing of it is left.
@@ -244,6 +265,11 @@ bool MoveRows(std::int32_t& top, std::int32_t& bottom, const RowMove& move) {
 }
 
 }  // namespace
+
+UnmovedReference::UnmovedReference(std::string_view formula)
+    : Error(ErrorNumber::kInvalidCall,
+            "پر نمي شود: فرمول «" + std::string(formula) +
+                "» چند برگه را با هم مي خواند و با سطرهاي تازه جابجا نمي شود.") {}
 
 std::optional<std::int32_t> RowMove::Place(std::int32_t row) const {
   if (row < at) return row;
@@ -279,10 +305,14 @@ std::optional<Area> MoveArea(const Area& area, const RowMove& move) {
 
 std::string MoveFormula(std::string_view formula, const RowMove& move, std::string_view sheet,
                         bool own) {
-  const Change change = [&](const std::string* named, Reference& first, Reference* last,
-                            bool& gone) {
-    if (named == nullptr ? !own : !text::EqualsIgnoreCase(*named, sheet)) return false;
-    if (first.row == 0) return false;  // whole columns
+  const Change change = [&](const Target& target, Reference& first, Reference* last, bool& gone) {
+    if (target.external || first.row == 0) return false;  // no row of ours, or whole columns
+    if (target.IsRange()) {
+      const std::int32_t end = last == nullptr ? first.row : std::max(first.row, last->row);
+      if (target.EndsAt(sheet) && end >= move.at) throw UnmovedReference(formula);
+      return false;
+    }
+    if (!target.sheet ? !own : !text::EqualsIgnoreCase(*target.sheet, sheet)) return false;
     std::int32_t bottom = last == nullptr ? first.row : last->row;
     if (last != nullptr && bottom < first.row) std::swap(first.row, last->row);
     bottom = last == nullptr ? first.row : last->row;
@@ -300,7 +330,7 @@ std::string ShiftFormula(std::string_view formula, std::int32_t rows, std::int32
     const bool row_fits = reference.row >= 0 && reference.row <= WorkbookLimits::kRows;
     return row_fits && reference.column >= 0 && reference.column <= WorkbookLimits::kColumns;
   };
-  const Change change = [&](const std::string*, Reference& first, Reference* last, bool& gone) {
+  const Change change = [&](const Target&, Reference& first, Reference* last, bool& gone) {
     const bool had_row = first.row > 0;
     const bool had_column = first.column > 0;
     gone = !shift(first) || (last != nullptr && !shift(*last)) || (had_row && first.row == 0) ||

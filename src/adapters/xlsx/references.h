@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "vorek/error.h"
+
 // References to cells, as formulas and attributes of a workbook write them.
 namespace vorek::xlsx {
 
@@ -32,8 +34,16 @@ std::string AreaText(const Area& area);
 // The area after the move; nothing if all of it is gone. Rows within it stretch it.
 std::optional<Area> MoveArea(const Area& area, const RowMove& move);
 
+// A reference over many sheets, "Sheet1:Sheet3!A5", of which one moves: it can't follow. Told in
+// Persian.
+class UnmovedReference : public Error {
+ public:
+  explicit UnmovedReference(std::string_view formula);
+};
+
 // A formula after rows of a sheet moved: references to that sheet follow, those to what is gone
-// become #REF!. `own` says that references without a sheet's name mean that sheet.
+// become #REF!. `own` says that references without a sheet's name mean that sheet, which is the
+// workbook's first. Throws UnmovedReference.
 std::string MoveFormula(std::string_view formula, const RowMove& move, std::string_view sheet,
                         bool own);
 // A formula that is copied so many rows down: references without a dollar sign follow.

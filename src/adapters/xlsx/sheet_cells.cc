@@ -72,9 +72,11 @@ bool Left(const SheetCell& cell, std::int32_t column) { return cell.column < col
 
 }  // namespace
 
-SheetCells::SheetCells(const pugi::xml_node& sheet_data) : formulas_(1) {
+SheetCells::SheetCells(const pugi::xml_node& sheet_data, Question question)
+    : question_(std::move(question)), formulas_(1) {
   std::int32_t number = 0;
   for (const pugi::xml_node& row : sheet_data.children()) {
+    AskAt(rows_.size());
     if (LocalName(row) == "row") ReadRow(row, number);
   }
   const auto before = [](const SheetRow& a, const SheetRow& b) { return a.number < b.number; };
@@ -239,7 +241,10 @@ void SheetCells::InsertCopies(std::int32_t row, const RowMove& move, std::string
   const SheetRow source = rows_[from];
   std::vector<SheetRow> copies;
   copies.reserve(static_cast<std::size_t>(move.count));
-  for (std::int32_t i = 0; i < move.count; ++i) copies.push_back(CopyOf(source, move.at + i));
+  for (std::int32_t i = 0; i < move.count; ++i) {
+    AskAt(copies.size());
+    copies.push_back(CopyOf(source, move.at + i));
+  }
   rows_.insert(rows_.begin() + static_cast<std::ptrdiff_t>(index),
                std::make_move_iterator(copies.begin()), std::make_move_iterator(copies.end()));
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "adapters/xlsx/references.h"
+#include "platform/pass_watch.h"
 
 namespace vorek::xlsx {
 
@@ -49,7 +50,8 @@ struct SheetRow {
 class SheetCells {
  public:
   // Reads the element sheetData. Formulas that rows share are written out.
-  explicit SheetCells(const pugi::xml_node& sheet_data);
+  // The question is asked then and while rows are copied.
+  SheetCells(const pugi::xml_node& sheet_data, Question question);
 
   const SheetCell* Find(std::int32_t row, std::int32_t column) const;
   SheetCell& At(std::int32_t row, std::int32_t column);
@@ -78,11 +80,18 @@ class SheetCells {
   void WriteCell(const SheetCell& cell, const std::string& row, const std::string& prefix,
                  std::string& out) const;
 
+  // Row number so-and-so is next.
+  void AskAt(std::size_t row) const {
+    constexpr std::size_t kRowsBetweenQuestions = 1024;
+    if (row % kRowsBetweenQuestions == 0) question_();
+  }
+
   struct Shared {
     std::string text;
     std::int32_t row = 0;
     std::int32_t column = 0;
   };
+  Question question_;
   std::vector<SheetRow> rows_;
   std::vector<SheetFormula> formulas_;  // 0 unused
   std::vector<Shared> shared_;          // by number, while the sheet is read

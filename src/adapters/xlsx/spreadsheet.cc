@@ -15,8 +15,9 @@ class Xlsx : public Spreadsheet {
                                               WorkbookLook look) override {
     return std::make_unique<xlsx::StreamedWorkbook>(std::move(out), std::move(look));
   }
-  std::unique_ptr<TemplateSheet> OpenTemplate(std::string bytes, const std::string& name) override {
-    return std::make_unique<xlsx::TemplateWorkbook>(std::move(bytes), name);
+  std::unique_ptr<TemplateSheet> OpenTemplate(std::string bytes, const std::string& name,
+                                              Question question) override {
+    return std::make_unique<xlsx::TemplateWorkbook>(std::move(bytes), name, std::move(question));
   }
 };
 

@@ -74,8 +74,8 @@ void MakeTextStyle(pugi::xml_node style) {
 
 }  // namespace
 
-TemplateWorkbook::TemplateWorkbook(std::string bytes, const std::string& name)
-    : archive_(std::move(bytes), name) {
+TemplateWorkbook::TemplateWorkbook(std::string bytes, const std::string& name, Question question)
+    : archive_(std::move(bytes), name), question_(std::move(question)) {
   CheckKind();
   FindSheets();
   ReadSheet();
@@ -142,8 +142,9 @@ void TemplateWorkbook::ReadSheet() {
   pugi::xml_node data = ChildOf(root, "sheetData");
   if (!data) archive_.Refuse("خوانده نمي شود: برگه خانه اي ندارد.");
   try {
-    cells_ = std::make_unique<SheetCells>(data);
+    cells_ = std::make_unique<SheetCells>(data, question_);
   } catch (const Error& error) {
+    if (error.Is(ErrorNumber::kCancelled)) throw;
     archive_.Refuse("خوانده نمي شود: " + error.Description());
   }
   while (data.first_child()) data.remove_child(data.first_child());
@@ -259,17 +260,25 @@ void TemplateWorkbook::InsertCopies(std::int32_t row, std::int32_t before, std::
   if (count > WorkbookLimits::kRows - last) {
     archive_.Refuse("جاي " + std::to_string(count) + " سطر را در يك برگه ندارد.");
   }
-  const RowMove move{before, count};
-  cells_->InsertCopies(row, move, sheet_name_);
-  MoveSheetMarks(sheet_->document_element(), move, sheet_name_, row);
-  moves_.push_back(move);
+  const auto copy = [&](const RowMove& move) { cells_->InsertCopies(row, move, sheet_name_); };
+  Move({before, count}, copy, row);
 }
 
 void TemplateWorkbook::DeleteRow(std::int32_t row) {
-  const RowMove move{row, -1};
-  cells_->DeleteRow(move, sheet_name_);
-  MoveSheetMarks(sheet_->document_element(), move, sheet_name_, 0);
+  Move(
+      {row, -1}, [this](const RowMove& move) { cells_->DeleteRow(move, sheet_name_); }, 0);
+}
+
+// What can't follow the move stops the work: a reference that stayed would give a wrong figure.
+void TemplateWorkbook::Move(const RowMove& move, const std::function<void(const RowMove&)>& cells,
+                            std::int32_t copied) {
   moves_.push_back(move);
+  try {
+    cells(move);
+    MoveSheetMarks(sheet_->document_element(), move, sheet_name_, copied);
+  } catch (const UnmovedReference& error) {
+    archive_.Refuse(error.Description());
+  }
 }
 
 void TemplateWorkbook::Protect(const SheetProtection& protection) {
@@ -353,7 +362,7 @@ void TemplateWorkbook::ChangeSheetsBeside(ChangedParts& changed) const {
     });
     if (!uses) continue;
     pugi::xml_node data = ChildOf(root, "sheetData");
-    SheetCells cells(data);
+    SheetCells cells(data, question_);
     for (const RowMove& move : moves_) {
       cells.MoveFormulas(move, sheet_name_, false);
       MoveMarkFormulas(root, move, sheet_name_, false);
@@ -404,25 +413,37 @@ void TemplateWorkbook::ChangeCharts(ChangedParts& changed) const {
   }
 }
 
-void TemplateWorkbook::Save(OutputFile& out) {
+TemplateWorkbook::ChangedParts TemplateWorkbook::Changes() {
   ChangedParts changed;
-  ChangeWorkbook(changed);
-  ChangeContentTypes(changed);
-  ChangeSheetsBeside(changed);
-  if (!moves_.empty()) ChangeRelated(changed);
-  ChangeCharts(changed);
+  try {
+    ChangeWorkbook(changed);
+    ChangeContentTypes(changed);
+    ChangeSheetsBeside(changed);
+    if (!moves_.empty()) ChangeRelated(changed);
+    ChangeCharts(changed);
+  } catch (const UnmovedReference& error) {
+    archive_.Refuse(error.Description());
+  }
   if (styles_changed_) changed[styles_part_] = kHead + PrintXml(styles_->document_element());
+  return changed;
+}
+
+void TemplateWorkbook::Save(OutputFile& out) {
+  const ChangedParts changed = Changes();
   ZipWriter zip(out);
   std::set<std::string> written;
   for (const std::string& part : archive_.Names()) {
     if (part.ends_with("calcChain.xml") || part.ends_with('/') || !written.insert(part).second) {
       continue;
     }
+    question_();
     const auto found = changed.find(part);
     if (part == sheet_part_) {
       zip.BeginEntry(part);
-      WriteSheet(sheet_->document_element(), *cells_,
-                 [&zip](std::string_view piece) { zip.Write(piece); });
+      WriteSheet(sheet_->document_element(), *cells_, [&](std::string_view piece) {
+        question_();
+        zip.Write(piece);
+      });
       zip.EndEntry();
     } else if (found != changed.end()) {
       zip.AddEntry(part, found->second);

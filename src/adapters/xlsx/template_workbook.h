@@ -1,6 +1,7 @@
 #ifndef VOREK_ADAPTERS_XLSX_TEMPLATE_WORKBOOK_H_
 #define VOREK_ADAPTERS_XLSX_TEMPLATE_WORKBOOK_H_
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <pugixml.hpp>
@@ -17,7 +18,8 @@ namespace vorek::xlsx {
 // hold no formulas, are written as they were packed.
 class TemplateWorkbook : public TemplateSheet {
  public:
-  TemplateWorkbook(std::string bytes, const std::string& name);
+  // The question is asked while the sheet is read, gets copies and is saved.
+  TemplateWorkbook(std::string bytes, const std::string& name, Question question);
 
   std::int32_t LastColumn(std::int32_t row) const override { return cells_->LastColumn(row); }
   std::string Text(std::int32_t row, std::int32_t column) const override;
@@ -56,7 +58,12 @@ class TemplateWorkbook : public TemplateSheet {
   // Reads a part, changes it for each move, and keeps it.
   template <typename Change>
   void ChangePart(ChangedParts& changed, const std::string& part, const Change& change) const;
+  void Move(const RowMove& move, const std::function<void(const RowMove&)>& cells,
+            std::int32_t copied);
+  ChangedParts Changes();
+
   Archive archive_;
+  Question question_;
   std::string workbook_part_;
   Tree workbook_;
   Relations workbook_relations_;

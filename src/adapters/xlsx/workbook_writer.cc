@@ -12,7 +12,7 @@
 namespace vorek::xlsx {
 namespace {
 
-constexpr std::size_t kFull = std::size_t{1} << 16U;  // bytes at which the buffer is handed on
+constexpr std::size_t kFull = std::size_t{1} << 20U;  // bytes at which the buffer is handed on
 
 // A width in characters as the file keeps it: with the margins, in digits of 7 pixels, to 1/256.
 double FileWidth(double characters) {
@@ -32,8 +32,18 @@ StreamedWorkbook::StreamedWorkbook(std::unique_ptr<OutputFile> out, WorkbookLook
   if (look_.row_style != WorkbookLook::kNoStyle) {
     row_words_ = " s=\"" + std::to_string(look_.row_style + 1) + "\" customFormat=\"1\"";
   }
-  buffer_.reserve(kFull * 2);
   BeginSheet();
+}
+
+void StreamedWorkbook::Pack() {
+  AwaitPacking();
+  packed_.swap(buffer_);
+  buffer_.clear();
+  packing_ = std::async(std::launch::async, [this] { zip_.Write(packed_); });
+}
+
+void StreamedWorkbook::AwaitPacking() {
+  if (packing_.valid()) packing_.get();
 }
 
 void StreamedWorkbook::BeginSheet() {
@@ -69,8 +79,8 @@ void StreamedWorkbook::EndSheet() {
   buffer_ += "</sheetData>";
   if (look_.protection != nullptr) buffer_ += ProtectionXml(*look_.protection);
   buffer_ += "</worksheet>";
-  zip_.Write(buffer_);
-  buffer_.clear();
+  Pack();
+  AwaitPacking();
   zip_.EndEntry();
 }
 
@@ -86,9 +96,7 @@ void StreamedWorkbook::BeginRow() {
 
 void StreamedWorkbook::EndRow() {
   buffer_ += "</row>";
-  if (buffer_.size() < kFull) return;
-  zip_.Write(buffer_);
-  buffer_.clear();
+  if (buffer_.size() >= kFull) Pack();
 }
 
 std::string StreamedWorkbook::PlaceOf(std::int32_t column) const {

@@ -1,6 +1,7 @@
 #ifndef VOREK_ADAPTERS_XLSX_WORKBOOK_WRITER_H_
 #define VOREK_ADAPTERS_XLSX_WORKBOOK_WRITER_H_
 
+#include <future>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,6 +32,9 @@ class StreamedWorkbook : public WorkbookWriter {
     std::string blanks;  // the same for a text with blanks at its ends
   };
 
+  // Hands the buffer to the thread that deflates, and takes what went wrong with the one before.
+  void Pack();
+  void AwaitPacking();
   void BeginSheet();
   void EndSheet();
   void AddColumns();
@@ -51,8 +55,10 @@ class StreamedWorkbook : public WorkbookWriter {
   std::string row_words_;           // behind a row's number
   std::string row_text_;            // the row's number
   std::string buffer_;
+  std::string packed_;    // is being deflated by another thread
   std::int32_t row_ = 0;  // of the sheet
   std::size_t sheets_ = 0;
+  std::future<void> packing_;  // the last one: its end is awaited before all else goes
 };
 
 }  // namespace vorek::xlsx
