@@ -274,6 +274,25 @@ TEST_F(AccessTest, EndsADamagedFileInAPersianRefusal) {
   EXPECT_GT(refused, 8);
 }
 
+// The sample's own file: to write it anew, take it away and run this test twice.
+TEST_F(AccessTest, IsTheSamplesFile) {
+  constexpr const char* kPath = "samples/invoices.mdb";
+  BlankFile invoices;
+  invoices.table = "Invoices";
+  invoices.fields = {{"Id", 4, 4, {}, true},
+                     {"Customer", 10, 100, {{"Description", "#2"}}},
+                     {"InvoiceNumber", 4, 4, {{"Description", "#3"}}},
+                     {"InvoiceDate", 10, 20, {{"Description", "#4"}}},
+                     {"NetValue", 5, 8, {{"Description", "#5"}}},
+                     {"Remarks", 12}};
+  invoices.key = 0;
+  const bool there = files_->Exists(kPath);
+  if (!there) files_->Write(kPath, invoices.Bytes());
+  EXPECT_TRUE(there);
+  EXPECT_EQ(files_->Read(kPath), invoices.Bytes());
+  EXPECT_EQ(access_->Tables(kPath), std::vector<std::string>{"Invoices"});
+}
+
 std::string GuardedRefusal(const std::function<std::vector<std::string>()>& read) {
   try {
     jet::ReadGuarded(read);
