@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "engine/report_control.h"
+#include "engine/stop_reason.h"
 #include "text/utf8.h"
 
 namespace vorek::desk {
@@ -47,6 +48,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
     : QWidget(parent),
       report_(report),
       settings_(settings),
+      tell_(tell),
       widget_(std::make_unique<VorekReportWidget>(Options(forms, std::move(tell)))) {
   auto* const layout = new QVBoxLayout(this);
   setObjectName("reportTab");
@@ -103,6 +105,10 @@ bool ReportTab::View() {
   started_ = true;
   shown_ = widget_->View(report_);
   TakeWidths();
+  const std::string reason = StopReasonOf(Control().state);
+  if ((!shown_ || Control().state.Missing) && !reason.empty()) {
+    tell_(QString::fromStdString(reason));
+  }
   return shown_;
 }
 

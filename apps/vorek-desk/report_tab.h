@@ -63,6 +63,7 @@ class ReportTab : public QWidget {
 
   std::int32_t report_;
   QSettings& settings_;
+  std::function<void(const QString&)> tell_;
   bool started_ = false;
   bool shown_ = false;       // the run went well
   bool has_widths_ = false;  // of the settings; later ones are the control's

@@ -7,6 +7,9 @@
 #include "command.h"
 #include "engine/report_check.h"
 #include "engine/world_state.h"
+#ifdef VOREK_WITH_QT
+#include "vorek/xml.h"
+#endif
 
 namespace vorek {
 namespace {
@@ -36,12 +39,21 @@ void PrintJson(const std::vector<Finding>& findings) {
   std::cout << list.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
+// Empty where the program is built without print templates.
+XmlReader TemplateReader() {
+#ifdef VOREK_WITH_QT
+  return PugiXmlReader();
+#else
+  return {};
+#endif
+}
+
 void Check(const CheckOptions& options) {
   World world(ConsoleWorld());
   Process& process = world.State().process;
   process.main.ConnectionText = ConnectionString(options.connect);
   process.data.Rebind(process.main.ConnectionText);
-  const std::vector<Finding> findings = CheckReports(process, options.reports);
+  const std::vector<Finding> findings = CheckReports(process, options.reports, TemplateReader());
   if (options.json) {
     PrintJson(findings);
   } else {

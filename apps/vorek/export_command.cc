@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <iostream>
@@ -63,16 +62,11 @@ class ExportWindows : public AskingWindows {
   int told_ = -1;
 };
 
-bool IsNumber(const std::string& text) {
-  return !text.empty() && text.size() < 6 &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 ExportOptions OptionsFor(const CommandOptions& command) {
   ExportOptions options;
   options.path = command.to;
   options.format = command.format;
-  if (IsNumber(command.with_template)) {
+  if (IsTemplateNumber(command.with_template)) {
     options.template_number = std::stoi(command.with_template);
   } else {
     options.template_path = command.with_template;

@@ -1,13 +1,17 @@
 #include <QGuiApplication>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include "command.h"
-#include "engine/report_control.h"
+#include "export/attachment.h"
 #include "export/crystal_print.h"
+#include "messages/persian_reason.h"
 #include "platform/files.h"
 #include "print/grid_template.h"
+#include "shown_report.h"
 #include "vorek/qt.h"
 #include "vorek/system.h"
 #include "vorek/xml.h"
@@ -16,29 +20,13 @@ namespace vorek {
 namespace {
 
 struct PrintOptions {
-  ConnectOptions connect;
-  std::int32_t report = -1;
-  std::string parameters;
-  std::string template_file;
+  ReportOptions report;
+  std::string with_template;
   std::string to;
 };
 
-// The report on show, or the end of the command.
-void View(VorekReport1& report, const PrintOptions& options) {
-  report.SetOleConnectionString(ConnectionString(options.connect));
-  report.SetUserID(options.connect.user);
-  report.SetPositionID(options.connect.position);
-  report.SetEmployeeID(options.connect.employee);
-  report.SetPeriodID(options.connect.period);
-  const bool shown = report.View(options.report, options.parameters);
-  if (shown && report.Impl().state.QueryRecordCount >= 0) return;
-  if (shown)
-    std::cerr << "report " << options.report << ": waits for its parameters: give --params\n";
-  throw CLI::RuntimeError(1);
-}
-
-std::string GridTemplate(VorekReport1& report) {
-  ReportContext context = report.Impl().Context();
+std::string GridTemplate(ShownReport& shown) {
+  ReportContext context = shown.Control().Context();
   return print::WriteTemplate(print::TemplateForGrid(context));
 }
 
@@ -53,6 +41,23 @@ struct ListFile {
 // What Qt says of its surroundings is nothing to the user of a command.
 void PassOver(QtMsgType, const QMessageLogContext&, const QString&) {}
 
+// The file of the template: one that was given, or a stored one's.
+std::string TemplateFile(ReportContext& report, const std::string& given) {
+  if (!IsTemplateNumber(given)) return given;
+  return FetchAttachment(report.process, report.notices, kTemplateFormType, report.state.ReportID,
+                         static_cast<std::int16_t>(std::min(std::stoi(given), 32767)));
+}
+
+void PrintShown(ShownReport& shown, const std::string& with_template) {
+  ReportContext context = shown.Control().Context();
+  if (!with_template.empty()) {
+    PrintCrystal(context, TemplateFile(context, with_template));
+    return;
+  }
+  const ListFile list(GridTemplate(shown));
+  PrintList(context, list.path);
+}
+
 // Fonts need an application, and no screen.
 void Print(const PrintOptions& options) {
   qInstallMessageHandler(PassOver);
@@ -64,50 +69,35 @@ void Print(const PrintOptions& options) {
   WorldOptions with = ConsoleWorld();
   with.print_jobs =
       PrintsThroughTemplates(with, PugiXmlReader(), PdfFile(QString::fromStdString(options.to)));
-  World world(std::move(with));
-  VorekReport1 report(world);
-  View(report, options);
-  ReportContext context = report.Impl().Context();
-  if (!options.template_file.empty()) {
-    PrintCrystal(context, options.template_file);
-    return;
+  ShownReport shown(options.report, nullptr, std::move(with));
+  try {
+    PrintShown(shown, options.with_template);
+  } catch (const Error& error) {
+    shown.Refuse(PersianReason(error.Description()));
   }
-  const ListFile list(GridTemplate(report));
-  PrintList(context, list.path);
 }
 
 void WriteTemplateOf(const PrintOptions& options) {
-  World world(ConsoleWorld());
-  VorekReport1 report(world);
-  View(report, options);
-  std::cout << GridTemplate(report);
-}
-
-CLI::App* AddCommand(CLI::App& app, const char* name, const char* what,
-                     const std::shared_ptr<PrintOptions>& options) {
-  CLI::App* const command = app.add_subcommand(name, what);
-  command->add_option("ID", options->report, "number of the report")->required();
-  AddDatabaseOption(*command, options->connect);
-  AddUserOptions(*command, options->connect);
-  command->add_option("--params", options->parameters,
-                      "values of the parameters as SQL texts: \"@1=5&@2='x'\"");
-  return command;
+  ShownReport shown(options.report);
+  std::cout << GridTemplate(shown);
 }
 
 }  // namespace
 
 void AddPrintCommand(CLI::App& app) {
   auto options = std::make_shared<PrintOptions>();
-  CLI::App* const command = AddCommand(app, "print", "Print a report to a PDF", options);
-  command
-      ->add_option("--template", options->template_file,
-                   "file of a print template; a plain list without one")
-      ->check(CLI::ExistingFile);
+  CLI::App* const command = app.add_subcommand("print", "Print a report to a PDF");
+  AddReportOptions(*command, options->report);
+  command->add_option("--template", options->with_template,
+                      "a print template: a file, or the number of one stored with the report; a "
+                      "plain list without one");
   command->add_option("--to", options->to, "the PDF")->required();
   command->callback([options] { Print(*options); });
   auto made = std::make_shared<PrintOptions>();
-  AddCommand(app, "print-template", "Write a first print template for a report", made)
-      ->callback([made] { WriteTemplateOf(*made); });
+  CLI::App* const first =
+      app.add_subcommand("print-template", "Write a first print template for a report");
+  AddReportOptions(*first, made->report);
+  first->callback([made] { WriteTemplateOf(*made); });
 }
 
 }  // namespace vorek

@@ -55,9 +55,21 @@ void RunScripts(const fs::path& database, const std::vector<fs::path>& scripts) 
   }
 }
 
+// An Access file that reports can be sent to; one that has rows already begins anew.
+void CopyAccessFiles(const fs::path& from, const fs::path& to) {
+  std::error_code failed;
+  for (const fs::directory_entry& entry : fs::directory_iterator(from, failed)) {
+    if (entry.path().extension() != ".mdb") continue;
+    const fs::path copy = to / entry.path().filename();
+    fs::copy_file(entry.path(), copy, fs::copy_options::overwrite_existing);
+    fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
+  }
+}
+
 // Made beside its place and moved there when it is whole.
 void MakeSample(const SampleOptions& options) {
-  const std::vector<fs::path> scripts = Scripts(SampleFolder(options.from));
+  const fs::path from = SampleFolder(options.from);
+  const std::vector<fs::path> scripts = Scripts(from);
   const fs::path folder(options.folder);
   fs::create_directories(folder);
   const fs::path whole = folder / "sample.db";
@@ -70,6 +82,7 @@ void MakeSample(const SampleOptions& options) {
     throw;
   }
   fs::rename(part, whole);
+  CopyAccessFiles(from, folder);
   std::cout << whole.string() << '\n';
 }
 
@@ -77,8 +90,8 @@ void MakeSample(const SampleOptions& options) {
 
 void AddSampleCommand(CLI::App& app) {
   auto options = std::make_shared<SampleOptions>();
-  CLI::App* const command =
-      app.add_subcommand("sample", "Make the sample database in a folder: DIR/sample.db");
+  CLI::App* const command = app.add_subcommand(
+      "sample", "Make the sample in a folder: the database DIR/sample.db, and an Access file");
   command->add_option("DIR", options->folder, "the folder; made if it isn't there")->required();
   command->add_option("--from", options->from, "folder of the SQL texts");
   command->callback([options] {

@@ -1,8 +1,10 @@
 #include "shown_report.h"
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
+#include "engine/stop_reason.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -16,9 +18,14 @@ void AddReportOptions(CLI::App& command, ReportOptions& options) {
   command.add_flag("--ask", options.ask, "ask for the parameters at the terminal");
 }
 
-ShownReport::ShownReport(const ReportOptions& options, std::shared_ptr<AskingWindows> windows)
+bool IsTemplateNumber(const std::string& text) {
+  return !text.empty() && text.size() < 6 &&
+         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+ShownReport::ShownReport(const ReportOptions& options, std::shared_ptr<AskingWindows> windows,
+                         WorldOptions with)
     : options_(options) {
-  WorldOptions with = ConsoleWorld();
   const bool own = windows != nullptr;
   if (!own) windows = std::make_shared<AskingWindows>(std::cin, std::cerr);
   if (options.ask || own) with.windows = windows;
@@ -26,9 +33,10 @@ ShownReport::ShownReport(const ReportOptions& options, std::shared_ptr<AskingWin
   report_ = std::make_unique<VorekReport1>(*world_);
   Connect();
   const ReportState& state = Control().state;
-  if (!report_->View(options.report, options.parameters)) {
+  const bool shown = report_->View(options.report, options.parameters);
+  if (!shown || state.Missing) {
     const bool marked = text::Contains(state.roughSQL, "@");
-    Refuse(!marked                       ? ""
+    Refuse(!marked                       ? StopReasonOf(state)
            : !options.parameters.empty() ? "--params left a parameter without a value in the query"
            : options.ask                 ? "cancelled"
                                          : "asks for its parameters: give --ask or --params");

@@ -19,12 +19,16 @@ struct ReportOptions {
 };
 void AddReportOptions(CLI::App& command, ReportOptions& options);
 
+// True if what was given for a template is the number of a stored one, and no file.
+bool IsTemplateNumber(const std::string& text);
+
 // A report that a command has run. A command whose report can't be shown ends, with the reason on
 // standard error.
 class ShownReport {
  public:
   // windows null for those of the console.
-  ShownReport(const ReportOptions& options, std::shared_ptr<AskingWindows> windows = nullptr);
+  ShownReport(const ReportOptions& options, std::shared_ptr<AskingWindows> windows = nullptr,
+              WorldOptions with = ConsoleWorld());
 
   VorekReport1& Report() { return *report_; }
   ReportControl& Control() { return report_->Impl(); }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "catalog/report_row.h"
+#include "engine/print_template_check.h"
 #include "engine/query_text.h"
 #include "engine/query_tokens.h"
 #include "engine/rights.h"
@@ -386,7 +387,8 @@ void ReportCheck::CheckLinks() {
 
 }  // namespace
 
-std::vector<Finding> CheckReports(Process& process, const std::vector<std::int32_t>& report_ids) {
+std::vector<Finding> CheckReports(Process& process, const std::vector<std::int32_t>& report_ids,
+                                  const XmlReader& read_xml) {
   std::vector<std::int32_t> ids = report_ids;
   if (ids.empty()) {
     for (const CatalogEntry& entry : ReadCatalog(process.dten().rssqlGeneral1)) {
@@ -394,7 +396,10 @@ std::vector<Finding> CheckReports(Process& process, const std::vector<std::int32
     }
   }
   std::vector<Finding> findings;
-  for (const std::int32_t id : ids) ReportCheck(process, id, findings).Run();
+  for (const std::int32_t id : ids) {
+    ReportCheck(process, id, findings).Run();
+    if (read_xml) CheckPrintTemplates(process, id, read_xml, findings);
+  }
   return findings;
 }
 

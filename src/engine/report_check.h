@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/xml_element.h"
 #include "state/process.h"
 
 namespace vorek {
@@ -18,9 +19,11 @@ struct Finding {
   std::string why;  // what comes of it
 };
 
-// Reads the definitions of the reports, of all if the list is empty, without running them. Throws
-// Error if the catalogue can't be read; a number without a report is a finding.
-std::vector<Finding> CheckReports(Process& process, const std::vector<std::int32_t>& report_ids);
+// Reads the definitions of the reports, of all if the list is empty, without running them, and with
+// a reader for them their print templates. Throws Error if the catalogue can't be read; a number
+// without a report is a finding.
+std::vector<Finding> CheckReports(Process& process, const std::vector<std::int32_t>& report_ids,
+                                  const XmlReader& read_xml = {});
 
 }  // namespace vorek
 

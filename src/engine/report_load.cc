@@ -90,6 +90,7 @@ bool ReadReportRow(ReportControl& control, std::int32_t report_id) {
   Recordset& slot = control.world.process.dten().rssqlGeneral1;
   OpenSlot(slot, ReportRowQuery(report_id));
   const bool found = slot.RecordCount() > 0;
+  state.Missing = !found;
   if (found) {
     ReadIdentity(control, slot);
     ReadFlags(state, slot);

@@ -43,6 +43,7 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
   if (!parameter_string.empty()) state_.ShowFlatternParameters = false;
   state_.RememberedRow = report_.ActiveGrid().Row();
   state_.ParameterString = parameter_string;
+  state_.StopReason.clear();
   control_.general.setReport(control_.flxMain, state_.ReportID);
   if (state_.ReportID == -1) return false;
 
@@ -58,6 +59,7 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     if (error->Is(ErrorNumber::kConnection)) {
       Fail(*error);
     } else {
+      state_.StopReason = error->Description();
       SilentExit(error->Number());
     }
     return false;
@@ -94,8 +96,10 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     Fail(Error(ErrorNumber::kCancelled, "اجراي گزارش لغو شد."));
     return false;
   }
-  if (error) SilentExit(error->Number());
-  return !error;
+  if (!error) return true;
+  state_.StopReason = error->Description();
+  SilentExit(error->Number());
+  return false;
 }
 
 // --- Deciding the text -------------------------------------------------------------------------

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "catalog/recordset.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 
@@ -48,15 +47,22 @@ std::string WithExtension(const std::string& path, const std::string& extension)
   return path.substr(0, has ? point : path.size()) + "." + extension;
 }
 
+bool IsExternal(const Recordset& row) {
+  const FieldValue external = row.Field("IsExternal");
+  return !external.IsNull() && external.Flag();
+}
+
+Files& FilesOf(Process& process) {
+  if (process.services.files != nullptr) return *process.services.files;
+  throw Error(ErrorNumber::kPathAccess, "فايلي در دسترس نيست.");
+}
+
 std::string CopyOf(Process& process, Notices& notices, const Recordset& row) {
   std::string path;
   if (GetTempFileName(process, notices, path).empty()) return {};
   const FieldValue extension = row.Field("FileExtension");
   if (!extension.IsNull()) path = WithExtension(path, SafeExtension(extension.Text()));
-  if (process.services.files == nullptr) {
-    throw Error(ErrorNumber::kPathAccess, "فايلي در دسترس نيست.");
-  }
-  process.services.files->WritePrivate(path, BytesOf(row.Field("FileData").Text()));
+  FilesOf(process).WritePrivate(path, BytesOf(row.Field("FileData").Text()));
   return path;
 }
 
@@ -91,12 +97,15 @@ std::string FetchAttachment(Process& process, Notices& notices, std::int32_t for
                                                 " گزارش " + std::to_string(form_id) +
                                                 " ديگر وجود ندارد.");
   }
-  const FieldValue external = row.Field("IsExternal");
-  const bool is_external = !external.IsNull() && external.Flag();
   const std::string path =
-      is_external ? row.Field("FilePath").Text() : CopyOf(process, notices, row);
+      IsExternal(row) ? row.Field("FilePath").Text() : CopyOf(process, notices, row);
   row.Close();
   return path;
+}
+
+std::string AttachmentBytes(Process& process, const Recordset& row) {
+  if (IsExternal(row)) return FilesOf(process).Read(row.Field("FilePath").Text());
+  return BytesOf(row.Field("FileData").Text());
 }
 
 }  // namespace vorek

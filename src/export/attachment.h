@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "catalog/recordset.h"
 #include "state/notices.h"
 #include "state/process.h"
 
@@ -22,6 +23,10 @@ std::string GetTempFileName(Process& process, Notices& notices, std::string& pat
 // there any more.
 std::string FetchAttachment(Process& process, Notices& notices, std::int32_t form_type_id,
                             std::int32_t form_id, std::int16_t row_number);
+
+// The bytes of the attachment in a row of tblVorekFormAttachment, those of an external file read
+// where it lies. Throws Error for a file that can't be read.
+std::string AttachmentBytes(Process& process, const Recordset& row);
 
 }  // namespace vorek
 

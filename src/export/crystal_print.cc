@@ -191,24 +191,29 @@ void AddIdentity(ReportContext& report, PrintJob& job) {
 }
 
 // The report's own view over its staged rows; "" where there is none.
-std::string ViewOf(ReportContext& report) {
-  const std::string view = "vwVorekCrystalReport_" + std::to_string(report.state.ReportID);
-  Recordset& slot = report.process.dten().rssqlGeneral5;
+std::string ViewOf(Process& process, std::int32_t report_id) {
+  const std::string view = "vwVorekCrystalReport_" + std::to_string(report_id);
+  Recordset& slot = process.dten().rssqlGeneral5;
   OpenSlot(slot, "Select * from sysobjects where Name = '" + view + "'");
   const bool exists = slot.RecordCount() > 0;
   slot.Close();
   return exists ? view : "";
 }
 
-std::string QueryOn(ReportContext& report, const std::string& table) {
+std::string QueryOn(ReportContext& report, const std::string& source) {
   const std::string id = std::to_string(report.state.ReportID);
-  return "Select * from " + (table.empty() ? std::string(kRowTable) : table) +
-         " Where UserID = " + std::to_string(report.state.UserID) + " and ReportID=" + id;
+  return "Select * from " + source + " Where UserID = " + std::to_string(report.state.UserID) +
+         " and ReportID=" + id;
 }
 
 }  // namespace
 
 void StageRows(ReportContext& report) { Staging(report).Run(); }
+
+std::string StagedSource(Process& process, std::int32_t report_id) {
+  const std::string view = ViewOf(process, report_id);
+  return view.empty() ? kRowTable : view;
+}
 
 namespace {
 
@@ -225,7 +230,8 @@ void Print(ReportContext& report, const std::string& templatePath, bool list) {
   job->DatabaseConnection(report.process.main.ConnectionText);
   IgnoreErrors([&] { AddParameters(report, *job); });
   AddIdentity(report, *job);
-  job->DataQuery(QueryOn(report, list ? "" : ViewOf(report)));
+  job->DataQuery(
+      QueryOn(report, list ? kRowTable : StagedSource(report.process, report.state.ReportID)));
   job->OutputTarget(0);
   job->StartJob(1);
   windows.SetMousePointer(0);

@@ -26,6 +26,9 @@ void PrintCrystalOrList(ReportContext& report, const std::string& templatePath,
 // staging tables. What step of PrintCrystal that is, a host may want by itself.
 void StageRows(ReportContext& report);
 
+// The table of the staged rows, or the report's own view over it, by which its templates read them.
+std::string StagedSource(Process& process, std::int32_t report_id);
+
 }  // namespace vorek
 
 #endif  // VOREK_EXPORT_CRYSTAL_PRINT_H_

@@ -6,6 +6,7 @@
 #include "state/file_dialogs.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "vorek/error.h"
 
 namespace vorek {
 namespace {
@@ -120,9 +121,18 @@ void FormAccess::cmdSave_Click() {
   ListAccessTables(file_name);
 }
 
+// A list that stays empty has to say why.
+void FormAccess::TellRefusal(const std::function<void()>& read) {
+  try {
+    read();
+  } catch (const Error& error) {
+    notices_.ShowMessage("اشکال بازخواني", error.Description());
+  }
+}
+
 void FormAccess::ListAccessTables(const std::string& fileName) {
   cmbTables.Clear();
-  IgnoreErrors([&] {
+  TellRefusal([&] {
     for (const std::string& name : process_.services.access_file->Tables(fileName)) {
       cmbTables.AddItem(name);
     }
@@ -132,7 +142,7 @@ void FormAccess::ListAccessTables(const std::string& fileName) {
 
 void FormAccess::ShowAccessFields(const std::string& fileName, const std::string& tableName) {
   Clear(flxColumn);
-  IgnoreErrors([&] {
+  TellRefusal([&] {
     for (const AccessField& field : process_.services.access_file->Fields(fileName, tableName)) {
       AddField(flxColumn, field);
     }

@@ -1,6 +1,7 @@
 #ifndef VOREK_EXPORT_FORM_ACCESS_H_
 #define VOREK_EXPORT_FORM_ACCESS_H_
 
+#include <functional>
 #include <string>
 
 #include "grid/grid.h"
@@ -21,7 +22,7 @@ class FormAccess : public Form {
   // Modal. True if the user accepted; ColumnMapping is then filled.
   bool getAccessFileTemplate(std::string& fileName, std::string& tableName);
 
-  // What can't be read leaves the list or the cells empty.
+  // What can't be read leaves the list or the cells empty, and the user is told the reason.
   void ListAccessTables(const std::string& fileName);
   void ShowAccessFields(const std::string& fileName, const std::string& tableName);
 
@@ -41,6 +42,7 @@ class FormAccess : public Form {
   void cmdRefresh_Click();
   void cmdOk_Click();
   bool IsChosen();
+  void TellRefusal(const std::function<void()>& read);
   std::string CellText(std::int32_t row, std::int32_t col) const;
   void MapRow(std::int32_t row);
   void Close(bool accepted);

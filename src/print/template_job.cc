@@ -22,14 +22,18 @@ std::string ProviderOf(const std::string& connection) {
 
 }  // namespace
 
-PrintTemplate LoadTemplate(const Files& files, const XmlReader& read_xml, const std::string& path) {
-  const std::string bytes = files.Read(path);
+PrintTemplate ParseTemplate(const XmlReader& read_xml, const std::string& bytes,
+                            const std::string& name) {
   try {
     return ReadTemplate(read_xml(bytes));
   } catch (const Error& error) {
     throw Error(ErrorNumber::kBadTemplate,
-                "فايل " + FileName(path) + " الگوي چاپ اين برنامه نيست. " + error.Description());
+                "فايل " + name + " الگوي چاپ اين برنامه نيست. " + error.Description());
   }
+}
+
+PrintTemplate LoadTemplate(const Files& files, const XmlReader& read_xml, const std::string& path) {
+  return ParseTemplate(read_xml, files.Read(path), FileName(path));
 }
 
 void TemplateJob::AddFormula(std::int32_t&, const std::string& text) {

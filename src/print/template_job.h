@@ -54,6 +54,10 @@ class TemplateJobs : public PrintJobs {
   JobParts parts_;
 };
 
+// The template in these bytes, which `name` stands for in a refusal. Throws Error(kBadTemplate).
+PrintTemplate ParseTemplate(const XmlReader& read_xml, const std::string& bytes,
+                            const std::string& name);
+
 // The template in a file. Throws Error(kBadTemplate), with the file's name, for one that is none.
 PrintTemplate LoadTemplate(const Files& files, const XmlReader& read_xml, const std::string& path);
 

@@ -65,8 +65,10 @@ struct ReportState {
   bool HasProgressBar = false;
   std::string SQLSP;
   std::string SQLQuery;
-  std::string roughSQL;   // the query with its markers
-  std::string QueryText;  // the text that will be run
+  std::string roughSQL;    // the query with its markers
+  std::string QueryText;   // the text that will be run
+  bool Missing = false;    // the catalogue has no such report: an empty grid is shown
+  std::string StopReason;  // of a run that ended without a word: what stopped it; "" for none
 
   // The run.
   bool NewDefinition = false;  // no run of the definition has filled the grid by now

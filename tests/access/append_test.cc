@@ -4,13 +4,16 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <random>
 #include <sstream>
+#include <stdexcept>
 
 #include "access/blank_file.h"
+#include "adapters/access/guarded_read.h"
 #include "platform/access_file.h"
 #include "platform/files.h"
 #include "vorek/access.h"
@@ -232,6 +235,88 @@ TEST_F(AccessTest, GivesAnUnfilledFieldItsDefault) {
   Put(blank.Bytes());
   EXPECT_EQ(Refusal({"Id"}, {"3"}), "");
   EXPECT_EQ(Export(), "3,,0.0000\n");
+}
+
+// Bytes turned anywhere in a file that has rows, most of them where its catalogue lies.
+std::string DamagedFile(std::string bytes, std::mt19937& random) {
+  const auto below = [&](std::size_t limit) { return random() % limit; };
+  if (below(10) == 0) bytes.resize(below(bytes.size()));
+  for (std::size_t turns = 1 + below(20); turns > 0 && !bytes.empty(); --turns) {
+    const std::size_t at = below(bytes.size());
+    bytes[at] = static_cast<char>(below(3) == 0 ? 0xff : below(256));
+  }
+  return bytes;
+}
+
+TEST_F(AccessTest, EndsADamagedFileInAPersianRefusal) {
+  Put(Keyed().Bytes());
+  ASSERT_EQ(Refusal({"Id", "Name", "Amount"}, {"1", "'a'", "5"}), "");
+  const std::string whole = Got();
+  std::mt19937 random(5);
+  int refused = 0;
+  for (int i = 0; i < 150; ++i) {
+    const std::string bytes = DamagedFile(whole, random);
+    Put(bytes);
+    std::string told;
+    try {
+      for (const std::string& table : access_->Tables(path_)) access_->Fields(path_, table);
+      const auto connection = Open();
+      connection->Insert("Rows", {"Id", "Name"}, {"2", "'b'"});
+      connection->Close();
+    } catch (const Error& error) {
+      told = error.Description();
+    }
+    refused += told.empty() ? 0 : 1;
+    if (told.empty()) continue;
+    EXPECT_EQ(Got(), bytes) << i;
+    EXPECT_NE(told.find_first_of("\xd8\xd9\xda\xdb"), std::string::npos) << i << ": " << told;
+  }
+  EXPECT_GT(refused, 8);
+}
+
+// The sample's own file: to write it anew, take it away and run this test twice.
+TEST_F(AccessTest, IsTheSamplesFile) {
+  constexpr const char* kPath = "samples/invoices.mdb";
+  BlankFile invoices;
+  invoices.table = "Invoices";
+  invoices.fields = {{"Id", 4, 4, {}, true},
+                     {"Customer", 10, 100, {{"Description", "#2"}}},
+                     {"InvoiceNumber", 4, 4, {{"Description", "#3"}}},
+                     {"InvoiceDate", 10, 20, {{"Description", "#4"}}},
+                     {"NetValue", 5, 8, {{"Description", "#5"}}},
+                     {"Remarks", 12}};
+  invoices.key = 0;
+  const bool there = files_->Exists(kPath);
+  if (!there) files_->Write(kPath, invoices.Bytes());
+  EXPECT_TRUE(there);
+  EXPECT_EQ(files_->Read(kPath), invoices.Bytes());
+  EXPECT_EQ(access_->Tables(kPath), std::vector<std::string>{"Invoices"});
+}
+
+std::string GuardedRefusal(const std::function<std::vector<std::string>()>& read) {
+  try {
+    jet::ReadGuarded(read);
+  } catch (const Error& error) {
+    return std::to_string(static_cast<long>(error.Number())) + " " + error.Description();
+  }
+  return "";
+}
+
+TEST(GuardedReadTest, KeepsWhatFallsApart) {
+  const std::vector<std::string> texts = {"", "a", std::string("b\0c", 3),
+                                          std::string(100000, 'x')};
+  EXPECT_EQ(jet::ReadGuarded([&] { return texts; }), texts);
+  EXPECT_TRUE(jet::ReadGuarded([] { return std::vector<std::string>(); }).empty());
+  const std::string damaged =
+      std::to_string(static_cast<long>(ErrorNumber::kInvalidCall)) + " فايل اکسس خراب است.";
+  EXPECT_EQ(GuardedRefusal([]() -> std::vector<std::string> { std::abort(); }), damaged);
+  EXPECT_EQ(GuardedRefusal([]() -> std::vector<std::string> { _exit(0); }), damaged);
+  EXPECT_EQ(GuardedRefusal([]() -> std::vector<std::string> { throw std::runtime_error("x"); }),
+            damaged);
+  EXPECT_EQ(GuardedRefusal([]() -> std::vector<std::string> {
+              throw Error(ErrorNumber::kMissingObject, "نيست");
+            }),
+            std::to_string(static_cast<long>(ErrorNumber::kMissingObject)) + " نيست");
 }
 
 }  // namespace

@@ -254,5 +254,42 @@ TEST(FormulaCheck, FindsAPowerThatVanishes) {
   for (const auto& c : cases) EXPECT_EQ(RaisesNegativeToFraction(c.formula), c.found) << c.formula;
 }
 
+// A reader that takes the document "fits" and one that names a column which isn't there.
+XmlElement ReadAsTemplate(std::string_view bytes) {
+  if (bytes != "fits" && bytes != "names") throw Error(ErrorNumber::kInvalidCall, "no XML");
+  const XmlElement text{
+      "text", {{"width", "9"}, {"height", "5"}}, bytes == "fits" ? "{Column1}" : "{Column2}", {}};
+  return {"print-template", {{"version", "1"}}, "", {{"detail", {{"height", "6"}}, "", {text}}}};
+}
+
+TEST_F(CheckTest, ReadsStoredPrintTemplates) {
+  Run("insert into tblVorekReport (ID, SQLQuery) values (1, 'select a from t')");
+  const auto faults = [&] {
+    std::string all;
+    for (const Finding& finding : CheckReports(process, {1}, ReadAsTemplate)) {
+      all += std::string(finding.error ? "!" : "") + finding.field + ": " + finding.what + "\n";
+    }
+    return all;
+  };
+  EXPECT_EQ(faults(), "");  // no table of attachments
+  Run("create table tblVorekFormAttachment (FormTypeID int, FormID int, RowNumber int, "
+      "FileExtension nvarchar(9), FileName nvarchar(50), IsExternal bit, FilePath nvarchar(50), "
+      "FileData varbinary(max))");
+  Run("insert into tblVorekFormAttachment values "
+      "(2302, 1, 1, 'rpt', 'a.xml', 0, null, 0x66697473), "    // fits
+      "(2302, 1, 2, 'rpt', 'b.xml', 0, null, 0x6e616d6573), "  // names
+      "(2302, 1, 3, 'rpt', 'c.rpt', 0, null, 0xd0cf11e0), "
+      "(2302, 1, 4, 'xls', 'd.xls', 0, null, 0xd0cf11e0), "
+      "(2302, 2, 1, 'rpt', 'e.rpt', 0, null, 0xd0cf11e0)");
+  EXPECT_NE(faults().find("!print template 1: the database has no table"), std::string::npos);
+  Run("create table tblVorekCrystalReport (UserID int, Column1 nvarchar(9))");
+  EXPECT_EQ(faults(),
+            "!print template 2: الگوي چاپ: ستون Column2 در داده ها نيست.\n"
+            "!print template 3: فايل c.rpt الگوي چاپ اين برنامه نيست. no XML\n");
+  Run("create view vwVorekCrystalReport_1 as select Column1, Column1 as Column2 from "
+      "tblVorekCrystalReport");
+  EXPECT_EQ(faults(), "!print template 3: فايل c.rpt الگوي چاپ اين برنامه نيست. no XML\n");
+}
+
 }  // namespace
 }  // namespace vorek

@@ -7,6 +7,7 @@
 #include "platform/memory_database.h"
 #include "print/base64.h"
 #include "print/print_document.h"
+#include "print/template_check.h"
 #include "print/template_job.h"
 #include "vorek/xml.h"
 
@@ -270,6 +271,79 @@ TEST(PrintDocumentTest, LosesNoRowOnRandomPages) {
     ASSERT_EQ(printed, expected);
     ASSERT_EQ(groups, total);
     ASSERT_EQ(last, std::to_string(total));
+  }
+}
+
+// What is wrong with a template over Rows, an "!" in front of what stops a print.
+std::string Faults(const std::string& bands) {
+  std::string all;
+  for (const TemplateFault& fault :
+       CheckTemplate(Template(bands), Rows({}).rows, {"Period", "From"})) {
+    all += (fault.stops ? "!" : "") + fault.what + "|";
+  }
+  return all;
+}
+
+std::string Detail(const std::string& items) {
+  return "<detail height=\"6\">" + items + "</detail>";
+}
+
+TEST(TemplateCheckTest, TellsEachFault) {
+  // The paper is 210 wide with margins of 10.
+  const std::string at_zero = "<text width=\"30\" height=\"5\">a</text>";
+  const struct {
+    std::string bands;
+    const char* faults;  // all of them; of texts in Persian a part
+  } cases[] = {
+      {kDetail, ""},
+      {Detail("<text width=\"30\" height=\"5\">{column2} {page} {@Period} {$-1} {{x}}</text>"), ""},
+      {Detail("<text width=\"30\" height=\"5\">{Column9}</text>"), "!الگوي چاپ: ستون Column9"},
+      {Detail("<text width=\"30\" height=\"5\" when=\"{Column9}\">x</text>"),
+       "!الگوي چاپ: ستون Column9"},
+      {Detail("<text width=\"30\" height=\"5\">{Column1</text>"), "!الگوي چاپ: آكولاد"},
+      {Detail("<sum width=\"30\" height=\"5\" field=\"Amount\"/>"), "!الگوي چاپ: ستون Amount"},
+      {"<group-header height=\"6\" group=\"Customer\"/>" + std::string(kDetail),
+       "!الگوي چاپ: ستون Customer"},
+      {Detail("<text width=\"30\" height=\"5\">{{@x}} {@period}</text>"),
+       "the report has no parameter named \"period\"|"},
+      {Detail("<text right=\"160\" width=\"30\" height=\"5\">a</text>"), ""},
+      {Detail("<text right=\"161\" width=\"30\" height=\"5\">a</text>"),
+       "\"a\" at 161, 0 ends 1 mm in the left margin|"},
+      {Detail("<text right=\"171\" width=\"30\" height=\"5\">a</text>"),
+       "\"a\" at 171, 0 ends 1 mm beyond the paper|"},
+      {Detail("<box top=\"2\" width=\"30\" height=\"5\"/>"),
+       "item at 0, 2 ends 1 mm below its band|"},
+      {Detail(at_zero + "<text right=\"30\" width=\"30\" height=\"5\">b</text>"), ""},
+      {Detail(at_zero + "<text right=\"29\" width=\"30\" height=\"5\">b</text>"),
+       "\"a\" at 0, 0 lies over \"b\" at 29, 0|"},
+      {Detail(at_zero + "<box width=\"60\" height=\"5\"/>"), ""},
+      {Detail(at_zero + "<text width=\"30\" height=\"5\" when=\"{Column1}\">b</text>"), ""},
+  };
+  for (const auto& c : cases) {
+    const std::string faults = Faults(c.bands);
+    const std::string wanted = c.faults;
+    EXPECT_EQ(wanted.starts_with('!') ? faults.substr(0, wanted.size()) : faults, wanted)
+        << c.bands;
+  }
+}
+
+TEST(TemplateCheckTest, LooksAtNoColumnsThatCannotBeTold) {
+  EXPECT_TRUE(
+      CheckTemplate(Template(Detail("<text width=\"9\" height=\"5\">{x}</text>")), nullptr, {})
+          .empty());
+}
+
+TEST(XmlReaderTest, GivesItsReasonsInPersian) {
+  const struct {
+    const char* bytes;
+    const char* reason;  // a part of it
+  } cases[] = {{"<a></b>", "يكي نيست"}, {"<a", "آغاز جزء"},
+               {"<a b></a>", "ويژگي"},  {"<a><!-- </a>", "يادداشت"},
+               {"<a></a", "پايان جزء"}, {"<a><![CDATA[", "CDATA"},
+               {"<a>", "يكي نيست"},     {"", "ريشه"}};
+  for (const auto& c : cases) {
+    const std::string reason = Refusal([&] { PugiXmlReader()(c.bytes); });
+    EXPECT_NE(reason.find(c.reason), std::string::npos) << c.bytes << ": " << reason;
   }
 }
 

@@ -14,6 +14,36 @@ constexpr std::size_t kLargest = std::size_t{64} << 20U;  // bytes
   throw Error(ErrorNumber::kInvalidCall, reason);
 }
 
+// What the parser found, in the user's words.
+std::string ReasonOf(pugi::xml_parse_status status) {
+  switch (status) {
+    case pugi::status_out_of_memory:
+      return "حافظه كافي نيست.";
+    case pugi::status_bad_pi:
+      return "دستور پردازش يا اعلان XML ناقص است.";
+    case pugi::status_bad_comment:
+      return "يادداشت بسته نشده است.";
+    case pugi::status_bad_cdata:
+      return "بخش CDATA بسته نشده است.";
+    case pugi::status_bad_doctype:
+      return "DOCTYPE ناقص است.";
+    case pugi::status_bad_pcdata:
+      return "متن بيرون از ريشه است.";
+    case pugi::status_bad_start_element:
+      return "آغاز جزء درست نيست.";
+    case pugi::status_bad_attribute:
+      return "ويژگي يك جزء درست نيست.";
+    case pugi::status_bad_end_element:
+      return "پايان جزء درست نيست.";
+    case pugi::status_end_element_mismatch:
+      return "نام آغاز و پايان جزء يكي نيست.";
+    case pugi::status_no_document_element:
+      return "ريشه ندارد.";
+    default:
+      return "نشانه اي شناخته نشد.";
+  }
+}
+
 XmlElement ToElement(const pugi::xml_node& node, int depth) {
   if (depth > kDeepest) Refuse("سند XML بيش از اندازه تو در تو است.");
   XmlElement element;
@@ -38,7 +68,7 @@ XmlElement Parse(std::string_view bytes) {
       document.load_buffer(bytes.data(), bytes.size(), pugi::parse_default | pugi::parse_doctype);
   if (!result) {
     Refuse("سند XML درست نيست، در بايت " + std::to_string(result.offset) + ": " +
-           result.description());
+           ReasonOf(result.status));
   }
   for (const pugi::xml_node& child : document.children()) {
     if (child.type() == pugi::node_doctype) Refuse("سند XML نبايد DOCTYPE داشته باشد.");
