@@ -83,7 +83,9 @@ void DeskToolbar::AddExports(QHBoxLayout& row) {
       {ReportAction::kWorkbook, "كارپوشه اكسل..."},
       {ReportAction::kQuickWorkbook, "انتقال سريع به اكسل"},
       {ReportAction::kText, "فايل متني..."},
-      {ReportAction::kAccess, "فايل اكسس..."}};
+      {ReportAction::kAccess, "فايل اكسس..."},
+      {ReportAction::kCopyWithHeaders, "كپي انتخاب با سرستونها"},
+      {ReportAction::kCopyPlain, "كپي انتخاب با عددهاي ساده"}};
   for (const auto& [action, text] : exports) {
     QAction* const entry = menu->addAction(text);
     connect(entry, &QAction::triggered, this, [this, action = action] { on_action(action); });

@@ -16,8 +16,10 @@
 
 #include "adapters/qt/qt_windows.h"
 #include "connect_dialog.h"
+#include "desk_style.h"
 #include "desk_toolbar.h"
 #include "kept_reports.h"
+#include "key_sheet.h"
 #include "report_tab.h"
 #include "start_page.h"
 
@@ -91,6 +93,7 @@ void DeskWindow::MakeProgramMenu() {
   connect(AddEntry("جستجوي گزارش", Qt::CTRL | Qt::Key_L), &QAction::triggered, catalogue_,
           [this] { catalogue_->FocusSearch(); });
   MakeReportEntries();
+  MakeViewEntries();
   toolbar_->ProgramMenu().addSeparator();
   connect(AddEntry("خروج", Qt::CTRL | Qt::Key_Q), &QAction::triggered, this, [this] { close(); });
 }
@@ -106,6 +109,26 @@ void DeskWindow::MakeReportEntries() {
           });
   connect(AddEntry("بستن گزارش", Qt::CTRL | Qt::Key_W), &QAction::triggered, this,
           [this] { CloseTab(tabs_->currentIndex()); });
+}
+
+void DeskWindow::MakeViewEntries() {
+  QMenu& menu = toolbar_->ProgramMenu();
+  menu.addSeparator();
+  QMenu* const density = menu.addMenu("فاصله سطرها");
+  AddDensity(*density, "فشرده", 2);
+  AddDensity(*density, "معمولي", ReportTab::kUsualPadding);
+  AddDensity(*density, "باز", 12);
+  connect(menu.addAction("رنگ روشن"), &QAction::triggered, this, [] { ApplyTheme("light"); });
+  connect(menu.addAction("رنگ تيره"), &QAction::triggered, this, [] { ApplyTheme("dark"); });
+  connect(AddEntry("كليدها", Qt::Key_F1), &QAction::triggered, this,
+          [this] { KeySheet(this).exec(); });
+}
+
+void DeskWindow::AddDensity(QMenu& menu, const QString& text, int padding) {
+  connect(menu.addAction(text), &QAction::triggered, this, [this, padding] {
+    settings_.setValue("view/padding", padding);
+    for (int i = 0; i < tabs_->count(); ++i) TabAt(i)->SetRowPadding(padding);
+  });
 }
 
 void DeskWindow::MakeStatusBar() {

@@ -9,6 +9,7 @@
 
 class QAction;
 class QLabel;
+class QMenu;
 class QSettings;
 class QSplitter;
 class QStackedWidget;
@@ -50,6 +51,8 @@ class DeskWindow : public QMainWindow {
  private:
   void MakeProgramMenu();
   void MakeReportEntries();
+  void MakeViewEntries();
+  void AddDensity(QMenu& menu, const QString& text, int padding);
   QAction* AddEntry(const QString& text, const QKeySequence& key);
   void MakeStatusBar();
   void ConnectParts();

@@ -16,6 +16,8 @@ enum class ReportAction {
   kQuickWorkbook,  // by the clipboard
   kAccess,         // export
   kPrint,
+  kCopyPlain,
+  kCopyWithHeaders,
 };
 
 }  // namespace vorek::desk

@@ -63,6 +63,8 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   widget_->SetPeriodID(who.period);
   widget_->SetOleConnectionString(QString::fromStdString(ConnectionOf(who)));
   cards_.SetProcess(&Control().world);
+  widget_->SetZoom(settings_.value("view/zoom", 1.0).toDouble());
+  SetRowPadding(settings_.value("view/padding", kUsualPadding).toInt());
   ConnectEvents();
 }
 
@@ -128,6 +130,7 @@ void ReportTab::TakeWidths() {
 }
 
 void ReportTab::RememberWidths() {
+  settings_.setValue("view/zoom", widget_->Zoom());
   const DrawnWidths& main = Control().MainWidths();
   const DrawnWidths& transposed = Control().TransposeWidths();
   if (main.empty() && transposed.empty()) return;
@@ -169,6 +172,10 @@ void ReportTab::Do(ReportAction action) {
       return widget_->Do([&menu] { menu.mnuSendToOfficeExcel.Click(); });
     case ReportAction::kQuickWorkbook:
       return widget_->Do([&menu] { menu.mnuSendToOfficeExcellFast.Click(); });
+    case ReportAction::kCopyPlain:
+      return widget_->CopySelection(VorekReportWidget::Copied::Plain);
+    case ReportAction::kCopyWithHeaders:
+      return widget_->CopySelection(VorekReportWidget::Copied::WithHeaders);
     case ReportAction::kAccess:
       return widget_->Do([&menu] { menu.mnuSendToAccess.Click(); });
   }

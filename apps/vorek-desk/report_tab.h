@@ -38,9 +38,12 @@ class ReportTab : public QWidget {
   bool Loaded();
   // Whether the next start of the program shall bring the tab back: not one whose run failed.
   bool Returns();
-  // Keeps the widths that the user drew; without any nothing is written.
+  // Keeps the widths that the user drew, if any, and how large the grid is drawn.
   void RememberWidths();
   RecordCards& Cards() { return cards_; }
+  // How far rows stand apart, in pixels.
+  void SetRowPadding(int pixels) { widget_->SetRowPadding(pixels); }
+  static constexpr int kUsualPadding = 6;
 
   // Whether the report on show has something to do it with, and doing it.
   bool Offers(ReportAction action);

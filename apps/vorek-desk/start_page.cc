@@ -31,6 +31,7 @@ void StartPage::Show(const QList<Link>& recent, const QList<Link>& favourites) {
   AddLinks("آخرين گزارشها", recent);
   AddLinks("برگزيده", favourites);
   column_->insertWidget(2, links_);
+  links_->show();
 }
 
 void StartPage::AddLinks(const QString& head, const QList<Link>& links) {

@@ -54,6 +54,15 @@ class VorekReportWidget : public QWidget {
   // Does what a button or menu of the host stands for. An error that it throws goes to Failed.
   void Do(const std::function<void()>& work);
 
+  // How large the grids are drawn, from 0.5 to 3; 1 at first.
+  double Zoom() const;
+  void SetZoom(double zoom);
+  // The pixels that rows leave above and below their texts together; 6 at first.
+  void SetRowPadding(int pixels);
+  // Puts the selection on the clipboard, as text and as a table: as it is shown, with numbers in
+  // plain digits, or below the headers of its columns.
+  enum class Copied { Shown, Plain, WithHeaders };
+  void CopySelection(Copied form);
   // Opens the box that looks for a text in all columns of the grid on view.
   void ShowFindBar();
 

@@ -1,5 +1,6 @@
 #include "drill/result_line.h"
 #include "engine/report_control.h"
+#include "totals/selection_figures.h"
 #include "widgets/property.h"
 
 // The properties and public fields of the control as a script reaches them.
@@ -36,6 +37,12 @@ PropertyEntry Acting(std::string_view name, T ReportState::*field, void (ReportC
     (Report(c).*set)(FromText<std::remove_cvref_t<V>>(value));
   };
   return entry;
+}
+
+std::string InWords(const SelectionFigures& figures) {
+  return "rows " + std::to_string(figures.rows) + ", numbers " + std::to_string(figures.numbers) +
+         ", sum " + figures.sum + ", average " + figures.average + ", least " + figures.least +
+         ", greatest " + figures.greatest;
 }
 
 PropertyTable HostProperties() {
@@ -99,6 +106,11 @@ const PropertyTable& ReportControl::OwnProperties() const {
                    [](Control& c, const Arguments&) {
                      ReportContext report = Report(c).Context();
                      return TellResult(report).counts;
+                   },
+                   nullptr});
+    all.push_back({"SelectionFigures",
+                   [](Control& c, const Arguments&) {
+                     return InWords(FiguresOfSelection(Report(c).Context()));
                    },
                    nullptr});
     all.push_back({"FilterInForce",

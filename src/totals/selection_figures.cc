@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "grid/summary_label.h"
+#include "platform/field_type.h"
 #include "totals/group_reports.h"
 #include "totals/group_totals.h"
 
@@ -91,14 +92,25 @@ std::string Quotient(std::string plain, std::int64_t divisor) {
   return negative && quotient != "0" ? "-" + quotient : quotient;
 }
 
+// Decimals of any size and the rarer whole numbers among them.
+bool IsNumberType(int type) {
+  return (type >= kSmallInt && type <= kCurrency) || type == kDecimal ||
+         (type >= kTinyInt && type <= kUnsignedBigInt) || type == kNumeric || type == kVarNumeric;
+}
+
 std::string TimeText(const std::string& plain) {
   return MinutesToTime(std::stoll(plain.substr(0, plain.find('.'))));
+}
+
+// A negative one in parentheses, also between -1 and 0, where a cell of money has none.
+std::string MoneyText(const std::string& plain) {
+  return plain.starts_with('-') ? "(" + MoneyOfTotal(plain.substr(1)) + ")" : MoneyOfTotal(plain);
 }
 
 std::string Text(FixedPoint value, bool time) {
   FixedTotal total;
   total.Add(value);
-  return time ? TimeText(total.Text()) : MoneyOfTotal(total.Text());
+  return time ? TimeText(total.Text()) : MoneyText(total.Text());
 }
 
 }  // namespace
@@ -147,9 +159,7 @@ SelectionScan::Kind SelectionScan::KindOf(const ReportContext& report, std::int3
   const std::vector<FieldInfo>& fields = report.state.QueryFields;
   if (report.state.isTransposedResult || field >= fields.size()) return Kind::kNumber;
   if (IsTimeColumn(fields[field].type, fields[field].name)) return Kind::kTime;
-  const bool number = IsNumericFieldType(fields[field].type) ||
-                      fields[field].storage == ResultColumn::Storage::kScaled;
-  return number ? Kind::kNumber : Kind::kNone;
+  return IsNumberType(fields[field].type) ? Kind::kNumber : Kind::kNone;
 }
 
 bool SelectionScan::Step(std::int32_t rows) {
@@ -202,8 +212,8 @@ SelectionFigures SelectionScan::Figures() const {
   const std::string plain = tally.total.Text();
   const std::string average = Quotient(plain, tally.numbers);
   const bool time = tally.has_times;
-  figures.sum = time ? TimeText(plain) : MoneyOfTotal(plain);
-  figures.average = time ? TimeText(average) : MoneyOfTotal(average);
+  figures.sum = time ? TimeText(plain) : MoneyText(plain);
+  figures.average = time ? TimeText(average) : MoneyText(average);
   figures.least = Text(tally.least, time);
   figures.greatest = Text(tally.greatest, time);
   return figures;

@@ -303,7 +303,7 @@ TEST_F(GridTest, PaintsColoursThatCanBeRead) {
   };
   EXPECT_EQ(light(), 0);
   grid.SetSortedBy({3, true});
-  EXPECT_GT(light(), 20);
+  EXPECT_GT(light(), 10);
   for (const std::int32_t back : {0xF7D9C2, 0xFFFFFF, 0xC0FFFF, 0x000000, 0x0000FF}) {
     const CellColors colors = ColorsOf(back, 0x808080, dark);
     EXPECT_GT(std::abs(colors.back.lightness() - colors.text.lightness()), 70) << back;
@@ -386,7 +386,7 @@ TEST_F(GridTest, PointsToTheColumnThatTheRowsAreSortedBy) {
     const int half = picture.height() / 2;
     for (int y = 2; y < picture.height() - 2; ++y) {
       for (int x = 2; x < area->fontMetrics().height(); ++x) {
-        if (picture.pixelColor(x, y).lightness() < 110) ++(y < half ? dark.first : dark.second);
+        if (picture.pixelColor(x, y).lightness() < 170) ++(y < half ? dark.first : dark.second);
       }
     }
     return dark;

@@ -16,7 +16,10 @@
 namespace vorek::qt {
 namespace {
 
-QString Grouped(std::size_t number) { return ToQt(GroupDigits(static_cast<FixedPoint>(number))); }
+QString Grouped(std::size_t number) {
+  std::string text = std::to_string(number);
+  return ToQt(FormatMoney(text));
+}
 
 }  // namespace
 

@@ -78,8 +78,10 @@ void GridArea::SelectionChanged() { viewport()->update(); }
 
 void GridArea::Restyle() {
   if (grid_ == nullptr) return;
-  setFont(Scale::Font(grid_->FontSize()));
-  geometry_->SetFont(font(), Scale::OfApplication());
+  QFont font = Scale::Font(grid_->FontSize());
+  font.setPointSizeF(QFontInfo(font).pointSizeF() * zoom_);
+  setFont(font);
+  geometry_->SetFont(font, Measure(), qRound(padding_ * zoom_));
   LayoutChanged();
 }
 
@@ -165,8 +167,6 @@ void GridArea::changeEvent(QEvent* event) {
     LayoutChanged();
   }
 }
-
-double GridArea::Twips(double pixels) const { return Scale::OfApplication().Twips(pixels); }
 
 // Shows the row, if it isn't in view already. A pinned one always is: those before it come.
 void GridArea::ScrollToRow(std::int32_t row) {

@@ -2,12 +2,14 @@
 #define VOREK_ADAPTERS_QT_GRID_AREA_H_
 
 #include <QAbstractScrollArea>
+#include <QHelpEvent>
 #include <QPixmap>
 #include <QTimer>
 #include <functional>
 #include <memory>
 
 #include "adapters/qt/grid_geometry.h"
+#include "export/selection_copy.h"
 #include "grid/grid.h"
 #include "grid/grid_finder.h"
 
@@ -31,6 +33,14 @@ class GridArea : public QAbstractScrollArea {
   void LayoutChanged();
   void SelectionChanged();
   void Restyle();
+  // How large the grid is drawn, 1 for as large as other controls, and the pixels that rows leave
+  // above and below their texts together. Its neighbours take the same zoom.
+  double Zoom() const { return zoom_; }
+  void SetZoom(double zoom);
+  void SetPadding(int pixels);
+  static constexpr int kPadding = 6;
+  // Puts the selection on the clipboard.
+  void Copy(CopyForm form);
   // Brings the scroll bars up to date now.
   void SyncBars();
   // Marks the cells in view that hold what is looked for, until told null; it must live as long.
@@ -45,6 +55,7 @@ class GridArea : public QAbstractScrollArea {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -71,14 +82,20 @@ class GridArea : public QAbstractScrollArea {
   void ScrollToRow(std::int32_t row);
   void ScrollToCol(std::int32_t col);
   void PressHeader(int button);
-  void Copy();
-  double Twips(double pixels) const;
+  bool ZoomByKey(const QKeyEvent& event);
+  void ZoomTogether(double zoom);
+  bool TellCutCell(const QHelpEvent& event);
+  std::vector<std::int32_t> SelectedColumns() const;
+  Scale Measure() const { return Scale::OfApplication().Zoomed(zoom_); }
+  double Twips(double pixels) const { return Measure().Twips(pixels); }
 
   Grid* grid_;
   const GridFinder* finder_ = nullptr;
   std::unique_ptr<GridGeometry> geometry_;
   QPixmap picture_;  // what is on the screen
   std::function<void(const std::function<void()>&)> feed_;
+  double zoom_ = 1;
+  int padding_ = kPadding;
   bool bars_pending_ = false;
   bool syncing_ = false;
   GridCell pressed_;             // of the left button, until it is up

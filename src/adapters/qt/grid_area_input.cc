@@ -1,5 +1,3 @@
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QMouseEvent>
 #include <algorithm>
 
@@ -7,6 +5,7 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/key_codes.h"
+#include "adapters/qt/qt_clipboard.h"
 #include "grid/outline_mark.h"
 
 // Mouse and keys of the area. The grid's own handlers come first; what they leave undone, selecting
@@ -27,6 +26,8 @@ bool OpensOrCloses(const Grid& grid, GridCell cell) {
 
 bool GridArea::viewportEvent(QEvent* event) {
   if (grid_ == nullptr && event->type() != QEvent::Paint) return false;
+  if (event->type() == QEvent::ToolTip && TellCutCell(static_cast<QHelpEvent&>(*event)))
+    return true;
   return QAbstractScrollArea::viewportEvent(event);
 }
 
@@ -97,7 +98,7 @@ void GridArea::DragEdge(int x) {
                                  [this](const Span& column) { return column.index == drawn_col_; });
   if (span == columns.end()) return;
   const int size = grid_->RightToLeft() ? span->start + span->size - x : x - span->start;
-  const std::int32_t twips = Scale::OfApplication().Twips(std::max(size, kLeastColumn));
+  const std::int32_t twips = Measure().Twips(std::max(size, kLeastColumn));
   feed_([&] { grid_->ResizeByUser(drawn_col_, twips); });
 }
 
@@ -105,7 +106,7 @@ void GridArea::DragEdge(int x) {
 void GridArea::FitColumn(std::int32_t col) {
   const int most = viewport()->width() * 9 / 10 - geometry_->FixedPixels();
   const int pixels = std::min(FittingPixels(*grid_, col, font()), std::max(most, kLeastColumn));
-  feed_([&] { grid_->ResizeByUser(col, Scale::OfApplication().Twips(pixels)); });
+  feed_([&] { grid_->ResizeByUser(col, Measure().Twips(pixels)); });
 }
 
 void GridArea::mouseReleaseEvent(QMouseEvent* event) {
@@ -153,8 +154,14 @@ void GridArea::PressHeader(int button) {
 
 void GridArea::keyPressEvent(QKeyEvent* event) {
   if (grid_ == nullptr) return;
+  const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
   if (event->matches(QKeySequence::Copy)) {
-    Copy();
+    Copy(CopyForm::kShown);
+  } else if (ctrl && event->key() == Qt::Key_C) {
+    Copy(event->modifiers().testFlag(Qt::ShiftModifier) ? CopyForm::kWithHeaders
+                                                        : CopyForm::kPlain);
+  } else if (ZoomByKey(*event)) {
+    return;
   } else if (event->key() == Qt::Key_Up && event->modifiers().testFlag(Qt::ControlModifier)) {
     PressHeader(1);
   } else if (!MoveByKey(*event)) {
@@ -243,9 +250,17 @@ void GridArea::MoveTo(std::int32_t row, std::int32_t col, bool extend) {
   LayoutChanged();
 }
 
-void GridArea::Copy() {
-  QString text = ToQt(grid_->Clip());
-  QGuiApplication::clipboard()->setText(text.replace('\r', '\n'));
+std::vector<std::int32_t> GridArea::SelectedColumns() const {
+  const auto [first, last] = std::minmax({grid_->Col(), grid_->ColSel()});
+  std::vector<std::int32_t> columns;
+  for (std::int32_t col = first; col <= last; ++col) columns.push_back(col);
+  return columns;
+}
+
+void GridArea::Copy(CopyForm form) {
+  if (grid_ == nullptr) return;
+  const CopiedCells copied = CopySelection(*grid_, SelectedColumns(), form);
+  QtClipboard().Put(copied.text, copied.html);
 }
 
 }  // namespace vorek::qt

@@ -12,9 +12,9 @@ constexpr int kEdgeReach = 4;  // pixels to both sides of a column's edge
 
 }  // namespace
 
-void GridGeometry::SetFont(const QFont& font, const Scale& scale) {
+void GridGeometry::SetFont(const QFont& font, const Scale& scale, int padding) {
   scale_ = scale;
-  line_pixels_ = QFontMetrics(font).height() + 2;
+  line_pixels_ = QFontMetrics(font).height() + padding;
 }
 
 int GridGeometry::RowPixels(std::int32_t row) const {

@@ -37,7 +37,8 @@ class GridGeometry {
 
   // After a change of the grid's rows or of the grid's font.
   void Invalidate() { rows_.Invalidate(); }
-  void SetFont(const QFont& font, const Scale& scale);
+  // padding: pixels above and below the texts of a row together.
+  void SetFont(const QFont& font, const Scale& scale, int padding);
   void SetViewport(QSize size) { viewport_ = size; }
   QRect View() const { return {QPoint(0, 0), viewport_}; }
 

@@ -7,6 +7,7 @@
 #include "adapters/qt/colors.h"
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/theme.h"
+#include "grid/summary_label.h"
 
 namespace vorek::qt {
 namespace {
@@ -115,7 +116,7 @@ void GridPainter::Paint(QRect area) {
 
 // The pinned rows are another part of the grid than the rows above them.
 void GridPainter::PaintPinnedEdge(const std::vector<Span>& columns) {
-  const QColor color = Mixed(palette_.color(QPalette::Base), palette_.color(QPalette::Text), 0.6);
+  const QColor color = ThemeOf(palette_).sum_line;
   for (const Span& col : columns) {
     painter_.fillRect(QRect(col.start, geometry_.ScrollBottom() - 2, col.size, 2), color);
   }
@@ -162,11 +163,13 @@ GridPainter::Look GridPainter::LookOf(GridCell cell) const {
     look.back = palette_.color(QPalette::Button);
     if (format.fore_color < 0) look.text = palette_.color(QPalette::ButtonText);
   }
+  if (format.back_color < 0 && !IsHeader(cell) && IsSummaryRow(grid_, cell.row)) {
+    look.back = ThemeOf(palette_).sum;
+    look.text = palette_.color(QPalette::Text);
+  }
   if (!fixed && IsSelected(cell)) {
-    look.back =
-        palette_.color(focused_ ? QPalette::Active : QPalette::Inactive, QPalette::Highlight);
-    look.text =
-        palette_.color(focused_ ? QPalette::Active : QPalette::Inactive, QPalette::HighlightedText);
+    look.back = ThemeOf(palette_).picked;
+    look.text = palette_.color(QPalette::Text);
   }
   return look;
 }
@@ -276,7 +279,8 @@ void GridPainter::PaintText(const QString& text, QRect rect, const Look& look) {
                  QPoint(std::min(rect.right(), view.right()), rect.bottom()));
   }
   const QString shown = width <= rect.width() ? text : Shortened(text, metrics, rect.width());
-  if (look.style != kFlat) {
+  // A relief of light on a dark ground would only blur the letters.
+  if (look.style != kFlat && !IsDark(palette_)) {
     const int step = look.style == kRaised ? -1 : 1;
     painter_.setPen(Mixed(look.back, Qt::white, 0.8));
     painter_.drawText(rect.translated(step, step), flags, shown);
@@ -291,9 +295,9 @@ void GridPainter::PaintFocus() {
   if (!geometry_.IsPinned(grid_.Row()))
     rect.setBottom(std::min(rect.bottom(), geometry_.ScrollBottom()));
   if (rect.isEmpty()) return;
-  painter_.setPen(QPen(palette_.color(QPalette::Text), 1, Qt::DotLine));
+  painter_.setPen(QPen(ThemeOf(palette_).accent, 2));
   painter_.setBrush(Qt::NoBrush);
-  painter_.drawRect(rect.adjusted(0, 0, -1, -2));
+  painter_.drawRect(rect.adjusted(1, 1, -1, -2));
 }
 
 }  // namespace vorek::qt

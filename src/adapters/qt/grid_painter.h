@@ -16,7 +16,7 @@
 
 namespace vorek::qt {
 
-constexpr int kCellMargin = 3;  // pixels between a cell's edge and its text
+constexpr int kCellMargin = 5;  // pixels between a cell's edge and its text
 
 // Paints what of a grid is in view, straight from its texts and formats.
 class GridPainter {
@@ -52,6 +52,7 @@ class GridPainter {
   bool IsFixed(GridCell cell) const {
     return cell.row < grid_.FixedRows() || cell.col < grid_.FixedCols();
   }
+  bool IsHeader(GridCell cell) const { return cell.row < grid_.FixedRows(); }
   bool IsSelected(GridCell cell) const;
 
   const Grid& grid_;

@@ -72,9 +72,19 @@ struct VorekReportWidget::Parts {
   }
 
   // The area of the grid on view, null before it is made.
-  qt::GridArea* Area() {
-    qt::ControlView* const view = presenter.ViewOf(Control().Context().ActiveGrid());
+  qt::GridArea* Area() { return AreaOf(Control().Context().ActiveGrid()); }
+
+  qt::GridArea* AreaOf(const Grid& grid) {
+    qt::ControlView* const view = presenter.ViewOf(grid);
     return view == nullptr ? nullptr : static_cast<qt::GridArea*>(&view->Widget());
+  }
+
+  template <typename Change>
+  void ForEachArea(const Change& change) {
+    presenter.Sync();
+    for (const Grid* grid : {&Control().flxMain, &Control().flxTranspose}) {
+      if (qt::GridArea* const area = AreaOf(*grid); area != nullptr) change(*area);
+    }
   }
 
   // Null for what needs no figures: no result, and whole rows, whose columns are no sum.
@@ -201,6 +211,27 @@ bool VorekReportWidget::View(int ID, const QString& inParameterString,
   VorekParameters& panel = parts_->report.Impl().VorekParameters1;
   if (panel.Visible() && !panel.result) panel.FocusFirst();
   return shown;
+}
+
+double VorekReportWidget::Zoom() const {
+  const qt::GridArea* const area = parts_->Area();
+  return area == nullptr ? 1 : area->Zoom();
+}
+
+void VorekReportWidget::SetZoom(double zoom) {
+  parts_->ForEachArea([zoom](qt::GridArea& area) { area.SetZoom(zoom); });
+}
+
+void VorekReportWidget::SetRowPadding(int pixels) {
+  parts_->ForEachArea([pixels](qt::GridArea& area) { area.SetPadding(pixels); });
+}
+
+void VorekReportWidget::CopySelection(Copied form) {
+  qt::GridArea* const area = parts_->Area();
+  if (area == nullptr) return;
+  area->Copy(form == Copied::Plain         ? CopyForm::kPlain
+             : form == Copied::WithHeaders ? CopyForm::kWithHeaders
+                                           : CopyForm::kShown);
 }
 
 void VorekReportWidget::ShowFindBar() { parts_->find->Open(); }

@@ -16,6 +16,9 @@ class Scale {
   // By the application's font and the primary screen.
   static Scale OfApplication();
 
+  // Everything larger by the factor.
+  Scale Zoomed(double factor) const { return Scale(pixels_per_twip_ * factor); }
+
   int Pixels(double twips) const { return qRound(twips * pixels_per_twip_); }
   double TwipsPerPixel() const { return 1 / pixels_per_twip_; }
   std::int32_t Twips(double pixels) const { return qRound(pixels / pixels_per_twip_); }
