@@ -36,6 +36,7 @@ DeskToolbar::DeskToolbar(QWidget* parent)
   Add(*row, ReportAction::kFind, "find", "جستجو در همه ستونها", QKeySequence::Find, false);
   Add(*row, ReportAction::kFilter, "filter", "فيلتر ستون جاري", Qt::ALT | Qt::Key_F, false);
   Add(*row, ReportAction::kSum, "sum", "جمع ستون جاري", Qt::ALT | Qt::Key_S, false);
+  Add(*row, ReportAction::kColumns, "columns", "ستونها", Qt::ALT | Qt::Key_C, false);
   AddGap(*row);
   AddExports(*row);
   Add(*row, ReportAction::kPrint, "print", "چاپ", QKeySequence::Print, true);

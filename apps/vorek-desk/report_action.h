@@ -10,6 +10,7 @@ enum class ReportAction {
   kFind,
   kFilter,
   kSum,
+  kColumns,
   kAverage,
   kText,           // export
   kWorkbook,       // export, through a template where there is one

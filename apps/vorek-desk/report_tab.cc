@@ -47,6 +47,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
                      QWidget* parent)
     : QWidget(parent),
       report_(report),
+      user_(session.Who().user),
       settings_(settings),
       tell_(tell),
       widget_(std::make_unique<VorekReportWidget>(Options(forms, std::move(tell)))) {
@@ -63,6 +64,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   widget_->SetPeriodID(who.period);
   widget_->SetOleConnectionString(QString::fromStdString(ConnectionOf(who)));
   cards_.SetProcess(&Control().world);
+  widget_->RestoreColumns(settings_.value(ColumnsKey()).toByteArray());
   widget_->SetZoom(settings_.value("view/zoom", 1.0).toDouble());
   SetRowPadding(settings_.value("view/padding", kUsualPadding).toInt());
   ConnectEvents();
@@ -129,8 +131,20 @@ void ReportTab::TakeWidths() {
   Control().SetDrawnWidths(WidthsFrom(kept["main"]), WidthsFrom(kept["transposed"]));
 }
 
+QString ReportTab::ColumnsKey() const { return QString("columns/%1/%2").arg(user_).arg(report_); }
+
+void ReportTab::RememberColumns() {
+  const QByteArray columns = widget_->SaveColumns();
+  if (columns.isEmpty()) {
+    settings_.remove(ColumnsKey());
+  } else {
+    settings_.setValue(ColumnsKey(), columns);
+  }
+}
+
 void ReportTab::RememberWidths() {
   settings_.setValue("view/zoom", widget_->Zoom());
+  RememberColumns();
   const DrawnWidths& main = Control().MainWidths();
   const DrawnWidths& transposed = Control().TransposeWidths();
   if (main.empty() && transposed.empty()) return;
@@ -165,6 +179,8 @@ void ReportTab::Do(ReportAction action) {
       return OnCurrentColumn([](ReportControl& c) { c.FlexPopupMenu.mnuSum.Click(); });
     case ReportAction::kAverage:
       return OnCurrentColumn([](ReportControl& c) { c.FlexPopupMenu.mnuavg.Click(); });
+    case ReportAction::kColumns:
+      return widget_->ShowColumnChooser();
     case ReportAction::kText:
       return widget_->Do([&menu] { menu.mnuSendToTextFile.Click(); });
     case ReportAction::kWorkbook:

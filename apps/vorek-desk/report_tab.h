@@ -63,8 +63,11 @@ class ReportTab : public QWidget {
   void OnCurrentColumn(void (*work)(ReportControl&));
   void TakeWidths();
   QString WidthsKey() const;
+  QString ColumnsKey() const;
+  void RememberColumns();
 
   std::int32_t report_;
+  int user_;
   QSettings& settings_;
   std::function<void(const QString&)> tell_;
   bool started_ = false;

@@ -63,6 +63,12 @@ class VorekReportWidget : public QWidget {
   // plain digits, or below the headers of its columns.
   enum class Copied { Shown, Plain, WithHeaders };
   void CopySelection(Copied form);
+  // Opens the menu in which the user hides, moves and freezes the columns of the grid on view.
+  void ShowColumnChooser();
+  // What the user has done there, for the next time that the report is shown. A text that
+  // SaveColumns didn't make changes nothing.
+  QByteArray SaveColumns() const;
+  void RestoreColumns(const QByteArray& kept);
   // Opens the box that looks for a text in all columns of the grid on view.
   void ShowFindBar();
 

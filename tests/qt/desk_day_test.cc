@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -79,7 +80,8 @@ TEST_F(DayTest, FindsATextInAllColumnsWhileItIsTyped) {
   ASSERT_TRUE(text->hasFocus());
   const auto* const count = Child<QLabel>("findCount");
   TypeText(text, "کرمانی");
-  QTest::qWait(50);
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] { return !count->text().isEmpty() && !count->text().endsWith('+'); }, 5000));
   const int all = count->text().toInt();
   EXPECT_GT(all, 10);
   SavePicture(*desk, "find-bar");
@@ -136,6 +138,48 @@ TEST_F(DayTest, DrawsTheGridLargerAndKeepsThat) {
   EXPECT_NEAR(area->Zoom(), 1.1, 0.001);
   QTest::keyClick(area, Qt::Key_0, Qt::ControlModifier);
   EXPECT_EQ(area->Zoom(), 1);
+}
+
+TEST_F(DayTest, ArrangesTheColumnsOfTheViewAlone) {
+  GridArea* area = Open(215);
+  Grid& grid = Control().flxMain;
+  ColumnView& view = area->Geometry().Arrangement();
+  const auto choose = [&](const QString& start) {
+    When([] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); },
+         [start](QMenu* menu) {
+           for (QAction* const entry : menu->actions()) {
+             if (entry->text().startsWith(start)) entry->trigger();
+           }
+           menu->close();
+         });
+    desk->findChild<QToolButton*>("columns")->click();
+    area->SyncBars();
+  };
+  const int right_of_4 = area->CellRect(1, 4).right();
+  choose(QString::fromStdString(grid.TextMatrix(0, 3)));
+  EXPECT_TRUE(area->CellRect(1, 3).isEmpty());
+  EXPECT_GT(area->CellRect(1, 4).right(), right_of_4) << "the next one takes its place";
+  EXPECT_NE(grid.ColWidth(3), 0) << "the grid's own column stays";
+  area->GoTo(1, 4);
+  choose("«" + QString::fromStdString(grid.TextMatrix(0, 4)) + "» يك ستون به راست");
+  EXPECT_GT(area->CellRect(1, 4).left(), area->CellRect(1, 2).left());
+  QTest::keyClick(area, Qt::Key_Left);
+  EXPECT_EQ(grid.Col(), 2) << "keys go by the view";
+  QTest::keyClick(area, Qt::Key_Right, Qt::ShiftModifier);
+  QTest::keyClick(area, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
+            grid.TextMatrix(1, 4) + '\t' + grid.TextMatrix(1, 2));
+  area->GoTo(1, 4);
+  choose("ثابت تا");
+  EXPECT_EQ(view.Frozen(), 2);
+  SavePicture(*desk, "columns");
+  Restart();
+  area = Child<GridArea>("flxMain");
+  EXPECT_EQ(area->Geometry().Arrangement().Frozen(), 2);
+  EXPECT_TRUE(area->Geometry().Arrangement().IsHidden(3));
+  area->setFocus();
+  choose("همه به شكل نخست");
+  EXPECT_FALSE(area->CellRect(1, 3).isEmpty());
 }
 
 TEST_F(DayTest, KeepsFavouritesAndWhatWasOpenedLast) {

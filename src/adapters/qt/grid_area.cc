@@ -53,6 +53,7 @@ void GridArea::RowsChanged() {
 }
 
 void GridArea::LayoutChanged() {
+  geometry_->InvalidateColumns();
   viewport()->update();
   if (std::exchange(bars_pending_, true)) return;
   QMetaObject::invokeMethod(
@@ -97,8 +98,7 @@ void GridArea::SyncBars() {
   const std::vector<std::int32_t> columns = geometry_->ScrollColumns();
   horizontalScrollBar()->setRange(0, geometry_->LastLeftPlace(columns));
   horizontalScrollBar()->setPageStep(1);
-  horizontalScrollBar()->setValue(static_cast<int>(
-      std::lower_bound(columns.begin(), columns.end(), grid_->LeftCol()) - columns.begin()));
+  horizontalScrollBar()->setValue(geometry_->FirstColumnPlace());
   syncing_ = false;
 }
 
@@ -183,8 +183,11 @@ void GridArea::ScrollToRow(std::int32_t row) {
 
 // Shows the column whole, or as much of it as there is room for.
 void GridArea::ScrollToCol(std::int32_t col) {
-  if (col < grid_->FixedCols()) return;
-  std::int32_t left = std::min(grid_->LeftCol(), col);
+  const std::vector<std::int32_t> columns = geometry_->ScrollColumns();
+  const auto found = std::find(columns.begin(), columns.end(), col);
+  if (found == columns.end()) return;
+  const auto goal = static_cast<std::size_t>(found - columns.begin());
+  auto place = std::min(static_cast<std::size_t>(geometry_->FirstColumnPlace()), goal);
   const auto whole = [&] {
     for (const Span& span : geometry_->Columns()) {
       if (span.index == col) {
@@ -193,8 +196,8 @@ void GridArea::ScrollToCol(std::int32_t col) {
     }
     return false;
   };
-  grid_->ScrollByUser(grid_->TopRow(), left);
-  while (left < col && !whole()) grid_->ScrollByUser(grid_->TopRow(), ++left);
+  grid_->ScrollByUser(grid_->TopRow(), columns[place]);
+  while (place < goal && !whole()) grid_->ScrollByUser(grid_->TopRow(), columns[++place]);
 }
 
 }  // namespace vorek::qt

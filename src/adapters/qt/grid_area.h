@@ -39,6 +39,8 @@ class GridArea : public QAbstractScrollArea {
   void SetZoom(double zoom);
   void SetPadding(int pixels);
   static constexpr int kPadding = 6;
+  // The columns of the selection as it is seen.
+  std::vector<std::int32_t> SelectedColumns() const;
   // Puts the selection on the clipboard.
   void Copy(CopyForm form);
   // Brings the scroll bars up to date now.
@@ -85,7 +87,6 @@ class GridArea : public QAbstractScrollArea {
   bool ZoomByKey(const QKeyEvent& event);
   void ZoomTogether(double zoom);
   bool TellCutCell(const QHelpEvent& event);
-  std::vector<std::int32_t> SelectedColumns() const;
   Scale Measure() const { return Scale::OfApplication().Zoomed(zoom_); }
   double Twips(double pixels) const { return Measure().Twips(pixels); }
 

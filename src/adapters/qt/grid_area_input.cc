@@ -224,11 +224,11 @@ std::int32_t GridArea::StepRow(std::int32_t by) const {
 }
 
 std::int32_t GridArea::StepCol(std::int32_t from, std::int32_t by) const {
-  const std::vector<std::int32_t> columns = geometry_->ScrollColumns();
+  const std::vector<std::int32_t>& columns = geometry_->Arrangement().Shown();
   if (columns.empty()) return from;
-  const auto place = std::lower_bound(columns.begin(), columns.end(), from);
   const auto last = static_cast<std::int64_t>(columns.size()) - 1;
-  const std::int64_t to = std::clamp<std::int64_t>(place - columns.begin() + by, 0, last);
+  const std::int64_t place = geometry_->Arrangement().PlaceOf(from);
+  const std::int64_t to = std::clamp<std::int64_t>(place + by, 0, last);
   return columns[static_cast<std::size_t>(to)];
 }
 
@@ -251,10 +251,7 @@ void GridArea::MoveTo(std::int32_t row, std::int32_t col, bool extend) {
 }
 
 std::vector<std::int32_t> GridArea::SelectedColumns() const {
-  const auto [first, last] = std::minmax({grid_->Col(), grid_->ColSel()});
-  std::vector<std::int32_t> columns;
-  for (std::int32_t col = first; col <= last; ++col) columns.push_back(col);
-  return columns;
+  return geometry_->Arrangement().Between(grid_->Col(), grid_->ColSel());
 }
 
 void GridArea::Copy(CopyForm form) {

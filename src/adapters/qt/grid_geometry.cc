@@ -34,9 +34,12 @@ std::vector<Span> GridGeometry::Columns() const {
   };
   const std::int32_t fixed = std::min(grid_.FixedCols(), grid_.Cols());
   for (std::int32_t col = 0; col < fixed; ++col) add(col);
-  for (std::int32_t col = std::max(grid_.LeftCol(), fixed);
-       col < grid_.Cols() && leading < viewport_.width(); ++col) {
-    add(col);
+  const std::vector<std::int32_t>& shown = view_.Shown();
+  const auto still = static_cast<std::size_t>(view_.Frozen());
+  for (std::size_t place = 0; place < still; ++place) add(shown[place]);
+  for (std::size_t place = still + static_cast<std::size_t>(FirstColumnPlace());
+       place < shown.size() && leading < viewport_.width(); ++place) {
+    add(shown[place]);
   }
   return spans;
 }
@@ -144,7 +147,14 @@ int GridGeometry::FixedPixels() const {
   for (std::int32_t col = 0; col < std::min(grid_.FixedCols(), grid_.Cols()); ++col) {
     pixels += ColumnPixels(col);
   }
+  for (std::int32_t place = 0; place < view_.Frozen(); ++place) {
+    pixels += ColumnPixels(view_.Shown()[static_cast<std::size_t>(place)]);
+  }
   return pixels;
+}
+
+std::int32_t GridGeometry::FirstColumnPlace() const {
+  return std::max(view_.PlaceOf(grid_.LeftCol()) - view_.Frozen(), 0);
 }
 
 std::int32_t GridGeometry::PageRows() const {
@@ -169,11 +179,8 @@ std::int32_t GridGeometry::LastTopPlace() const {
 }
 
 std::vector<std::int32_t> GridGeometry::ScrollColumns() const {
-  std::vector<std::int32_t> columns;
-  for (std::int32_t col = grid_.FixedCols(); col < grid_.Cols(); ++col) {
-    if (ColumnPixels(col) > 0) columns.push_back(col);
-  }
-  return columns;
+  const std::vector<std::int32_t>& shown = view_.Shown();
+  return {shown.begin() + view_.Frozen(), shown.end()};
 }
 
 std::int32_t GridGeometry::LastLeftPlace(const std::vector<std::int32_t>& columns) const {

@@ -10,6 +10,7 @@
 
 #include "adapters/qt/scale.h"
 #include "adapters/qt/visible_rows.h"
+#include "grid/column_view.h"
 #include "grid/grid.h"
 
 namespace vorek::qt {
@@ -33,10 +34,15 @@ struct GridCell {
 // the others scroll above them.
 class GridGeometry {
  public:
-  explicit GridGeometry(const Grid& grid) : grid_(grid), rows_(grid) {}
+  explicit GridGeometry(const Grid& grid) : grid_(grid), rows_(grid), view_(grid) {}
 
   // After a change of the grid's rows or of the grid's font.
   void Invalidate() { rows_.Invalidate(); }
+  // After a change of its columns, widths or headers.
+  void InvalidateColumns() { view_.Invalidate(); }
+  // The order of the columns, those that are hidden, and those that stand still.
+  ColumnView& Arrangement() { return view_; }
+  const ColumnView& Arrangement() const { return view_; }
   // padding: pixels above and below the texts of a row together.
   void SetFont(const QFont& font, const Scale& scale, int padding);
   void SetViewport(QSize size) { viewport_ = size; }
@@ -70,11 +76,15 @@ class GridGeometry {
   std::int32_t PageRows() const;
   // The place of the last row that may stand on top.
   std::int32_t LastTopPlace() const;
-  // The scrollable columns that aren't hidden, and the last of them that may stand first.
+  // The scrollable columns that are shown, in their order, and the last of them that may stand
+  // first.
   std::vector<std::int32_t> ScrollColumns() const;
   std::int32_t LastLeftPlace(const std::vector<std::int32_t>& columns) const;
 
-  // What the fixed columns and the fixed rows take.
+  // The place among the scrollable columns of the first one in view.
+  std::int32_t FirstColumnPlace() const;
+
+  // What the columns that stand still and the fixed rows take.
   int FixedPixels() const;
   int HeaderPixels() const;
 
@@ -85,6 +95,7 @@ class GridGeometry {
 
   const Grid& grid_;
   VisibleRows rows_;
+  ColumnView view_;
   Scale scale_ = Scale::OfApplication();
   int line_pixels_ = 16;
   QSize viewport_;

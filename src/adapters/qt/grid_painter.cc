@@ -95,7 +95,9 @@ GridPainter::GridPainter(const Grid& grid, const GridGeometry& geometry, QPainte
       bold_(Bold(painter.font())),
       metrics_(plain_),
       bold_metrics_(bold_),
-      lines_(Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.25)) {}
+      lines_(Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.25)) {
+  selected_columns_ = geometry.Arrangement().Between(grid.Col(), grid.ColSel());
+}
 
 void GridPainter::Paint(QRect area) {
   painter_.fillRect(area, palette_.color(QPalette::Base));
@@ -143,8 +145,9 @@ bool GridPainter::IsSelected(GridCell cell) const {
   constexpr std::int32_t kWithFocus = 2;
   if (grid_.HighLight() == 0 || (grid_.HighLight() == kWithFocus && !focused_)) return false;
   const auto [top, bottom] = std::minmax({grid_.Row(), grid_.RowSel()});
-  const auto [first, last] = std::minmax({grid_.Col(), grid_.ColSel()});
-  return cell.row >= top && cell.row <= bottom && cell.col >= first && cell.col <= last;
+  return cell.row >= top && cell.row <= bottom &&
+         std::find(selected_columns_.begin(), selected_columns_.end(), cell.col) !=
+             selected_columns_.end();
 }
 
 GridPainter::Look GridPainter::LookOf(GridCell cell) const {

@@ -66,6 +66,7 @@ class GridPainter {
   QFontMetrics metrics_;
   QFontMetrics bold_metrics_;
   QColor lines_;
+  std::vector<std::int32_t> selected_columns_;
   std::string scratch_;
 };
 

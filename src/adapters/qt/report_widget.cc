@@ -1,3 +1,4 @@
+#include <QJsonDocument>
 #include <QMetaMethod>
 #include <QResizeEvent>
 #include <QTimer>
@@ -6,6 +7,7 @@
 #include <utility>
 
 #include "adapters/qt/background_provider.h"
+#include "adapters/qt/column_chooser.h"
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/find_bar.h"
 #include "adapters/qt/grid_area.h"
@@ -93,10 +95,10 @@ struct VorekReportWidget::Parts {
     const Grid& grid = context.ActiveGrid();
     if (Busy() || context.state.FoundRows < 0) return nullptr;
     std::vector<std::int32_t> columns;
-    const auto [first, last] = std::minmax({grid.Col(), grid.ColSel()});
-    const bool whole = first <= grid.FixedCols() && last == grid.Cols() - 1 && first != last;
-    for (std::int32_t col = first; !whole && col <= last; ++col) {
-      if (grid.ColWidth(col) != 0) columns.push_back(col);
+    if (qt::GridArea* const area = AreaOf(grid); area != nullptr) {
+      columns = area->SelectedColumns();
+      const std::size_t all = area->Geometry().Arrangement().Shown().size();
+      if (columns.size() == all && all > 1) columns.clear();
     }
     return std::make_unique<SelectionScan>(context, std::move(columns));
   }
@@ -232,6 +234,27 @@ void VorekReportWidget::CopySelection(Copied form) {
   area->Copy(form == Copied::Plain         ? CopyForm::kPlain
              : form == Copied::WithHeaders ? CopyForm::kWithHeaders
                                            : CopyForm::kShown);
+}
+
+void VorekReportWidget::ShowColumnChooser() {
+  if (qt::GridArea* const area = parts_->Area(); area != nullptr) qt::ChooseColumns(*area);
+}
+
+QByteArray VorekReportWidget::SaveColumns() const {
+  QJsonObject kept;
+  parts_->ForEachArea([&kept](qt::GridArea& area) {
+    const ColumnWishes& wishes = area.Geometry().Arrangement().Wishes();
+    if (wishes != ColumnWishes()) kept[area.objectName()] = qt::ToJson(wishes);
+  });
+  return kept.isEmpty() ? QByteArray() : QJsonDocument(kept).toJson(QJsonDocument::Compact);
+}
+
+void VorekReportWidget::RestoreColumns(const QByteArray& kept) {
+  const QJsonObject grids = QJsonDocument::fromJson(kept).object();
+  parts_->ForEachArea([&grids](qt::GridArea& area) {
+    area.Geometry().Arrangement().SetWishes(qt::WishesFrom(grids[area.objectName()].toObject()));
+    area.LayoutChanged();
+  });
 }
 
 void VorekReportWidget::ShowFindBar() { parts_->find->Open(); }
