@@ -232,6 +232,7 @@ QString DeskWindow::TitleOfReport(std::int32_t report) const {
 // A restored tab whose report the user may not see any more goes again.
 void DeskWindow::StartShownTab() {
   ReportTab* const tab = CurrentTab();
+  TabChanged();
   if (tab != nullptr) tab->Start();
   TabChanged();
   if (tab == nullptr || tab->Loaded()) return;

@@ -2,6 +2,7 @@
 #include <QCommandLineParser>
 #include <QPainter>
 #include <QPixmap>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -29,7 +30,8 @@ void AddOptions(QCommandLineParser& parser) {
       {"period", "The accounting period.", "number", "-1"},
       {"report", "Opens the report; may be given more than once.", "number"},
       {"forms", "Folder with the libraries of forms that rows lead to.", "folder"},
-      {"theme", "light or dark; the system's own if not given.", "theme"},
+      {"theme", "light or dark; after the system's colours if not given.", "theme"},
+      {"size", "The window's size in pixels, as 1280x800.", "size"},
       {"render", "Writes a picture of the window to the file and ends.", "file"},
   });
 }
@@ -70,10 +72,34 @@ void RenderLater(DeskWindow& window, const QString& file) {
   });
 }
 
+// A wrong value ends the program: a window would only look as if it had been taken.
+void CheckOptions(const QCommandLineParser& parser) {
+  static const QRegularExpression kSize("^[1-9][0-9]{1,4}x[1-9][0-9]{1,4}$");
+  static const QRegularExpression kNumber("^-?[0-9]{1,9}$");
+  const auto check = [](const QString& name, const QStringList& values,
+                        const QRegularExpression& form) {
+    for (const QString& value : values) {
+      if (form.match(value).hasMatch()) continue;
+      throw Error(ErrorNumber::kInvalidCall, ("--" + name + " can't be " + value).toStdString());
+    }
+  };
+  check("theme", parser.values("theme"), QRegularExpression("^(light|dark)$"));
+  check("size", parser.values("size"), kSize);
+  for (const char* const name : {"user", "position", "employee", "period", "report"}) {
+    check(name, parser.values(name), kNumber);
+  }
+}
+
+void TakeSize(DeskWindow& window, const QString& size) {
+  if (size.isEmpty()) return;
+  window.resize(size.section('x', 0, 0).toInt(), size.section('x', 1, 1).toInt());
+}
+
 int Main(const QApplication& app) {
   QCommandLineParser parser;
   AddOptions(parser);
   parser.process(app);
+  CheckOptions(parser);
   const Login login = LoginFrom(parser);
   ApplyTheme(parser.value("theme"));
   vorek::qt::InstallPersianTexts();
@@ -84,6 +110,7 @@ int Main(const QApplication& app) {
                                         : QSettings("vorek", "vorek-desk").fileName()),
                      QSettings::IniFormat);
   DeskWindow window(settings, parser.value("forms"));
+  TakeSize(window, parser.value("size"));
   window.show();
   if (render) RenderLater(window, parser.value("render"));
   // Out of the event loop, so that ending the program ends a form too.
