@@ -29,7 +29,7 @@ bool ReadWhole(std::string_view& text, FixedPoint& value) {
   for (; !text.empty() && text[0] != '.'; text.remove_prefix(1)) {
     if (IsDigit(text[0])) {
       any = true;
-      if (++group > 3 && grouped) return false;
+      ++group;
       if (!Push(value, text[0])) return false;
     } else if (text[0] == '/' && (grouped ? group == 3 : group >= 1 && group <= 3)) {
       grouped = true;
