@@ -285,6 +285,29 @@ TEST_F(AccessTest, RefusesByNameBeforeAByteIsWritten) {
   }
 }
 
+// The header's bytes are covered by a stream, under which those of a blank file are zero.
+void Cover(std::string& file, std::size_t at, const std::string& bytes) {
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    file[at + i] = static_cast<char>(file[at + i] ^ bytes[i]);
+  }
+}
+
+TEST_F(AccessTest, RefusesAFileWithAPassword) {
+  constexpr std::size_t kPassword = 0x42;
+  constexpr std::size_t kCreated = 0x72;
+  const std::string created("\0\0\0\0\x80\xd5\xe1\x40", 8);  // 36524, which is 8eac
+  std::string file = Keyed().Bytes();
+  Cover(file, kCreated, created);
+  for (std::size_t i = 0; i < 40; i += 4) Cover(file, kPassword + i, "\xac\x8e");
+  Put(file);
+  EXPECT_EQ(Refusal({"Id"}, {"1"}), "");
+  Cover(file, kPassword + 38, "1");
+  Put(file);
+  EXPECT_EQ(Refusal({"Id"}, {"2"}), "فايل اکسس گذرواژه دارد و نوشته نمي شود.");
+  EXPECT_EQ(Got(), file);
+  EXPECT_THROW(access_->Tables(path_), Error);
+}
+
 TEST_F(AccessTest, RefusesOtherFilesAndOnesInUse) {
   std::string jet3 = Keyed().Bytes();
   jet3[0x14] = 0;
