@@ -298,7 +298,9 @@ std::string FileWalk::Rows() {
     if (const std::string wrong = RowsOn(page); !wrong.empty()) return wrong;
   }
   if (rows_ != table_.Rows()) return "the count of rows";
-  for (const std::uint32_t page : file_.PagesIn(table_.WithRoom())) {
+  const std::vector<std::uint32_t> with_room = file_.PagesIn(table_.WithRoom());
+  if (with_room.size() > 1) return "room on pages that are full";
+  for (const std::uint32_t page : with_room) {
     if (std::ranges::find(data, page) == data.end()) return "room on a page that isn't owned";
   }
   if (table_.Indexes().empty()) owned_.push_back(kRoot);

@@ -52,8 +52,9 @@ class StagingTest : public testing::Test, public Notices {
 
   std::string told;
   int answer = 2;
+  std::shared_ptr<ScriptedWindows> windows = std::make_shared<ScriptedWindows>();
   Process process{{.providers = {SqliteProvider()},
-                   .windows = std::make_shared<ScriptedWindows>(),
+                   .windows = windows,
                    .clock = std::make_shared<FixedClock>()}};
   ReportState state;
   Grid flxMain{nullptr, "flxMain"};
@@ -133,7 +134,7 @@ struct WrittenJobs : PrintJobs {
     void DataQuery(const std::string& text) override { jobs.log += text + ";"; }
     void OutputTarget(std::int32_t target) override { jobs.end = std::to_string(target); }
     void StartJob(std::int32_t start) override {
-      jobs.end += std::to_string(start);
+      jobs.end += std::to_string(start) + " " + std::to_string(jobs.windows->pointer);
       if (jobs.log.starts_with("bad") && jobs.refuses-- > 0) {
         throw Error(ErrorNumber::kBadTemplate, "bad.rpt");
       }
@@ -147,10 +148,12 @@ struct WrittenJobs : PrintJobs {
   std::string formulas;
   std::string end;
   int refuses = 1;
+  std::shared_ptr<ScriptedWindows> windows;
 };
 
 TEST_F(StagingTest, GivesTheJobEachFormulaThatItTakes) {
   const auto jobs = std::make_shared<WrittenJobs>();
+  jobs->windows = windows;
   process.services.print_jobs = jobs;
   Run("create table tblVorekReportParameter (ReportID int, ParameterID int, Name nvarchar(20))");
   Run("insert into tblVorekReportParameter values (7, 1, 'From'), (7, 2, 'Refused'), (7, 3, "
@@ -172,11 +175,13 @@ TEST_F(StagingTest, GivesTheJobEachFormulaThatItTakes) {
   EXPECT_EQ(jobs->connection, process.main.ConnectionText);
   EXPECT_EQ(jobs->log,
             "a.rpt;Select * from tblVorekCrystalReport Where UserID = 5 and ReportID=7;");
-  EXPECT_EQ(jobs->end, "01");
+  EXPECT_EQ(jobs->end, "01 11");  // the hourglass meanwhile
+  EXPECT_EQ(windows->pointer, 0);
 }
 
 TEST_F(StagingTest, OffersTheListForAFileThatIsNoTemplate) {
   const auto jobs = std::make_shared<WrittenJobs>();
+  jobs->windows = windows;
   EXPECT_THROW(PrintCrystal(report, "bad.rpt"), Error);  // a world without prints
   process.services.print_jobs = jobs;
   Run("create view vwVorekCrystalReport_7 as select UserID, ReportID from tblVorekCrystalReport");
