@@ -15,6 +15,8 @@ namespace vorek::jet {
 namespace {
 
 constexpr std::size_t kLongestRow = 4060;
+constexpr std::int64_t kLeastLong = std::numeric_limits<std::int32_t>::min();
+constexpr std::int64_t kMostLong = std::numeric_limits<std::int32_t>::max();
 
 template <typename Whole>
 std::string Bytes(Whole value, std::size_t size = sizeof(Whole)) {
@@ -152,9 +154,7 @@ Value FromNumber(const Column& column, std::string_view number) {
     case kInteger:
       return Bytes(Whole(column, number, -32768, 32767), 2);
     case kLong:
-      return Bytes(Whole(column, number, std::numeric_limits<std::int32_t>::min(),
-                         std::numeric_limits<std::int32_t>::max()),
-                   4);
+      return Bytes(Whole(column, number, kLeastLong, kMostLong), 4);
     case kMoney:
       return Money(column, number);
     case kSingle:
