@@ -96,6 +96,9 @@ TEST_F(StagingTest, KeepsTheRowsBeforeOneThatIsRefused) {
   flxMain.WriteCell(3, 1, "more than twenty letters");
   EXPECT_THROW(StageRows(report), Error);
   EXPECT_EQ(Staged(), "5/7/1:r1c1,r1c2,r1c3,,;5/7/2:r2c1,r2c2,r2c3,,;");
+  Run("Select @@trancount As Open1");
+  EXPECT_EQ(process.dten().rssqlGeneral5.Field("Open1").Text(), "0");
+  process.dten().rssqlGeneral5.Close();
   flxMain.SetRows(2);
   flxMain.SetCols(52);
   EXPECT_THROW(StageRows(report), Error);
