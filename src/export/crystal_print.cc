@@ -1,6 +1,7 @@
 #include "export/crystal_print.h"
 
-#include <algorithm>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "catalog/report_row.h"
@@ -13,7 +14,7 @@ namespace {
 
 constexpr int kHourglass = 11;
 constexpr std::int32_t kColumns = 50;  // of the staging tables
-constexpr std::size_t kRowsAStatement = 100;
+constexpr std::size_t kRowsAStatement = 300;
 constexpr const char* kRowTable = "tblVorekCrystalReport";
 
 std::string Literal(const std::string& text) { return "'" + text::Replace(text, "'", "''") + "'"; }
@@ -68,15 +69,16 @@ class Staging {
 
   void StageHeader();
   void StageRows();
-  void RunRows(const std::string& head, const std::vector<std::string>& rows);
+  void RunRows(std::size_t columns, const std::vector<std::string>& rows);
   // The columns of the rows: all of flxMain, those on show of flxTranspose.
   std::vector<std::int32_t> RowColumns() const;
   std::vector<std::int32_t> ShownColumns() const;
   std::string Head(const std::string& table, const char* keys, std::size_t written) const;
-  std::string Values(const std::string& keys, std::int32_t row,
-                     const std::vector<std::int32_t>& columns) const;
-  // How many columns from Cols on are named with an empty text.
-  std::int32_t EmptyColumns() const { return std::max(kColumns - grid_.Cols() + 1, 0); }
+  std::string Texts(std::int32_t row, const std::vector<std::int32_t>& columns) const;
+  // One row's values: of the user and the report, those that are given, empty texts from Cols on.
+  std::string Row(const std::string& given) const { return Keys() + given + EmptyTexts(); }
+  std::string Keys() const { return User() + ", " + Report(); }
+  std::string EmptyTexts() const;
 
   ReportContext& report_;
   Grid& grid_;
@@ -104,15 +106,19 @@ std::string Staging::Head(const std::string& table, const char* keys, std::size_
   std::string head = "Insert Into " + table + " (UserID, ReportID" + keys;
   for (std::size_t k = 1; k <= written; ++k) head += ", Column" + std::to_string(k);
   for (std::int32_t c = grid_.Cols(); c <= kColumns; ++c) head += ", Column" + std::to_string(c);
-  return head + ") Values ";
+  return head + ")";
 }
 
-std::string Staging::Values(const std::string& keys, std::int32_t row,
-                            const std::vector<std::int32_t>& columns) const {
-  std::string values = "(" + User() + ", " + Report() + keys;
-  for (const std::int32_t column : columns) values += ", " + Literal(grid_.TextMatrix(row, column));
-  for (std::int32_t c = 0; c < EmptyColumns(); ++c) values += ", ''";
-  return values + ")";
+std::string Staging::Texts(std::int32_t row, const std::vector<std::int32_t>& columns) const {
+  std::string texts;
+  for (const std::int32_t column : columns) texts += ", " + Literal(grid_.TextMatrix(row, column));
+  return texts;
+}
+
+std::string Staging::EmptyTexts() const {
+  std::string texts;
+  for (std::int32_t c = grid_.Cols(); c <= kColumns; ++c) texts += ", ''";
+  return texts;
 }
 
 void Staging::StageHeader() {
@@ -124,51 +130,62 @@ void Staging::StageHeader() {
   if (!exists) return;
   OpenSlot(slot_, "Delete " + table + " Where UserID=" + User());
   const std::vector<std::int32_t> columns = ShownColumns();
-  OpenSlot(slot_, Head(table, "", columns.size()) + Values("", 0, columns));
+  OpenSlot(slot_, Head(table, "", columns.size()) + " Values (" + Row(Texts(0, columns)) + ")");
 }
 
 void Staging::StageRows() {
   const std::vector<std::int32_t> columns = RowColumns();
-  const std::string head = Head(kRowTable, ", Sequence", columns.size());
   std::vector<std::string> rows;
   std::int32_t sequence = 0;
   const bool heights = grid_.RowHeightsDiffer();
   for (std::int32_t row = 1; row < grid_.Rows(); ++row) {
     if (heights && grid_.RowHeight(row) == 0) continue;
-    rows.push_back(Values(", " + std::to_string(++sequence), row, columns));
-    if (rows.size() == kRowsAStatement) RunRows(head, std::exchange(rows, {}));
+    rows.push_back(std::to_string(++sequence) + Texts(row, columns));
+    if (rows.size() == kRowsAStatement) RunRows(columns.size(), std::exchange(rows, {}));
   }
-  RunRows(head, rows);
+  RunRows(columns.size(), rows);
 }
 
-// Many rows go by one statement; where that is refused, they go one by one up to the row that the
-// database refuses.
-void Staging::RunRows(const std::string& head, const std::vector<std::string>& rows) {
+// Many rows go by one statement, which names the texts that are the same in all of them once; where
+// that is refused, they go one by one up to the row that the database refuses.
+void Staging::RunRows(std::size_t columns, const std::vector<std::string>& rows) {
   if (rows.empty()) return;
-  std::string text = head;
-  for (const std::string& row : rows) text += (&row == rows.data() ? "" : ", ") + row;
-  if (IgnoreErrors([&] { OpenSlot(slot_, text); })) return;
-  for (const std::string& row : rows) OpenSlot(slot_, head + row);
+  const std::string head = Head(kRowTable, ", Sequence", columns);
+  std::string text = head + " Select " + Row(", s.*") + " From (Values ";
+  for (const std::string& row : rows)
+    text.append(&row == rows.data() ? "(" : ", (").append(row) += ")";
+  text += ") As s (Sequence";
+  for (std::size_t k = 1; k <= columns; ++k) text += ", Column" + std::to_string(k);
+  if (IgnoreErrors([&] { OpenSlot(slot_, text + ")"); })) return;
+  for (const std::string& row : rows) OpenSlot(slot_, head + " Values (" + Row(", " + row) + ")");
 }
 
 // --- What the template is given besides
 // -----------------------------------------------------------
 
-void AddParameters(ReportContext& report, PrintJob& job) {
+// The name of a parameter of the report; none if it isn't there.
+std::optional<std::string> NameOf(ReportContext& report, std::int32_t parameter_id) {
   Recordset& slot = report.process.dten().rssqlGeneral1;
+  OpenSlot(slot, "Select isnull(Name,'') as Name From tblVorekReportParameter Where ReportID=" +
+                     std::to_string(report.state.ReportID) +
+                     " and ParameterID=" + std::to_string(parameter_id));
+  std::optional<std::string> name;
+  if (!slot.AtEnd()) name = TextOf(slot, "Name");
+  slot.Close();
+  return name;
+}
+
+// One that can't be read, or that the job doesn't take, keeps none of the others away.
+void AddParameters(ReportContext& report, PrintJob& job) {
   for (const ParameterValue& value : report.process.main.ParameterValues) {
-    OpenSlot(slot, "Select isnull(Name,'') as Name From tblVorekReportParameter Where ReportID=" +
-                       std::to_string(report.state.ReportID) +
-                       " and ParameterID=" + std::to_string(value.parameter_id));
-    const std::string name = slot.AtEnd() ? "" : TextOf(slot, "Name");
-    const bool exists = !slot.AtEnd();
-    slot.Close();
     const std::string& text = value.display_value;
-    if (!exists || text::TrimView(text).empty() || text == "''") continue;
-    const std::string formula = text::Replace(name + "='" + text + "'", "''", "'");
+    std::optional<std::string> name;
+    IgnoreErrors([&] { name = NameOf(report, value.parameter_id); });
+    if (!name || text::TrimView(text).empty() || text == "''") continue;
+    const std::string formula = text::Replace(*name + "='" + text + "'", "''", "'");
     std::int32_t index = 0;
-    job.AddFormula(index, formula);
-    job.AddFormula(index, formula);
+    IgnoreErrors([&] { job.AddFormula(index, formula); });
+    IgnoreErrors([&] { job.AddFormula(index, formula); });
   }
 }
 
@@ -228,7 +245,7 @@ void Print(ReportContext& report, const std::string& templatePath, bool list) {
   const std::unique_ptr<PrintJob> job = jobs->Make();
   job->ReportFilePath(templatePath);
   job->DatabaseConnection(report.process.main.ConnectionText);
-  IgnoreErrors([&] { AddParameters(report, *job); });
+  AddParameters(report, *job);
   AddIdentity(report, *job);
   job->DataQuery(
       QueryOn(report, list ? kRowTable : StagedSource(report.process, report.state.ReportID)));

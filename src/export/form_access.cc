@@ -48,45 +48,28 @@ void SortByOrdinal(Grid& grid) {
 }  // namespace
 
 FormAccess::FormAccess(Process& process, Notices& notices)
-    : Form(process.windows(), "FormAccess"), process_(process), notices_(notices) {
-  SetCaption("ذخيره در فايل اکسس");
-  SetRightToLeft(true);
-  lblHelp.SetCaption(
-      "جهت تهيه فايل اکسس، پس از مشخص كردن مسير فايل نمونه آن، که قبلا شماره ستونهاي گزارش قرار "
-      "داده شده است،  دكمه تاييد را بزنيد:");
-  cmdSave.SetCaption("...ذخيره در");
+    : FileForm(
+          process, notices, "FormAccess", "ذخيره در فايل اکسس",
+          "جهت تهيه فايل اکسس، پس از مشخص كردن مسير فايل نمونه آن، که قبلا شماره ستونهاي گزارش "
+          "قرار داده شده است،  دكمه تاييد را بزنيد:") {
   cmdRefresh.SetCaption("بازخواني");
-  cmdOk.SetCaption("تاييد");
-  cmdCancel.SetCaption("انصراف");
-  txtSaveFileName.SetLocked(true);
   Place();
   on_load = [this] { Reset(); };
   cmdSave.on_click = [this] { cmdSave_Click(); };
   cmbTables.on_change = [this] { ShowAccessFields(txtSaveFileName.Text(), cmbTables.Text()); };
   cmdRefresh.on_click = [this] { cmdRefresh_Click(); };
   cmdOk.on_click = [this] { cmdOk_Click(); };
-  cmdCancel.on_click = [this] { Close(false); };
 }
 
 void FormAccess::Place() {
   constexpr std::int32_t kWidth = 9600;
-  constexpr std::int32_t kInner = kWidth - 360;
-  Move(0, 0, kWidth, 6480);
-  lblHelp.Move(180, 180, kInner, 600);
-  cmdSave.Move(kWidth - 1680, 900, 1500, 400);
-  txtSaveFileName.Move(180, 900, kWidth - 1980, 400);
+  PlaceFrame(kWidth, 6480, 900);
   cmbTables.Move(1860, 1440, kWidth - 2040, 400);
   cmdRefresh.Move(180, 1440, 1500, 400);
-  flxColumn.Move(180, 1980, kInner, 3660);
-  cmdOk.Move(1680, 5820, 1320, 420);
-  cmdCancel.Move(180, 5820, 1320, 420);
-  Control* const all[] = {&lblHelp,    &cmdSave,   &txtSaveFileName, &cmbTables,
-                          &cmdRefresh, &flxColumn, &cmdOk,           &cmdCancel};
-  std::int32_t tab = 0;
-  for (Control* const control : all) {
-    control->SetRightToLeft(control != &txtSaveFileName);
-    control->SetTabIndex(tab++);
-  }
+  flxColumn.Move(180, 1980, kWidth - 360, 3660);
+  SetOrder({&lblHelp, &cmdSave, &txtSaveFileName, &cmbTables, &cmdRefresh, &flxColumn, &cmdOk,
+            &cmdCancel},
+           {&txtSaveFileName});
   Clear(flxColumn);
   constexpr std::array<std::int32_t, 7> kWidths = {600, 2400, 1500, 800, 800, 1000, 1700};
   for (std::size_t col = 0; col < kWidths.size(); ++col) {
@@ -95,7 +78,6 @@ void FormAccess::Place() {
 }
 
 void FormAccess::Reset() {
-  accepted_ = false;
   txtSaveFileName.SetText("");
   cmbTables.Clear();
   Clear(flxColumn);
@@ -103,8 +85,7 @@ void FormAccess::Reset() {
 }
 
 bool FormAccess::getAccessFileTemplate(std::string& fileName, std::string& tableName) {
-  ShowModal();
-  if (!accepted_) return false;
+  if (!IsAccepted()) return false;
   fileName = txtSaveFileName.Text();
   tableName = cmbTables.Text();
   return true;
@@ -191,11 +172,6 @@ void FormAccess::cmdOk_Click() {
   } else {
     Close(true);
   }
-}
-
-void FormAccess::Close(bool accepted) {
-  accepted_ = accepted;
-  Unload();
 }
 
 }  // namespace vorek

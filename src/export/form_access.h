@@ -4,20 +4,16 @@
 #include <functional>
 #include <string>
 
+#include "export/file_form.h"
 #include "grid/grid.h"
-#include "state/notices.h"
-#include "state/process.h"
-#include "widgets/form.h"
 
 namespace vorek {
 
 // Asks for an Access file and a table of it, and shows which report column goes into which field:
 // the fields' descriptions say so.
-class FormAccess : public Form {
+class FormAccess : public FileForm {
  public:
   FormAccess(Process& process, Notices& notices);
-
-  void CloseBox() override { Close(false); }
 
   // Modal. True if the user accepted; ColumnMapping is then filled.
   bool getAccessFileTemplate(std::string& fileName, std::string& tableName);
@@ -26,14 +22,9 @@ class FormAccess : public Form {
   void ListAccessTables(const std::string& fileName);
   void ShowAccessFields(const std::string& fileName, const std::string& tableName);
 
-  Label lblHelp{this, "lblHelp"};
-  Button cmdSave{this, "cmdSave"};
-  TextBox txtSaveFileName{this, "txtSaveFileName"};
   ComboBox cmbTables{this, "cmbTables"};
   Button cmdRefresh{this, "cmdRefresh"};
   Grid flxColumn{this, "flxColumn"};
-  Button cmdOk{this, "cmdOk"};
-  Button cmdCancel{this, "cmdCancel"};
 
  private:
   void Place();
@@ -45,11 +36,6 @@ class FormAccess : public Form {
   void TellRefusal(const std::function<void()>& read);
   std::string CellText(std::int32_t row, std::int32_t col) const;
   void MapRow(std::int32_t row);
-  void Close(bool accepted);
-
-  Process& process_;
-  Notices& notices_;
-  bool accepted_ = false;
 };
 
 }  // namespace vorek

@@ -12,56 +12,38 @@ constexpr int kYes = 1;
 }  // namespace
 
 FormSendToTextFile::FormSendToTextFile(Process& process, Notices& notices)
-    : Form(process.windows(), "FormSendToTextFile"), process_(process), notices_(notices) {
-  SetCaption("تهيه فايل متني از روي گزارش");
-  SetRightToLeft(true);
-  lblHelp.SetCaption(
-      "جهت تهيه فايل متني، جداكننده ستونهاي گزارش را مشخص كنيد و پس از مشخص كردن مسير فايل  دكمه "
-      "تاييد را بزنيد:");
+    : FileForm(
+          process, notices, "FormSendToTextFile", "تهيه فايل متني از روي گزارش",
+          "جهت تهيه فايل متني، جداكننده ستونهاي گزارش را مشخص كنيد و پس از مشخص كردن مسير فايل "
+          " دكمه تاييد را بزنيد:") {
   lblDelimiter.SetCaption("جدا كننده:");
   txtDelimiter.SetToolTipText("^t=Tab");
   chkNewLine.SetCaption("در انتها يك خط اضافه شود.");
   chkHeader.SetCaption("سر ستونها منتقل شود.");
   chkRemoveMoney.SetCaption("مقادير مالي بدون جداکننده ارسال شوند.");
-  cmdSave.SetCaption("...ذخيره در");
-  cmdOk.SetCaption("تاييد");
-  cmdCancel.SetCaption("انصراف");
-  txtSaveFileName.SetLocked(true);
   Place();
   on_load = [this] { Reset(); };
   txtDelimiter.on_got_focus = [this] { txtDelimiter.SelectAll(); };
   cmdSave.on_click = [this] { cmdSave_Click(); };
   cmdOk.on_click = [this] { cmdOk_Click(); };
-  cmdCancel.on_click = [this] { Close(false); };
 }
 
 void FormSendToTextFile::Place() {
   constexpr std::int32_t kWidth = 7200;
   constexpr std::int32_t kInner = kWidth - 360;
-  Move(0, 0, kWidth, 4080);
-  lblHelp.Move(180, 180, kInner, 600);
+  PlaceFrame(kWidth, 4080, 2760);
   lblDelimiter.Move(kWidth - 1500, 900, 1320, 360);
   txtDelimiter.Move(kWidth - 2900, 900, 1300, 360);
   chkNewLine.Move(180, 1380, kInner, 360);
   chkHeader.Move(180, 1800, kInner, 360);
   chkRemoveMoney.Move(180, 2220, kInner, 360);
-  cmdSave.Move(kWidth - 1680, 2760, 1500, 400);
-  txtSaveFileName.Move(180, 2760, kWidth - 1980, 400);
-  cmdOk.Move(1680, 3420, 1320, 420);
-  cmdCancel.Move(180, 3420, 1320, 420);
-  Control* const all[] = {&lblHelp,   &lblDelimiter,   &txtDelimiter, &chkNewLine,
-                          &chkHeader, &chkRemoveMoney, &cmdSave,      &txtSaveFileName,
-                          &cmdOk,     &cmdCancel};
-  std::int32_t tab = 0;
-  for (Control* const control : all) {
-    control->SetRightToLeft(control != &txtSaveFileName && control != &txtDelimiter);
-    control->SetTabIndex(tab++);
-  }
+  SetOrder({&lblHelp, &lblDelimiter, &txtDelimiter, &chkNewLine, &chkHeader, &chkRemoveMoney,
+            &cmdSave, &txtSaveFileName, &cmdOk, &cmdCancel},
+           {&txtSaveFileName, &txtDelimiter});
 }
 
 void FormSendToTextFile::Reset() {
   chosen_.clear();
-  accepted_ = false;
   txtDelimiter.SetText("");
   txtSaveFileName.SetText("");
   chkNewLine.SetValue(kChecked);
@@ -94,15 +76,9 @@ void FormSendToTextFile::cmdOk_Click() {
   Close(true);
 }
 
-void FormSendToTextFile::Close(bool accepted) {
-  accepted_ = accepted;
-  Unload();
-}
-
 bool FormSendToTextFile::getTextFileName(std::string& fileName, std::string& delimiter,
                                          bool& newLine, bool& header, bool& removeMoney) {
-  ShowModal();
-  if (!accepted_) return false;
+  if (!IsAccepted()) return false;
   fileName = chosen_;
   delimiter = txtDelimiter.Text();
   if (text::EqualsIgnoreCase(text::TrimView(delimiter), "^t")) delimiter = "\t";

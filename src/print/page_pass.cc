@@ -5,6 +5,11 @@
 #include "vorek/error.h"
 
 namespace vorek::print {
+namespace {
+
+constexpr double kHair = 1e-6;  // millimetres that sums of heights may be off
+
+}  // namespace
 
 PagePass::PagePass(PrintDocument& document)
     : document_(document),
@@ -14,7 +19,7 @@ PagePass::PagePass(PrintDocument& document)
       current_group_(document.groups_.size()) {}
 
 const Band* PagePass::GroupBand(BandKind kind, std::size_t level) const {
-  return template_.Find(kind, document_.group_names_[level]);
+  return template_.Find(kind, document_.group_names_.at(level));
 }
 
 void PagePass::Run() {
@@ -76,7 +81,6 @@ void PagePass::EndPage() {
 
 // A page that holds nothing yet has room for whatever comes: there is no better one.
 void PagePass::MakeRoom(double height) {
-  constexpr double kHair = 1e-6;  // millimetres that sums of heights may be off
   if (top_ + height <= bottom_ + kHair || top_ <= content_top_) return;
   EndPage();
   StartPage();
@@ -129,7 +133,7 @@ double PagePass::RoomForHeaders(std::size_t level) const {
     const auto rows = std::min(static_cast<std::size_t>(header->keep), span.last - span.first);
     most = std::max(most, headers + static_cast<double>(rows) * detail_.height);
     const double whole = before + HeightOfGroup(below);
-    if (header->keep_all && whole <= bottom_ - content_top_) most = std::max(most, whole);
+    if (header->keep_all && whole <= bottom_ - content_top_ + kHair) most = std::max(most, whole);
   }
   return std::max(most, headers);
 }

@@ -108,13 +108,17 @@ TEST_F(AccessTest, IsWholeAtEachBorder) {
   }
 }
 
-TEST_F(AccessTest, IsReadAsItWasWritten) {
-  BlankFile blank;
-  blank.fields = {
+BlankFile OfEveryKind() {
+  BlankFile file;
+  file.fields = {
       {"No", 4, 4, {}, true}, {"Flag", 1},   {"Byte", 2},   {"Short", 3},
       {"Money", 5},           {"Single", 6}, {"Real", 7},   {"Day", 8},
       {"Text", 10, 40},       {"Memo", 12},  {"Exact", 16}, {"Latin", 10, 40, {}, false, true}};
-  Put(blank.Bytes());
+  return file;
+}
+
+TEST_F(AccessTest, IsReadAsItWasWritten) {
+  Put(OfEveryKind().Bytes());
   const auto connection = Open();
   const std::vector<std::string> names = {"Flag", "Byte", "Short", "Money", "Single", "Real",
                                           "Day",  "Text", "Memo",  "Exact", "Latin"};
@@ -132,6 +136,86 @@ TEST_F(AccessTest, IsReadAsItWasWritten) {
             "\"12\",-12345678901234.5678,\"plain\"\n"
             "2,0,0,2,0.0000,0,1e+20,\"01/01/00 00:00:00\",,\"0\",0.0000,\"ب\"\n"
             "3,0,7,,,,,,,,,\n");
+}
+
+// A row of random values, and the line that another program prints of it.
+class RandomRow {
+ public:
+  RandomRow(int number, std::mt19937& random) : random_(random) {
+    line = std::to_string(number) + ",";
+    Add("Flag", std::to_string(Below(2)));
+    Add("Byte", std::to_string(Below(256)));
+    Add("Short", std::to_string(Below(65536) - 32768));
+    Add("Money", Decimal(1000000000000));
+    Add("Single", std::to_string(Below(4000)) + ".5");
+    Add("Real", "-" + std::to_string(Below(4000)) + ".125");
+    const std::int64_t day = Below(9);
+    Add("Day", std::to_string(36526 + day), "\"01/0" + std::to_string(day + 1) + "/00 00:00:00\"");
+    AddText("Text", "ب");
+    Add("Memo", "12", "\"12\"");
+    Add("Exact", Decimal(100000000));
+    AddText("Latin", Below(2) == 0 ? "x" : "پ");
+    line.back() = '\n';
+  }
+
+  std::vector<std::string> names;
+  std::vector<std::string> values;
+  std::string line;
+
+ private:
+  std::int64_t Below(std::int64_t limit) { return static_cast<std::int64_t>(random_()) % limit; }
+  std::string Decimal(std::int64_t limit) {
+    return (Below(2) == 0 ? "-" : "") + std::to_string(1 + Below(limit)) + "." +
+           std::to_string(1000 + Below(9000));
+  }
+  void Add(const char* name, const std::string& value) { Add(name, value, value); }
+  void Add(const char* name, const std::string& value, const std::string& shown) {
+    names.emplace_back(name);
+    values.push_back(value);
+    line += shown + ",";
+  }
+  void AddText(const char* name, const std::string& letter) {
+    std::string text;
+    for (std::int64_t length = Below(21); length > 0; --length) text += letter;
+    Add(name, "'" + text + "'", text.empty() ? "" : "\"" + text + "\"");
+  }
+
+  std::mt19937& random_;
+};
+
+TEST_F(AccessTest, IsWholeAfterEachAppendOfRowsOfEveryKind) {
+  for (const std::uint32_t map_bits : {64U, 512U}) {
+    SCOPED_TRACE(map_bits);
+    BlankFile blank = OfEveryKind();
+    blank.key = 0;
+    blank.map_bits = map_bits;
+    Put(blank.Bytes());
+    std::mt19937 random(map_bits);
+    std::string lines;
+    for (int append = 0, number = 0; append < 40; ++append) {
+      const auto connection = Open();
+      for (auto rows = 1 + random() % 80; rows > 0; --rows) {
+        const RandomRow row(++number, random);
+        connection->Insert("Rows", row.names, row.values);
+        lines += row.line;
+      }
+      connection->Close();
+      ASSERT_EQ(WhatIsWrong(Got()), "") << append;
+    }
+    EXPECT_EQ(Export(), lines);
+  }
+}
+
+// Of a row without texts the key may be the last thing before the mask.
+TEST_F(AccessTest, ReadsTheKeyAtARowsEnd) {
+  BlankFile blank;
+  blank.fields = {{"Amount", 5}, {"Id", 4}};
+  blank.key = 1;
+  Put(blank.Bytes());
+  EXPECT_EQ(Refusal({"Id"}, {"1"}), "");
+  EXPECT_EQ(Refusal({"Id"}, {"2"}), "");
+  EXPECT_NE(Refusal({"Id"}, {"1"}), "");
+  EXPECT_EQ(WhatIsWrong(Got()), "");
 }
 
 TEST_F(AccessTest, ShowsFieldsAndTheirDescriptions) {
@@ -211,6 +295,29 @@ TEST_F(AccessTest, RefusesByNameBeforeAByteIsWritten) {
         << Refusal(refused.names, refused.values);
     EXPECT_EQ(Got(), blank.Bytes());
   }
+}
+
+// The header's bytes are covered by a stream, under which those of a blank file are zero.
+void Cover(std::string& file, std::size_t at, const std::string& bytes) {
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    file[at + i] = static_cast<char>(file[at + i] ^ bytes[i]);
+  }
+}
+
+TEST_F(AccessTest, RefusesAFileWithAPassword) {
+  constexpr std::size_t kPassword = 0x42;
+  constexpr std::size_t kCreated = 0x72;
+  const std::string created("\0\0\0\0\x80\xd5\xe1\x40", 8);  // 36524, which is 8eac
+  std::string file = Keyed().Bytes();
+  Cover(file, kCreated, created);
+  for (std::size_t i = 0; i < 40; i += 4) Cover(file, kPassword + i, "\xac\x8e");
+  Put(file);
+  EXPECT_EQ(Refusal({"Id"}, {"1"}), "");
+  Cover(file, kPassword + 38, "1");
+  Put(file);
+  EXPECT_EQ(Refusal({"Id"}, {"2"}), "فايل اکسس گذرواژه دارد و نوشته نمي شود.");
+  EXPECT_EQ(Got(), file);
+  EXPECT_THROW(access_->Tables(path_), Error);
 }
 
 TEST_F(AccessTest, RefusesOtherFilesAndOnesInUse) {

@@ -159,21 +159,7 @@ std::string Properties(const std::vector<BlankField>& fields) {
 
 }  // namespace
 
-std::string BlankFile::Bytes() const {
-  const std::vector<BlankField> objects = {{"Id", 4},   {"ParentId", 4}, {"Name", 10, 128},
-                                           {"Type", 3}, {"Flags", 4},    {"LvProp", 11}};
-  std::vector<std::uint32_t> free(map_bits - kPages);
-  std::iota(free.begin(), free.end(), std::uint32_t{kPages});
-  const auto place = [](std::uint32_t row) { return kMaps << 8U | row; };
-  std::string bytes =
-      Header() + DataPage(0, {InlineMap(map_bits, free)}) +
-      Definition('S', objects, place(0), place(1), -1, 0) +
-      DataPage(kObjects,
-               {InlineMap(map_bits, {kCatalogue}), InlineMap(map_bits, {}), InlineMap(map_bits, {}),
-                InlineMap(map_bits, {}), InlineMap(map_bits, {kRoot})}) +
-      Padded("") + Definition('N', fields, place(2), place(3), key, place(4)) +
-      Padded(std::string("\4\1", 2) + Little(kPage - 480, 2) + Little(kTablePage, 4));
-  jet::JetFile file(bytes);
+void BlankFile::Catalogue(jet::JetFile& file) const {
   jet::Table catalogue(file, kObjects);
   const std::string properties = Properties(fields);
   const jet::Value held = properties.empty()
@@ -190,6 +176,24 @@ std::string BlankFile::Bytes() const {
                                         static_cast<std::int32_t>(0x80000000U), std::nullopt),
                                     row(kTablePage, table, flags, held)}));
   catalogue.SetRows(2);
+}
+
+std::string BlankFile::Bytes() const {
+  const std::vector<BlankField> objects = {{"Id", 4},   {"ParentId", 4}, {"Name", 10, 128},
+                                           {"Type", 3}, {"Flags", 4},    {"LvProp", 11}};
+  std::vector<std::uint32_t> free(map_bits - kPages);
+  std::iota(free.begin(), free.end(), std::uint32_t{kPages});
+  const auto place = [](std::uint32_t row) { return kMaps << 8U | row; };
+  std::string bytes =
+      Header() + DataPage(0, {InlineMap(map_bits, free)}) +
+      Definition('S', objects, place(0), place(1), -1, 0) +
+      DataPage(kObjects,
+               {InlineMap(map_bits, {kCatalogue}), InlineMap(map_bits, {}), InlineMap(map_bits, {}),
+                InlineMap(map_bits, {}), InlineMap(map_bits, {kRoot})}) +
+      Padded("") + Definition('N', fields, place(2), place(3), key, place(4)) +
+      Padded(std::string("\4\1", 2) + Little(kPage - 480, 2) + Little(kTablePage, 4));
+  jet::JetFile file(bytes);
+  Catalogue(file);
   return file.Bytes();
 }
 
@@ -226,10 +230,6 @@ struct IndexWalk {
   }
 };
 
-}  // namespace
-
-namespace {
-
 // What a map of free pages says of a page; one that it doesn't reach is free.
 bool IsFree(const jet::JetFile& file, std::uint32_t page) {
   constexpr std::uint32_t kBits = (kPage - 4) * 8;
@@ -244,76 +244,130 @@ bool IsFree(const jet::JetFile& file, std::uint32_t page) {
   return map == 0 || bit(map, 4, page % kBits);
 }
 
+// Goes through a file and notes what its pages belong to. Each check says what is wrong, "" for
+// nothing.
+class FileWalk {
+ public:
+  explicit FileWalk(const std::string& bytes) : file_(bytes), table_(file_, kTablePage) {}
+
+  std::string Free() const;
+  std::string Rows();
+  std::string IndexOver(const jet::Index& index);
+  std::string Owners();
+  const jet::Table& Definition() const { return table_; }
+
+ private:
+  std::string RowsOn(std::uint32_t page);
+  std::string Entries(const IndexWalk& walk);
+  std::string Leaves(const IndexWalk& walk) const;
+  void OwnMapPages();
+
+  jet::JetFile file_;
+  jet::Table table_;
+  std::vector<std::uint32_t> owned_ = {0, kFree, kObjects, kMaps, kCatalogue, kTablePage};
+  std::vector<jet::RowPlace> maps_ = {table_.Owned(), table_.WithRoom(), {kFree, 0}};
+  std::set<std::string> places_;  // of rows, as an index's entry tells them
+  std::size_t rows_ = 0;
+};
+
+std::string FileWalk::Free() const {
+  for (std::uint32_t page = 0; page < file_.Pages(); ++page) {
+    if (IsFree(file_, page)) return "a page in use that counts as free";
+  }
+  return "";
+}
+
+std::string FileWalk::RowsOn(std::uint32_t page) {
+  owned_.push_back(page);
+  const std::size_t count = file_.Get16(page, 12);
+  std::size_t used = 0;
+  for (std::size_t row = 0; row < count; ++row) {
+    used += file_.Row({page, static_cast<std::uint8_t>(row)}).size;
+    std::string place;
+    for (int i = 2; i >= 0; --i) place += static_cast<char>(page >> (8 * i));
+    places_.insert(place + static_cast<char>(row));
+  }
+  rows_ += count;
+  const bool right = file_.Get16(page, 2) == kPage - 14 - 2 * count - used;
+  return right ? "" : "free bytes of a data page";
+}
+
+std::string FileWalk::Rows() {
+  const std::vector<std::uint32_t> data = file_.PagesIn(table_.Owned());
+  for (const std::uint32_t page : data) {
+    if (const std::string wrong = RowsOn(page); !wrong.empty()) return wrong;
+  }
+  if (rows_ != table_.Rows()) return "the count of rows";
+  const std::vector<std::uint32_t> with_room = file_.PagesIn(table_.WithRoom());
+  if (with_room.size() > 1) return "room on pages that are full";
+  for (const std::uint32_t page : with_room) {
+    if (std::ranges::find(data, page) == data.end()) return "room on a page that isn't owned";
+  }
+  if (table_.Indexes().empty()) owned_.push_back(kRoot);
+  return "";
+}
+
+std::string FileWalk::Entries(const IndexWalk& walk) {
+  std::string before;
+  for (const std::string& entry : walk.entries) {
+    if (entry.size() != 9 || places_.erase(entry.substr(5)) == 0) return "an entry without a row";
+    if (!before.empty() && before >= entry.substr(0, 5)) return "the order of keys";
+    before = entry.substr(0, 5);
+  }
+  return places_.empty() ? "" : "a row without an entry";
+}
+
+std::string FileWalk::Leaves(const IndexWalk& walk) const {
+  for (std::size_t i = 1; i < walk.leaves.size(); ++i) {
+    if (file_.Get32(walk.leaves[i], 12) != walk.leaves[i - 1] ||
+        file_.Get32(walk.leaves[i - 1], 16) != walk.leaves[i]) {
+      return "the neighbours of leaves";
+    }
+  }
+  return "";
+}
+
+std::string FileWalk::IndexOver(const jet::Index& index) {
+  maps_.push_back(index.pages);
+  IndexWalk walk{file_, {}, {}, {}};
+  if (const std::string wrong = walk.Walk(index.root); !wrong.empty()) return wrong;
+  if (const std::string wrong = Entries(walk); !wrong.empty()) return wrong;
+  if (const std::string wrong = Leaves(walk); !wrong.empty()) return wrong;
+  if (file_.Get32(kTablePage, index.at) != walk.entries.size()) return "the count of entries";
+  const std::vector<std::uint32_t> pages = file_.PagesIn(index.pages);
+  if (!std::ranges::includes(pages, walk.pages)) return "an index page out of the index's map";
+  owned_.insert(owned_.end(), pages.begin(), pages.end());
+  return "";
+}
+
+void FileWalk::OwnMapPages() {
+  for (const jet::RowPlace map : maps_) {
+    const jet::JetFile::Span row = file_.Row(map);
+    if (file_.Get8(row.page, row.at) == 0) continue;
+    for (std::size_t i = 1; i + 3 < row.size; i += 4) {
+      if (const std::uint32_t page = file_.Get32(row.page, row.at + i)) owned_.push_back(page);
+    }
+  }
+}
+
+std::string FileWalk::Owners() {
+  OwnMapPages();
+  std::ranges::sort(owned_);
+  std::vector<std::uint32_t> all(file_.Pages());
+  std::iota(all.begin(), all.end(), std::uint32_t{0});
+  return owned_ == all ? "" : "pages that are owned by nobody or twice";
+}
+
 }  // namespace
 
 std::string WhatIsWrong(const std::string& bytes) {
-  jet::JetFile file(bytes);
-  for (std::uint32_t page = 0; page < file.Pages(); ++page) {
-    if (IsFree(file, page)) return "a page in use that counts as free";
+  FileWalk walk(bytes);
+  if (const std::string wrong = walk.Free(); !wrong.empty()) return wrong;
+  if (const std::string wrong = walk.Rows(); !wrong.empty()) return wrong;
+  for (const jet::Index& index : walk.Definition().Indexes()) {
+    if (const std::string wrong = walk.IndexOver(index); !wrong.empty()) return wrong;
   }
-  const jet::Table table(file, kTablePage);
-  std::vector<std::uint32_t> owned = {0, kFree, kObjects, kMaps, kCatalogue, kTablePage};
-  std::vector<jet::RowPlace> maps = {table.Owned(), table.WithRoom(), {kFree, 0}};
-  std::set<std::string> places;
-  std::size_t rows = 0;
-  const std::vector<std::uint32_t> data = file.PagesIn(table.Owned());
-  for (const std::uint32_t page : data) {
-    owned.push_back(page);
-    const std::size_t count = file.Get16(page, 12);
-    std::size_t used = 0;
-    for (std::size_t row = 0; row < count; ++row) {
-      used += file.Row({page, static_cast<std::uint8_t>(row)}).size;
-      std::string place;
-      for (int i = 2; i >= 0; --i) place += static_cast<char>(page >> (8 * i));
-      places.insert(place + static_cast<char>(row));
-    }
-    if (file.Get16(page, 2) != kPage - 14 - 2 * count - used) return "free bytes of a data page";
-    rows += count;
-  }
-  if (rows != table.Rows()) return "the count of rows";
-  for (const std::uint32_t page : file.PagesIn(table.WithRoom())) {
-    if (std::ranges::find(data, page) == data.end()) return "room on a page that isn't owned";
-  }
-  if (table.Indexes().empty()) owned.push_back(kRoot);
-  for (const jet::Index& index : table.Indexes()) {
-    maps.push_back(index.pages);
-    IndexWalk walk{file, {}, {}, {}};
-    if (const std::string wrong = walk.Walk(index.root); !wrong.empty()) return wrong;
-    std::vector<std::string> keys;
-    for (const std::string& entry : walk.entries) {
-      keys.push_back(entry.substr(0, 5));
-      if (entry.size() != 9 || places.erase(entry.substr(5)) == 0) return "an entry without a row";
-    }
-    if (!places.empty()) return "a row without an entry";
-    for (std::size_t i = 1; i < keys.size(); ++i) {
-      if (keys[i - 1] >= keys[i]) return "the order of keys";
-    }
-    for (std::size_t i = 1; i < walk.leaves.size(); ++i) {
-      if (file.Get32(walk.leaves[i], 12) != walk.leaves[i - 1] ||
-          file.Get32(walk.leaves[i - 1], 16) != walk.leaves[i]) {
-        return "the neighbours of leaves";
-      }
-    }
-    if (file.Get32(kTablePage, index.at) != walk.entries.size()) return "the count of entries";
-    const std::vector<std::uint32_t> pages = file.PagesIn(index.pages);
-    if (!std::ranges::all_of(walk.pages, [&](std::uint32_t page) {
-          return std::ranges::find(pages, page) != pages.end();
-        })) {
-      return "an index page out of the index's map";
-    }
-    owned.insert(owned.end(), pages.begin(), pages.end());
-  }
-  for (const jet::RowPlace map : maps) {
-    const jet::JetFile::Span row = file.Row(map);
-    if (file.Get8(row.page, row.at) == 0) continue;
-    for (std::size_t i = 1; i + 3 < row.size; i += 4) {
-      if (const std::uint32_t page = file.Get32(row.page, row.at + i)) owned.push_back(page);
-    }
-  }
-  std::ranges::sort(owned);
-  std::vector<std::uint32_t> all(file.Pages());
-  std::iota(all.begin(), all.end(), std::uint32_t{0});
-  return owned == all ? "" : "pages that are owned by nobody or twice";
+  return walk.Owners();
 }
 
 }  // namespace vorek

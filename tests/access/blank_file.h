@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "adapters/access/jet_file.h"
+
 namespace vorek {
 
 struct BlankField {
@@ -26,6 +28,10 @@ struct BlankFile {
   std::uint32_t map_bits = 512;  // that an inline usage map has
 
   std::string Bytes() const;
+
+ private:
+  // The rows of the catalogue: its own, and the table's.
+  void Catalogue(jet::JetFile& file) const;
 };
 
 // What is wrong with the table of a file: every page owned once, counts, the index's order, every

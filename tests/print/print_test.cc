@@ -219,6 +219,25 @@ TEST(PrintDocumentTest, KeepsRowsWithTheirHeader) {
   EXPECT_EQ(pages("all"), "a:|1|2|3|#b:|4|5|");
 }
 
+TEST(PrintDocumentTest, KeepsAGroupThatJustFitsAPage) {
+  for (const double row : {9.0, 9.1, 9.3, 9.7, 9.9}) {
+    const std::string page = "height=\"" + std::to_string(11.7 + 5 * row) + "\" margin=\"0\"";
+    const PrintDocument document(
+        Template("<group-header height=\"11.7\" group=\"Column1\" keep=\"all\"/><detail height=\"" +
+                     std::to_string(row) +
+                     "\"><text width=\"9\" height=\"5\">{Column2}</text></detail>",
+                 page),
+        Rows({{"1", "a", "1", ""},
+              {"2", "b", "2", ""},
+              {"3", "b", "3", ""},
+              {"4", "b", "4", ""},
+              {"5", "b", "5", ""},
+              {"6", "b", "6", ""}}));
+    ASSERT_EQ(document.PageCount(), 2U) << row;
+    EXPECT_EQ(Texts(document, 0) + "#" + Texts(document, 1), "1|#2|3|4|5|6|") << row;
+  }
+}
+
 // Nested groups on random rows: each row stands once, in its order, inside of its own groups, and
 // no band reaches below the page's footer.
 TEST(PrintDocumentTest, LosesNoRowOnRandomPages) {

@@ -52,8 +52,9 @@ class StagingTest : public testing::Test, public Notices {
 
   std::string told;
   int answer = 2;
+  std::shared_ptr<ScriptedWindows> windows = std::make_shared<ScriptedWindows>();
   Process process{{.providers = {SqliteProvider()},
-                   .windows = std::make_shared<ScriptedWindows>(),
+                   .windows = windows,
                    .clock = std::make_shared<FixedClock>()}};
   ReportState state;
   Grid flxMain{nullptr, "flxMain"};
@@ -95,6 +96,9 @@ TEST_F(StagingTest, KeepsTheRowsBeforeOneThatIsRefused) {
   flxMain.WriteCell(3, 1, "more than twenty letters");
   EXPECT_THROW(StageRows(report), Error);
   EXPECT_EQ(Staged(), "5/7/1:r1c1,r1c2,r1c3,,;5/7/2:r2c1,r2c2,r2c3,,;");
+  Run("Select @@trancount As Open1");
+  EXPECT_EQ(process.dten().rssqlGeneral5.Field("Open1").Text(), "0");
+  process.dten().rssqlGeneral5.Close();
   flxMain.SetRows(2);
   flxMain.SetCols(52);
   EXPECT_THROW(StageRows(report), Error);
@@ -102,27 +106,85 @@ TEST_F(StagingTest, KeepsTheRowsBeforeOneThatIsRefused) {
   EXPECT_NO_THROW(StageRows(report));
 }
 
-TEST_F(StagingTest, OffersTheListForAFileThatIsNoTemplate) {
-  struct Jobs : PrintJobs {
-    struct Job : PrintJob {
-      explicit Job(Jobs& all) : jobs(all) {}
-      void ReportFilePath(const std::string& path) override { jobs.log += path + ";"; }
-      void DatabaseConnection(const std::string&) override {}
-      void AddFormula(std::int32_t&, const std::string&) override {}
-      void DataQuery(const std::string& text) override { jobs.log += text + ";"; }
-      void OutputTarget(std::int32_t) override {}
-      void StartJob(std::int32_t) override {
-        if (jobs.log.starts_with("bad") && jobs.refuses-- > 0) {
-          throw Error(ErrorNumber::kBadTemplate, "bad.rpt");
-        }
+// Rows go to the database many at a time.
+TEST_F(StagingTest, StagesManyRowsInTheirOrder) {
+  flxMain.SetRows(703);
+  for (std::int32_t row = 1; row < 703; ++row) flxMain.WriteCell(row, 1, std::to_string(row));
+  flxMain.SetRowHeight(400, 0);
+  const std::string kCounted =
+      "Select '5' UserID, count(*) ReportID, max(Sequence) Sequence, sum(cast(Column1 as int)) "
+      "Column1, count(distinct Sequence) Column2, null Column3, null Column4 From "
+      "tblVorekCrystalReport Where Sequence = cast(Column1 as int) - iif(Sequence < 400, 0, 1)";
+  StageRows(report);
+  EXPECT_EQ(Staged("(" + kCounted + ") s"), "5/701/701:246353,701,-,-,;");
+  flxMain.WriteCell(650, 1, "more than twenty letters");
+  EXPECT_THROW(StageRows(report), Error);
+  EXPECT_EQ(Staged("(" + kCounted + ") s"), "5/648/648:210525,648,-,-,;");
+}
+
+// Jobs that write down what they are given.
+struct WrittenJobs : PrintJobs {
+  struct Job : PrintJob {
+    explicit Job(WrittenJobs& all) : jobs(all) {}
+    void ReportFilePath(const std::string& path) override { jobs.log += path + ";"; }
+    void DatabaseConnection(const std::string& text) override { jobs.connection = text; }
+    void AddFormula(std::int32_t& index, const std::string& text) override {
+      jobs.formulas += std::to_string(index) + " " + text + ";";
+      if (text.starts_with("Refused") || text.starts_with("UserID")) {
+        throw Error(ErrorNumber::kInvalidCall, text);
       }
-      Jobs& jobs;
-    };
-    std::unique_ptr<PrintJob> Make() override { return std::make_unique<Job>(*this); }
-    std::string log;
-    int refuses = 1;
+    }
+    void DataQuery(const std::string& text) override { jobs.log += text + ";"; }
+    void OutputTarget(std::int32_t target) override { jobs.end = std::to_string(target); }
+    void StartJob(std::int32_t start) override {
+      jobs.end += std::to_string(start) + " " + std::to_string(jobs.windows->pointer);
+      if (jobs.log.starts_with("bad") && jobs.refuses-- > 0) {
+        throw Error(ErrorNumber::kBadTemplate, "bad.rpt");
+      }
+    }
+    WrittenJobs& jobs;
   };
-  const auto jobs = std::make_shared<Jobs>();
+  std::unique_ptr<PrintJob> Make() override { return std::make_unique<Job>(*this); }
+
+  std::string log;
+  std::string connection;
+  std::string formulas;
+  std::string end;
+  int refuses = 1;
+  std::shared_ptr<ScriptedWindows> windows;
+};
+
+TEST_F(StagingTest, GivesTheJobEachFormulaThatItTakes) {
+  const auto jobs = std::make_shared<WrittenJobs>();
+  jobs->windows = windows;
+  process.services.print_jobs = jobs;
+  Run("create table tblVorekReportParameter (ReportID int, ParameterID int, Name nvarchar(20))");
+  Run("insert into tblVorekReportParameter values (7, 1, 'From'), (7, 2, 'Refused'), (7, 3, "
+      "'Quoted'), (7, 4, null), (8, 5, 'Other'), (7, 6, 'Blank')");
+  process.main.ParameterValues = {{1, "1403/01/01"}, {2, "x"}, {3, "''"}, {3, "a''b"},
+                                  {4, "y"},          {5, "z"}, {6, "  "}, {99, "gone"}};
+  process.main.ConnectionText = "Provider=VorekSQLite;Data Source=:memory:";
+  process.main.UserFullName = "U";
+  process.main.EmployeeFullName = "E";
+  process.main.PositionName = "P";
+  PrintCrystal(report, "a.rpt");
+  std::string parameters;
+  for (const char* const formula :
+       {"0 From='1403/01/01';", "0 Refused='x';", "0 Quoted='a'b';", "0 ='y';"}) {
+    parameters.append(formula).append(formula);
+  }
+  EXPECT_EQ(jobs->formulas, parameters + "0 UserID=5;1 fmlUserID=5;2 $-1='U';3 $-2='E';4 $-3='P';" +
+                                "5 $-4='1405/09/03';6 $-5='10:30:00';");
+  EXPECT_EQ(jobs->connection, process.main.ConnectionText);
+  EXPECT_EQ(jobs->log,
+            "a.rpt;Select * from tblVorekCrystalReport Where UserID = 5 and ReportID=7;");
+  EXPECT_EQ(jobs->end, "01 11");  // the hourglass meanwhile
+  EXPECT_EQ(windows->pointer, 0);
+}
+
+TEST_F(StagingTest, OffersTheListForAFileThatIsNoTemplate) {
+  const auto jobs = std::make_shared<WrittenJobs>();
+  jobs->windows = windows;
   EXPECT_THROW(PrintCrystal(report, "bad.rpt"), Error);  // a world without prints
   process.services.print_jobs = jobs;
   Run("create view vwVorekCrystalReport_7 as select UserID, ReportID from tblVorekCrystalReport");

@@ -1,6 +1,7 @@
 #include "adapters/access/jet_file.h"
 
 #include <array>
+#include <cstring>
 #include <numeric>
 #include <utility>
 
@@ -36,22 +37,40 @@ std::string PlainHeader(std::string text) {
   return text;
 }
 
+constexpr std::size_t kHeaderAt = 0x18;
+
+// The password lies under the file's day of creation, byte by byte.
+bool HasPassword(const std::string& header) {
+  constexpr std::size_t kPassword = 0x42 - kHeaderAt;
+  constexpr std::size_t kPasswordSize = 40;
+  constexpr std::size_t kCreated = 0x72 - kHeaderAt;
+  double created = 0;
+  std::memcpy(&created, header.data() + kCreated, sizeof created);
+  if (!(created > -2147483648.0 && created < 2147483647.0)) Damaged();
+  const auto day = static_cast<std::uint32_t>(static_cast<std::int32_t>(created));
+  for (std::size_t i = 0; i < kPasswordSize; ++i) {
+    const auto cover = static_cast<std::uint8_t>(day >> (8 * (i % 4)));
+    if (static_cast<std::uint8_t>(header[kPassword + i]) != cover) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 void Damaged() { Refuse("فايل اکسس خراب است."); }
 
 JetFile::JetFile(std::string bytes) : bytes_(std::move(bytes)) {
-  constexpr std::size_t kHeader = 0x18;
-  constexpr std::size_t kKey = 0x3e - kHeader;
+  constexpr std::size_t kKey = 0x3e - kHeaderAt;
   if (bytes_.size() < 3 * kPageSize || bytes_.compare(0, 4, std::string("\0\1\0\0", 4)) != 0) {
     Refuse("اين فايل، فايل اکسس نيست.");
   }
   if (Get32(0, 0x14) != 1) Refuse("تنها فايل اکسس 2000 تا 2003 (Jet 4) نوشته مي شود.");
   if (bytes_.size() % kPageSize != 0) Damaged();
-  const std::string header = PlainHeader(bytes_.substr(kHeader, 128));
+  const std::string header = PlainHeader(bytes_.substr(kHeaderAt, 128));
   if (header.compare(kKey, 4, std::string(4, '\0')) != 0) {
     Refuse("فايل اکسس رمزگذاري شده است و نوشته نمي شود.");
   }
+  if (HasPassword(header)) Refuse("فايل اکسس گذرواژه دارد و نوشته نمي شود.");
 }
 
 std::size_t JetFile::At(std::uint32_t page, std::size_t at, std::size_t size) const {

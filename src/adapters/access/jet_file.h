@@ -22,7 +22,7 @@ struct RowPlace {
 // damaged file ends in an Error. Numbers are little endian, offsets are those of the page.
 class JetFile {
  public:
-  // Refuses what isn't a Jet 4 file, and an encrypted one.
+  // Refuses what isn't a Jet 4 file, an encrypted one and one with a password.
   explicit JetFile(std::string bytes);
 
   const std::string& Bytes() const { return bytes_; }

@@ -15,6 +15,8 @@ namespace vorek::jet {
 namespace {
 
 constexpr std::size_t kLongestRow = 4060;
+constexpr std::int64_t kLeastLong = std::numeric_limits<std::int32_t>::min();
+constexpr std::int64_t kMostLong = std::numeric_limits<std::int32_t>::max();
 
 template <typename Whole>
 std::string Bytes(Whole value, std::size_t size = sizeof(Whole)) {
@@ -56,7 +58,8 @@ Scaled ToScaled(const Column& column, std::string_view number, std::size_t scale
   Scaled scaled;
   scaled.negative = digits.starts_with('-');
   if (scaled.negative) digits.erase(0, 1);
-  if (digits.find_first_not_of("0123456789.") != std::string::npos) TooLarge(column);
+  const auto is_part = [](char c) { return (c >= '0' && c <= '9') || c == '.'; };
+  if (!std::ranges::all_of(digits, is_part)) TooLarge(column);
   const std::size_t point = std::min(digits.find('.'), digits.size());
   std::string decimals = point < digits.size() ? digits.substr(point + 1) : "";
   for (const char c : digits.substr(0, point))
@@ -104,8 +107,10 @@ std::string Memo(const std::string& text) {
   return Bytes(static_cast<std::uint32_t>(text.size()) | 0x80000000U) + std::string(8, '\0') + text;
 }
 
-std::string Letters(const Column& column, std::string_view text) {
+// The letters as a text or a memo holds them; most is how many bytes they may be uncompressed.
+std::string Letters(const Column& column, std::string_view text, std::size_t most) {
   std::string letters = ToUtf16(text);
+  if (letters.size() > most) TooLarge(column);
   if (letters.starts_with("\xff\xfe")) {
     throw Error(ErrorNumber::kInvalidCall,
                 "متن فيلد " + column.name + " با نشانه ترتيب بايتها آغاز مي شود.");
@@ -113,6 +118,27 @@ std::string Letters(const Column& column, std::string_view text) {
   const bool plain = std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
   if (!column.compressed || !plain || text.size() <= 2) return letters;
   return "\xff\xfe" + std::string(text);
+}
+
+void PutFixed(std::string& row, const Column& column, const Value& value) {
+  if (column.type == kBoolean) return;
+  const std::size_t at = 2U + column.offset;
+  if (row.size() < at + column.size) row.resize(at + column.size, '\0');
+  if (!value) return;
+  if (value->size() != column.size) Damaged();
+  row.replace(at, column.size, *value);
+}
+
+// The variable values behind one another, then where each begins, the last one first.
+void PutVariable(std::string& row, const std::vector<const std::string*>& parts) {
+  if (parts.empty()) return;
+  std::string offsets = Bytes(static_cast<std::uint16_t>(parts.size()));
+  for (const std::string* const part : parts) {
+    offsets.insert(0, Bytes(static_cast<std::uint16_t>(row.size())));
+    if (part != nullptr) row += *part;
+  }
+  offsets.insert(0, Bytes(static_cast<std::uint16_t>(row.size())));
+  row += offsets;
 }
 
 }  // namespace
@@ -128,9 +154,7 @@ Value FromNumber(const Column& column, std::string_view number) {
     case kInteger:
       return Bytes(Whole(column, number, -32768, 32767), 2);
     case kLong:
-      return Bytes(Whole(column, number, std::numeric_limits<std::int32_t>::min(),
-                         std::numeric_limits<std::int32_t>::max()),
-                   4);
+      return Bytes(Whole(column, number, kLeastLong, kMostLong), 4);
     case kMoney:
       return Money(column, number);
     case kSingle:
@@ -144,7 +168,7 @@ Value FromNumber(const Column& column, std::string_view number) {
     case kText:
       return FromText(column, number);
     case kMemo:
-      return Memo(Letters(column, number));
+      return Memo(Letters(column, number, std::string::npos));
     default:
       throw Error(ErrorNumber::kTypeMismatch,
                   "فيلد " + column.name + " از نوعي است که پر نمي شود.");
@@ -153,48 +177,24 @@ Value FromNumber(const Column& column, std::string_view number) {
 
 Value FromText(const Column& column, std::string_view text) {
   if (column.type != kText) return FromNumber(column, text);
-  if (ToUtf16(text).size() > column.size) TooLarge(column);
-  return Letters(column, text);
+  return Letters(column, text, column.size);
 }
 
 std::string MakeRow(const Table& table, const std::vector<Value>& values) {
-  const std::vector<Column>& columns = table.Columns();
+  std::string row = Bytes(static_cast<std::uint16_t>(table.MostColumns()));
   std::string mask((table.MostColumns() + 7) / 8, '\0');
-  std::string fixed;
-  std::vector<std::string> variable(table.VariableColumns());
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    const Column& column = columns[i];
-    if (column.fixed && column.type != kBoolean) {
-      fixed.resize(std::max<std::size_t>(fixed.size(), column.offset + column.size), '\0');
-    }
+  std::vector<const std::string*> variable(table.VariableColumns(), nullptr);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const Column& column = table.Columns()[i];
+    if (column.fixed) PutFixed(row, column, values[i]);
     if (!values[i]) continue;
     mask[column.number / 8] |= static_cast<char>(1U << (column.number % 8U));
-    if (column.type == kBoolean) continue;
-    if (!column.fixed) {
-      variable[column.variable] = *values[i];
-    } else if (values[i]->size() != column.size) {
-      Damaged();
-    } else {
-      fixed.replace(column.offset, column.size, *values[i]);
-    }
+    if (!column.fixed) variable[column.variable] = &*values[i];
   }
-  std::string row = Bytes(static_cast<std::uint16_t>(table.MostColumns())) + fixed;
-  if (!variable.empty()) {
-    std::vector<std::size_t> offsets;
-    for (const std::string& part : variable) {
-      offsets.push_back(row.size());
-      row += part;
-    }
-    offsets.push_back(row.size());
-    std::ranges::reverse(offsets);
-    for (const std::size_t offset : offsets) row += Bytes(static_cast<std::uint16_t>(offset));
-    row += Bytes(static_cast<std::uint16_t>(variable.size()));
-  }
+  PutVariable(row, variable);
   row += mask;
-  if (row.size() > kLongestRow) {
-    throw Error(ErrorNumber::kOverflow, "سطر از يک صفحه فايل اکسس بزرگتر است.");
-  }
-  return row;
+  if (row.size() <= kLongestRow) return row;
+  throw Error(ErrorNumber::kOverflow, "سطر از يک صفحه فايل اکسس بزرگتر است.");
 }
 
 std::optional<std::int32_t> ReadWhole(const JetFile& file, const JetFile::Span& row,

@@ -14,6 +14,7 @@ void AppendUnit(std::string& out, char32_t unit) {
 
 std::string ToUtf16(std::string_view utf8) {
   std::string out;
+  out.reserve(2 * utf8.size());
   for (std::size_t at = 0; at < utf8.size();) {
     const char32_t c = text::DecodeAt(utf8, at);
     if (c < 0x10000) {

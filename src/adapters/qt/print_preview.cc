@@ -196,6 +196,16 @@ QWidget* PrintPreview::MakeBar() {
   add("بزرگتر", "larger", [this] { pages_->SetZoom(pages_->Zoom() * 1.25); });
   add("كوچكتر", "smaller", [this] { pages_->SetZoom(pages_->Zoom() / 1.25); });
   add("هم پهناي پنجره", "fit", [this] { pages_->FitWidth(); });
+  SetUpFields();
+  row->addWidget(page_);
+  row->addWidget(told_);
+  row->addStretch(1);
+  row->addWidget(search_);
+  return bar;
+}
+
+// The number of the page in view, and the text to look for.
+void PrintPreview::SetUpFields() {
   page_->setRange(1, static_cast<int>(document_->PageCount()));
   page_->setAccessibleName("صفحه");
   connect(page_, &QSpinBox::valueChanged, this, [this](int page) {
@@ -203,15 +213,10 @@ QWidget* PrintPreview::MakeBar() {
       pages_->GoTo(static_cast<std::size_t>(page) - 1);
     }
   });
-  row->addWidget(page_);
-  row->addWidget(told_);
-  row->addStretch(1);
   search_->setObjectName("search");
   search_->setPlaceholderText("جستجو در صفحه ها");
   search_->setClearButtonEnabled(true);
   connect(search_, &QLineEdit::returnPressed, this, [this] { Search(); });
-  row->addWidget(search_);
-  return bar;
 }
 
 QWidget* PrintPreview::MakeThumbnails() {

@@ -62,6 +62,7 @@ class PrintPreview : public QWidget {
 
  private:
   QWidget* MakeBar();
+  void SetUpFields();
   QWidget* MakeThumbnails();
   void Told();
   void Search();
