@@ -175,6 +175,8 @@ class Binder {
     Scope* saved_;
   };
 
+  static constexpr std::string_view kRowOfTable = "row of the table";
+
   [[noreturn]] void Refuse(std::size_t at, const std::string& message) const;
   [[noreturn]] void RefuseOperands(const Expr& expr, const Bound& a, const Bound& b) const;
   [[noreturn]] void MissingObject(const ObjectName& name) const;
@@ -182,6 +184,7 @@ class Binder {
 
   // Queries (bind_query.cc).
   BoundQuery BindQuery(const Query& query, const Targets* targets = nullptr);
+  BoundQuery JoinTexts(const Query& query, BoundQuery rows);
   std::string BindWith(const std::vector<CommonTable>& tables);
   std::string BindCommonTable(const CommonTable& table);
   SelectParts BindSelect(const Query& query, const vorek::sqlite::Select& select);
@@ -191,6 +194,7 @@ class Binder {
   void AssignItems(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts,
                    const std::vector<std::string>& assigned);
   void ExpandStar(const Expr& star, std::vector<Bound>& items);
+  void HandRow(const vorek::sqlite::Select& select, SelectParts& parts);
   BoundQuery GroupingSets(const Query& query, const vorek::sqlite::Select& select,
                           const Targets* targets);
   void BindGroup(const vorek::sqlite::Select& select, SelectParts& parts);
@@ -242,8 +246,14 @@ class Binder {
   std::vector<const ColumnInfo*> InsertColumns(const Statement& statement, const TableInfo& table);
   void AddDefaults(const TableInfo& table, std::vector<const ColumnInfo*>& columns,
                    std::vector<std::string>& defaults);
-  std::string RowsInto(const TableInfo& table, const std::vector<const ColumnInfo*>& columns,
+  std::string NextIdentity(const TableInfo& table, const ColumnInfo& column);
+  std::string RowsInto(const std::vector<const ColumnInfo*>& columns,
                        const std::vector<std::string>& defaults, const Query* rows);
+  // The common table that a change names as its target, or null; the table whose rows it holds.
+  const CommonTable* CommonTarget(const Statement& statement) const;
+  const TableInfo& TableBehind(const CommonTable& common);
+  Translation DeleteThrough(const Statement& statement, const CommonTable& common);
+  std::string RowCount(const Expr& top);
   const TableRef* FindTarget(const std::vector<TableRef>& from, const ObjectName& name) const;
   std::string SetList(const Statement& statement, const TableInfo& table, bool inner,
                       std::string& names, std::string& values);
@@ -330,6 +340,9 @@ class Binder {
   std::string prefix_;  // of its tables' names, which the columns in arguments don't meet
   std::set<std::string> running_;  // variables that the select around assigns, row by row
   bool uses_running_ = false;
+  // A select that hands the number of its table's row on, behind its columns, as kRowOfTable.
+  const vorek::sqlite::Select* row_source_ = nullptr;
+  std::string row_id_;
   bool assigns_ = false;
   int tables_ = 0;  // that SQLite reads, those of views each time that the view is named
   bool temporary_ = false;

@@ -63,7 +63,8 @@ std::string Binder::ApplyQuery(const TableRef& join, Binder& in, const Query& qu
   const vorek::sqlite::Select* select =
       query.branches.size() == 1 ? query.branches[0].select.get() : nullptr;
   const bool fits = select != nullptr && IsPlain(*select) && query.with.empty() &&
-                    query.offset == nullptr && (select->top == nullptr || IsFirstRow(*select));
+                    query.offset == nullptr && !query.joins_texts &&
+                    (select->top == nullptr || IsFirstRow(*select));
   const auto refuse = [&] {
     Refuse(join.right->at,
            "APPLY is supported with a function or a query of one SELECT without groups, DISTINCT "

@@ -139,9 +139,9 @@ void Parser::ColumnOptions(ColumnDefinition& column, Statement& table) {
       column.identity = true;
       column.nullable = false;
       if (!TakeSymbol("(")) continue;
-      column.seed = TypeNumber();
+      column.seed = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
       NeedSymbol(",");
-      column.increment = TypeNumber();
+      column.increment = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
       NeedSymbol(")");
     } else if (!ColumnConstraint(column, table)) {
       return;
@@ -396,6 +396,8 @@ void Parser::RefuseEffects(const Statement& statement) const {
     case StatementKind::kReturn:
     case StatementKind::kBreak:
     case StatementKind::kContinue:
+    case StatementKind::kLabel:
+    case StatementKind::kGoto:
     case StatementKind::kIf:
     case StatementKind::kWhile:
     case StatementKind::kBlock:

@@ -56,6 +56,8 @@ bool OnlyReads(const std::vector<StatementPtr>& statements) {
       case StatementKind::kReturn:
       case StatementKind::kBreak:
       case StatementKind::kContinue:
+      case StatementKind::kLabel:
+      case StatementKind::kGoto:
       case StatementKind::kNote:
       case StatementKind::kNothing:
       case StatementKind::kIf:
@@ -120,6 +122,7 @@ Runner::Frame Runner::NewFrame(const SourceText& source, bool is_module) const {
               {},
               is_module,
               "",
+              "",
               schema_.CurrentSession(),
               is_module ? frame_ : nullptr};
   return frame;
@@ -127,11 +130,17 @@ Runner::Frame Runner::NewFrame(const SourceText& source, bool is_module) const {
 
 Runner::Flow Runner::RunAll(std::vector<StatementPtr>& statements, Frame& frame) {
   frame_ = &frame;
-  for (StatementPtr& statement : statements) {
+  for (std::size_t i = 0; i < statements.size(); ++i) {
     checkpoint_(0);
-    const Flow flow = RunOne(*statement, frame);
+    const Flow flow = RunOne(*statements[i], frame);
     frame_ = &frame;
-    if (flow != Flow::kNext) return flow;
+    if (flow == Flow::kNext) continue;
+    if (flow != Flow::kGoto) return flow;
+    const auto label = std::find_if(statements.begin(), statements.end(), [&](const auto& other) {
+      return other->kind == StatementKind::kLabel && other->word == frame.label;
+    });
+    if (label == statements.end()) return flow;
+    i = static_cast<std::size_t>(label - statements.begin());
   }
   return Flow::kNext;
 }
@@ -205,6 +214,9 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
       return Flow::kBreak;
     case StatementKind::kContinue:
       return Flow::kContinue;
+    case StatementKind::kGoto:
+      frame.label = statement.word;
+      return Flow::kGoto;
     case StatementKind::kExecute:
       RunExecute(statement, frame);
       break;
@@ -240,6 +252,7 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
       RunTransaction(statement);
       break;
     case StatementKind::kNothing:
+    case StatementKind::kLabel:
       break;
     default:
       RunDefinition(statement, frame);
@@ -252,7 +265,7 @@ Runner::Flow Runner::RunWhile(Statement& statement, Frame& frame) {
     checkpoint_(0);
     const Flow flow = RunOne(*statement.body[0], frame);
     if (flow == Flow::kBreak) break;
-    if (flow == Flow::kReturn) return flow;
+    if (flow == Flow::kReturn || flow == Flow::kGoto) return flow;
   }
   return Flow::kNext;
 }

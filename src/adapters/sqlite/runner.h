@@ -35,7 +35,7 @@ class Runner {
   void Assign(const std::string& variable, Cell value);
 
  private:
-  enum class Flow { kNext, kBreak, kContinue, kReturn };
+  enum class Flow { kNext, kBreak, kContinue, kReturn, kGoto };
 
   // One running batch or module: its variables and what it made.
   struct Frame {
@@ -47,7 +47,8 @@ class Runner {
     Cell identity;  // SCOPE_IDENTITY()
     bool is_module = false;
     std::string procedure;
-    Session session;  // as it was before the module
+    std::string label;  // that a GOTO is on its way to
+    Session session;    // as it was before the module
     const Frame* caller = nullptr;
   };
   // Rows taken aside: a procedure's for INSERT ... EXEC, or a cursor's.

@@ -22,9 +22,13 @@ struct ColumnInfo {
   bool collated = false;  // SQLite compares it by the collation VOREK without being told
   bool identity = false;
   bool computed = false;
-  bool row_key = false;        // SQLite keeps it as the row number
-  long long seed = 1;          // of an identity
+  bool row_key = false;  // SQLite keeps it as the row number
+  long long seed = 1;    // of an identity
+  long long step = 1;
   std::string default_source;  // in the dialect's words, or empty
+
+  // SQLite's own count goes from 1 by 1.
+  bool CountsApart() const { return identity && (step != 1 || seed < 1); }
 };
 
 struct TableInfo {
