@@ -251,7 +251,7 @@ class Binder {
                        const std::vector<std::string>& defaults, const Query* rows);
   // The common table that a change names as its target, or null; the table whose rows it holds.
   const CommonTable* CommonTarget(const Statement& statement) const;
-  const TableInfo& TableBehind(const CommonTable& common);
+  const TableInfo& TableBehind(const Statement& statement, const CommonTable& common);
   Translation DeleteThrough(const Statement& statement, const CommonTable& common);
   std::string RowCount(const Expr& top);
   const TableRef* FindTarget(const std::vector<TableRef>& from, const ObjectName& name) const;

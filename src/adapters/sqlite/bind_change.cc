@@ -12,6 +12,13 @@ namespace {
 
 constexpr long kNullViolation = -2147217873;  // 80040E2F
 
+const CommonTable* CommonOf(const Statement& statement, const ObjectName& name) {
+  const auto found = std::find_if(
+      statement.with.begin(), statement.with.end(),
+      [&](const CommonTable& table) { return text::EqualsIgnoreCase(table.name, name.Last()); });
+  return name.parts.size() != 1 || found == statement.with.end() ? nullptr : &*found;
+}
+
 }  // namespace
 
 const TableInfo& Binder::TargetTable(const ObjectName& name) {
@@ -290,15 +297,11 @@ Translation Binder::Update(const Statement& statement) {
 }
 
 const CommonTable* Binder::CommonTarget(const Statement& statement) const {
-  const auto found = std::find_if(statement.with.begin(), statement.with.end(), [&](const auto& t) {
-    return text::EqualsIgnoreCase(t.name, statement.name.Last());
-  });
-  const bool named = statement.name.parts.size() == 1 && found != statement.with.end();
-  if (!named || FindTarget(statement.from, statement.name) != nullptr) return nullptr;
-  return &*found;
+  const bool table = FindTarget(statement.from, statement.name) != nullptr;
+  return table ? nullptr : CommonOf(statement, statement.name);
 }
 
-const TableInfo& Binder::TableBehind(const CommonTable& common) {
+const TableInfo& Binder::TableBehind(const Statement& statement, const CommonTable& common) {
   const Query& query = *common.query;
   const vorek::sqlite::Select* select = query.branches[0].select.get();
   const bool plain = query.branches.size() == 1 && select != nullptr && !select->distinct &&
@@ -306,7 +309,7 @@ const TableInfo& Binder::TableBehind(const CommonTable& common) {
                      select->from.size() == 1 && query.with.empty() && !query.joins_texts;
   const TableRef* table = plain ? &select->from[0] : nullptr;
   if (table == nullptr || table->kind != TableRef::Kind::kTable || table->call ||
-      FindCommonTable(table->name) != nullptr) {
+      CommonOf(statement, table->name) != nullptr) {
     Refuse(common.at, "A change through the common table '" + common.name +
                           "' is supported over one table, without groups or DISTINCT");
   }
@@ -317,7 +320,7 @@ const TableInfo& Binder::TableBehind(const CommonTable& common) {
 Translation Binder::DeleteThrough(const Statement& statement, const CommonTable& common) {
   Scope scope;
   const ScopeGuard guard(*this, scope);
-  const TableInfo& table = TableBehind(common);
+  const TableInfo& table = TableBehind(statement, common);
   if (!statement.from.empty()) Refuse(statement.name.at, "Such a DELETE takes no FROM clause");
   row_id_ = RowIdOf(table);
   BoundQuery result;

@@ -139,6 +139,7 @@ void Parser::ColumnOptions(ColumnDefinition& column, Statement& table) {
       column.identity = true;
       column.nullable = false;
       if (!TakeSymbol("(")) continue;
+      if (AtWord("max")) RefuseHere();
       column.seed = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
       NeedSymbol(",");
       column.increment = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
