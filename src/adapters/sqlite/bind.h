@@ -64,6 +64,17 @@ struct OutputColumn {
   bool collated = false;
 };
 
+struct Translation;
+
+// A function of several statements that gives a table: it runs before the statement that reads it,
+// and its rows go into a temporary table made for that place.
+struct Filled {
+  std::string function;
+  std::string table;
+  std::vector<OutputColumn> columns;
+  std::shared_ptr<Translation> arguments;  // one row of them, behind a number
+};
+
 // A statement in SQLite's SQL.
 struct Translation {
   std::string sql;
@@ -72,6 +83,7 @@ struct Translation {
   std::vector<std::string> assigned;    // SELECT @x = ..: the variable of each column
   bool assigns = false;                 // they are assigned by the statement itself, row by row
   bool temporary = false;               // reads or writes a temporary table
+  std::vector<Filled> filled;
 };
 
 // Binds names and types of one statement and writes it for SQLite. Throws Error with the place of
@@ -80,6 +92,9 @@ class Binder {
  public:
   Binder(Schema& schema, const Variables& variables, const SourceText& source)
       : schema_(schema), variables_(variables), source_(source) {}
+
+  // Before all else; without it a text with such functions can be looked at, not run.
+  void SetPlace(const std::string& place) { view_tables_->place = place; }
 
   Translation Select(const Query& query);
   // Name and types of a query's columns; a view's own column names are put over them.
@@ -139,6 +154,8 @@ class Binder {
   struct ViewTables {
     std::map<std::string, ViewTable> by_name;
     std::string sql;
+    std::vector<Filled> filled;  // in them and in the statement itself
+    std::string place;           // tells the statement from others, for the names of those tables
   };
   struct SelectParts {
     std::vector<Bound> items;
@@ -224,6 +241,8 @@ class Binder {
   std::string ApplyFirstRow(Binder& in, const Query& query, const std::string& prefix);
   std::string BindView(const ModuleInfo& view, Source source);
   std::string BindTableFunction(const TableRef& table, Source source);
+  std::string BindFilled(const TableRef& table, const ModuleInfo& module, Source source);
+  Translation ArgumentsOf(const ModuleInfo& module, const TableRef& table);
   const ModuleInfo& TableFunction(const TableRef& table);
   Bound ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr* given);
   const ViewTable& WriteView(const ModuleInfo& view);

@@ -35,6 +35,9 @@ std::string Binder::BindApply(const TableRef& join, bool nullable) {
     Refuse(right.at, "APPLY takes a query or a function that gives a table");
   }
   const ModuleInfo& module = TableFunction(right);
+  if (module.kind == "TF") {
+    Refuse(right.at, "APPLY of a function of several statements is not supported");
+  }
   const Statement& definition = module.Definition();
   const Variables none;
   Binder inner(schema_, none, module.source);

@@ -26,6 +26,7 @@ Translation Binder::Finish(BoundQuery query) {
   result.assigns = query.assigns;
   result.parameters = std::move(parameters_);
   result.temporary = temporary_;
+  result.filled = view_tables_->filled;
   return result;
 }
 

@@ -202,7 +202,7 @@ void Definer::CreateTable(const Statement& statement) {
     const std::string sql = ConstraintSql(statement, constraint, table);
     if (!sql.empty()) parts += ", " + sql;
   }
-  schema_.EnsureCatalogue();
+  if (!table.temporary) schema_.EnsureCatalogue();
   Run(db_, "CREATE TABLE " + SchemaOf(table) + QuoteName(table.name) + " (" + parts + ")");
   const ColumnDefinition* row_key = RowKey(statement);
   for (const ColumnDefinition& column : statement.definitions) {
@@ -232,7 +232,7 @@ void Definer::CreateTable(const ObjectName& name, const std::vector<OutputColumn
     if (type.IsText() && type.length == 0) type.length = 1;
     parts += (parts.empty() ? "" : ", ") + QuoteName(column.name) + " " + Declaration(type);
   }
-  schema_.EnsureCatalogue();
+  if (!name.IsTemporary()) schema_.EnsureCatalogue();
   Run(db_, std::string("CREATE TABLE ") + (name.IsTemporary() ? "temp." : "main.") +
                QuoteName(name.Last()) + " (" + parts + ")");
   name.IsTemporary() ? schema_.TemporaryChanged() : schema_.Changed();
@@ -418,7 +418,8 @@ void Definer::DropModule(const Statement& statement) {
   names.insert(names.end(), statement.columns.begin(), statement.columns.end());
   for (const std::string& name : names) {
     const ModuleInfo* module = schema_.FindModule(name);
-    const bool function = statement.word == "FN" && module != nullptr && module->kind == "IF";
+    const bool function = statement.word == "FN" && module != nullptr &&
+                          (module->kind == "IF" || module->kind == "TF");
     if (module == nullptr || (module->kind != statement.word && !function)) {
       if (statement.if_exists) continue;
       throw Error(ErrorNumber::kMissingObject, "Cannot drop '" + name +

@@ -166,7 +166,8 @@ class Parser {
   void ViewBody(Statement& view);
   void ProcedureBody(Statement& procedure);
   void FunctionBody(Statement& function);
-  void RefuseEffects(const Statement& statement) const;
+  StatementPtr ReturnTable(Statement& function);
+  void RefuseEffects(const Statement& statement, bool fills_table) const;
   StatementPtr AlterTable();
   void TableParts(Statement& table);
   ColumnDefinition Column();

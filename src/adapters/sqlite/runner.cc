@@ -161,8 +161,8 @@ Runner::Flow Runner::RunOne(Statement& statement, Frame& frame) {
     if (!std::exchange(passing_, true)) failed_ = FailureOf(error, statement, frame);
     last_error_ = failed_.number;
     const bool ends_statement = raised_ ? !raised_->ends_batch : EndsStatementOnly(last_error_);
-    const bool goes_on = ends_statement && tries_ == 0 && functions_ == 0 && !tell_lines_ &&
-                         !schema_.CurrentSession().ends_transactions;
+    const bool goes_on = ends_statement && tries_ == 0 && functions_ == 0 && filling_.empty() &&
+                         !tell_lines_ && !schema_.CurrentSession().ends_transactions;
     const std::string line = " (line " + std::to_string(LineOf(frame.source, statement.at)) + ")";
     const Error named(error.Number(), error.Description() + (outermost && !told ? line : ""));
     if (!goes_on) throw Error(named);
@@ -278,9 +278,12 @@ Compiled& Runner::Compile(Statement& statement, int piece, Frame& frame,
       (!kept->translation.temporary || kept->temporary_stamp == schema_.TemporaryStamp());
   if (fits) return *kept;
   Binder binder(schema_, frame.types, frame.source);
+  if (statement.plan->number == 0) statement.plan->number = ++statements_;
+  binder.SetPlace(std::to_string(statement.plan->number) + "." + std::to_string(piece));
   auto compiled = std::make_shared<Compiled>();
   untranslated_ = &frame;
   compiled->translation = translate(binder);
+  MakeFilled(compiled->translation, frame);
   compiled->prepared = Prepare(db_, compiled->translation.sql);
   untranslated_ = nullptr;
   compiled->stamp = schema_.Stamp();
@@ -312,11 +315,17 @@ Cell Runner::SystemValue(const std::string& name, const Frame& frame) const {
 }
 
 void Runner::BindAll(Compiled& compiled, const Frame& frame) {
+  for (const Filled& filled : compiled.translation.filled) Fill(filled, frame);
+  BindParameters(compiled.prepared.get(), compiled.translation, frame);
+}
+
+void Runner::BindParameters(sqlite3_stmt* prepared, const Translation& translation,
+                            const Frame& frame) {
   int index = 0;
-  for (const std::string& name : compiled.translation.parameters) {
+  for (const std::string& name : translation.parameters) {
     const bool system = name.rfind("@@", 0) == 0;
     const auto found = frame.values.find(name);
-    BindCell(compiled.prepared.get(), ++index,
+    BindCell(prepared, ++index,
              system || found == frame.values.end() ? (system ? SystemValue(name, frame) : Cell{})
                                                    : found->second);
   }

@@ -43,7 +43,7 @@ struct TableInfo {
 // A view, procedure or function kept in the database in its own words.
 struct ModuleInfo {
   std::string name;
-  std::string kind;  // "V", "P", "FN"
+  std::string kind;  // "V", "P", "FN", "IF", "TF"
   std::string source;
   std::shared_ptr<Batch> batch;  // read from the source; one statement
 

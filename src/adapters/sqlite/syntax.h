@@ -276,7 +276,7 @@ struct Statement {
   std::vector<ColumnDefinition> definitions;
   std::vector<Constraint> constraints;
   std::vector<std::string> view_columns;
-  std::string word;  // a module's kind: "V", "P", "FN", "IF"; what ALTER does
+  std::string word;  // a module's kind: "V", "P", "FN", "IF", "TF"; what ALTER does
   Type returns;      // of a function
   bool unique = false;
   bool or_alter = false;
