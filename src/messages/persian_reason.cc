@@ -66,6 +66,15 @@ constexpr KnownReason kReasons[] = {
     {"'%' is not a recognized built-in function name", "تابع %1 شناخته نشد"},
     {"'%' is not supported", "%1 پشتيباني نمي شود"},
     {"Type % is not supported", "نوع %1 پشتيباني نمي شود"},
+    {"FOR XML and JSON are not supported, but for FOR XML PATH('')",
+     "از \u2066FOR XML\u2069 و \u2066JSON\u2069 تنها \u2066FOR XML PATH('')\u2069 پشتيباني مي شود"},
+    {"The label '%' of GOTO isn't declared in a block around it",
+     "برچسب %1 براي \u2066GOTO\u2069 تعريف نشده است"},
+    {"The label '%' is declared more than once", "برچسب %1 چند بار تعريف شده است"},
+    {"% is not supported", "%1 پشتيباني نمي شود"},
+    {"The view '%' refers to itself.", "نماي %1 به خود برمي گردد."},
+    {"Maximum % nesting level exceeded%", "فراخواني ها بيش از حد تو در تو است."},
+    {"Subquery returned more than 1 value%", "پرس و جوي دروني بيش از يك مقدار داد."},
     {"Wrong number of arguments of the function '%'", "تعداد آرگومانهاي تابع %1 نادرست است"},
     {"Procedure or function '%' expects parameter '%', which was not supplied.",
      "رويه يا تابع %1 پارامتر %2 را لازم دارد."},
@@ -86,6 +95,15 @@ constexpr KnownReason kReasons[] = {
     {"Error converting data type % to %.", "تبديل نوع %1 به %2 ممكن نيست."},
     {"Cannot insert the value NULL into column '%'; column does not allow nulls.",
      "ستون %1 نمي تواند خالي باشد."},
+    {"UNIQUE constraint failed: %", "مقدار تكراري پذيرفته نيست: %1."},
+    {"NOT NULL constraint failed: %", "ستون %1 نمي تواند خالي باشد."},
+    {"CHECK constraint failed: %", "مقدار با شرط %1 سازگار نيست."},
+    {"FOREIGN KEY constraint failed", "سطر با جدول ديگري وابستگي دارد."},
+    {"The statement conflicted with the % constraint \"%\"%", "مقدار با قيد %2 سازگار نيست."},
+    {"too many %", "دستور بيش از حد بزرگ است: %1."},
+    {"string or blob too big", "متن بيش از حد بلند است."},
+    {"database or disk is full", "جاي خالي نمانده است."},
+    {"disk I/O error", "فايل خوانده يا نوشته نشد."},
     {"String or binary data would be truncated.", "متن در ستون جا نمي گيرد."},
     {"Adding a value to a date column caused an overflow.", "تاريخ از محدوده خارج مي شود."},
     {"Invalid length parameter passed to the % function.", "طول داده شده به تابع %1 نادرست است."},
@@ -168,6 +186,11 @@ std::string PersianReason(std::string_view description) {
   if (place == std::string_view::npos) return std::string(description);
   std::string_view reason = description.substr(0, place);
   std::optional<std::string> known = Known(reason);
+  if (!known && description.find(", column ", place) != std::string_view::npos &&
+      !HasPersian(reason)) {
+    // Only the embedded database tells a column: what it refuses is for who wrote the statement.
+    known = "دستور پذيرفته نشد: " + Isolated(reason);
+  }
   if (!known) return std::string(description);
   std::string where = text::Replace(description.substr(place), " (line ", " (سطر ");
   if (known->ends_with('.')) known->pop_back();

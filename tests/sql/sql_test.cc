@@ -1,14 +1,6 @@
-// Runs the text files of this folder. A file is a list of cases:
-//
-//   # name of the case, and what it shows
-//   statements in the dialect, one or more lines
-//   ----
-//   the rows as expected: a line a row, values between "|", NULL for NULL, after a line of the
-//   columns as "name:type"; or "error: a piece of the message"; or "ok" for no rows
-//
-// VOREK_SQL_CASES names another folder of such files, to be run beside these. Cases are parted by
-// an empty line. All cases of a file run in order on one fresh database. A first line "!types"
-// makes the columns' line part of the expectation from there on, "!notypes" ends that.
+// Runs the text files of this folder; VOREK_SQL_CASES names another folder of such files, to be run
+// beside these. With a connection string in VOREK_SQLSERVER the same cases are run there, each file
+// in a database of its own: see tools/check-sqlserver.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -16,119 +8,116 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "platform/database.h"
-#include "platform/script.h"
+#include "sql_cases.h"
 #include "vorek/sqlite.h"
+#ifdef VOREK_WITH_ODBC
+#include "vorek/odbc.h"
+#endif
 
 namespace vorek {
 namespace {
 
-struct Case {
-  int line = 0;
-  std::string name;
-  std::string statement;
-  std::string expected;
-  bool types = false;
-};
+constexpr char kInMemory[] = "Provider=VorekSQLite;Data Source=:memory:;Mode=Create";
 
-std::vector<Case> ReadCases(const std::filesystem::path& path) {
-  std::ifstream file(path);
-  std::vector<Case> cases;
-  Case current;
-  bool in_expected = false;
-  bool types = false;
-  std::string line;
-  const auto finish = [&] {
-    if (!current.statement.empty()) {
-      current.types = types;
-      cases.push_back(current);
-    }
-    current = Case{};
-    in_expected = false;
-  };
-  for (int number = 1; std::getline(file, line); ++number) {
-    if (line == "!types" || line == "!notypes") {
-      finish();
-      types = line == "!types";
-    } else if (in_expected && line.empty()) {
-      finish();
-    } else if (!in_expected && line.rfind("# ", 0) == 0 && current.statement.empty()) {
-      current.name = line.substr(2);
-    } else if (!in_expected && line == "----") {
-      in_expected = true;
-    } else if (in_expected) {
-      current.expected += line + "\n";
-    } else if (!line.empty() || !current.statement.empty()) {
-      if (current.statement.empty()) current.line = number;
-      current.statement += line + "\n";
-    }
-  }
-  finish();
-  return cases;
-}
-
-std::string Written(const ResultSet& result, bool types) {
-  std::string out;
-  if (types) {
-    for (const ResultColumn& column : result.columns) {
-      out += (out.empty() ? "" : "|") + column.Name() + ":" + std::to_string(column.AdoType());
-    }
-    out += "\n";
-  }
-  for (std::size_t row = 0; row < result.rows; ++row) {
-    bool first = true;
-    for (const ResultColumn& column : result.columns) {
-      if (!first) out += "|";
-      first = false;
-      out += column.IsNull(row) ? "NULL" : column.Display(row);
-    }
-    out += "\n";
-  }
-  return out;
-}
-
-std::string Outcome(DatabaseConnection& connection, const Case& test) {
-  try {
-    ResultSetPtr result;
-    ExecuteOptions options;
-    for (const ScriptBatch& batch : SplitScript(test.statement)) {
-      ResultSetPtr rows = connection.Execute(batch.text, options);
-      if (result == nullptr) result = std::move(rows);
-    }
-    return result == nullptr ? "ok\n" : Written(*result, test.types);
-  } catch (const Error& error) {
-    return "error: " + error.Description() + "\n";
-  }
+void ExpectNone(const std::vector<std::string>& differing) {
+  for (const std::string& difference : differing) ADD_FAILURE() << difference;
 }
 
 class SqlFile : public testing::TestWithParam<std::filesystem::path> {};
 
 TEST_P(SqlFile, GivesWhatItSays) {
-  const std::vector<Case> cases = ReadCases(GetParam());
-  ASSERT_FALSE(cases.empty());
-  const auto connection =
-      SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=:memory:;Mode=Create");
-  for (const Case& test : cases) {
-    const std::string outcome = Outcome(*connection, test);
-    const bool wants_error = test.expected.rfind("error: ", 0) == 0;
-    if (wants_error) {
-      const std::string piece = test.expected.substr(7, test.expected.size() - 8);
-      const bool fits =
-          outcome.rfind("error: ", 0) == 0 && outcome.find(piece) != std::string::npos;
-      EXPECT_TRUE(fits) << GetParam().filename() << " line " << test.line << " " << test.name
-                        << "\n"
-                        << test.statement << "wanted an error with: " << piece
-                        << "\ngave: " << outcome;
-    } else {
-      EXPECT_EQ(outcome, test.expected)
-          << GetParam().filename() << " line " << test.line << " " << test.name << "\n"
-          << test.statement;
+  ASSERT_FALSE(ReadSqlCases(GetParam()).empty());
+  const auto connection = SqliteProvider()->Connect(kInMemory);
+  ExpectNone(DifferingCases(*connection, GetParam(), SqlServer::kEmbedded));
+}
+
+// A database on the server, gone with it; a string of the embedded database has its own.
+class ScratchDatabase {
+ public:
+  ScratchDatabase(const std::string& connection_string, const std::string& name)
+      : name_("[vorek cases " + name + "]") {
+    embedded_ = connection_string.find("VorekSQLite") != std::string::npos;
+    if (embedded_) {
+      connection_ = SqliteProvider()->Connect(connection_string);
+      return;
     }
+#ifdef VOREK_WITH_ODBC
+    connection_ = OdbcProvider()->Connect(connection_string);
+#else
+    throw std::runtime_error("a server needs a build with ODBC");
+#endif
+    Run("if db_id('vorek cases " + name + "') is not null drop database " + name_);
+    Run("create database " + name_ + " collate Persian_100_CI_AS");
+    Run("use " + name_);
   }
+  ~ScratchDatabase() {
+    if (embedded_) return;
+    IgnoreErrors([&] {
+      Run("use master");
+      Run("drop database " + name_);
+    });
+  }
+  ScratchDatabase(const ScratchDatabase&) = delete;
+  ScratchDatabase& operator=(const ScratchDatabase&) = delete;
+
+  DatabaseConnection& Connection() { return *connection_; }
+
+ private:
+  void Run(const std::string& text) { connection_->Execute(text, ExecuteOptions{}); }
+
+  std::string name_;
+  bool embedded_ = false;
+  std::unique_ptr<DatabaseConnection> connection_;
+};
+
+class SqlFileOnServer : public testing::TestWithParam<std::filesystem::path> {};
+
+TEST_P(SqlFileOnServer, GivesWhatItSays) {
+  const char* const server = std::getenv("VOREK_SQLSERVER");
+  if (server == nullptr) GTEST_SKIP() << "no server: see tools/check-sqlserver";
+  if (GetParam().stem() == "refused") GTEST_SKIP() << "what only the embedded database refuses";
+  ScratchDatabase database(server, GetParam().stem().string());
+  ExpectNone(DifferingCases(database.Connection(), GetParam(), SqlServer::kOther));
+}
+
+// The list of what differs, over a file that is wrong in known places.
+class DifferingCasesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::ofstream(path_) << "create table t (ID int)\n----\nok\n\n"
+                            "# one too many\nselect 1\n----\n1\n2\n\n"
+                            "insert t values (1)\n----\nerror: not supported\n\n"
+                            "select count(*) from t\n----\n0\n\n"
+                            "select * from nothere\n----\nerror: in a server's own words\n\n"
+                            "select 1/0\n----\n0\n";
+  }
+  void TearDown() override { std::filesystem::remove(path_); }
+
+  std::vector<std::string> Run(SqlServer server) {
+    return DifferingCases(*SqliteProvider()->Connect(kInMemory), path_, server);
+  }
+
+  std::filesystem::path path_ =
+      std::filesystem::temp_directory_path() / ("vorek-" + std::to_string(getpid()) + ".test");
+};
+
+TEST_F(DifferingCasesTest, NamesThePlaceAndBothOutcomes) {
+  const std::vector<std::string> found = Run(SqlServer::kOther);
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0], path_.filename().string() +
+                          " line 6 one too many\nselect 1\nwanted:\n1\n2\ngave:\n1\n");
+  EXPECT_NE(found[1].find("select 1/0\nwanted:\n0\ngave:\nerror: Divide by zero"),
+            std::string::npos);
+}
+
+TEST_F(DifferingCasesTest, HoldsTheEmbeddedDatabaseToItsWords) {
+  // The refusal that isn't one, the row that it left, and the words of an error as well.
+  EXPECT_EQ(Run(SqlServer::kEmbedded).size(), 5U);
 }
 
 std::vector<std::filesystem::path> Files() {
@@ -154,6 +143,7 @@ std::string NameOf(const testing::TestParamInfo<std::filesystem::path>& file) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, SqlFile, testing::ValuesIn(Files()), NameOf);
+INSTANTIATE_TEST_SUITE_P(Files, SqlFileOnServer, testing::ValuesIn(Files()), NameOf);
 
 }  // namespace
 }  // namespace vorek

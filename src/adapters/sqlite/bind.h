@@ -64,6 +64,17 @@ struct OutputColumn {
   bool collated = false;
 };
 
+struct Translation;
+
+// A function of several statements that gives a table: it runs before the statement that reads it,
+// and its rows go into a temporary table made for that place.
+struct Filled {
+  std::string function;
+  std::string table;
+  std::vector<OutputColumn> columns;
+  std::shared_ptr<Translation> arguments;  // one row of them, behind a number
+};
+
 // A statement in SQLite's SQL.
 struct Translation {
   std::string sql;
@@ -72,6 +83,7 @@ struct Translation {
   std::vector<std::string> assigned;    // SELECT @x = ..: the variable of each column
   bool assigns = false;                 // they are assigned by the statement itself, row by row
   bool temporary = false;               // reads or writes a temporary table
+  std::vector<Filled> filled;
 };
 
 // Binds names and types of one statement and writes it for SQLite. Throws Error with the place of
@@ -80,6 +92,9 @@ class Binder {
  public:
   Binder(Schema& schema, const Variables& variables, const SourceText& source)
       : schema_(schema), variables_(variables), source_(source) {}
+
+  // Before all else; without it a text with such functions can be looked at, not run.
+  void SetPlace(const std::string& place) { view_tables_->place = place; }
 
   Translation Select(const Query& query);
   // Name and types of a query's columns; a view's own column names are put over them.
@@ -139,6 +154,8 @@ class Binder {
   struct ViewTables {
     std::map<std::string, ViewTable> by_name;
     std::string sql;
+    std::vector<Filled> filled;  // in them and in the statement itself
+    std::string place;           // tells the statement from others, for the names of those tables
   };
   struct SelectParts {
     std::vector<Bound> items;
@@ -175,6 +192,8 @@ class Binder {
     Scope* saved_;
   };
 
+  static constexpr std::string_view kRowOfTable = "row of the table";
+
   [[noreturn]] void Refuse(std::size_t at, const std::string& message) const;
   [[noreturn]] void RefuseOperands(const Expr& expr, const Bound& a, const Bound& b) const;
   [[noreturn]] void MissingObject(const ObjectName& name) const;
@@ -182,6 +201,7 @@ class Binder {
 
   // Queries (bind_query.cc).
   BoundQuery BindQuery(const Query& query, const Targets* targets = nullptr);
+  BoundQuery JoinTexts(const Query& query, BoundQuery rows);
   std::string BindWith(const std::vector<CommonTable>& tables);
   std::string BindCommonTable(const CommonTable& table);
   SelectParts BindSelect(const Query& query, const vorek::sqlite::Select& select);
@@ -191,6 +211,7 @@ class Binder {
   void AssignItems(const Query& query, const vorek::sqlite::Select& select, SelectParts& parts,
                    const std::vector<std::string>& assigned);
   void ExpandStar(const Expr& star, std::vector<Bound>& items);
+  void HandRow(const vorek::sqlite::Select& select, SelectParts& parts);
   BoundQuery GroupingSets(const Query& query, const vorek::sqlite::Select& select,
                           const Targets* targets);
   void BindGroup(const vorek::sqlite::Select& select, SelectParts& parts);
@@ -220,6 +241,8 @@ class Binder {
   std::string ApplyFirstRow(Binder& in, const Query& query, const std::string& prefix);
   std::string BindView(const ModuleInfo& view, Source source);
   std::string BindTableFunction(const TableRef& table, Source source);
+  std::string BindFilled(const TableRef& table, const ModuleInfo& module, Source source);
+  Translation ArgumentsOf(const ModuleInfo& module, const TableRef& table);
   const ModuleInfo& TableFunction(const TableRef& table);
   Bound ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr* given);
   const ViewTable& WriteView(const ModuleInfo& view);
@@ -242,8 +265,14 @@ class Binder {
   std::vector<const ColumnInfo*> InsertColumns(const Statement& statement, const TableInfo& table);
   void AddDefaults(const TableInfo& table, std::vector<const ColumnInfo*>& columns,
                    std::vector<std::string>& defaults);
-  std::string RowsInto(const TableInfo& table, const std::vector<const ColumnInfo*>& columns,
+  std::string NextIdentity(const TableInfo& table, const ColumnInfo& column);
+  std::string RowsInto(const std::vector<const ColumnInfo*>& columns,
                        const std::vector<std::string>& defaults, const Query* rows);
+  // The common table that a change names as its target, or null; the table whose rows it holds.
+  const CommonTable* CommonTarget(const Statement& statement) const;
+  const TableInfo& TableBehind(const Statement& statement, const CommonTable& common);
+  Translation DeleteThrough(const Statement& statement, const CommonTable& common);
+  std::string RowCount(const Expr& top);
   const TableRef* FindTarget(const std::vector<TableRef>& from, const ObjectName& name) const;
   std::string SetList(const Statement& statement, const TableInfo& table, bool inner,
                       std::string& names, std::string& values);
@@ -330,6 +359,9 @@ class Binder {
   std::string prefix_;  // of its tables' names, which the columns in arguments don't meet
   std::set<std::string> running_;  // variables that the select around assigns, row by row
   bool uses_running_ = false;
+  // A select that hands the number of its table's row on, behind its columns, as kRowOfTable.
+  const vorek::sqlite::Select* row_source_ = nullptr;
+  std::string row_id_;
   bool assigns_ = false;
   int tables_ = 0;  // that SQLite reads, those of views each time that the view is named
   bool temporary_ = false;

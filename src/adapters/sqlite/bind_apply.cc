@@ -35,6 +35,9 @@ std::string Binder::BindApply(const TableRef& join, bool nullable) {
     Refuse(right.at, "APPLY takes a query or a function that gives a table");
   }
   const ModuleInfo& module = TableFunction(right);
+  if (module.kind == "TF") {
+    Refuse(right.at, "APPLY of a function of several statements is not supported");
+  }
   const Statement& definition = module.Definition();
   const Variables none;
   Binder inner(schema_, none, module.source);
@@ -63,7 +66,8 @@ std::string Binder::ApplyQuery(const TableRef& join, Binder& in, const Query& qu
   const vorek::sqlite::Select* select =
       query.branches.size() == 1 ? query.branches[0].select.get() : nullptr;
   const bool fits = select != nullptr && IsPlain(*select) && query.with.empty() &&
-                    query.offset == nullptr && (select->top == nullptr || IsFirstRow(*select));
+                    query.offset == nullptr && !query.joins_texts &&
+                    (select->top == nullptr || IsFirstRow(*select));
   const auto refuse = [&] {
     Refuse(join.right->at,
            "APPLY is supported with a function or a query of one SELECT without groups, DISTINCT "

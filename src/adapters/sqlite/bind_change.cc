@@ -12,6 +12,13 @@ namespace {
 
 constexpr long kNullViolation = -2147217873;  // 80040E2F
 
+const CommonTable* CommonOf(const Statement& statement, const ObjectName& name) {
+  const auto found = std::find_if(
+      statement.with.begin(), statement.with.end(),
+      [&](const CommonTable& table) { return text::EqualsIgnoreCase(table.name, name.Last()); });
+  return name.parts.size() != 1 || found == statement.with.end() ? nullptr : &*found;
+}
+
 }  // namespace
 
 const TableInfo& Binder::TargetTable(const ObjectName& name) {
@@ -67,10 +74,24 @@ std::vector<const ColumnInfo*> Binder::InsertColumns(const Statement& statement,
   return columns;
 }
 
+std::string Binder::NextIdentity(const TableInfo& table, const ColumnInfo& column) {
+  // SQLite counts by 1; the last number stands still until the whole statement is done.
+  const std::string sql = std::string("(SELECT seq FROM ") + (table.temporary ? "temp" : "main") +
+                          ".sqlite_sequence WHERE name = " + QuoteText(table.name) + ") + " +
+                          std::to_string(column.step) + " * row_number() OVER ()";
+  return Convert(MakeBound(sql, Make(TypeKind::kBigInt), kAdditive), column.type, Mode::kAssign, 0)
+      .sql;
+}
+
 void Binder::AddDefaults(const TableInfo& table, std::vector<const ColumnInfo*>& columns,
                          std::vector<std::string>& defaults) {
   for (const ColumnInfo& column : table.columns) {
     if (column.computed || std::find(columns.begin(), columns.end(), &column) != columns.end()) {
+      continue;
+    }
+    if (column.CountsApart()) {
+      defaults.push_back(NextIdentity(table, column));
+      columns.push_back(&column);
       continue;
     }
     if (column.row_key && !column.identity && column.default_source.empty()) {
@@ -85,7 +106,7 @@ void Binder::AddDefaults(const TableInfo& table, std::vector<const ColumnInfo*>&
   }
 }
 
-std::string Binder::RowsInto(const TableInfo& table, const std::vector<const ColumnInfo*>& columns,
+std::string Binder::RowsInto(const std::vector<const ColumnInfo*>& columns,
                              const std::vector<std::string>& defaults, const Query* rows) {
   const std::size_t given = columns.size() - defaults.size();
   std::string tail;
@@ -101,7 +122,10 @@ std::string Binder::RowsInto(const TableInfo& table, const std::vector<const Col
     const BoundQuery query = BindQuery(*rows, &targets);
     return tail.empty() ? query.sql : "SELECT *" + tail + " FROM (" + query.sql + ")";
   }
-  (void)table;
+  // A number that goes on from row to row is counted over all of them.
+  const bool counts =
+      std::any_of(columns.begin() + static_cast<std::ptrdiff_t>(given), columns.end(),
+                  [](const auto* column) { return column->CountsApart(); });
   std::string sql = "VALUES ";
   for (const std::vector<ExprPtr>& row : values->values) {
     if (row.size() != given) {
@@ -121,9 +145,9 @@ std::string Binder::RowsInto(const TableInfo& table, const std::vector<const Col
         sql += Assigned(BindValue(*parser.ParseWholeExpression()), *columns[i], 0).sql;
       }
     }
-    sql += tail + ")";
+    sql += (counts ? "" : tail) + ")";
   }
-  return sql;
+  return counts ? "SELECT *" + tail + " FROM (" + sql + ")" : sql;
 }
 
 Translation Binder::Insert(const Statement& statement) {
@@ -148,9 +172,9 @@ Translation Binder::Insert(const Statement& statement) {
   if (statement.query == nullptr) {
     std::string values;
     for (const std::string& value : defaults) values += (values.empty() ? "" : ", ") + value;
-    result.sql += "VALUES (" + values + ")";
+    result.sql += "SELECT " + values;
   } else {
-    result.sql += RowsInto(table, columns, defaults, statement.query.get());
+    result.sql += RowsInto(columns, defaults, statement.query.get());
   }
   return Finish(std::move(result));
 }
@@ -220,6 +244,9 @@ std::string Binder::SetList(const Statement& statement, const TableInfo& table, 
 }
 
 Translation Binder::Update(const Statement& statement) {
+  if (CommonTarget(statement) != nullptr) {
+    Refuse(statement.name.at, "An UPDATE through a common table is not supported");
+  }
   Scope scope;
   const ScopeGuard guard(*this, scope);
   BoundQuery result;
@@ -257,9 +284,7 @@ Translation Binder::Update(const Statement& statement) {
   const std::string set = SetList(statement, table, true, names, values);
   if (statement.expr != nullptr) from += " WHERE " + BindCondition(*statement.expr, 0);
   if (statement.top != nullptr) {
-    from += " LIMIT " + Convert(BindValue(*statement.top), Make(TypeKind::kBigInt), Mode::kImplicit,
-                                statement.at)
-                            .sql;
+    from += " LIMIT " + RowCount(*statement.top);
   }
   const std::string hidden = QuoteName("new values");
   result.sql = with + (with.empty() ? "WITH " : ", ");
@@ -271,7 +296,52 @@ Translation Binder::Update(const Statement& statement) {
   return Finish(std::move(result));
 }
 
+const CommonTable* Binder::CommonTarget(const Statement& statement) const {
+  const bool table = FindTarget(statement.from, statement.name) != nullptr;
+  return table ? nullptr : CommonOf(statement, statement.name);
+}
+
+const TableInfo& Binder::TableBehind(const Statement& statement, const CommonTable& common) {
+  const Query& query = *common.query;
+  const vorek::sqlite::Select* select = query.branches[0].select.get();
+  const bool plain = query.branches.size() == 1 && select != nullptr && !select->distinct &&
+                     select->group.empty() && select->having == nullptr &&
+                     select->from.size() == 1 && query.with.empty() && !query.joins_texts;
+  const TableRef* table = plain ? &select->from[0] : nullptr;
+  if (table == nullptr || table->kind != TableRef::Kind::kTable || table->call ||
+      CommonOf(statement, table->name) != nullptr) {
+    Refuse(common.at, "A change through the common table '" + common.name +
+                          "' is supported over one table, without groups or DISTINCT");
+  }
+  row_source_ = select;
+  return TargetTable(table->name);
+}
+
+Translation Binder::DeleteThrough(const Statement& statement, const CommonTable& common) {
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  const TableInfo& table = TableBehind(statement, common);
+  if (!statement.from.empty()) Refuse(statement.name.at, "Such a DELETE takes no FROM clause");
+  row_id_ = RowIdOf(table);
+  BoundQuery result;
+  result.sql = BindWith(statement.with);
+  TableRef rows;
+  rows.name = statement.name;
+  std::string from = " FROM " + BindNamedTable(rows, false);
+  if (statement.expr != nullptr) from += " WHERE " + BindCondition(*statement.expr, 0);
+  if (statement.top != nullptr) from += " LIMIT " + RowCount(*statement.top);
+  result.sql += std::string("DELETE FROM ") + (table.temporary ? "temp." : "main.") +
+                QuoteName(table.name) + " WHERE " + row_id_ + " IN (SELECT " +
+                QuoteName(kRowOfTable) + from + ")";
+  return Finish(std::move(result));
+}
+
+std::string Binder::RowCount(const Expr& top) {
+  return Convert(BindValue(top), Make(TypeKind::kBigInt), Mode::kImplicit, top.at).sql;
+}
+
 Translation Binder::Delete(const Statement& statement) {
+  if (const CommonTable* common = CommonTarget(statement)) return DeleteThrough(statement, *common);
   Scope scope;
   const ScopeGuard guard(*this, scope);
   BoundQuery result;
@@ -290,11 +360,8 @@ Translation Binder::Delete(const Statement& statement) {
     std::string where;
     if (statement.expr != nullptr) where = " WHERE " + BindCondition(*statement.expr, 0);
     if (statement.top != nullptr) {
-      const std::string limit =
-          Convert(BindValue(*statement.top), Make(TypeKind::kBigInt), Mode::kImplicit, statement.at)
-              .sql;
       where = " WHERE " + row_id + " IN (SELECT " + row_id + " FROM " + name + where + " LIMIT " +
-              limit + ")";
+              RowCount(*statement.top) + ")";
     }
     result.sql += where;
     return Finish(std::move(result));

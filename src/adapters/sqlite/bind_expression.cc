@@ -515,6 +515,7 @@ Bound Binder::BindIsNull(const Expr& expr) {
 }
 
 bool Binder::GivesOneRow(const Query& query) {
+  if (query.joins_texts) return true;
   const vorek::sqlite::Select* select =
       query.branches.size() == 1 ? query.branches[0].select.get() : nullptr;
   if (select == nullptr || !select->values.empty()) return false;

@@ -266,7 +266,8 @@ Bound Binder::ArgumentOf(const ModuleInfo& module, std::size_t index, const Expr
 
 const ModuleInfo& Binder::TableFunction(const TableRef& table) {
   const ModuleInfo* module = schema_.FindModule(table.name.Last());
-  if (module == nullptr || module->kind != "IF") MissingObject(table.name);
+  const bool gives = module != nullptr && (module->kind == "IF" || module->kind == "TF");
+  if (!gives) MissingObject(table.name);
   const std::size_t takes = module->Definition().parameters.size();
   if (table.arguments.size() != takes) {
     Refuse(table.at,
@@ -281,6 +282,7 @@ const ModuleInfo& Binder::TableFunction(const TableRef& table) {
 
 std::string Binder::BindTableFunction(const TableRef& table, Source source) {
   const ModuleInfo* const module = &TableFunction(table);
+  if (module->kind == "TF") return BindFilled(table, *module, std::move(source));
   const Statement& definition = module->Definition();
   const Variables none;
   Binder inner(schema_, none, module->source);
@@ -306,6 +308,43 @@ std::string Binder::BindTableFunction(const TableRef& table, Source source) {
   CountTables(inner.tables_, table.at);
   source.own = NamedColumns(query.columns, table.columns, module->name, table.at);
   const std::string sql = "(" + query.sql + ") AS " + source.sql;
+  AddSource(std::move(source), table.at);
+  return sql;
+}
+
+Translation Binder::ArgumentsOf(const ModuleInfo& module, const TableRef& table) {
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  BoundQuery query;
+  query.sql = "SELECT 0";
+  for (std::size_t i = 0; i < table.arguments.size(); ++i) {
+    query.sql += ", " + ArgumentOf(module, i, table.arguments[i].get()).sql;
+  }
+  Translation arguments = Finish(std::move(query));
+  if (!arguments.filled.empty()) {
+    Refuse(table.at, "A function of several statements among another's arguments is not supported");
+  }
+  return arguments;
+}
+
+std::string Binder::BindFilled(const TableRef& table, const ModuleInfo& module, Source source) {
+  if (!arguments_.empty()) {
+    Refuse(table.at, "A function of several statements within an inline function is not supported");
+  }
+  // The arguments see no table: they are computed once, before the statement.
+  Binder alone(schema_, variables_, source_);
+  Filled filled;
+  filled.function = module.name;
+  filled.arguments = std::make_shared<Translation>(alone.ArgumentsOf(module, table));
+  for (const ColumnDefinition& column : module.Definition().body[1]->definitions) {
+    filled.columns.push_back({column.name, column.type, column.nullable, true});
+  }
+  std::vector<Filled>& all = view_tables_->filled;
+  filled.table = "#@rows " + view_tables_->place + " " + std::to_string(all.size());
+  source.own = NamedColumns(filled.columns, {}, module.name, table.at);
+  temporary_ = true;
+  std::string sql = "temp." + QuoteName(filled.table) + " AS " + source.sql;
+  all.push_back(std::move(filled));
   AddSource(std::move(source), table.at);
   return sql;
 }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdlib>
 #include <utility>
@@ -25,6 +26,7 @@ Translation Binder::Finish(BoundQuery query) {
   result.assigns = query.assigns;
   result.parameters = std::move(parameters_);
   result.temporary = temporary_;
+  result.filled = view_tables_->filled;
   return result;
 }
 
@@ -83,7 +85,10 @@ std::string Binder::BindCommonTable(const CommonTable& table) {
   const auto declare = [&](const std::vector<OutputColumn>& outputs) {
     CommonTableInfo info;
     info.name = table.name;
-    info.columns = NamedColumns(outputs, table.columns, table.name, table.at);
+    std::vector<std::string> told = table.columns;
+    const bool hands_row = row_source_ != nullptr && row_source_ == query.branches[0].select.get();
+    if (hands_row && !told.empty()) told.emplace_back(kRowOfTable);
+    info.columns = NamedColumns(outputs, told, table.name, table.at);
     for (ColumnInfo& column : info.columns) column.nullable = true;
     names.clear();
     for (const ColumnInfo& column : info.columns) {
@@ -93,6 +98,7 @@ std::string Binder::BindCommonTable(const CommonTable& table) {
   };
   BoundQuery bound;
   if (may_recurse) {
+    if (query.joins_texts) Refuse(query.at, "FOR XML behind UNION is not supported here");
     // The first branch tells the columns by which the others may refer to the table itself, and a
     // branch behind it takes their types.
     Scope scope;
@@ -139,7 +145,33 @@ Binder::BoundQuery Binder::BindQuery(const Query& query, const Targets* targets)
   }
   result.sql.insert(0, with);
   common_tables_.resize(tables);
-  return result;
+  return query.joins_texts ? JoinTexts(query, std::move(result)) : std::move(result);
+}
+
+Binder::BoundQuery Binder::JoinTexts(const Query& query, BoundQuery rows) {
+  const OutputColumn& column = rows.columns[0];
+  const bool bare = column.name.empty() || column.name == "text()";
+  if (rows.columns.size() != 1 || !bare || !rows.assigned.empty()) {
+    Refuse(query.at, "FOR XML PATH('') is supported for one column without a name");
+  }
+  if (!column.type.IsText() && !column.type.IsWhole()) {
+    Refuse(query.at, "FOR XML PATH('') is supported for texts and whole numbers");
+  }
+  if (query.xml_value) Refuse(query.at, "'type' is not supported without .value behind it");
+  const Type text = MakeText(TypeKind::kNVarChar, Type::kMax);
+  std::string sql = Convert(MakeBound("x", column.type), text, Mode::kCast, query.at).sql;
+  if (!query.xml_taken) {
+    constexpr std::array<std::array<std::string_view, 2>, 4> kWritten = {
+        {{"'&'", "'&amp;'"}, {"'<'", "'&lt;'"}, {"'>'", "'&gt;'"}, {"char(13)", "'&#x0D;'"}}};
+    for (const auto& [sign, written] : kWritten) {
+      sql = "replace(" + sql + ", " + std::string(sign) + ", " + std::string(written) + ")";
+    }
+  }
+  BoundQuery joined;
+  joined.sql = "SELECT group_concat(" + sql + ", '') FROM (WITH texts(x) AS (" + rows.sql +
+               ") SELECT x FROM texts)";
+  joined.columns.push_back({"", text, true, false});
+  return joined;
 }
 
 Binder::SelectParts Binder::BranchParts(const Query& query, const Branch& branch) {
@@ -376,6 +408,14 @@ void Binder::AssignItems(const Query& query, const vorek::sqlite::Select& select
   }
 }
 
+void Binder::HandRow(const vorek::sqlite::Select& select, SelectParts& parts) {
+  if (scope_->has_aggregate) Refuse(select.at, "A row of aggregates stands for no row of a table");
+  const TableRef& table = select.from[0];
+  const std::string alias = table.alias.empty() ? table.name.Last() : table.alias;
+  parts.items.push_back(MakeBound(QuoteName(alias) + "." + row_id_, Make(TypeKind::kBigInt)));
+  parts.items.back().name = kRowOfTable;
+}
+
 Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::Select& select) {
   SelectParts parts;
   parts.tail = BindFrom(select.from);
@@ -385,6 +425,7 @@ Binder::SelectParts Binder::BindSelect(const Query& query, const vorek::sqlite::
   scope_->takes_aggregates = true;
   std::vector<std::string> assigned;
   BindItems(select, parts, &assigned);
+  if (row_source_ == &select) HandRow(select, parts);
   parts.prefix = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   if (select.distinct) CollateItems(parts.items);
   const bool whole = select.top_percent && select.top->text == "100";

@@ -193,8 +193,8 @@ void Definer::CreateTable(const Statement& statement) {
     if (column.identity && (!column.type.IsExact() || column.type.scale != 0)) {
       Refuse(source_, column.at, "An identity column must be a whole number");
     }
-    if (column.identity && column.increment != 1) {
-      Refuse(source_, column.at, "An identity that doesn't grow by 1 is not supported");
+    if (column.identity && column.increment < 1) {
+      Refuse(source_, column.at, "An identity that doesn't grow is not supported");
     }
     parts += (parts.empty() ? "" : ", ") + ColumnSql(statement, column, table);
   }
@@ -202,7 +202,7 @@ void Definer::CreateTable(const Statement& statement) {
     const std::string sql = ConstraintSql(statement, constraint, table);
     if (!sql.empty()) parts += ", " + sql;
   }
-  schema_.EnsureCatalogue();
+  if (!table.temporary) schema_.EnsureCatalogue();
   Run(db_, "CREATE TABLE " + SchemaOf(table) + QuoteName(table.name) + " (" + parts + ")");
   const ColumnDefinition* row_key = RowKey(statement);
   for (const ColumnDefinition& column : statement.definitions) {
@@ -210,8 +210,10 @@ void Definer::CreateTable(const Statement& statement) {
     if (!is_row_key && column.default_value == nullptr) continue;
     if (column.default_value != nullptr) DefaultValue(*column.default_value, column.type);
     Remember(table, column.name, is_row_key ? TypeName(column.type) : "", column.identity,
-             column.default_source, column.seed);
-    if (column.identity && column.seed != 1) SetSeed(table, column.seed);
+             column.default_source, column.seed, column.increment);
+    if (column.identity && (column.seed != 1 || column.increment != 1)) {
+      SetLast(table, column.seed - column.increment);
+    }
   }
   for (const Constraint& constraint : statement.constraints) {
     if (constraint.kind != Constraint::Kind::kUnique) continue;
@@ -230,13 +232,13 @@ void Definer::CreateTable(const ObjectName& name, const std::vector<OutputColumn
     if (type.IsText() && type.length == 0) type.length = 1;
     parts += (parts.empty() ? "" : ", ") + QuoteName(column.name) + " " + Declaration(type);
   }
-  schema_.EnsureCatalogue();
+  if (!name.IsTemporary()) schema_.EnsureCatalogue();
   Run(db_, std::string("CREATE TABLE ") + (name.IsTemporary() ? "temp." : "main.") +
                QuoteName(name.Last()) + " (" + parts + ")");
   name.IsTemporary() ? schema_.TemporaryChanged() : schema_.Changed();
 }
 
-void Definer::SetSeed(const TableInfo& table, long long seed) {
+void Definer::SetLast(const TableInfo& table, long long last) {
   const std::string sequence = SchemaOf(table) + "sqlite_sequence";
   const PreparedPtr erase = Prepare(db_, "DELETE FROM " + sequence + " WHERE name = ?1");
   BindText(erase.get(), 1, table.name);
@@ -244,14 +246,14 @@ void Definer::SetSeed(const TableInfo& table, long long seed) {
   const PreparedPtr statement =
       Prepare(db_, "INSERT INTO " + sequence + " (name, seq) VALUES (?1, ?2)");
   BindText(statement.get(), 1, table.name);
-  sqlite3_bind_int64(statement.get(), 2, seed - 1);
+  sqlite3_bind_int64(statement.get(), 2, last);
   Step(db_, statement.get());
 }
 
 void Definer::RestartIdentity(const ObjectName& name) {
   const TableInfo& table = NeedTable(name);
   for (const ColumnInfo& column : table.columns) {
-    if (column.identity) SetSeed(table, column.seed);
+    if (column.identity) SetLast(table, column.seed - column.step);
   }
 }
 
@@ -278,23 +280,25 @@ void Definer::AddOneNull(const TableInfo& table, const std::string& index,
 }
 
 void Definer::Remember(const TableInfo& table, const std::string& column, const std::string& type,
-                       bool identity, const std::string& default_source, long long seed) {
+                       bool identity, const std::string& default_source, long long seed,
+                       long long step) {
   if (table.temporary) {
     Run(db_,
         "CREATE TEMP TABLE IF NOT EXISTS vorek_columns (table_name TEXT NOT NULL COLLATE "
         "NOCASE, column_name TEXT NOT NULL COLLATE NOCASE, type TEXT, identity INTEGER, "
-        "default_source TEXT, seed INTEGER, PRIMARY KEY (table_name, column_name))");
+        "default_source TEXT, seed INTEGER, step INTEGER, PRIMARY KEY (table_name, column_name))");
   }
   const PreparedPtr statement =
       Prepare(db_, "INSERT OR REPLACE INTO " + SchemaOf(table) +
                        "vorek_columns (table_name, column_name, type, identity, default_source, "
-                       "seed) VALUES (?1, ?2, nullif(?3, ''), ?4, nullif(?5, ''), ?6)");
+                       "seed, step) VALUES (?1, ?2, nullif(?3, ''), ?4, nullif(?5, ''), ?6, ?7)");
   BindText(statement.get(), 1, table.name);
   BindText(statement.get(), 2, column);
   BindText(statement.get(), 3, type);
   sqlite3_bind_int(statement.get(), 4, identity ? 1 : 0);
   BindText(statement.get(), 5, default_source);
   sqlite3_bind_int64(statement.get(), 6, seed);
+  sqlite3_bind_int64(statement.get(), 7, step);
   Step(db_, statement.get());
 }
 
@@ -414,7 +418,8 @@ void Definer::DropModule(const Statement& statement) {
   names.insert(names.end(), statement.columns.begin(), statement.columns.end());
   for (const std::string& name : names) {
     const ModuleInfo* module = schema_.FindModule(name);
-    const bool function = statement.word == "FN" && module != nullptr && module->kind == "IF";
+    const bool function = statement.word == "FN" && module != nullptr &&
+                          (module->kind == "IF" || module->kind == "TF");
     if (module == nullptr || (module->kind != statement.word && !function)) {
       if (statement.if_exists) continue;
       throw Error(ErrorNumber::kMissingObject, "Cannot drop '" + name +

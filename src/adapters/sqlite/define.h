@@ -48,10 +48,12 @@ class Definer {
   const ColumnDefinition* RowKey(const Statement& statement) const;
   TableInfo Shape(const Statement& statement) const;
   void Remember(const TableInfo& table, const std::string& column, const std::string& type,
-                bool identity, const std::string& default_source, long long seed = 1);
+                bool identity, const std::string& default_source, long long seed = 1,
+                long long step = 1);
   // What is kept of one column, or of all.
   void Forget(const TableInfo& table, const std::string& column = "");
-  void SetSeed(const TableInfo& table, long long seed);
+  // The identity's number before the next.
+  void SetLast(const TableInfo& table, long long last);
   // A unique index takes one NULL, where SQLite's takes any number.
   void AddOneNull(const TableInfo& table, const std::string& index,
                   const std::vector<std::string>& columns, const std::string& condition);

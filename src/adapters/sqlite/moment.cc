@@ -384,7 +384,8 @@ std::string StoredMoment(Moment moment, std::string_view kind) {
   if (kind == "date") return Pattern(moment, "y-m-d");
   if (kind == "time") return Pattern(moment, "H:i:s.f");
   if (kind == "smalldatetime") {
-    moment.millisecond = (moment.millisecond + 30000) / 60000 * 60000;
+    // 29.998 seconds go down, 29.999 go up: they are half a minute in 300ths of a second.
+    moment.millisecond = (moment.millisecond + 30001) / 60000 * 60000;
   } else if (kind == "datetime") {
     // Kept in 300ths of a second.
     const std::int64_t ticks = (moment.millisecond * 3 + 5) / 10;

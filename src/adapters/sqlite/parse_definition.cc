@@ -139,9 +139,10 @@ void Parser::ColumnOptions(ColumnDefinition& column, Statement& table) {
       column.identity = true;
       column.nullable = false;
       if (!TakeSymbol("(")) continue;
-      column.seed = TypeNumber();
+      if (AtWord("max")) RefuseHere();
+      column.seed = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
       NeedSymbol(",");
-      column.increment = TypeNumber();
+      column.increment = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
       NeedSymbol(")");
     } else if (!ColumnConstraint(column, table)) {
       return;
@@ -363,9 +364,10 @@ void Parser::FunctionBody(Statement& function) {
   function.parameters = Parameters();
   NeedSymbol(")");
   NeedWord("returns");
-  if (Peek().kind == TokenKind::kVariable) RefuseWord(Peek(1));
-  const bool table = TakeWord("table");
-  if (!table) function.returns = TypeWords();
+  const bool fills = Peek().kind == TokenKind::kVariable;
+  StatementPtr filled = fills ? ReturnTable(function) : nullptr;
+  const bool table = !fills && TakeWord("table");
+  if (!table && !fills) function.returns = TypeWords();
   if (TakeWord("with")) {
     do {
       while (AtName() || AtWord("null") || AtWord("on")) Take();
@@ -381,25 +383,43 @@ void Parser::FunctionBody(Statement& function) {
   }
   if (!AtWord("begin")) RefuseHere();
   function.body.push_back(ParseStatement());
-  RefuseEffects(*function.body[0]);
+  RefuseEffects(*function.body[0], fills);
+  if (fills) function.body.push_back(std::move(filled));
 }
 
-void Parser::RefuseEffects(const Statement& statement) const {
+StatementPtr Parser::ReturnTable(Statement& function) {
+  function.word = "TF";
+  StatementPtr table = NewStatement(StatementKind::kCreateTable);
+  table->variable = Take().value;
+  NeedWord("table");
+  NeedSymbol("(");
+  TableParts(*table);
+  NeedSymbol(")");
+  for (const ColumnDefinition& column : table->definitions) {
+    if (column.computed == nullptr) continue;
+    Refuse(source_, column.at, "A computed column in a function's table is not supported");
+  }
+  return table;
+}
+
+void Parser::RefuseEffects(const Statement& statement, bool fills_table) const {
   // A function computes: whatever reads it must not change anything by that.
   switch (statement.kind) {
     case StatementKind::kDeclare:
-      if (!statement.body.empty()) {
-        Refuse(source_, statement.at, "A table variable in a function is not supported");
+      if (!statement.body.empty() && !fills_table) {
+        Refuse(source_, statement.at, "A table variable in a scalar function is not supported");
       }
       return;
     case StatementKind::kSet:
     case StatementKind::kReturn:
     case StatementKind::kBreak:
     case StatementKind::kContinue:
+    case StatementKind::kLabel:
+    case StatementKind::kGoto:
     case StatementKind::kIf:
     case StatementKind::kWhile:
     case StatementKind::kBlock:
-      for (const StatementPtr& inner : statement.body) RefuseEffects(*inner);
+      for (const StatementPtr& inner : statement.body) RefuseEffects(*inner, fills_table);
       return;
     case StatementKind::kSelect: {
       const Select* select = statement.query->branches[0].select.get();
@@ -409,6 +429,11 @@ void Parser::RefuseEffects(const Statement& statement) const {
       Refuse(source_, statement.at,
              "Select statements within a function cannot return data to a client");
     }
+    case StatementKind::kInsert:
+    case StatementKind::kUpdate:
+    case StatementKind::kDelete:
+      if (fills_table && statement.name.IsVariable() && statement.body.empty()) return;
+      [[fallthrough]];
     default:
       Refuse(source_, statement.at, "A function may not change anything nor call a procedure");
   }

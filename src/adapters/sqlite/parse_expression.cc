@@ -244,7 +244,7 @@ ExprPtr Parser::Bracketed() {
     ExprPtr expr = New(ExprKind::kSubquery, at);
     expr->query = ParseQuery();
     NeedSymbol(")");
-    return expr;
+    return XmlValue(std::move(expr));
   }
   ExprPtr expr = Expression();
   NeedSymbol(")");

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -418,7 +419,42 @@ void Parser::OrderAndPaging(Query& query) {
       NeedWord("only");
     }
   }
-  if (AtWord("for") && (Peek(1).IsWord("xml") || Peek(1).IsWord("json"))) RefuseWord(Peek(1));
+  if (AtWord("for") && (Peek(1).IsWord("xml") || Peek(1).IsWord("json"))) ForXml(query);
+}
+
+void Parser::ForXml(Query& query) {
+  query.joins_texts = TakeWords({"for", "xml", "path"}) && TakeSymbol("(") &&
+                      Peek().kind == TokenKind::kText && Take().value.empty() && TakeSymbol(")");
+  if (!query.joins_texts)
+    RefuseHere("FOR XML and JSON are not supported, but for FOR XML PATH('')");
+  if (!TakeSymbol(",")) return;
+  query.xml_value = TakeWord("type");
+  if (!query.xml_value) RefuseWord(Peek());
+}
+
+ExprPtr Parser::XmlValue(ExprPtr subquery) {
+  // (select .. for xml path(''), type).value('.', 'nvarchar(max)')
+  if (!subquery->query->xml_value) return subquery;
+  constexpr std::array<std::string_view, 5> kWhole = {".", "text()[1]", "./text()[1]",
+                                                      "(./text())[1]", "(text())[1]"};
+  NeedSymbol(".");
+  NeedWord("value");
+  NeedSymbol("(");
+  const std::string path = Peek().kind == TokenKind::kText ? Take().value : "";
+  NeedSymbol(",");
+  const std::string type = Peek().kind == TokenKind::kText ? LowerWord(Take().value) : "";
+  NeedSymbol(")");
+  const bool known = std::find(kWhole.begin(), kWhole.end(), path) != kWhole.end() &&
+                     (type == "nvarchar(max)" || type == "varchar(max)");
+  if (!known)
+    Refuse(source_, subquery->at, "Only .value('.', 'nvarchar(max)') is supported of XML");
+  subquery->query->xml_value = false;
+  ExprPtr cast = New(ExprKind::kCast, subquery->at);
+  cast->text = "cast";
+  cast->type = MakeText(type[0] == 'n' ? TypeKind::kNVarChar : TypeKind::kVarChar, Type::kMax);
+  subquery->query->xml_taken = true;
+  Adopt(*cast, std::move(subquery));
+  return cast;
 }
 
 void Parser::Option() {

@@ -76,6 +76,8 @@ StatementPtr Parser::StatementByWord() {
   const auto* rule = std::find_if(kRules.begin(), kRules.end(),
                                   [&](const auto& row) { return AtWord(row.first); });
   if (rule != kRules.end()) return (this->*rule->second)();
+  if (TakeWord("goto")) return Labelled(StatementKind::kGoto);
+  if (AtLabel()) return Labelled(StatementKind::kLabel);
   // "spName 1, 2" at the head of a text calls a procedure.
   if (at_ == 0 && AtName()) return Execute();
   if (Peek().kind == TokenKind::kName && IsReserved(Peek().value)) RefuseWord(Peek());
@@ -396,6 +398,32 @@ StatementPtr Parser::Block() {
   }
   Take();
   return block;
+}
+
+StatementPtr Parser::Labelled(StatementKind kind) {
+  StatementPtr statement = NewStatement(kind);
+  const bool label = kind == StatementKind::kLabel;
+  statement->word = LowerWord(label ? Take().value : Name());
+  if (label) NeedSymbol(":");
+  return statement;
+}
+
+void Parser::CheckLabels(const std::vector<StatementPtr>& statements,
+                         std::set<std::string> labels) const {
+  for (const StatementPtr& statement : statements) {
+    if (statement->kind != StatementKind::kLabel || labels.insert(statement->word).second) continue;
+    Refuse(source_, statement->at,
+           "The label '" + statement->word + "' is declared more than once");
+  }
+  for (const StatementPtr& statement : statements) {
+    const bool leads =
+        statement->kind != StatementKind::kGoto || labels.count(statement->word) != 0;
+    if (!leads) {
+      Refuse(source_, statement->at,
+             "The label '" + statement->word + "' of GOTO isn't declared in a block around it");
+    }
+    CheckLabels(statement->body, labels);
+  }
 }
 
 StatementPtr Parser::Return() {

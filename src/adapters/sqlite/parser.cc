@@ -58,6 +58,7 @@ std::shared_ptr<Batch> Parser::ParseBatch() {
   for (SkipStatementEnd(); Peek().kind != TokenKind::kEnd; SkipStatementEnd()) {
     batch->statements.push_back(ParseStatement());
   }
+  CheckLabels(batch->statements, {});
   return batch;
 }
 
@@ -128,8 +129,10 @@ void Parser::RefuseWord(const Token& token) const {
 
 bool Parser::AtName() const {
   return Peek().kind == TokenKind::kQuotedName ||
-         (Peek().kind == TokenKind::kName && !IsReserved(Peek().value));
+         (Peek().kind == TokenKind::kName && !IsReserved(Peek().value) && !AtLabel());
 }
+
+bool Parser::AtLabel() const { return Peek().kind == TokenKind::kName && Peek(1).Is(":"); }
 
 std::string Parser::Name() {
   if (!AtName()) RefuseHere();

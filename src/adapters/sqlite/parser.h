@@ -3,6 +3,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,7 @@ class Parser {
   [[noreturn]] void RefuseHere(const std::string& message) const;
   [[noreturn]] void RefuseWord(const Token& token) const;  // a word that isn't translated
   bool AtName() const;  // a quoted name or a word that isn't reserved
+  bool AtLabel() const;
   std::string Name();
   std::string Collation();
   std::string AliasName();  // a name or a text
@@ -118,6 +120,8 @@ class Parser {
   void Hints();
   std::vector<OrderItem> OrderList();
   void OrderAndPaging(Query& query);
+  void ForXml(Query& query);
+  ExprPtr XmlValue(ExprPtr subquery);
   void Option();
 
   // Statements (parse_statement.cc).
@@ -144,6 +148,9 @@ class Parser {
   StatementPtr Raise();
   StatementPtr Transaction();
   StatementPtr Simple(StatementKind kind);
+  StatementPtr Labelled(StatementKind kind);
+  // A GOTO leads to a label beside it or beside a statement that it stands in.
+  void CheckLabels(const std::vector<StatementPtr>& statements, std::set<std::string> labels) const;
   Argument ExecuteArgument();
   Assignment ParseAssignment();
   void SkipStatementEnd();
@@ -159,7 +166,8 @@ class Parser {
   void ViewBody(Statement& view);
   void ProcedureBody(Statement& procedure);
   void FunctionBody(Statement& function);
-  void RefuseEffects(const Statement& statement) const;
+  StatementPtr ReturnTable(Statement& function);
+  void RefuseEffects(const Statement& statement, bool fills_table) const;
   StatementPtr AlterTable();
   void TableParts(Statement& table);
   ColumnDefinition Column();

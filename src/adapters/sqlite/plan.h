@@ -23,6 +23,7 @@ struct Compiled {
 struct Plan {
   std::map<int, std::shared_ptr<Compiled>> pieces;
   const Statement* cursor = nullptr;  // whose columns a FETCH was translated for
+  int number = 0;                     // of the statement, once it has been run
 };
 
 }  // namespace vorek::sqlite

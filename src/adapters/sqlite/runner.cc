@@ -56,6 +56,8 @@ bool OnlyReads(const std::vector<StatementPtr>& statements) {
       case StatementKind::kReturn:
       case StatementKind::kBreak:
       case StatementKind::kContinue:
+      case StatementKind::kLabel:
+      case StatementKind::kGoto:
       case StatementKind::kNote:
       case StatementKind::kNothing:
       case StatementKind::kIf:
@@ -120,6 +122,7 @@ Runner::Frame Runner::NewFrame(const SourceText& source, bool is_module) const {
               {},
               is_module,
               "",
+              "",
               schema_.CurrentSession(),
               is_module ? frame_ : nullptr};
   return frame;
@@ -127,11 +130,17 @@ Runner::Frame Runner::NewFrame(const SourceText& source, bool is_module) const {
 
 Runner::Flow Runner::RunAll(std::vector<StatementPtr>& statements, Frame& frame) {
   frame_ = &frame;
-  for (StatementPtr& statement : statements) {
+  for (std::size_t i = 0; i < statements.size(); ++i) {
     checkpoint_(0);
-    const Flow flow = RunOne(*statement, frame);
+    const Flow flow = RunOne(*statements[i], frame);
     frame_ = &frame;
-    if (flow != Flow::kNext) return flow;
+    if (flow == Flow::kNext) continue;
+    if (flow != Flow::kGoto) return flow;
+    const auto label = std::find_if(statements.begin(), statements.end(), [&](const auto& other) {
+      return other->kind == StatementKind::kLabel && other->word == frame.label;
+    });
+    if (label == statements.end()) return flow;
+    i = static_cast<std::size_t>(label - statements.begin());
   }
   return Flow::kNext;
 }
@@ -152,8 +161,8 @@ Runner::Flow Runner::RunOne(Statement& statement, Frame& frame) {
     if (!std::exchange(passing_, true)) failed_ = FailureOf(error, statement, frame);
     last_error_ = failed_.number;
     const bool ends_statement = raised_ ? !raised_->ends_batch : EndsStatementOnly(last_error_);
-    const bool goes_on = ends_statement && tries_ == 0 && functions_ == 0 && !tell_lines_ &&
-                         !schema_.CurrentSession().ends_transactions;
+    const bool goes_on = ends_statement && tries_ == 0 && functions_ == 0 && filling_.empty() &&
+                         !tell_lines_ && !schema_.CurrentSession().ends_transactions;
     const std::string line = " (line " + std::to_string(LineOf(frame.source, statement.at)) + ")";
     const Error named(error.Number(), error.Description() + (outermost && !told ? line : ""));
     if (!goes_on) throw Error(named);
@@ -205,6 +214,9 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
       return Flow::kBreak;
     case StatementKind::kContinue:
       return Flow::kContinue;
+    case StatementKind::kGoto:
+      frame.label = statement.word;
+      return Flow::kGoto;
     case StatementKind::kExecute:
       RunExecute(statement, frame);
       break;
@@ -240,6 +252,7 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
       RunTransaction(statement);
       break;
     case StatementKind::kNothing:
+    case StatementKind::kLabel:
       break;
     default:
       RunDefinition(statement, frame);
@@ -252,7 +265,7 @@ Runner::Flow Runner::RunWhile(Statement& statement, Frame& frame) {
     checkpoint_(0);
     const Flow flow = RunOne(*statement.body[0], frame);
     if (flow == Flow::kBreak) break;
-    if (flow == Flow::kReturn) return flow;
+    if (flow == Flow::kReturn || flow == Flow::kGoto) return flow;
   }
   return Flow::kNext;
 }
@@ -265,9 +278,12 @@ Compiled& Runner::Compile(Statement& statement, int piece, Frame& frame,
       (!kept->translation.temporary || kept->temporary_stamp == schema_.TemporaryStamp());
   if (fits) return *kept;
   Binder binder(schema_, frame.types, frame.source);
+  if (statement.plan->number == 0) statement.plan->number = ++statements_;
+  binder.SetPlace(std::to_string(statement.plan->number) + "." + std::to_string(piece));
   auto compiled = std::make_shared<Compiled>();
   untranslated_ = &frame;
   compiled->translation = translate(binder);
+  MakeFilled(compiled->translation, frame);
   compiled->prepared = Prepare(db_, compiled->translation.sql);
   untranslated_ = nullptr;
   compiled->stamp = schema_.Stamp();
@@ -299,11 +315,17 @@ Cell Runner::SystemValue(const std::string& name, const Frame& frame) const {
 }
 
 void Runner::BindAll(Compiled& compiled, const Frame& frame) {
+  for (const Filled& filled : compiled.translation.filled) Fill(filled, frame);
+  BindParameters(compiled.prepared.get(), compiled.translation, frame);
+}
+
+void Runner::BindParameters(sqlite3_stmt* prepared, const Translation& translation,
+                            const Frame& frame) {
   int index = 0;
-  for (const std::string& name : compiled.translation.parameters) {
+  for (const std::string& name : translation.parameters) {
     const bool system = name.rfind("@@", 0) == 0;
     const auto found = frame.values.find(name);
-    BindCell(compiled.prepared.get(), ++index,
+    BindCell(prepared, ++index,
              system || found == frame.values.end() ? (system ? SystemValue(name, frame) : Cell{})
                                                    : found->second);
   }

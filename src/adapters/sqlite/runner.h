@@ -35,7 +35,7 @@ class Runner {
   void Assign(const std::string& variable, Cell value);
 
  private:
-  enum class Flow { kNext, kBreak, kContinue, kReturn };
+  enum class Flow { kNext, kBreak, kContinue, kReturn, kGoto };
 
   // One running batch or module: its variables and what it made.
   struct Frame {
@@ -47,7 +47,8 @@ class Runner {
     Cell identity;  // SCOPE_IDENTITY()
     bool is_module = false;
     std::string procedure;
-    Session session;  // as it was before the module
+    std::string label;  // that a GOTO is on its way to
+    Session session;    // as it was before the module
     const Frame* caller = nullptr;
   };
   // Rows taken aside: a procedure's for INSERT ... EXEC, or a cursor's.
@@ -61,6 +62,22 @@ class Runner {
     bool open = false;
     std::size_t next = 0;
     Sink rows;
+  };
+
+  // A function that fills a table, while it runs: nothing of it is left to the statement.
+  class Filling {
+   public:
+    Filling(Runner& runner, const std::string& function, const Frame& frame);
+    ~Filling();
+    Filling(const Filling&) = delete;
+    Filling& operator=(const Filling&) = delete;
+
+   private:
+    Runner& runner_;
+    const Frame& frame_;
+    std::string key_;
+    std::int64_t row_count_;
+    int last_error_;
   };
 
   Flow RunAll(std::vector<StatementPtr>& statements, Frame& frame);
@@ -109,7 +126,12 @@ class Runner {
 
   using Translate = std::function<Translation(Binder&)>;
   Compiled& Compile(Statement& statement, int piece, Frame& frame, const Translate& translate);
+  // Binds the variables, and runs the functions whose rows the statement reads.
   void BindAll(Compiled& compiled, const Frame& frame);
+  void BindParameters(sqlite3_stmt* prepared, const Translation& translation, const Frame& frame);
+  void MakeFilled(const Translation& translation, Frame& frame);
+  void Fill(const Filled& filled, const Frame& frame);
+  void RunFilling(const Filled& filled, Statement& definition, Frame& frame);
   Cell SystemValue(const std::string& name, const Frame& frame) const;
 
   sqlite3* db_;
@@ -128,7 +150,9 @@ class Runner {
   bool passing_ = false;         // it is on its way out
   int last_error_ = 0;
   int tries_ = 0;
-  int functions_ = 0;  // that run
+  int functions_ = 0;              // that run
+  std::set<std::string> filling_;  // functions whose tables are being filled
+  int statements_ = 0;             // that have a number
   ExecuteOptions options_;
   bool collect_ = true;  // the first row set is still to come
   std::function<void(std::size_t)> checkpoint_;

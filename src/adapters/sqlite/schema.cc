@@ -245,10 +245,13 @@ void Schema::OverlayColumns(TableInfo& table) {
                                     : HasTable(db_, "vorek_columns");
   if (!kept) return;
   const std::string schema = table.temporary ? "temp" : "main";
+  const auto number = [&](const char* column) {
+    return HasColumn(db_, schema, "vorek_columns", column) ? column : "1";
+  };
   const PreparedPtr statement =
       Prepare(db_, std::string("SELECT column_name, type, identity, default_source, ") +
-                       (HasColumn(db_, schema, "vorek_columns", "seed") ? "seed" : "1") + " FROM " +
-                       schema + ".vorek_columns WHERE table_name = ?1 COLLATE NOCASE");
+                       number("seed") + ", " + number("step") + " FROM " + schema +
+                       ".vorek_columns WHERE table_name = ?1 COLLATE NOCASE");
   BindText(statement.get(), 1, table.name);
   while (Step(db_, statement.get())) {
     const std::string name = ColumnText(statement.get(), 0);
@@ -262,6 +265,7 @@ void Schema::OverlayColumns(TableInfo& table) {
     column->identity = sqlite3_column_int(statement.get(), 2) != 0;
     column->default_source = ColumnText(statement.get(), 3);
     column->seed = sqlite3_column_int64(statement.get(), 4);
+    column->step = sqlite3_column_int64(statement.get(), 5);
   }
 }
 
@@ -386,9 +390,13 @@ void Schema::FillColumns(const ObjectRow& object) {
 }
 
 void Schema::EnsureCatalogue() {
-  const bool old =
-      HasTable(db_, "vorek_columns") && !HasColumn(db_, "main", "vorek_columns", "seed");
-  if (old) Run(db_, "ALTER TABLE main.vorek_columns ADD COLUMN seed INTEGER DEFAULT 1");
+  for (const char* column : {"seed", "step"}) {
+    const bool old =
+        HasTable(db_, "vorek_columns") && !HasColumn(db_, "main", "vorek_columns", column);
+    if (!old) continue;
+    Run(db_,
+        std::string("ALTER TABLE main.vorek_columns ADD COLUMN ") + column + " INTEGER DEFAULT 1");
+  }
   if (HasTable(db_, "vorek_objects")) return;
   Run(db_,
       "CREATE TABLE main.vorek_objects (name TEXT NOT NULL COLLATE VOREK PRIMARY KEY, kind "
@@ -396,8 +404,8 @@ void Schema::EnsureCatalogue() {
   Run(db_,
       "CREATE TABLE main.vorek_columns (table_name TEXT NOT NULL COLLATE NOCASE, "
       "column_name TEXT NOT NULL COLLATE NOCASE, type TEXT, identity INTEGER NOT NULL "
-      "DEFAULT 0, default_source TEXT, seed INTEGER DEFAULT 1, PRIMARY KEY (table_name, "
-      "column_name))");
+      "DEFAULT 0, default_source TEXT, seed INTEGER DEFAULT 1, step INTEGER DEFAULT 1, "
+      "PRIMARY KEY (table_name, column_name))");
 }
 
 }  // namespace vorek::sqlite

@@ -22,9 +22,13 @@ struct ColumnInfo {
   bool collated = false;  // SQLite compares it by the collation VOREK without being told
   bool identity = false;
   bool computed = false;
-  bool row_key = false;        // SQLite keeps it as the row number
-  long long seed = 1;          // of an identity
+  bool row_key = false;  // SQLite keeps it as the row number
+  long long seed = 1;    // of an identity
+  long long step = 1;
   std::string default_source;  // in the dialect's words, or empty
+
+  // SQLite's own count goes from 1 by 1.
+  bool CountsApart() const { return identity && (step != 1 || seed < 1); }
 };
 
 struct TableInfo {
@@ -39,7 +43,7 @@ struct TableInfo {
 // A view, procedure or function kept in the database in its own words.
 struct ModuleInfo {
   std::string name;
-  std::string kind;  // "V", "P", "FN"
+  std::string kind;  // "V", "P", "FN", "IF", "TF"
   std::string source;
   std::shared_ptr<Batch> batch;  // read from the source; one statement
 

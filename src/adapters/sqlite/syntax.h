@@ -154,6 +154,9 @@ struct Query {
   std::vector<OrderItem> order;
   ExprPtr offset;
   ExprPtr fetch;
+  bool joins_texts = false;  // FOR XML PATH(''): all texts of the one column in a row
+  bool xml_value = false;    // ", TYPE": its .value('.', ..) must stand behind it
+  bool xml_taken = false;    // and does: nothing is written as &amp;
 };
 
 struct ColumnDefinition {
@@ -220,6 +223,8 @@ enum class StatementKind {
   kReturn,
   kBreak,
   kContinue,
+  kLabel,  // word
+  kGoto,   // word: the label
   kExecute,
   kExecuteText,  // EXEC ('text')
   kPrint,
@@ -271,7 +276,7 @@ struct Statement {
   std::vector<ColumnDefinition> definitions;
   std::vector<Constraint> constraints;
   std::vector<std::string> view_columns;
-  std::string word;  // a module's kind: "V", "P", "FN", "IF"; what ALTER does
+  std::string word;  // a module's kind: "V", "P", "FN", "IF", "TF"; what ALTER does
   Type returns;      // of a function
   bool unique = false;
   bool or_alter = false;
