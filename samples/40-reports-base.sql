@@ -65,3 +65,4 @@ insert into tblVorekReportGroup (FromID, ToID, Title) values
   (500, 599, N'كاركرد كارمندان'),
   (900, 999, N'حالتهاي ويژه'),
   (2800, 2999, N'دفترها و ترازها')
+GO

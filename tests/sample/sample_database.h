@@ -23,7 +23,7 @@ class SampleDatabase {
     folder_ = folder;
     std::set<std::filesystem::path> scripts;
     for (const auto& entry : std::filesystem::directory_iterator("samples")) {
-      scripts.insert(entry.path());
+      if (entry.path().extension() == ".sql") scripts.insert(entry.path());
     }
     const auto connection = SqliteProvider()->Connect(ConnectionString() + ";Mode=Create");
     for (const auto& script : scripts) {
