@@ -16,7 +16,7 @@ enum class ReportAction {
   kWorkbook,       // export, through a template where there is one
   kQuickWorkbook,  // by the clipboard
   kAccess,         // export
-  kPrint,
+  kPrint,          // the grid as it is shown
   kCopyPlain,
   kCopyWithHeaders,
 };

@@ -183,8 +183,9 @@ void ReportTab::Do(ReportAction action) {
       return widget_->ShowColumnChooser();
     case ReportAction::kText:
       return widget_->Do([&menu] { menu.mnuSendToTextFile.Click(); });
-    case ReportAction::kWorkbook:
     case ReportAction::kPrint:
+      return widget_->PrintGrid();
+    case ReportAction::kWorkbook:
       return widget_->Do([&menu] { menu.mnuSendToOfficeExcel.Click(); });
     case ReportAction::kQuickWorkbook:
       return widget_->Do([&menu] { menu.mnuSendToOfficeExcellFast.Click(); });

@@ -1,16 +1,17 @@
 #include <QGuiApplication>
-#include <QTemporaryDir>
 #include <algorithm>
 #include <iostream>
 #include <memory>
 #include <utility>
 
 #include "command.h"
+#include "engine/grid_heading.h"
 #include "export/attachment.h"
 #include "export/crystal_print.h"
 #include "messages/persian_reason.h"
-#include "platform/files.h"
+#include "print/grid_print.h"
 #include "print/grid_template.h"
+#include "print/print_output.h"
 #include "shown_report.h"
 #include "vorek/qt.h"
 #include "vorek/system.h"
@@ -22,6 +23,11 @@ namespace {
 struct PrintOptions {
   ReportOptions report;
   std::string with_template;
+  bool grid = false;
+  bool landscape = false;
+  bool portrait = false;
+  bool all_wide = false;
+  double margin = print::PageSetup().margin;
   std::string to;
 };
 
@@ -29,14 +35,6 @@ std::string GridTemplate(ShownReport& shown) {
   ReportContext context = shown.Control().Context();
   return print::WriteTemplate(print::TemplateForGrid(context));
 }
-
-// A template in a folder of its own, as long as it is needed.
-struct ListFile {
-  explicit ListFile(const std::string& text) { MachineFiles()->WritePrivate(path, text); }
-
-  const QTemporaryDir folder;
-  const std::string path = folder.filePath("list.xml").toStdString();
-};
 
 // What Qt says of its surroundings is nothing to the user of a command.
 void PassOver(QtMsgType, const QMessageLogContext&, const QString&) {}
@@ -48,14 +46,29 @@ std::string TemplateFile(ReportContext& report, const std::string& given) {
                          static_cast<std::int16_t>(std::min(std::stoi(given), 32767)));
 }
 
-void PrintShown(ShownReport& shown, const std::string& with_template) {
+print::PageSetup PaperOf(const PrintOptions& options, print::PageSetup paper) {
+  if (options.landscape || options.portrait) paper.landscape = options.landscape;
+  paper.fit_width = !options.all_wide;
+  paper.margin = options.margin;
+  return paper;
+}
+
+// The grid as it is shown.
+void PrintGrid(ReportContext& report, const PrintOptions& options, print::PrintOutput& output) {
+  const Grid& grid = report.ActiveGrid();
+  const print::PrintedColumns columns(ColumnView(grid), grid);
+  const print::PageSetup paper = PaperOf(options, print::PaperFor(grid, columns));
+  const auto pages = std::make_shared<print::GridPrint>(report, columns, HeadingOf(report), paper);
+  output.Show(pages, report.state.Title);
+}
+
+void PrintShown(ShownReport& shown, const PrintOptions& options, print::PrintOutput& output) {
   ReportContext context = shown.Control().Context();
-  if (!with_template.empty()) {
-    PrintCrystal(context, TemplateFile(context, with_template));
-    return;
+  if (options.with_template.empty()) {
+    PrintGrid(context, options, output);
+  } else {
+    PrintCrystal(context, TemplateFile(context, options.with_template));
   }
-  const ListFile list(GridTemplate(shown));
-  PrintList(context, list.path);
 }
 
 // Fonts need an application, and no screen.
@@ -67,11 +80,11 @@ void Print(const PrintOptions& options) {
   char* arguments[] = {name, nullptr};
   const QGuiApplication application(count, arguments);
   WorldOptions with = ConsoleWorld();
-  with.print_jobs =
-      PrintsThroughTemplates(with, PugiXmlReader(), PdfFile(QString::fromStdString(options.to)));
+  const auto output = PdfFile(QString::fromStdString(options.to));
+  with.print_jobs = PrintsThroughTemplates(with, PugiXmlReader(), output);
   ShownReport shown(options.report, nullptr, std::move(with));
   try {
-    PrintShown(shown, options.with_template);
+    PrintShown(shown, options, *output);
   } catch (const Error& error) {
     shown.Refuse(PersianReason(error.Description()));
   }
@@ -82,15 +95,36 @@ void WriteTemplateOf(const PrintOptions& options) {
   std::cout << GridTemplate(shown);
 }
 
+void AddPaperOptions(CLI::App& command, PrintOptions& options, CLI::Option& with_template) {
+  CLI::Option* const landscape =
+      command
+          .add_flag("--landscape", options.landscape,
+                    "the paper on its long side; without a word, where the columns need it")
+          ->excludes(&with_template);
+  command.add_flag("--portrait", options.portrait, "the paper upright")
+      ->excludes(&with_template)
+      ->excludes(landscape);
+  command
+      .add_flag("--all-wide", options.all_wide,
+                "columns as wide as they are shown, on as many sheets side by side as they need")
+      ->excludes(&with_template);
+  command.add_option("--margin", options.margin, "of the paper, in millimetres")
+      ->check(CLI::Range(0.0, 60.0))
+      ->excludes(&with_template);
+}
+
 }  // namespace
 
 void AddPrintCommand(CLI::App& app) {
   auto options = std::make_shared<PrintOptions>();
   CLI::App* const command = app.add_subcommand("print", "Print a report to a PDF");
   AddReportOptions(*command, options->report);
-  command->add_option("--template", options->with_template,
-                      "a print template: a file, or the number of one stored with the report; a "
-                      "plain list without one");
+  CLI::Option* const with_template =
+      command->add_option("--template", options->with_template,
+                          "a print template: a file, or the number of one stored with the report");
+  command->add_flag("--grid", options->grid, "the grid as it is shown; so it is without --template")
+      ->excludes(with_template);
+  AddPaperOptions(*command, *options, *with_template);
   command->add_option("--to", options->to, "the PDF")->required();
   command->callback([options] { Print(*options); });
   auto made = std::make_shared<PrintOptions>();

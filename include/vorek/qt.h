@@ -69,6 +69,11 @@ class VorekReportWidget : public QWidget {
   // SaveColumns didn't make changes nothing.
   QByteArray SaveColumns() const;
   void RestoreColumns(const QByteArray& kept);
+
+  // Opens a preview of the grid as it is shown, from which it is printed or kept as a PDF; no other
+  // window takes input meanwhile, and it closes when the rows change. An error goes to Failed.
+  void PrintGrid();
+
   // Opens the box that looks for a text in all columns of the grid on view.
   void ShowFindBar();
 

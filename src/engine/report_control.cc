@@ -194,6 +194,7 @@ void ReportControl::LoadReport(std::int32_t id) {
   state.LastParameterString.clear();
   state.ListOfParameters.clear();
   state.ListOfVisualParameters.clear();
+  state.ConfirmedValues.clear();
   state.Filter.clear();
   if (std::exchange(drawn_report_, id) != id) SetDrawnWidths({}, {});
   flxTranspose.SetVisible(false);
@@ -356,24 +357,23 @@ void ReportControl::CloseWindows() {
   for (const auto& window : windows_) window->Unload();
 }
 
-void ReportControl::TakeSearch(const std::string& query, const std::string& visual,
-                               const std::string& list) {
+void ReportControl::TakeSearch(const std::string& query, const VorekParameters& form) {
   state.RememberedSearchRow = Context().ActiveGrid().Row();
   state.QueryText = query;
   state.AnswersPut = true;
-  state.ListOfVisualParameters = text::Trim(visual);
-  state.ListOfParameters = text::Trim(list);
+  state.ListOfVisualParameters = text::Trim(form.ListOfVisualParameters);
+  state.ListOfParameters = text::Trim(form.ListOfParameters);
+  state.ConfirmedValues = form.ConfirmedValues();
 }
 
 void ReportControl::SearchFromPanel(const std::string& query) {
-  TakeSearch(query, VorekParameters1.ListOfVisualParameters, VorekParameters1.ListOfParameters);
+  TakeSearch(query, VorekParameters1);
   Refresh(false, "", "");
   IgnoreErrors([&] { RestoreRow(Context().ActiveGrid(), state.RememberedSearchRow); });
 }
 
 void ReportControl::SearchFromDialog(const std::string& query) {
-  const VorekParameters& panel = aFormAskUser->VorekParameters1;
-  TakeSearch(query, panel.ListOfVisualParameters, panel.ListOfParameters);
+  TakeSearch(query, aFormAskUser->VorekParameters1);
   // Without the menu a run is under way below the dialog and goes on by itself.
   if (state.AskFormFromMenu) Refresh(false, "", "");
   IgnoreErrors([&] { RestoreRow(Context().ActiveGrid(), state.RememberedSearchRow); });

@@ -132,7 +132,7 @@ class ReportControl : public Frame {
   void DropReport();
   void EndView();
   void ClearGrids();
-  void TakeSearch(const std::string& query, const std::string& visual, const std::string& list);
+  void TakeSearch(const std::string& query, const VorekParameters& form);
 
   void ApplyWidths();
 

@@ -39,6 +39,9 @@ class VorekParameters : public Frame {
   bool CallByReport = false;
   std::int32_t PeriodID = -1;
 
+  // The values of the last confirmation as a person reads them, "" before there was one.
+  const std::string& ConfirmedValues() const { return values_; }
+
   // Builds the form for new_width twips. True if the query has parameters and the form stands; a
   // marker without a parameter is told to the user. Throws what the database throws.
   bool View(std::int32_t inReportID, std::string& roughSQL, std::int32_t new_width);

@@ -31,7 +31,9 @@ std::string Formed(const std::string& text, Form form) {
 }  // namespace
 
 PrintDocument::PrintDocument(PrintTemplate print_template, FieldValues values)
-    : template_(std::move(print_template)), values_(std::move(values)) {
+    : template_(std::move(print_template)),
+      paper_{template_.width, template_.height, template_.font, template_.title},
+      values_(std::move(values)) {
   OrderRows();
   FindGroups();
   Bind();

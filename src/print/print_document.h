@@ -8,24 +8,16 @@
 #include <vector>
 
 #include "print/bound_text.h"
+#include "print/pages.h"
 #include "print/print_template.h"
 #include "totals/fixed_total.h"
 #include "vorek/evaluation.h"
 
 namespace vorek::print {
 
-// A thing that is drawn on a page: an item with its text, at its place in millimetres from the left
-// upper corner of the paper.
-struct DrawnItem {
-  const Item* item = nullptr;
-  double left = 0;
-  double top = 0;
-  std::string text;
-};
-
 // The rows of a query in the bands of a template, broken into pages. The pages are counted when it
 // is made; what stands on one is made when it is asked for.
-class PrintDocument {
+class PrintDocument : public Pages {
  public:
   // Rows come in the order of their column Sequence, where the query has one. Throws
   // Error(kBadTemplate) for a template that names a column which the query doesn't have, and for
@@ -33,12 +25,9 @@ class PrintDocument {
   PrintDocument(PrintTemplate print_template, FieldValues values);
 
   const PrintTemplate& Template() const { return template_; }
-  // At least one, also without rows.
-  std::size_t PageCount() const { return pages_.size(); }
-  // What stands on page n, from 0.
-  std::vector<DrawnItem> Page(std::size_t n) const;
-
-  static constexpr std::size_t kMostPages = 200'000;
+  const Paper& Sheet() const override { return paper_; }
+  std::size_t PageCount() const override { return pages_.size(); }
+  std::vector<DrawnItem> Page(std::size_t n) const override;
 
  private:
   // A band at its place on a page.
@@ -88,6 +77,7 @@ class PrintDocument {
   FixedTotal TotalOf(const Summed& summed, const Span& span) const;
 
   PrintTemplate template_;
+  Paper paper_;
   FieldValues values_;
   std::vector<std::uint32_t> order_;       // the rows as they are printed
   std::vector<std::string> group_names_;   // from the outermost level on

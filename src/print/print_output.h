@@ -4,16 +4,16 @@
 #include <memory>
 #include <string>
 
-#include "print/print_document.h"
+#include "print/pages.h"
 
 namespace vorek::print {
 
-// Where a finished document goes: a window, a file. Implemented by an adapter.
+// Where finished pages go: a window, a file. Implemented by an adapter.
 class PrintOutput {
  public:
   virtual ~PrintOutput() = default;
   // title is for a person. Throws what a file throws.
-  virtual void Show(std::shared_ptr<const PrintDocument> document, const std::string& title) = 0;
+  virtual void Show(std::shared_ptr<const Pages> document, const std::string& title) = 0;
 };
 
 }  // namespace vorek::print

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "print/print_document.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 #include "vorek/print.h"

@@ -78,6 +78,7 @@ struct ReportState {
   std::string CallerStringValue;
   std::string ListOfParameters;
   std::string ListOfVisualParameters;
+  std::string ConfirmedValues;  // of the form that AnswersPut tells of, in words
   std::string QuerySource;
   std::int32_t QueryRecordCount = -1;
   std::int32_t FoundRows = -1;  // of the result on show before any filter; -1 without a result

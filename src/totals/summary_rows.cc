@@ -5,37 +5,14 @@
 #include <vector>
 
 #include "grid/summary_label.h"
-#include "text/cell_text.h"
 #include "text/number.h"
 #include "totals/fixed_total.h"
+#include "totals/summed_column.h"
 
 namespace vorek {
 namespace {
 
 enum class Kind { kSum, kAverage };
-
-// How the texts of a column become numbers, and numbers texts.
-enum class ColumnKind { kPlain, kMoney, kTime };
-
-ColumnKind KindOf(const ReportState& state, std::int32_t column) {
-  const auto field = static_cast<std::size_t>(column) - 1;
-  if (field >= state.QueryFields.size()) return ColumnKind::kMoney;  // a calculated column
-  const FieldInfo& info = state.QueryFields[field];
-  if (IsMoneyField(info.type)) return ColumnKind::kMoney;
-  return IsTimeColumn(info.type, info.name) ? ColumnKind::kTime : ColumnKind::kPlain;
-}
-
-std::string ResultText(const std::string& plain, ColumnKind kind) {
-  switch (kind) {
-    case ColumnKind::kMoney:
-      return MoneyOfTotal(plain);
-    case ColumnKind::kTime:
-      return MinutesToTime(static_cast<std::int64_t>(text::NumericPrefix(plain)));
-    case ColumnKind::kPlain:
-      break;
-  }
-  return plain;
-}
 
 // The total of one column and the summary rows that were met on the way.
 struct ColumnScan {
@@ -44,13 +21,7 @@ struct ColumnScan {
   std::vector<std::int32_t> average_rows;
 };
 
-std::int64_t Counted(const Grid& grid, std::int32_t row, std::int32_t column, ColumnKind kind) {
-  if (kind != ColumnKind::kTime) return grid.CellFixed(row, column);
-  std::string scratch;
-  return TimeToMinutes(grid.CellView(row, column, scratch)) * std::int64_t{10000};
-}
-
-ColumnScan Scan(const Grid& grid, std::int32_t column, ColumnKind kind, bool skip_hidden) {
+ColumnScan Scan(const Grid& grid, std::int32_t column, SummedKind kind, bool skip_hidden) {
   ColumnScan scan;
   const bool heights = skip_hidden && grid.RowHeightsDiffer();
   const bool all_numbered = grid.IsSourced(0);
@@ -66,7 +37,7 @@ ColumnScan Scan(const Grid& grid, std::int32_t column, ColumnKind kind, bool ski
       if (sum) continue;
     }
     if (heights && grid.RowHeight(row) == 0) continue;
-    scan.total.Add(Counted(grid, row, column, kind));
+    scan.total.Add(CountedInTotal(grid, row, column, kind));
   }
   return scan;
 }
@@ -85,7 +56,7 @@ class SummaryRow {
         kind_(kind),
         grid_(report.ActiveGrid()),
         column_(grid_.Col()),
-        column_kind_(KindOf(report.state, column_)) {}
+        column_kind_(SummedKindOf(report.state, column_)) {}
 
   void Make() {
     const bool transposed = report_.state.isTransposedResult;
@@ -95,9 +66,9 @@ class SummaryRow {
     const std::string plain = kind_ == Kind::kSum ? scan.total.Text() : Average(scan);
     const std::vector<std::int32_t>& rows = Own(scan);
     if (rows.empty()) {
-      Append(ResultText(plain, column_kind_), transposed);
+      Append(TotalText(plain, column_kind_), transposed);
     } else {
-      for (const std::int32_t row : rows) Write(row, ResultText(plain, column_kind_));
+      for (const std::int32_t row : rows) Write(row, TotalText(plain, column_kind_));
     }
     Mark(transposed ? report_.transpose_layouts() : report_.layouts());
   }
@@ -157,7 +128,7 @@ class SummaryRow {
   Kind kind_;
   Grid& grid_;
   std::int32_t column_;
-  ColumnKind column_kind_;
+  SummedKind column_kind_;
 };
 
 void PointColumns(ReportContext& report) {

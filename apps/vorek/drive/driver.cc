@@ -10,7 +10,10 @@
 #include "drive/evaluation_object.h"
 #include "drive/script_component.h"
 #include "drive/script_print.h"
+#include "engine/grid_heading.h"
 #include "engine/report_control.h"
+#include "print/grid_print.h"
+#include "print/page_text.h"
 #include "text/utf8.h"
 #include "vorek/system.h"
 #include "widgets/property.h"
@@ -98,6 +101,7 @@ const std::map<std::string, Driver::Command>& Driver::Commands() {
                                                           {"file", &Driver::QueueFile},
                                                           {"workbook", &Driver::QueueWorkbook},
                                                           {"clipboard", &Driver::PrintClipboard},
+                                                          {"pages", &Driver::PrintPages},
                                                           {"component", &Driver::OfferComponent},
                                                           {"cancel", &Driver::CancelAt}};
   return commands;
@@ -443,6 +447,26 @@ void Driver::QueueWorkbook(const Words& words) { documents_->Queue(Word(words, 1
 void Driver::PrintClipboard(const Words&) {
   std::istringstream rows(clipboard_->Text());
   for (std::string row; std::getline(rows, row, '\r');) Print(row);
+}
+
+void Driver::PrintPages(const Words& words) {
+  ReportContext context = report_->Impl().Context();
+  const Grid& grid = context.ActiveGrid();
+  const print::PrintedColumns columns(ColumnView(grid), grid);
+  print::PageSetup setup = print::PaperFor(grid, columns);
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    if (words[i] == "landscape" || words[i] == "portrait") {
+      setup.landscape = words[i] == "landscape";
+    } else if (words[i] == "all-wide") {
+      setup.fit_width = false;
+    } else {
+      Refuse("unknown word " + words[i]);
+    }
+  }
+  const print::GridPrint pages(context, columns, HeadingOf(context), setup);
+  for (std::size_t page = 0; page < pages.PageCount(); ++page) {
+    for (const std::string& line : print::TextsOfPage(pages, page)) Print(line);
+  }
 }
 
 void Driver::CloseForm(const Words&) {

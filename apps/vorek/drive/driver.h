@@ -76,6 +76,7 @@ class Driver {
   void QueueFile(const Words& words);
   void QueueWorkbook(const Words& words);
   void PrintClipboard(const Words& words);
+  void PrintPages(const Words& words);
   void OfferComponent(const Words& words);
   void CancelAt(const Words& words);
   void CloseForm(const Words& words);

@@ -6,6 +6,7 @@
 
 #include "adapters/qt/colors.h"
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/shortened.h"
 #include "adapters/qt/theme.h"
 #include "grid/summary_label.h"
 
@@ -37,27 +38,6 @@ bool RunsFromRight(const QString& text) {
     const QChar::Direction direction = character.direction();
     return direction == QChar::DirR || direction == QChar::DirAL;
   });
-}
-
-// Amounts, dates, times and whatever else is read as a number.
-bool IsFigure(const QString& text) {
-  static const QString kSigns = " /.,:-+()%";
-  bool digits = false;
-  for (const QChar character : text) {
-    if (character.isDigit()) {
-      digits = true;
-    } else if (!kSigns.contains(character)) {
-      return false;
-    }
-  }
-  return digits;
-}
-
-// The text as a place that is too narrow shows it. A figure that is cut would look like a smaller
-// one: nothing of it is shown.
-QString Shortened(const QString& text, const QFontMetrics& metrics, int width) {
-  if (!IsFigure(text)) return metrics.elidedText(text, Qt::ElideRight, width);
-  return QString(std::max(width / std::max(metrics.horizontalAdvance('#'), 1), 0), QChar('#'));
 }
 
 // Where a text of that width stands in its cell.
@@ -281,7 +261,8 @@ void GridPainter::PaintText(const QString& text, QRect rect, const Look& look) {
     rect = QRect(QPoint(std::max(rect.left(), view.left()), rect.top()),
                  QPoint(std::min(rect.right(), view.right()), rect.bottom()));
   }
-  const QString shown = width <= rect.width() ? text : Shortened(text, metrics, rect.width());
+  const QString shown =
+      width <= rect.width() ? text : Shortened(text, QFontMetricsF(metrics), rect.width());
   // A relief of light on a dark ground would only blur the letters.
   if (look.style != kFlat && !IsDark(palette_)) {
     const int step = look.style == kRaised ? -1 : 1;

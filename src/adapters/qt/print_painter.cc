@@ -7,6 +7,7 @@
 #include <QSaveFile>
 #include <cmath>
 
+#include "adapters/qt/shortened.h"
 #include "vorek/error.h"
 
 namespace vorek::qt {
@@ -37,30 +38,54 @@ int AlignmentOf(print::Align align) {
   return Qt::AlignRight | Qt::AlignAbsolute;
 }
 
+// A text with room for two lines in its own letters runs on; a figure never does.
+bool RunsOn(const print::Item& item, const QString& text) {
+  return item.height > 2.2 * item.size * kMillimetresPerPoint && !IsFigure(text);
+}
+
+bool Fits(const QFont& font, const QString& text, QSizeF room, bool runs_on) {
+  const QFontMetricsF metrics(font);
+  if (!runs_on) return metrics.horizontalAdvance(text) <= room.width();
+  const QRectF taken = metrics.boundingRect(QRectF(QPointF(), room), Qt::TextWordWrap, text);
+  return taken.height() <= room.height() && taken.width() <= room.width();
+}
+
 QRectF Scaled(const QRectF& rect, double dots) {
   return {rect.x() * dots, rect.y() * dots, rect.width() * dots, rect.height() * dots};
 }
 
 }  // namespace
 
-PrintPainter::PrintPainter(const print::PrintDocument& document) : document_(document) {}
+PrintPainter::PrintPainter(const print::Pages& document) : document_(document) {}
 
 QRectF PrintPainter::PlaceOf(const print::DrawnItem& drawn) {
   return {drawn.left, drawn.top, drawn.item->width, drawn.item->height};
 }
 
-const QFont& PrintPainter::FontFor(const print::Item& item, double dots) {
+const QFont& PrintPainter::FontFor(double points, bool bold, double dots) {
   if (font_dots_ != dots) fonts_.clear();
   font_dots_ = dots;
-  auto [place, made] = fonts_.try_emplace({item.size, item.bold});
+  auto [place, made] = fonts_.try_emplace({points, bold});
   if (!made) return place->second;
   QFont font;
-  if (!document_.Template().font.empty()) {
-    font.setFamily(QString::fromStdString(document_.Template().font));
+  if (!document_.Sheet().font.empty()) {
+    font.setFamily(QString::fromStdString(document_.Sheet().font));
   }
-  font.setPixelSize(std::max(1, qRound(item.size * kMillimetresPerPoint * dots)));
-  font.setBold(item.bold);
+  font.setPixelSize(std::max(1, qRound(points * kMillimetresPerPoint * dots)));
+  font.setBold(bold);
   return place->second = font;
+}
+
+const QFont& PrintPainter::FontThatFits(const print::Item& item, const QString& text, QSizeF room,
+                                        double dots) {
+  const bool runs_on = RunsOn(item, text);
+  const QFont& own = FontFor(item.size, item.bold, dots);
+  if (Fits(own, text, room, runs_on)) return own;
+  for (const double part : {0.9, 0.8, 0.7}) {
+    const QFont& smaller = FontFor(item.size * part, item.bold, dots);
+    if (Fits(smaller, text, room, runs_on)) return smaller;
+  }
+  return FontFor(item.size * 0.6, item.bold, dots);
 }
 
 const QImage& PrintPainter::PictureOf(const print::Item& item) {
@@ -76,16 +101,16 @@ void PrintPainter::DrawText(QPainter& painter, const print::DrawnItem& drawn, do
   const QString text = QString::fromStdString(drawn.text);
   if (text.isEmpty()) return;
   const print::Item& item = *drawn.item;
-  const QFont& font = FontFor(item, dots);
   const QRectF rect = Scaled(PlaceOf(drawn), dots);
+  const QFont& font = FontThatFits(item, text, rect.size(), dots);
   painter.setFont(font);
   painter.setPen(ColorOf(item.color));
   painter.setLayoutDirection(DirectionOf(text));
-  const bool several = rect.height() > 2.2 * font.pixelSize();
+  const bool several = RunsOn(item, text);
   painter.drawText(rect,
                    AlignmentOf(item.align) | Qt::AlignVCenter |
                        (several ? Qt::TextWordWrap : Qt::TextSingleLine),
-                   text);
+                   several ? text : Shortened(text, QFontMetricsF(font), rect.width()));
 }
 
 void PrintPainter::Draw(QPainter& painter, std::size_t n, double dots) {
@@ -114,7 +139,7 @@ void PrintPainter::Draw(QPainter& painter, std::size_t n, double dots) {
   }
 }
 
-void WritePdf(const print::PrintDocument& document, const QString& path) {
+void WritePdf(const print::Pages& document, const QString& path) {
   constexpr int kDotsPerInch = 600;
   QSaveFile file(path);
   const auto refuse = [&] {
@@ -123,7 +148,7 @@ void WritePdf(const print::PrintDocument& document, const QString& path) {
   };
   if (!file.open(QIODevice::WriteOnly)) refuse();
   {
-    const print::PrintTemplate& layout = document.Template();
+    const print::Paper& layout = document.Sheet();
     QPdfWriter pdf(&file);
     pdf.setResolution(kDotsPerInch);
     pdf.setPageSize(QPageSize(QSizeF(layout.width, layout.height), QPageSize::Millimeter));

@@ -4,16 +4,20 @@
 #include <QPainter>
 #include <QRectF>
 #include <cstddef>
+#include <map>
+#include <utility>
 
-#include "print/print_document.h"
+#include "print/pages.h"
 
 namespace vorek::qt {
 
-// Draws the pages of a document on anything that Qt paints on. One painter serves all pages of a
-// document, so that its fonts and pictures are made once.
+// Draws pages on anything that Qt paints on. One painter serves all of them, so that its fonts and
+// pictures are made once. A text without room in its place gets smaller letters; where it still has
+// none it ends in dots, and a figure becomes "####": a part of one could be taken for a smaller
+// one.
 class PrintPainter {
  public:
-  explicit PrintPainter(const print::PrintDocument& document);
+  explicit PrintPainter(const print::Pages& document);
 
   // Draws page n, from 0, with its left upper corner where the painter's origin is. dots is a
   // millimetre's size in the painter's units.
@@ -23,10 +27,11 @@ class PrintPainter {
 
  private:
   void DrawText(QPainter& painter, const print::DrawnItem& drawn, double dots);
-  const QFont& FontFor(const print::Item& item, double dots);
+  const QFont& FontFor(double points, bool bold, double dots);
+  const QFont& FontThatFits(const print::Item& item, const QString& text, QSizeF room, double dots);
   const QImage& PictureOf(const print::Item& item);
 
-  const print::PrintDocument& document_;
+  const print::Pages& document_;
   double font_dots_ = 0;  // that the fonts were made for
   std::map<std::pair<double, bool>, QFont> fonts_;
   std::map<const print::Item*, QImage> pictures_;
@@ -34,7 +39,7 @@ class PrintPainter {
 
 // Writes all pages to a PDF; the file takes its place when it is whole. Throws Error(kPathAccess)
 // with the system's words.
-void WritePdf(const print::PrintDocument& document, const QString& path);
+void WritePdf(const print::Pages& document, const QString& path);
 
 }  // namespace vorek::qt
 

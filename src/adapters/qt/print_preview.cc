@@ -35,17 +35,35 @@ std::u32string Folded(const std::string& text) {
   return folded;
 }
 
+// Printers know papers upright.
+void SetPaper(QPrinter& printer, const print::Paper& paper) {
+  const auto [shorter, longer] = std::minmax(paper.width, paper.height);
+  printer.setPageSize(QPageSize(QSizeF(shorter, longer), QPageSize::Millimeter));
+  printer.setPageOrientation(paper.width > paper.height ? QPageLayout::Landscape
+                                                        : QPageLayout::Portrait);
+}
+
 }  // namespace
 
-PageArea::PageArea(std::shared_ptr<const print::PrintDocument> document, QWidget* parent)
-    : QAbstractScrollArea(parent), document_(std::move(document)), painter_(*document_) {
+PageArea::PageArea(std::shared_ptr<const print::Pages> document, QWidget* parent)
+    : QAbstractScrollArea(parent),
+      document_(std::move(document)),
+      painter_(std::make_unique<PrintPainter>(*document_)) {
   setFocusPolicy(Qt::StrongFocus);
+}
+
+void PageArea::SetPages(std::shared_ptr<const print::Pages> document) {
+  document_ = std::move(document);
+  painter_ = std::make_unique<PrintPainter>(*document_);
+  SetBars();
+  GoTo(0);
+  viewport()->update();
 }
 
 double PageArea::Dots() const { return zoom_ * logicalDpiX() / 25.4; }
 
 QSize PageArea::PageSize() const {
-  const print::PrintTemplate& layout = document_->Template();
+  const print::Paper& layout = document_->Sheet();
   return {qRound(layout.width * Dots()), qRound(layout.height * Dots())};
 }
 
@@ -72,7 +90,7 @@ void PageArea::SetZoom(double zoom) {
 }
 
 void PageArea::FitWidth() {
-  const double width = document_->Template().width * logicalDpiX() / 25.4;
+  const double width = document_->Sheet().width * logicalDpiX() / 25.4;
   SetZoom((viewport()->width() - 2 * kGap) / width);
 }
 
@@ -129,7 +147,7 @@ void PageArea::paintEvent(QPaintEvent*) {
     painter.save();
     painter.translate(left, top);
     painter.fillRect(QRect({0, 0}, size), Qt::white);
-    painter_.Draw(painter, page, Dots());
+    painter_->Draw(painter, page, Dots());
     DrawFound(painter, page);
     painter.restore();
   }
@@ -153,8 +171,8 @@ void PageArea::wheelEvent(QWheelEvent* event) {
   SetZoom(zoom_ * (event->angleDelta().y() > 0 ? 1.1 : 1 / 1.1));
 }
 
-PrintPreview::PrintPreview(std::shared_ptr<const print::PrintDocument> document,
-                           const QString& title, QWidget* parent)
+PrintPreview::PrintPreview(std::shared_ptr<const print::Pages> document, const QString& title,
+                           QWidget* parent)
     : QWidget(parent, Qt::Window),
       document_(std::move(document)),
       pages_(new PageArea(document_, this)),
@@ -177,6 +195,39 @@ PrintPreview::PrintPreview(std::shared_ptr<const print::PrintDocument> document,
   new QShortcut(QKeySequence::Find, this, [this] { search_->setFocus(); });
   resize(1000, 760);
   pages_->setFocus();
+  TakePages();
+}
+
+PrintPreview::PrintPreview(MakePages make, const print::PageSetup& setup, const QString& title,
+                           QWidget* parent)
+    : PrintPreview(make(setup), title, parent) {
+  make_ = std::move(make);
+  paper_ = new PaperBar(setup, this);
+  paper_->on_changed = [this](const print::PageSetup& wanted) { TakePaper(wanted); };
+  static_cast<QVBoxLayout*>(layout())->insertWidget(1, paper_);
+}
+
+// A paper that the pages have no room on is given back.
+void PrintPreview::TakePaper(const print::PageSetup& setup) {
+  try {
+    document_ = make_(setup);
+    TakePages();
+    pages_->FitWidth();
+  } catch (const Error& error) {
+    paper_->TakeBack();
+    ShowFailure(this, QString::fromStdString(error.Description()));
+  }
+}
+
+void PrintPreview::TakePages() {
+  pages_->SetPages(document_);
+  QAbstractItemModel* const old_model = thumbnails_->model();
+  QAbstractItemDelegate* const old_painter = thumbnails_->itemDelegate();
+  thumbnails_->setModel(new ThumbnailModel(document_, thumbnails_));
+  thumbnails_->setItemDelegate(new ThumbnailPainter(document_, thumbnails_));
+  delete old_model;
+  delete old_painter;
+  page_->setRange(1, static_cast<int>(document_->PageCount()));
   Told();
 }
 
@@ -206,7 +257,7 @@ QWidget* PrintPreview::MakeBar() {
 
 // The number of the page in view, and the text to look for.
 void PrintPreview::SetUpFields() {
-  page_->setRange(1, static_cast<int>(document_->PageCount()));
+  page_->setObjectName("page");
   page_->setAccessibleName("صفحه");
   connect(page_, &QSpinBox::valueChanged, this, [this](int page) {
     if (pages_->PageInView() + 1 != static_cast<std::size_t>(page)) {
@@ -220,8 +271,6 @@ void PrintPreview::SetUpFields() {
 }
 
 QWidget* PrintPreview::MakeThumbnails() {
-  thumbnails_->setModel(new ThumbnailModel(document_, thumbnails_));
-  thumbnails_->setItemDelegate(new ThumbnailPainter(document_, thumbnails_));
   thumbnails_->setUniformItemSizes(true);
   thumbnails_->setFixedWidth(150);
   connect(thumbnails_, &QListView::clicked, this, [this](const QModelIndex& index) {
@@ -253,8 +302,7 @@ void PrintPreview::SaveAsPdf() {
 
 void PrintPreview::Print() {
   QPrinter printer(QPrinter::HighResolution);
-  const print::PrintTemplate& layout = document_->Template();
-  printer.setPageSize(QPageSize(QSizeF(layout.width, layout.height), QPageSize::Millimeter));
+  SetPaper(printer, document_->Sheet());
   printer.setFullPage(true);
   QPrintDialog dialog(&printer, this);
   dialog.setMinMax(1, static_cast<int>(document_->PageCount()));
@@ -270,15 +318,14 @@ void PrintPreview::Print() {
   }
 }
 
-void PreviewOutput::Show(std::shared_ptr<const print::PrintDocument> document,
-                         const std::string& title) {
+void PreviewOutput::Show(std::shared_ptr<const print::Pages> document, const std::string& title) {
   auto* const window = new PrintPreview(std::move(document), QString::fromStdString(title),
                                         QApplication::activeWindow());
   window->show();
   window->Pages().FitWidth();
 }
 
-void PdfOutput::Show(std::shared_ptr<const print::PrintDocument> document, const std::string&) {
+void PdfOutput::Show(std::shared_ptr<const print::Pages> document, const std::string&) {
   WritePdf(*document, path_);
 }
 

@@ -3,8 +3,10 @@
 
 #include <QAbstractScrollArea>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
+#include "adapters/qt/paper_bar.h"
 #include "adapters/qt/print_painter.h"
 #include "print/print_output.h"
 
@@ -18,8 +20,10 @@ namespace vorek::qt {
 // Pages below one another, of which only those in view are painted.
 class PageArea : public QAbstractScrollArea {
  public:
-  explicit PageArea(std::shared_ptr<const print::PrintDocument> document, QWidget* parent);
+  explicit PageArea(std::shared_ptr<const print::Pages> document, QWidget* parent);
 
+  // Other pages in their place, from the first one on.
+  void SetPages(std::shared_ptr<const print::Pages> document);
   double Zoom() const { return zoom_; }
   void SetZoom(double zoom);  // 1 for the paper's own size
   void FitWidth();
@@ -43,16 +47,22 @@ class PageArea : public QAbstractScrollArea {
   void SetBars();
   void DrawFound(QPainter& painter, std::size_t page);
 
-  std::shared_ptr<const print::PrintDocument> document_;
-  PrintPainter painter_;
+  std::shared_ptr<const print::Pages> document_;
+  std::unique_ptr<PrintPainter> painter_;
   double zoom_ = 1;
   QString found_;
 };
 
+// Makes the pages anew for another paper. Throws Error for one that they have no room on.
+using MakePages = std::function<std::shared_ptr<const print::Pages>(const print::PageSetup&)>;
+
 // A window with the pages of a document: zoom, small pictures, search, PDF, a printer.
 class PrintPreview : public QWidget {
  public:
-  PrintPreview(std::shared_ptr<const print::PrintDocument> document, const QString& title,
+  PrintPreview(std::shared_ptr<const print::Pages> document, const QString& title, QWidget* parent);
+
+  // The pages are made by make, which the user may have do it again for another paper.
+  PrintPreview(MakePages make, const print::PageSetup& setup, const QString& title,
                QWidget* parent);
 
   PageArea& Pages() { return *pages_; }
@@ -64,10 +74,14 @@ class PrintPreview : public QWidget {
   QWidget* MakeBar();
   void SetUpFields();
   QWidget* MakeThumbnails();
+  void TakePaper(const print::PageSetup& setup);
+  void TakePages();
   void Told();
   void Search();
 
-  std::shared_ptr<const print::PrintDocument> document_;
+  std::shared_ptr<const print::Pages> document_;
+  MakePages make_;  // null for pages of one paper
+  PaperBar* paper_ = nullptr;
   PageArea* pages_;
   QSpinBox* page_;
   QLineEdit* search_;
@@ -78,16 +92,14 @@ class PrintPreview : public QWidget {
 // Shows documents in windows.
 class PreviewOutput : public print::PrintOutput {
  public:
-  void Show(std::shared_ptr<const print::PrintDocument> document,
-            const std::string& title) override;
+  void Show(std::shared_ptr<const print::Pages> document, const std::string& title) override;
 };
 
 // Writes documents to one PDF.
 class PdfOutput : public print::PrintOutput {
  public:
   explicit PdfOutput(QString path) : path_(std::move(path)) {}
-  void Show(std::shared_ptr<const print::PrintDocument> document,
-            const std::string& title) override;
+  void Show(std::shared_ptr<const print::Pages> document, const std::string& title) override;
 
  private:
   QString path_;

@@ -1,5 +1,6 @@
 #include <QJsonDocument>
 #include <QMetaMethod>
+#include <QPointer>
 #include <QResizeEvent>
 #include <QTimer>
 #include <algorithm>
@@ -13,12 +14,14 @@
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/memory.h"
 #include "adapters/qt/presenter.h"
+#include "adapters/qt/print_preview.h"
 #include "adapters/qt/qt_clipboard.h"
 #include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_windows.h"
 #include "adapters/qt/result_bar.h"
 #include "adapters/qt/selection_watch.h"
 #include "adapters/qt/translations.h"
+#include "engine/grid_heading.h"
 #include "engine/report_control.h"
 #include "vorek/qt.h"
 
@@ -70,7 +73,29 @@ struct VorekReportWidget::Parts {
     if (!grid) return;
     if (property == "Selection") figures->Changed();
     if (std::find(kRows.begin(), kRows.end(), property) == kRows.end()) return;
+    if (!preview.isNull()) preview->close();
     if (!told.isActive()) told.start();
+  }
+
+  void ShowPreview(QWidget* window) {
+    const auto make = [this](const print::PageSetup& setup) {
+      ReportContext context = Control().Context();
+      return std::make_shared<print::GridPrint>(context, ShownColumns(), HeadingOf(context), setup);
+    };
+    const print::PageSetup paper =
+        print::PaperFor(Control().Context().ActiveGrid(), ShownColumns());
+    preview = new qt::PrintPreview(make, paper, qt::ToQt(Control().state.Title), window);
+    preview->setWindowModality(Qt::ApplicationModal);
+    preview->show();
+    preview->Pages().FitWidth();
+  }
+
+  // As the user arranged them.
+  print::PrintedColumns ShownColumns() {
+    const Grid& grid = Control().Context().ActiveGrid();
+    qt::GridArea* const area = Area();
+    const ColumnView plain(grid);
+    return print::PrintedColumns(area == nullptr ? plain : area->Geometry().Arrangement(), grid);
   }
 
   // The area of the grid on view, null before it is made.
@@ -125,7 +150,8 @@ struct VorekReportWidget::Parts {
   qt::ResultBar* bar = nullptr;
   qt::FindBar* find = nullptr;
   std::unique_ptr<qt::SelectionWatch> figures;
-  QTimer told;  // runs out when the bar has to be told
+  QPointer<qt::PrintPreview> preview;  // reads the grid
+  QTimer told;                         // runs out when the bar has to be told
 };
 
 VorekReportWidget::VorekReportWidget(WorldOptions options, QWidget* parent)
@@ -162,6 +188,7 @@ void VorekReportWidget::Begin() {
 
 VorekReportWidget::~VorekReportWidget() {
   const bool big = parts_->IsBig();
+  delete parts_->preview;
   parts_.reset();
   if (big) qt::ReturnMemory();
 }
@@ -255,6 +282,10 @@ void VorekReportWidget::RestoreColumns(const QByteArray& kept) {
     area.Geometry().Arrangement().SetWishes(qt::WishesFrom(grids[area.objectName()].toObject()));
     area.LayoutChanged();
   });
+}
+
+void VorekReportWidget::PrintGrid() {
+  Do([this] { parts_->ShowPreview(window()); });
 }
 
 void VorekReportWidget::ShowFindBar() { parts_->find->Open(); }

@@ -14,17 +14,16 @@ QVariant ThumbnailModel::data(const QModelIndex& index, int role) const {
   return {};
 }
 
-double ThumbnailPainter::Dots() const { return kWidth / document_->Template().width; }
+double ThumbnailPainter::Dots() const { return kWidth / document_->Sheet().width; }
 
 QSize ThumbnailPainter::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
-  return {kWidth + 2 * kMargin,
-          qRound(document_->Template().height * Dots()) + 2 * kMargin + kNumber};
+  return {kWidth + 2 * kMargin, qRound(document_->Sheet().height * Dots()) + 2 * kMargin + kNumber};
 }
 
 void ThumbnailPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const {
   const QRect& cell = option.rect;
-  const QSize page(kWidth, qRound(document_->Template().height * Dots()));
+  const QSize page(kWidth, qRound(document_->Sheet().height * Dots()));
   const QPoint corner(cell.x() + (cell.width() - page.width()) / 2, cell.y() + kMargin);
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);

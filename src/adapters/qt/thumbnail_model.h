@@ -12,7 +12,7 @@ namespace vorek::qt {
 // The pages of a document as a list.
 class ThumbnailModel : public QAbstractListModel {
  public:
-  ThumbnailModel(std::shared_ptr<const print::PrintDocument> document, QObject* parent)
+  ThumbnailModel(std::shared_ptr<const print::Pages> document, QObject* parent)
       : QAbstractListModel(parent), document_(std::move(document)) {}
 
   int rowCount(const QModelIndex&) const override {
@@ -21,13 +21,13 @@ class ThumbnailModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override;
 
  private:
-  std::shared_ptr<const print::PrintDocument> document_;
+  std::shared_ptr<const print::Pages> document_;
 };
 
 // Paints a small page with its number; only those in view are ever painted.
 class ThumbnailPainter : public QStyledItemDelegate {
  public:
-  ThumbnailPainter(std::shared_ptr<const print::PrintDocument> document, QObject* parent)
+  ThumbnailPainter(std::shared_ptr<const print::Pages> document, QObject* parent)
       : QStyledItemDelegate(parent), document_(std::move(document)), painter_(*document_) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -37,7 +37,7 @@ class ThumbnailPainter : public QStyledItemDelegate {
  private:
   double Dots() const;
 
-  std::shared_ptr<const print::PrintDocument> document_;
+  std::shared_ptr<const print::Pages> document_;
   mutable PrintPainter painter_;
 };
 
