@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <limits>
 
 namespace vorek {
 namespace {
@@ -35,10 +34,10 @@ std::int64_t NextTimeStep(std::int64_t step) {
 }
 
 std::int64_t StepFor(FixedPoint least, FixedPoint greatest, bool times, bool whole, int most) {
-  constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max() / 10;
+  constexpr std::int64_t kLargest = 5'000'000'000'000'000'000;  // no next one fits
   std::int64_t step = times || whole ? kUnit : 1;
   while (step < kLargest &&
-         StepsOver(least, greatest, step) >= static_cast<std::uint64_t>(std::max(most, 2))) {
+         StepsOver(least, greatest, step) >= static_cast<std::uint64_t>(std::max(most, 3))) {
     step = times ? NextTimeStep(step) : NextStep(step, 1);
   }
   return step;

@@ -19,7 +19,7 @@ struct ChartAxis {
 
 // The steps are 1, 2 or 5 times a power of ten, of times those of a clock (5, 10, 15, 30 minutes,
 // whole hours), and as fine as `most` ticks allow; whole values have no broken steps. The ends are
-// ticks too, save where no fixed-point value lies beyond the last value. most is at least 2.
+// ticks too, save where no fixed-point value lies beyond the last value. most is at least 3.
 ChartAxis MakeAxis(FixedPoint least, FixedPoint greatest, bool times, bool whole, int most);
 
 // The axis of a chart for the series that `shown` has on. Bars begin at zero, lines where their

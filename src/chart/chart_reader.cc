@@ -78,7 +78,8 @@ class GridChart {
     const FieldInfo* const field = Field(column);
     const std::optional<CellForm> form = grid_.SourceForm(column);
     return field == nullptr || IsMoneyField(field->type) || form == CellForm::kMoney ||
-           form == CellForm::kNumberMoney || form == CellForm::kTime;
+           form == CellForm::kNumberMoney ||
+           FigureKindOf(report_.state, column) == FigureKind::kTime;
   }
 
   // The numbers that show. Beside amounts plain numbers are codes and counts: left out unless the

@@ -72,7 +72,7 @@ TEST_F(ChartTest, RunsFromTheRight) {
   canvas.grab();
   // The mark of the axis stands at the right, and so does the first month.
   const int right = canvas.width();
-  EXPECT_TRUE(canvas.TextAt({right * 0.8, canvas.height() / 2.0}).startsWith("1404/01"));
+  EXPECT_TRUE(canvas.TextAt({right * 0.85, canvas.height() / 2.0}).startsWith("1404/01"));
   EXPECT_TRUE(canvas.TextAt({right * 0.05, canvas.height() / 2.0}).startsWith("1404/12"));
   EXPECT_EQ(canvas.TextAt({right - 4.0, canvas.height() / 2.0}), "");
 }

@@ -37,10 +37,10 @@ QRectF RingIn(const QRectF& area) {
 }  // namespace
 
 const std::vector<QColor>& SeriesColors(const Theme& theme) {
-  static const std::vector<QColor> light = {0x1F6FEB, 0xC2570C, 0x1A7F37, 0x8250DF,
+  static const std::vector<QColor> light = {0x1F6FEB, 0xC26A00, 0x1A7F37, 0x8250DF,
                                             0xB42318, 0x0E7C86, 0xC0368A, 0x6B5D00};
-  static const std::vector<QColor> dark = {0x5B9CFF, 0xF0883E, 0x3FB950, 0xB990FF,
-                                           0xFF7B72, 0x2FC1CF, 0xF778BA, 0xD4B106};
+  static const std::vector<QColor> dark = {0x5B9CFF, 0xF0922E, 0x3FB950, 0xB990FF,
+                                           0xFF6B6B, 0x2FC1CF, 0xF778BA, 0xD4B106};
   return &theme == &DarkTheme() ? dark : light;
 }
 
@@ -55,7 +55,7 @@ double ChartPainter::Unit() const { return QFontMetricsF(look_.font).height(); }
 QStringList ChartPainter::Names() const {
   QStringList names;
   for (const ChartShare& share : shares_) {
-    names << ToQt(share.name) + "  " + ToQt(PercentText(share.part));
+    names << ToQt(share.name) + "  \u2066" + ToQt(PercentText(share.part)) + "\u2069";
   }
   if (look_.kind == ChartKind::kShares) return names;
   for (const ChartSeries& series : chart_.series) names << ToQt(series.name);
@@ -267,32 +267,41 @@ void ChartPainter::PaintLines(QPainter& painter) const {
   }
 }
 
+// A piece of many points is drawn line by line: the painter takes seconds for the outline of a wide
+// line that crosses itself so often.
+void ChartPainter::PaintPiece(QPainter& painter, std::size_t series, const QPolygonF& piece,
+                              bool dots) const {
+  constexpr qsizetype kMany = 200;
+  const double radius = Unit() / 6;
+  painter.setPen(Line(series));
+  painter.setBrush(Qt::NoBrush);
+  if (piece.size() <= kMany) {
+    painter.drawPolyline(piece);
+  } else {
+    painter.setPen(QPen(Line(series).color(), 1));
+    for (qsizetype i = 1; i < piece.size(); ++i) painter.drawLine(piece[i - 1], piece[i]);
+  }
+  painter.setBrush(Line(series).color());
+  painter.setPen(Qt::NoPen);
+  for (const QPointF& point : piece) {
+    if (dots || piece.size() == 1) painter.drawEllipse(point, radius, radius);
+  }
+}
+
 // A gap breaks it; points that are few enough have a dot, and one that stands alone always has.
 void ChartPainter::PaintLine(QPainter& painter, std::size_t series) const {
   constexpr std::size_t kDots = 60;
   const std::vector<ChartValue>& values = chart_.series[series].values;
   const bool dots = values.size() <= kDots;
-  const double radius = Unit() / 6;
   QPolygonF piece;
-  const auto end_piece = [&] {
-    painter.setPen(Line(series));
-    painter.setBrush(Qt::NoBrush);
-    if (piece.size() > 1) painter.drawPolyline(piece);
-    painter.setBrush(Line(series).color());
-    painter.setPen(Qt::NoPen);
-    for (const QPointF& point : piece) {
-      if (dots || piece.size() == 1) painter.drawEllipse(point, radius, radius);
-    }
-    piece.clear();
-  };
   for (const std::uint32_t at : Thinned(values, values, MostPoints())) {
     if (values[at]) {
       piece << QPointF(X(at), Y(*values[at]));
     } else {
-      end_piece();
+      PaintPiece(painter, series, std::exchange(piece, {}), dots);
     }
   }
-  end_piece();
+  PaintPiece(painter, series, piece, dots);
 }
 
 // A ring from the top, clockwise; a hidden part keeps its place, empty.

@@ -60,6 +60,7 @@ class ChartPainter {
   void PaintHeaps(QPainter& painter) const;
   void PaintLines(QPainter& painter) const;
   void PaintLine(QPainter& painter, std::size_t series) const;
+  void PaintPiece(QPainter& painter, std::size_t series, const QPolygonF& piece, bool dots) const;
   void PaintShares(QPainter& painter, const QRectF& area);
   void PaintZero(QPainter& painter) const;
   double X(std::size_t category) const;
