@@ -32,9 +32,9 @@ std::vector<std::int32_t> ChartRows(const ReportContext& report, const ChartArea
 // What a cell gives a chart.
 struct ChartCell {
   ChartValue value;
-  bool rounded = false;    // to four decimals
+  bool rounded = false;  // to four decimals
   bool beyond = false;   // a figure that no chart can show: too large, or a time below zero
-  bool other = false;      // a text that is no figure
+  bool other = false;    // a text that is no figure
 };
 ChartCell ReadChartCell(const Grid& grid, std::int32_t row, std::int32_t col, FigureKind kind);
 

@@ -20,8 +20,7 @@ void ChartBuilder::Take(const ChartCell& cell, const std::string& series,
   values.push_back(cell.value);
   rounded_ = rounded_ || cell.rounded;
   if (cell.beyond && chart_.refusal.empty()) {
-    chart_.refusal =
-        "مقدار «" + series + "»، «" + category + "» را نمي توان رسم كرد.";
+    chart_.refusal = "مقدار «" + series + "»، «" + category + "» را نمي توان رسم كرد.";
   }
 }
 

@@ -13,8 +13,8 @@ namespace vorek {
 namespace {
 
 bool IsTextOrDate(int type) {
-  constexpr int kTypes[] = {kDate,    kDBDate,      kDBTime,  kDBTimeStamp, kChar,
-                            kVarChar, kLongVarChar, kVarWChar, kWChar,      kLongVarWChar};
+  constexpr int kTypes[] = {kDate,    kDBDate,      kDBTime,   kDBTimeStamp, kChar,
+                            kVarChar, kLongVarChar, kVarWChar, kWChar,       kLongVarWChar};
   return std::find(std::begin(kTypes), std::end(kTypes), type) != std::end(kTypes);
 }
 

@@ -12,7 +12,10 @@ class ChartReader : public testing::Test {
   ChartReader() {
     report.state.Title = "فروش";
     report.state.FoundRows = 4;
-    Fill({{"كد", kInteger}, {"نام", kVarWChar}, {"مبلغ", kCurrency}, {"تعداد", kInteger},
+    Fill({{"كد", kInteger},
+          {"نام", kVarWChar},
+          {"مبلغ", kCurrency},
+          {"تعداد", kInteger},
           {"زمان", kInteger}},
          {{"7", "علي", "1/000", "3", "01:30"},
           {"8", "حسن", "(2/500)", "4", "00:05"},
@@ -65,7 +68,8 @@ class ChartReader : public testing::Test {
 constexpr const char* kMixed = " رسم نشده است: ساعت و عدد محور مشترک ندارند.";
 
 TEST_F(ChartReader, TakesAmountsOverTheFirstText) {
-  EXPECT_EQ(Read(), std::string("نام: علي حسن رضا مينا | مبلغ: 1/000 (2/500) - 0.5 | «زمان»") + kMixed);
+  EXPECT_EQ(Read(),
+            std::string("نام: علي حسن رضا مينا | مبلغ: 1/000 (2/500) - 0.5 | «زمان»") + kMixed);
   EXPECT_EQ(ReadChart(report.Context()).value_title, "مبلغ");
   EXPECT_EQ(ReadChart(report.Context()).title, "فروش");
   grid.SetColWidth(3, 0);
@@ -196,7 +200,8 @@ class CrossChartReader : public ChartReader {
     cross.SelectByUser(1, 1, 1, 1);
   }
   Grid& cross = report.flxTranspose;
-  const std::vector<MemoryColumn> plain = {{"شهر", kVarWChar}, {"ماه", kVarWChar}, {"فروش", kCurrency}};
+  const std::vector<MemoryColumn> plain = {
+      {"شهر", kVarWChar}, {"ماه", kVarWChar}, {"فروش", kCurrency}};
 };
 
 TEST_F(CrossChartReader, PutsTheLongerSideOnTheAxis) {
@@ -240,8 +245,7 @@ TEST_F(CrossChartReader, ShowsTheSubRowsThatAreOpenElseTheFirstOfEach) {
 
 TEST_F(CrossChartReader, ShowsTimesAndLeavesOpenGroupsOfColumnsOut) {
   Cross({{"شهر", kVarWChar}, {"گروه", kVarWChar}, {"زمان", kInteger}},
-        {{"رديف", "شهر", "-1-0", "1-1", "+2-0", "3"},
-         {"1", "قم", "09:00", "04:00", "05:30", ""}});
+        {{"رديف", "شهر", "-1-0", "1-1", "+2-0", "3"}, {"1", "قم", "09:00", "04:00", "05:30", ""}});
   EXPECT_EQ(Read(), "گروه: 1-1 2-0 3 | قم: 04:00 05:30 -");
   Cross({{"شهر", kVarWChar}, {"ماه", kVarWChar}, {"شرح", kVarWChar}},
         {{"رديف", "شهر", "1"}, {"1", "قم", "12"}});

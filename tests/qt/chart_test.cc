@@ -167,8 +167,7 @@ TEST(ChartPainting, StaysFluidWithManyPoints) {
       chart_painter.Paint(painter, QRectF(0, 0, 880, 520));
       best = std::min(best, clock.nsecsElapsed() / 1000);
     }
-    RecordProperty("microseconds" + std::to_string(static_cast<int>(kind)),
-                   std::to_string(best));
+    RecordProperty("microseconds" + std::to_string(static_cast<int>(kind)), std::to_string(best));
     // A debug build with sanitizers on a busy machine is ten times slower than what users run.
     EXPECT_LT(best, 500'000) << static_cast<int>(kind);
   }

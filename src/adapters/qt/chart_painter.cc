@@ -255,8 +255,8 @@ void ChartPainter::PaintHeaps(QPainter& painter) const {
       const double from = Y(heap);
       heap += value;
       painter.setBrush(Fill(series));
-      painter.drawRect(QRectF(X(at) - width / 2, std::min(from, Y(heap)), width,
-                              std::abs(from - Y(heap))));
+      painter.drawRect(
+          QRectF(X(at) - width / 2, std::min(from, Y(heap)), width, std::abs(from - Y(heap))));
     }
   }
 }

@@ -23,8 +23,8 @@ const std::vector<QColor>& SeriesColors(const Theme& theme);
 // How a chart is to be drawn.
 struct ChartLook {
   ChartKind kind = ChartKind::kBars;
-  std::size_t shared = 0;      // the series of a share chart
-  std::vector<bool> shown;     // a series each; the parts of a share chart
+  std::size_t shared = 0;   // the series of a share chart
+  std::vector<bool> shown;  // a series each; the parts of a share chart
   const Theme* theme = nullptr;
   QFont font;
 };

@@ -101,9 +101,8 @@ void ChartCanvas::Changed(bool all_shown) {
 }
 
 void ChartCanvas::Describe() {
-  const QString size = QString("%1 رديف، %2 سري")
-                           .arg(chart_->categories.size())
-                           .arg(chart_->series.size());
+  const QString size =
+      QString("%1 رديف، %2 سري").arg(chart_->categories.size()).arg(chart_->series.size());
   setAccessibleName("نمودار " + ToQt(chart_->title));
   setAccessibleDescription(painter_ == nullptr ? Refusal() : size);
 }
@@ -218,11 +217,10 @@ void ChartView::AddKinds(QHBoxLayout& row) {
     const char* text;
     int key;
   };
-  constexpr Entry kKinds[] = {
-      {ChartKind::kBars, "bars", "ستوني", Qt::Key_B},
-      {ChartKind::kStackedBars, "stacked", "ستوني انباشته", Qt::Key_K},
-      {ChartKind::kLines, "lines", "خطي", Qt::Key_L},
-      {ChartKind::kShares, "shares", "سهم از كل", Qt::Key_H}};
+  constexpr Entry kKinds[] = {{ChartKind::kBars, "bars", "ستوني", Qt::Key_B},
+                              {ChartKind::kStackedBars, "stacked", "ستوني انباشته", Qt::Key_K},
+                              {ChartKind::kLines, "lines", "خطي", Qt::Key_L},
+                              {ChartKind::kShares, "shares", "سهم از كل", Qt::Key_H}};
   auto* const group = new QActionGroup(this);
   for (const Entry& entry : kKinds) {
     QAction* const action = AddAction(row, entry.icon, entry.text, Qt::ALT | Qt::Key(entry.key));

@@ -271,8 +271,8 @@ void VorekReportWidget::ShowFindBar() { parts_->find->Open(); }
 
 void VorekReportWidget::ShowChart() {
   if (parts_->chart_view == nullptr) {
-    parts_->chart_view = new qt::ChartView(
-        [this](bool turned) { return parts_->Chart(turned); }, this);
+    parts_->chart_view =
+        new qt::ChartView([this](bool turned) { return parts_->Chart(turned); }, this);
   }
   parts_->chart_view->Read();
   parts_->chart_view->show();
