@@ -49,6 +49,7 @@ constexpr const char* kSheet = R"(
 #deskToolbar QToolButton { border: none; border-radius: 6px; padding: 4px 8px; min-height: 24px; }
 #deskToolbar QToolButton:hover, #deskToolbar QToolButton:pressed { background: %head; }
 #deskToolbar QToolButton:focus { background: %soft; }
+#deskToolbar QToolButton[recommended="true"] { background: %soft; }
 #deskToolbar QToolButton:disabled { color: %muted; }
 #deskToolbar QToolButton#run { background: %accent; color: %on; padding: 4px 12px; }
 #deskToolbar QToolButton#run:disabled { background: %head; color: %muted; }

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QStyle>
 #include <QToolButton>
 
 #include "adapters/qt/icons.h"
@@ -37,6 +38,7 @@ DeskToolbar::DeskToolbar(QWidget* parent)
   Add(*row, ReportAction::kFilter, "filter", "فيلتر ستون جاري", Qt::ALT | Qt::Key_F, false);
   Add(*row, ReportAction::kSum, "sum", "جمع ستون جاري", Qt::ALT | Qt::Key_S, false);
   Add(*row, ReportAction::kColumns, "columns", "ستونها", Qt::ALT | Qt::Key_C, false);
+  Add(*row, ReportAction::kChart, "chart", "نمودار", Qt::ALT | Qt::Key_N, true);
   AddGap(*row);
   AddExports(*row);
   Add(*row, ReportAction::kPrint, "print", "چاپ", QKeySequence::Print, true);
@@ -71,7 +73,7 @@ void DeskToolbar::Add(QHBoxLayout& row, ReportAction action, const QString& icon
   connect(trigger, &QAction::triggered, this, [this, action] { on_action(action); });
   connect(button, &QToolButton::clicked, trigger, &QAction::trigger);
   connect(trigger, &QAction::enabledChanged, button, &QToolButton::setEnabled);
-  entries_.push_back({action, trigger, icon});
+  entries_.push_back({action, trigger, button});
 }
 
 void DeskToolbar::AddExports(QHBoxLayout& row) {
@@ -90,7 +92,7 @@ void DeskToolbar::AddExports(QHBoxLayout& row) {
   for (const auto& [action, text] : exports) {
     QAction* const entry = menu->addAction(text);
     connect(entry, &QAction::triggered, this, [this, action = action] { on_action(action); });
-    entries_.push_back({action, entry, {}});
+    entries_.push_back({action, entry, nullptr});
   }
 }
 
@@ -111,6 +113,14 @@ void DeskToolbar::AddGap(QHBoxLayout& row) {
 
 void DeskToolbar::Offer(const std::function<bool(ReportAction)>& has) {
   for (const Entry& entry : entries_) entry.trigger->setEnabled(has(entry.action));
+}
+
+void DeskToolbar::Recommend(ReportAction action, bool on) {
+  for (const Entry& entry : entries_) {
+    if (entry.action != action || entry.button == nullptr) continue;
+    entry.button->setProperty("recommended", on);
+    entry.button->style()->polish(entry.button);
+  }
 }
 
 void DeskToolbar::TellWho(const QString& text) { who_->setText(text); }

@@ -26,6 +26,8 @@ class DeskToolbar : public QWidget {
   QMenu& ProgramMenu() { return *program_; }
   // Which of the report's buttons can be pressed: `has` answers for each.
   void Offer(const std::function<bool(ReportAction)>& has);
+  // Marks the button of what the report is meant for.
+  void Recommend(ReportAction action, bool on);
   void TellWho(const QString& text);
 
  protected:
@@ -35,7 +37,7 @@ class DeskToolbar : public QWidget {
   struct Entry {
     ReportAction action;
     QAction* trigger = nullptr;
-    QString icon;
+    QToolButton* button = nullptr;  // null for an entry of a menu
   };
   QToolButton* AddButton(QHBoxLayout& row, const QString& icon, const QString& text, bool words);
   void Add(QHBoxLayout& row, ReportAction action, const QString& icon, const QString& text,

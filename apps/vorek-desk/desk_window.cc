@@ -214,6 +214,7 @@ void DeskWindow::TabChanged() {
 void DeskWindow::OfferActions() {
   ReportTab* const tab = CurrentTab();
   toolbar_->Offer([tab](ReportAction action) { return tab != nullptr && tab->Offers(action); });
+  toolbar_->Recommend(ReportAction::kChart, tab != nullptr && tab->WantsChart());
 }
 
 void DeskWindow::TellTitle() {

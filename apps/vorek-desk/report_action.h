@@ -12,6 +12,7 @@ enum class ReportAction {
   kSum,
   kColumns,
   kAverage,
+  kChart,
   kText,           // export
   kWorkbook,       // export, through a template where there is one
   kQuickWorkbook,  // by the clipboard

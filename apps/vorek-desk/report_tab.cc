@@ -164,6 +164,8 @@ bool ReportTab::Offers(ReportAction action) {
   }
 }
 
+bool ReportTab::WantsChart() { return HasRows(Control()) && Control().state.ShowDiagram; }
+
 void ReportTab::Do(ReportAction action) {
   HeaderMenu& menu = Control().FlexPopupMenu;
   switch (action) {
@@ -181,6 +183,8 @@ void ReportTab::Do(ReportAction action) {
       return OnCurrentColumn([](ReportControl& c) { c.FlexPopupMenu.mnuavg.Click(); });
     case ReportAction::kColumns:
       return widget_->ShowColumnChooser();
+    case ReportAction::kChart:
+      return widget_->ShowChart();
     case ReportAction::kText:
       return widget_->Do([&menu] { menu.mnuSendToTextFile.Click(); });
     case ReportAction::kPrint:

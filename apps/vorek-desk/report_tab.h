@@ -48,6 +48,8 @@ class ReportTab : public QWidget {
   // Whether the report on show has something to do it with, and doing it.
   bool Offers(ReportAction action);
   void Do(ReportAction action);
+  // The catalogue says that the report is meant to be seen as a chart.
+  bool WantsChart();
 
   // The way of a related report leads back here.
   std::function<void()> on_come_to_front;

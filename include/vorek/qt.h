@@ -77,6 +77,10 @@ class VorekReportWidget : public QWidget {
   // Opens the box that looks for a text in all columns of the grid on view.
   void ShowFindBar();
 
+  // Opens a window with the chart of the grid on view, of its selection where several cells are
+  // selected. It follows the rows that the report shows until it is closed.
+  void ShowChart();
+
   int UserID() const;
   void SetUserID(int id);
   int PositionID() const;

@@ -130,9 +130,21 @@ bool ReadFigure(std::string_view text, FixedPoint& value) {
   return true;
 }
 
+FigureKind FigureKindOf(const ReportState& state, std::int32_t column) {
+  const auto field = static_cast<std::size_t>(column) - 1;
+  const std::vector<FieldInfo>& fields = state.QueryFields;
+  if (field >= fields.size()) return FigureKind::kNumber;
+  if (IsTimeColumn(fields[field].type, fields[field].name)) return FigureKind::kTime;
+  return IsNumberType(fields[field].type) ? FigureKind::kNumber : FigureKind::kNone;
+}
+
+// The cells of a cross table are read one by one.
 SelectionScan::SelectionScan(const ReportContext& report, std::vector<std::int32_t> columns)
     : grid_(report.ActiveGrid()) {
-  for (const std::int32_t column : columns) columns_.push_back({column, KindOf(report, column)});
+  const bool crossed = report.state.isTransposedResult;
+  for (const std::int32_t column : columns) {
+    columns_.push_back({column, crossed ? Kind::kNumber : FigureKindOf(report.state, column)});
+  }
   has_subtotals_ = !report.state.isTransposedResult &&
                    FindGroupReport(report.state.ReportID) != nullptr && grid_.Cols() > 1;
   heights_ = grid_.RowHeightsDiffer();
@@ -152,15 +164,6 @@ SelectionScan::SelectionScan(const ReportContext& report)
         }
         return columns;
       }()) {}
-
-// A column of a field is what the field is; others are read cell by cell.
-SelectionScan::Kind SelectionScan::KindOf(const ReportContext& report, std::int32_t column) {
-  const auto field = static_cast<std::size_t>(column) - 1;
-  const std::vector<FieldInfo>& fields = report.state.QueryFields;
-  if (report.state.isTransposedResult || field >= fields.size()) return Kind::kNumber;
-  if (IsTimeColumn(fields[field].type, fields[field].name)) return Kind::kTime;
-  return IsNumberType(fields[field].type) ? Kind::kNumber : Kind::kNone;
-}
 
 bool SelectionScan::Step(std::int32_t rows) {
   const std::int64_t end = std::min<std::int64_t>(std::int64_t{next_} + rows, last_ + 1);

@@ -23,6 +23,12 @@ struct SelectionFigures {
   std::string greatest;
 };
 
+// What the cells of a column count as.
+enum class FigureKind { kNone, kNumber, kTime };
+
+// A column of flxMain is what its field is; one without a field is read cell by cell as numbers.
+FigureKind FigureKindOf(const ReportState& state, std::int32_t column);
+
 // Goes through the selection of the grid on view, piece by piece. Hidden rows and the rows of sums
 // and averages don't count, nor do subtotals beside the rows that they sum. Texts and dates are no
 // numbers; nor are codes that their field holds as a text. The grid must not change meanwhile.
@@ -38,7 +44,7 @@ class SelectionScan {
   SelectionFigures Figures() const;
 
  private:
-  enum class Kind { kNone, kNumber, kTime };
+  using Kind = FigureKind;
   struct Column {
     std::int32_t number = 0;
     Kind kind = Kind::kNone;
@@ -53,7 +59,6 @@ class SelectionScan {
     FixedPoint least = 0;
     FixedPoint greatest = 0;
   };
-  static Kind KindOf(const ReportContext& report, std::int32_t column);
   void ReadRow(std::int32_t row);
   void ReadCell(std::int32_t row, const Column& column, Tally& tally);
   static void Count(FixedPoint value, Kind kind, Tally& tally);

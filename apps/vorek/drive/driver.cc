@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "adapters/system/database_option.h"
+#include "chart/chart_reader.h"
 #include "command.h"
+#include "drive/chart_text.h"
 #include "drive/evaluation_object.h"
 #include "drive/script_component.h"
 #include "drive/script_print.h"
@@ -98,6 +100,7 @@ const std::map<std::string, Driver::Command>& Driver::Commands() {
                                                           {"expect", &Driver::Expect},
                                                           {"clock", &Driver::SetClock},
                                                           {"close", &Driver::CloseForm},
+                                                          {"chart", &Driver::PrintChart},
                                                           {"file", &Driver::QueueFile},
                                                           {"workbook", &Driver::QueueWorkbook},
                                                           {"clipboard", &Driver::PrintClipboard},
@@ -473,6 +476,12 @@ void Driver::CloseForm(const Words&) {
   Form* const form = stage_->UppermostForm();
   if (form == nullptr) Refuse("no form is open");
   form->CloseBox();
+}
+
+void Driver::PrintChart(const Words& words) {
+  const bool turned = words.size() > 2 && words[2] == "turned";
+  const ChartModel chart = ReadChart(report_->Impl().Context(), turned);
+  for (const std::string& line : ChartLines(chart, Word(words, 1))) Print(line);
 }
 
 // --- Completion

@@ -80,6 +80,7 @@ class Driver {
   void OfferComponent(const Words& words);
   void CancelAt(const Words& words);
   void CloseForm(const Words& words);
+  void PrintChart(const Words& words);
 
   std::ostream& out_;
   std::string last_line_;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "adapters/qt/background_provider.h"
+#include "adapters/qt/chart_view.h"
 #include "adapters/qt/column_chooser.h"
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/find_bar.h"
@@ -21,6 +22,7 @@
 #include "adapters/qt/result_bar.h"
 #include "adapters/qt/selection_watch.h"
 #include "adapters/qt/translations.h"
+#include "chart/chart_reader.h"
 #include "engine/grid_heading.h"
 #include "engine/report_control.h"
 #include "vorek/qt.h"
@@ -128,6 +130,12 @@ struct VorekReportWidget::Parts {
     return std::make_unique<SelectionScan>(context, std::move(columns));
   }
 
+  ChartModel Chart(bool turned) {
+    ChartModel chart;
+    presenter.Feed([&] { chart = ReadChart(Control().Context(), turned); });
+    return chart;
+  }
+
   // Not while a run waits for the database: what it shows is neither the old nor the new. True if
   // it was told.
   bool TellResultOnBar() {
@@ -141,6 +149,7 @@ struct VorekReportWidget::Parts {
     presenter.Feed([&] { bar->Show(TellResult(context)); });
     figures->Changed();
     find->RowsChanged();
+    if (chart_view != nullptr && chart_view->isVisible()) chart_view->Read();
     return true;
   }
 
@@ -149,6 +158,7 @@ struct VorekReportWidget::Parts {
   qt::Presenter presenter;
   qt::ResultBar* bar = nullptr;
   qt::FindBar* find = nullptr;
+  qt::ChartView* chart_view = nullptr;  // made when it is first asked for
   std::unique_ptr<qt::SelectionWatch> figures;
   QPointer<qt::PrintPreview> preview;  // reads the grid
   QTimer told;                         // runs out when the bar has to be told
@@ -289,6 +299,17 @@ void VorekReportWidget::PrintGrid() {
 }
 
 void VorekReportWidget::ShowFindBar() { parts_->find->Open(); }
+
+void VorekReportWidget::ShowChart() {
+  if (parts_->chart_view == nullptr) {
+    parts_->chart_view =
+        new qt::ChartView([this](bool turned) { return parts_->Chart(turned); }, this);
+  }
+  parts_->chart_view->Read();
+  parts_->chart_view->show();
+  parts_->chart_view->raise();
+  parts_->chart_view->activateWindow();
+}
 
 void VorekReportWidget::Do(const std::function<void()>& work) {
   parts_->presenter.Feed(work);

@@ -1,0 +1,94 @@
+#ifndef VOREK_ADAPTERS_QT_CHART_VIEW_H_
+#define VOREK_ADAPTERS_QT_CHART_VIEW_H_
+
+#include <QImage>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "adapters/qt/chart_painter.h"
+#include "chart/chart_model.h"
+
+class QAction;
+class QComboBox;
+class QHBoxLayout;
+class QToolButton;
+
+namespace vorek::qt {
+
+// The picture of a chart, or the words for why there is none. A click on an entry of the legend, or
+// its number on the keyboard, hides it and shows it again; the pointer over the picture tells the
+// values of its category.
+class ChartCanvas : public QWidget {
+ public:
+  explicit ChartCanvas(QWidget* parent);
+
+  // A chart of other series shows all of them.
+  void Show(std::shared_ptr<const ChartModel> chart);
+  void SetKind(ChartKind kind);
+  void SetShared(std::size_t series);
+  void Toggle(std::size_t entry);
+
+  ChartKind Kind() const { return look_.kind; }
+  const std::vector<bool>& Shown() const { return look_.shown; }
+  // "" while there is a picture.
+  QString Refusal() const;
+  // Of the picture on show; see ChartPainter.
+  QPointF LegendPlace(std::size_t entry) const;
+  QString TextAt(const QPointF& point) const;
+
+  void PaintOn(QPainter& painter, const QRectF& area);
+  QImage Picture();
+  // By the ending: a PNG of twice the size on screen, or an SVG. False if it can't be written.
+  bool Save(const QString& file);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool event(QEvent* event) override;
+
+ private:
+  void Changed(bool all_shown);
+  void Describe();
+
+  std::shared_ptr<const ChartModel> chart_;
+  ChartLook look_;
+  std::unique_ptr<ChartPainter> painter_;  // of the picture on show
+};
+
+// A window with the chart of a report.
+class ChartView : public QWidget {
+ public:
+  // read gives the chart of the report as it is shown now; its argument says whether a cross
+  // table's sides change places.
+  ChartView(std::function<ChartModel(bool turned)> read, QWidget* parent);
+
+  // Reads the chart anew.
+  void Read();
+  ChartCanvas& Canvas() { return *canvas_; }
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  QAction* AddAction(QHBoxLayout& row, const QString& icon, const QString& text,
+                     const QKeySequence& key);
+  void AddKinds(QHBoxLayout& row);
+  void AddRest(QHBoxLayout& row);
+  void OfferSeries(const ChartModel& chart);
+  void Save(const QString& ending);
+  void Recolor();
+
+  std::function<ChartModel(bool)> read_;
+  ChartCanvas* canvas_;
+  QComboBox* shared_;  // the series of a share chart
+  QAction* turn_ = nullptr;
+  std::vector<std::pair<QToolButton*, QString>> buttons_;
+};
+
+}  // namespace vorek::qt
+
+#endif  // VOREK_ADAPTERS_QT_CHART_VIEW_H_
