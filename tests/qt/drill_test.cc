@@ -87,15 +87,13 @@ TEST_F(DrillTest, OpensAChainOfWindowsWithTheWayThatLedThere) {
   EXPECT_EQ(desk->CurrentTab(), first);
   // Escape goes back by one window.
   QTest::keyClick(lines->findChild<GridArea*>("flxMain"), Qt::Key_Escape);
-  QTest::qWait(30);
-  EXPECT_EQ(WindowTitled("اقلام يك فاكتور"), nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return WindowTitled("اقلام يك فاكتور") == nullptr; }, 3000));
   EXPECT_NE(WindowTitled("فاكتورهاي يك مشتري"), nullptr);
   // Escape in a tab keeps it; what it has opened goes with it.
   QTest::keyClick(Child<GridArea>("flxMain"), Qt::Key_Escape);
   EXPECT_EQ(desk->CurrentTab(), first);
   QTest::keyClick(desk.get(), Qt::Key_W, Qt::ControlModifier);
-  QTest::qWait(50);
-  EXPECT_TRUE(Windows().empty());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Windows().empty(); }, 3000));
 }
 
 TEST_F(DrillTest, ClosesWhatAWindowHasOpenedWithIt) {
