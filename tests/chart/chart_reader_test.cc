@@ -237,6 +237,7 @@ TEST_F(CrossChartReader, PutsTheLongerSideOnTheAxis) {
   cross.SetColWidth(3, 0);
   cross.SetColWidth(4, 0);
   EXPECT_EQ(Read(), "شهر: قم يزد | 1: 10 1/000");
+  EXPECT_EQ(Read(true), "ماه: 1 | قم: 10 | يزد: 1/000");
   cross.SetRowHeight(1, 0);
   EXPECT_EQ(Read(), "ماه: 1 | يزد: 1/000");
   cross.SetRowHeight(1, 240);
