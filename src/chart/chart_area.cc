@@ -1,6 +1,7 @@
 #include "chart/chart_area.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "grid/outline_mark.h"
 #include "grid/summary_label.h"
@@ -28,21 +29,18 @@ ChartCell ReadTime(const std::string& text, bool number) {
 
 }  // namespace
 
-ChartArea AreaOf(const Grid& grid) {
-  ChartArea area{grid.FixedRows(), grid.Rows() - 1, grid.FixedCols(), grid.Cols() - 1, false};
-  const auto [first_row, last_row] = std::minmax({grid.Row(), grid.RowSel()});
-  const auto [first_col, last_col] = std::minmax({grid.Col(), grid.ColSel()});
-  const bool several_rows = first_row != last_row;
+ChartArea AreaOf(const Grid& grid, const ColumnView& view) {
+  ChartArea area{grid.FixedRows(), grid.Rows() - 1, view.Shown(), false};
+  const auto [first, last] = std::minmax({grid.Row(), grid.RowSel()});
+  const bool several_rows = first != last;
   if (several_rows) {
-    area.first_row = std::max(area.first_row, first_row);
-    area.last_row = std::min(area.last_row, last_row);
+    area.first_row = std::max(area.first_row, first);
+    area.last_row = std::min(area.last_row, last);
   }
-  const bool all = first_col <= area.first_col && last_col == area.last_col;
-  area.columns_chosen = !all && (several_rows || first_col != last_col);
-  if (area.columns_chosen) {
-    area.first_col = std::max(area.first_col, first_col);
-    area.last_col = last_col;
-  }
+  std::vector<std::int32_t> selected = view.Between(grid.Col(), grid.ColSel());
+  const bool one_row = !several_rows && (selected.size() < 2 || grid.ColSel() == grid.Cols() - 1);
+  area.columns_chosen = !one_row && !selected.empty() && selected.size() < area.columns.size();
+  if (area.columns_chosen) area.columns = std::move(selected);
   return area;
 }
 

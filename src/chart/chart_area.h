@@ -6,24 +6,22 @@
 #include <vector>
 
 #include "chart/chart_model.h"
+#include "grid/column_view.h"
 #include "grid/report_context.h"
 #include "totals/selection_figures.h"
 
 namespace vorek {
 
-// The cells of the grid on view that a chart is made of.
+// The cells of a grid that a chart is made of: what is selected, or everything. Several columns
+// limit the columns, unless they are all, and several rows limit the rows; one cell limits nothing,
+// nor does one row up to its last column, as a run selects it.
 struct ChartArea {
-  // What is selected, or everything: several columns limit the columns, unless they are all, and
-  // several rows limit the rows; one cell and one whole row limit nothing.
   std::int32_t first_row = 0;
   std::int32_t last_row = 0;
-  std::int32_t first_col = 0;
-  std::int32_t last_col = 0;
+  std::vector<std::int32_t> columns;  // as they are shown
   bool columns_chosen = false;
-
-  bool HasColumn(std::int32_t col) const { return col >= first_col && col <= last_col; }
 };
-ChartArea AreaOf(const Grid& grid);
+ChartArea AreaOf(const Grid& grid, const ColumnView& view);
 
 // The rows of flxMain in the area that show and count: no sums and averages, no subtotals beside
 // the rows that they sum, no open row of a tree, for which its sub-rows stand.

@@ -1,6 +1,7 @@
 #include "chart/chart_reader.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "chart/chart_area.h"
@@ -20,8 +21,12 @@ bool IsTextOrDate(int type) {
 
 class GridChart {
  public:
-  GridChart(const ReportContext& report, ChartModel& chart)
-      : report_(report), grid_(report.flxMain), area_(AreaOf(grid_)), chart_(chart) {}
+  GridChart(const ReportContext& report, const ColumnView& view, ChartModel& chart)
+      : report_(report),
+        grid_(report.flxMain),
+        view_(view),
+        area_(AreaOf(grid_, view)),
+        chart_(chart) {}
 
   void Read() {
     rows_ = ChartRows(report_, area_);
@@ -37,8 +42,6 @@ class GridChart {
   }
 
  private:
-  bool Shows(std::int32_t column) const { return grid_.ColWidth(column) != 0; }
-
   // Null for a calculated column.
   const FieldInfo* Field(std::int32_t column) const {
     const auto field = static_cast<std::size_t>(column) - 1;
@@ -48,16 +51,15 @@ class GridChart {
 
   bool IsCategory(std::int32_t column) const {
     const FieldInfo* const field = Field(column);
-    return field != nullptr && Shows(column) && IsTextOrDate(field->type);
+    return field != nullptr && IsTextOrDate(field->type);
   }
 
   // The first text or date of the area, else the first one of all, else the numbers of the rows.
   std::int32_t CategoryColumn() const {
-    for (std::int32_t column = area_.first_col; column <= area_.last_col; ++column) {
-      if (IsCategory(column)) return column;
-    }
-    for (std::int32_t column = grid_.FixedCols(); column < grid_.Cols(); ++column) {
-      if (IsCategory(column)) return column;
+    for (const auto* const columns : {&area_.columns, &view_.Shown()}) {
+      const auto found = std::find_if(columns->begin(), columns->end(),
+                                      [this](std::int32_t column) { return IsCategory(column); });
+      if (found != columns->end()) return *found;
     }
     return 0;
   }
@@ -86,10 +88,10 @@ class GridChart {
   // user chose the columns.
   std::vector<std::int32_t> SeriesColumns() const {
     std::vector<std::int32_t> numbers;
-    for (std::int32_t column = area_.first_col; column <= area_.last_col; ++column) {
-      const bool number = FigureKindOf(report_.state, column) != FigureKind::kNone;
-      if (number && Shows(column)) numbers.push_back(column);
-    }
+    std::copy_if(area_.columns.begin(), area_.columns.end(), std::back_inserter(numbers),
+                 [this](std::int32_t column) {
+                   return FigureKindOf(report_.state, column) != FigureKind::kNone;
+                 });
     const auto amount = [this](std::int32_t column) { return IsAmount(column); };
     if (!area_.columns_chosen && std::any_of(numbers.begin(), numbers.end(), amount)) {
       std::erase_if(numbers, [&](std::int32_t column) { return !amount(column); });
@@ -115,6 +117,7 @@ class GridChart {
 
   const ReportContext& report_;
   const Grid& grid_;
+  const ColumnView& view_;
   ChartArea area_;
   ChartModel& chart_;
   std::vector<std::int32_t> rows_;
@@ -122,15 +125,15 @@ class GridChart {
 
 }  // namespace
 
-ChartModel ReadChart(const ReportContext& report, bool turned) {
+ChartModel ReadChart(const ReportContext& report, const ColumnView& view, bool turned) {
   ChartModel chart;
   chart.title = report.state.Title;
   if (report.state.FoundRows < 0) {
     chart.refusal = "هنوز نتيجه اي براي رسم نمودار نيست.";
   } else if (report.state.isTransposedResult) {
-    ReadCrossChart(report, turned, chart);
+    ReadCrossChart(report, view, turned, chart);
   } else {
-    GridChart(report, chart).Read();
+    GridChart(report, view, chart).Read();
   }
   return chart;
 }

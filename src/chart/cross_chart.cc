@@ -28,11 +28,11 @@ struct CrossColumn {
 
 class CrossChart {
  public:
-  CrossChart(const ReportContext& report, ChartModel& chart)
+  CrossChart(const ReportContext& report, const ColumnView& view, ChartModel& chart)
       : report_(report),
         source_(report.flxMain),
         table_(report.flxTranspose),
-        area_(AreaOf(table_)),
+        area_(AreaOf(table_, view)),
         bases_(static_cast<std::int32_t>(report.state.TransposeColumns.size())),
         chart_(chart) {
     has_sub_rows_ = source_.Cols() - 2 - bases_ >= 2;
@@ -107,8 +107,8 @@ class CrossChart {
 
   // Without the columns that are closed, and without an open one, for which those below it stand.
   void ReadColumns() {
-    for (std::int32_t column = bases_ + 1; column < table_.Cols(); ++column) {
-      if (!area_.HasColumn(column) || table_.ColWidth(column) == 0) continue;
+    for (const std::int32_t column : area_.columns) {
+      if (column <= bases_) continue;
       std::string name = table_.TextMatrix(0, column);
       const char sign = HeaderSign(table_, column, name);
       if (sign == '-') continue;
@@ -188,8 +188,9 @@ std::string TooManyCategories(std::size_t count) {
          " رديف را انتخاب يا فيلتر كنيد.";
 }
 
-void ReadCrossChart(const ReportContext& report, bool turned, ChartModel& chart) {
-  CrossChart(report, chart).Read(turned);
+void ReadCrossChart(const ReportContext& report, const ColumnView& view, bool turned,
+                    ChartModel& chart) {
+  CrossChart(report, view, chart).Read(turned);
 }
 
 }  // namespace vorek

@@ -59,8 +59,16 @@ class ChartReader : public testing::Test {
     }
     return text + (chart.note.empty() ? "" : " | " + chart.note);
   }
-  std::string Read(bool turned = false) { return Told(ReadChart(report.Context(), turned)); }
+  // With the columns as the user arranged them.
+  ChartModel Chart(bool turned = false) {
+    const ReportContext context = report.Context();
+    ColumnView view(context.ActiveGrid());
+    view.SetWishes(wishes);
+    return ReadChart(context, view, turned);
+  }
+  std::string Read(bool turned = false) { return Told(Chart(turned)); }
 
+  ColumnWishes wishes;
   RandomReport report{1};
   Grid& grid = report.flxMain;
 };
@@ -70,8 +78,8 @@ constexpr const char* kMixed = " رسم نشده است: ساعت و عدد مح
 TEST_F(ChartReader, TakesAmountsOverTheFirstText) {
   EXPECT_EQ(Read(),
             std::string("نام: علي حسن رضا مينا | مبلغ: 1/000 (2/500) - 0.5 | «زمان»") + kMixed);
-  EXPECT_EQ(ReadChart(report.Context()).value_title, "مبلغ");
-  EXPECT_EQ(ReadChart(report.Context()).title, "فروش");
+  EXPECT_EQ(Chart().value_title, "مبلغ");
+  EXPECT_EQ(Chart().title, "فروش");
   grid.SetColWidth(3, 0);
   EXPECT_EQ(Read(), "نام: علي حسن رضا مينا | زمان: 01:30 00:05 10:00 -");
   grid.SetColWidth(5, 0);
@@ -93,6 +101,7 @@ TEST_F(ChartReader, IsLimitedByASelection) {
   const Case cases[] = {
       {2, 3, 2, 3, everything.c_str()},  // a cell
       {2, 1, 2, 5, everything.c_str()},  // a row
+      {2, 3, 2, 5, everything.c_str()},  // a row as a run selects it
       {2, 1, 3, 5, rows.c_str()},
       {3, 5, 2, 1, rows.c_str()},  // drawn from below
       {1, 4, 4, 4, "نام: علي حسن رضا مينا | تعداد: 3 4 5 6"},
@@ -104,6 +113,19 @@ TEST_F(ChartReader, IsLimitedByASelection) {
     Select(c.row, c.col, c.row_sel, c.col_sel);
     EXPECT_EQ(Read(), c.told) << c.row << "," << c.col << " " << c.row_sel << "," << c.col_sel;
   }
+}
+
+// What the user hid isn't shown, and a selection goes by what is seen.
+TEST_F(ChartReader, GoesByTheColumnsAsTheyAreArranged) {
+  wishes.order = {{4, "تعداد", false},
+                  {1, "كد", false},
+                  {3, "مبلغ", true},
+                  {2, "نام", true},
+                  {5, "زمان", true}};
+  EXPECT_EQ(Read(), "رديف: 1 2 3 4 | تعداد: 3 4 5 6 | كد: 7 8 9 10");
+  wishes.order[2].hidden = false;
+  Select(1, 4, 2, 1);
+  EXPECT_EQ(Read(), "رديف: 1 2 | تعداد: 3 4 | كد: 7 8");
 }
 
 TEST_F(ChartReader, LeavesOutWhatIsNoRowOfTheResult) {
@@ -170,7 +192,7 @@ TEST_F(ChartReader, NamesASeriesThatIsOneTooMany) {
     row.push_back(i == 2 ? "" : std::to_string(i));
   }
   Fill(columns, {row});
-  const ChartModel chart = ReadChart(report.Context());
+  const ChartModel chart = Chart();
   ASSERT_EQ(chart.series.size(), 16U);
   EXPECT_EQ(chart.series[1].name, "م3") << "one without a value is left out";
   EXPECT_EQ(chart.note, "16 سري نخست از 17 سري رسم شده است.");
@@ -211,15 +233,16 @@ TEST_F(CrossChartReader, PutsTheLongerSideOnTheAxis) {
                 {"مجموع", "", "99", "99", "99"}});
   EXPECT_EQ(Read(), "ماه: 1 2 3 | قم: 10 - (30) | يزد: 1/000 2 3");
   EXPECT_EQ(Read(true), "شهر: قم يزد | 1: 10 1/000 | 2: - 2 | 3: (30) 3");
-  EXPECT_EQ(ReadChart(report.Context()).value_title, "فروش");
+  EXPECT_EQ(Chart().value_title, "فروش");
   cross.SetColWidth(3, 0);
   cross.SetColWidth(4, 0);
   EXPECT_EQ(Read(), "شهر: قم يزد | 1: 10 1/000");
+  EXPECT_EQ(Read(true), "ماه: 1 | قم: 10 | يزد: 1/000");
   cross.SetRowHeight(1, 0);
   EXPECT_EQ(Read(), "ماه: 1 | يزد: 1/000");
   cross.SetRowHeight(1, 240);
   cross.SetColWidth(3, 1000);
-  cross.SelectByUser(2, 3, 2, 4);
+  cross.SelectByUser(1, 3, 2, 3);
   EXPECT_EQ(Read(), "شهر: قم يزد | 2: - 2");
 }
 
@@ -238,7 +261,7 @@ TEST_F(CrossChartReader, ShowsTheSubRowsThatAreOpenElseTheFirstOfEach) {
                  {"", "شرح", "4", "4", "4"}});
   for (const std::int32_t row : {2, 3, 4, 6, 7, 8}) cross.SetRowHeight(row, 0);
   EXPECT_EQ(Read(), "ماه: 1 2 3 | قم: 10 20 30 | يزد: 40 50 60");
-  EXPECT_EQ(ReadChart(report.Context()).value_title, "فروش");
+  EXPECT_EQ(Chart().value_title, "فروش");
   for (const std::int32_t row : {6, 7, 8}) cross.SetRowHeight(row, 240);
   EXPECT_EQ(Read(), "ماه: 1 2 3 | يزد - فروش: 40 50 60 | يزد - تعداد: 4 5 6");
 }

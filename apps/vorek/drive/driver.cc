@@ -480,7 +480,8 @@ void Driver::CloseForm(const Words&) {
 
 void Driver::PrintChart(const Words& words) {
   const bool turned = words.size() > 2 && words[2] == "turned";
-  const ChartModel chart = ReadChart(report_->Impl().Context(), turned);
+  const ReportContext report = report_->Impl().Context();
+  const ChartModel chart = ReadChart(report, ColumnView(report.ActiveGrid()), turned);
   for (const std::string& line : ChartLines(chart, Word(words, 1))) Print(line);
 }
 

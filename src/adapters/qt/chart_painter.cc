@@ -87,6 +87,8 @@ void ChartPainter::Paint(QPainter& painter, const QRectF& area) {
   rest = PaintCategories(painter, PaintValues(painter, rest));
   painter.save();
   painter.setClipRect(plot_.adjusted(-2, -2, 2, 2));
+  // Where points lie closer than pixels, smooth edges cost more than all the rest.
+  painter.setRenderHint(QPainter::Antialiasing, chart_.categories.size() <= MostPoints());
   if (look_.kind == ChartKind::kBars) PaintBars(painter);
   if (look_.kind == ChartKind::kStackedBars) PaintHeaps(painter);
   if (look_.kind == ChartKind::kLines) PaintLines(painter);

@@ -132,7 +132,12 @@ struct VorekReportWidget::Parts {
 
   ChartModel Chart(bool turned) {
     ChartModel chart;
-    presenter.Feed([&] { chart = ReadChart(Control().Context(), turned); });
+    presenter.Feed([&] {
+      const ReportContext context = Control().Context();
+      qt::GridArea* const area = AreaOf(context.ActiveGrid());
+      const ColumnView own(context.ActiveGrid());
+      chart = ReadChart(context, area == nullptr ? own : area->Geometry().Arrangement(), turned);
+    });
     return chart;
   }
 
