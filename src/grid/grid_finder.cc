@@ -26,6 +26,7 @@ GridFinder::GridFinder(const Grid& grid, std::string_view text)
 }
 
 bool GridFinder::Step(std::int32_t rows) {
+  std::erase_if(columns_, [this](std::int32_t col) { return col >= grid_.Cols(); });
   const std::int64_t end = std::min<std::int64_t>(std::int64_t{next_} + rows, grid_.Rows());
   const bool heights = grid_.RowHeightsDiffer();
   std::string scratch;

@@ -12,7 +12,8 @@ namespace vorek {
 
 // Looks for a text in all columns of a grid, piece by piece, row after row. Digit groups and
 // brackets don't count in the text, as they don't in the cells (see CellSearch). Hidden rows and
-// columns of no width are passed over. The grid must not change meanwhile.
+// columns of no width are passed over. The hits of a
+// grid that has changed meanwhile are stale: the caller begins anew.
 class GridFinder {
  public:
   struct Hit {

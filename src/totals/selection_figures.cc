@@ -165,7 +165,10 @@ SelectionScan::SelectionScan(const ReportContext& report)
         return columns;
       }()) {}
 
+// Rows and columns that went since the beginning are read no more.
 bool SelectionScan::Step(std::int32_t rows) {
+  last_ = std::min(last_, grid_.Rows() - 1);
+  std::erase_if(columns_, [this](const Column& c) { return c.number >= grid_.Cols(); });
   const std::int64_t end = std::min<std::int64_t>(std::int64_t{next_} + rows, last_ + 1);
   for (; next_ < end; ++next_) ReadRow(next_);
   return next_ > last_;

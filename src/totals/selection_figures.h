@@ -31,7 +31,8 @@ FigureKind FigureKindOf(const ReportState& state, std::int32_t column);
 
 // Goes through the selection of the grid on view, piece by piece. Hidden rows and the rows of sums
 // and averages don't count, nor do subtotals beside the rows that they sum. Texts and dates are no
-// numbers; nor are codes that their field holds as a text. The grid must not change meanwhile.
+// numbers; nor are codes that their field holds as a text. Figures of a grid that
+// has changed meanwhile are those of no selection: the caller begins anew.
 class SelectionScan {
  public:
   // columns: those of the selection as the user sees it.

@@ -125,7 +125,12 @@ void FindBar::Begin() {
 void FindBar::Look() {
   constexpr int kSlice = 12;   // milliseconds: a frame of the screen is 16
   constexpr int kRows = 1024;  // between two looks at the clock
-  if (finder_ == nullptr) return;
+  constexpr int kAgain = 50;   // milliseconds
+  if (finder_ == nullptr || marked_->Shown() == nullptr) return;
+  if (!marked_->Shown()->Drawn()) {
+    slice_.start(kAgain);
+    return;
+  }
   QElapsedTimer clock;
   clock.start();
   while (!done_ && clock.elapsed() < kSlice) done_ = finder_->Step(kRows);

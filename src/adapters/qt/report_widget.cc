@@ -73,7 +73,7 @@ struct VorekReportWidget::Parts {
     constexpr std::array<std::string_view, 4> kRows = {"Rows", "Cells", "RowHeight", "Visible"};
     const bool grid = &control == &Control().flxMain || &control == &Control().flxTranspose;
     if (!grid) return;
-    if (property == "Selection") figures->Changed();
+    figures->Changed();
     if (std::find(kRows.begin(), kRows.end(), property) == kRows.end()) return;
     if (!preview.isNull()) preview->close();
     if (!told.isActive()) told.start();
@@ -120,7 +120,7 @@ struct VorekReportWidget::Parts {
   std::unique_ptr<SelectionScan> ScanSelection() {
     const ReportContext context = Control().Context();
     const Grid& grid = context.ActiveGrid();
-    if (Busy() || context.state.FoundRows < 0) return nullptr;
+    if (context.state.FoundRows < 0) return nullptr;
     std::vector<std::int32_t> columns;
     if (qt::GridArea* const area = AreaOf(grid); area != nullptr) {
       columns = area->SelectedColumns();
@@ -189,6 +189,7 @@ void VorekReportWidget::Begin() {
       this, [this] { parts_->presenter.Feed([this] { parts_->Control().TakeFilterAway(); }); });
   parts_->find = new qt::FindBar(this, [this] { return parts_->Area(); });
   parts_->figures = std::make_unique<qt::SelectionWatch>(
+      [this] { return !parts_->Busy() && parts_->Control().Context().ActiveGrid().Drawn(); },
       [this] { return parts_->ScanSelection(); },
       [this](const SelectionFigures& figures) { parts_->bar->ShowFigures(figures); });
   parts_->presenter.on_changed = [this](const Control& control, std::string_view property) {

@@ -14,8 +14,9 @@ namespace vorek::qt {
 // selection is read in slices, and begun anew when it or the rows change.
 class SelectionWatch : public QObject {
  public:
-  // scan begins a reading, or gives null where there is nothing to read; tell gets what was read.
-  SelectionWatch(std::function<std::unique_ptr<SelectionScan>()> scan,
+  // ready is false while a run or a pass is changing the rows: nothing is read then. scan begins a
+  // reading, or gives null where there is nothing to read; tell gets what was read.
+  SelectionWatch(std::function<bool()> ready, std::function<std::unique_ptr<SelectionScan>()> scan,
                  std::function<void(const SelectionFigures&)> tell);
 
   // The selection or the rows are others now.
@@ -24,6 +25,7 @@ class SelectionWatch : public QObject {
  private:
   void Read();
 
+  std::function<bool()> ready_;
   std::function<std::unique_ptr<SelectionScan>()> begin_;
   std::function<void(const SelectionFigures&)> tell_;
   std::unique_ptr<SelectionScan> scan_;
