@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <set>
+#include <stdexcept>
 
 #include "print/page_text.h"
 #include "print/paper_color.h"
@@ -307,18 +308,18 @@ struct List {
   GridPrint Print() {
     return {report.Context(), PrintedColumns(view, report.flxMain), {"عنوان", "", ""}, setup};
   }
-  const DrawnItem& Item(const std::string& text, std::size_t page = 0) {
-    drawn = Print().Page(page);
+  // By value: two of them stand in one comparison, and each is drawn anew.
+  DrawnItem Item(const std::string& text, std::size_t page = 0) {
+    std::vector<DrawnItem> drawn = Print().Page(page);
     const auto found = std::find_if(drawn.begin(), drawn.end(),
                                     [&](const DrawnItem& item) { return item.text == text; });
-    EXPECT_NE(found, drawn.end()) << text;
-    return *found;
+    if (found == drawn.end()) throw std::runtime_error("isn't drawn: " + text);
+    return std::move(*found);
   }
 
   RandomReport report;
   ColumnView view{report.flxMain};
   PageSetup setup;
-  std::vector<DrawnItem> drawn;
 };
 
 TEST(GridPrint, ShowsCellsAsTheGridDoes) {
@@ -402,7 +403,7 @@ TEST(GridPrint, SetsTreesIn) {
   grid.WriteCell(2, 0, "1-1+");
   grid.WriteCell(3, 0, "1-1-1");
   const auto right = [&](const std::string& text) {
-    const DrawnItem& item = list.Item(text);
+    const DrawnItem item = list.Item(text);
     return item.left + item.item->width;
   };
   EXPECT_GT(right("1"), right("1-1"));
