@@ -74,7 +74,7 @@ function(_vorek_install_module target name)
   install(FILES ${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
 
-# The package itself, the public headers and the manual page.
+# The package itself and the public headers.
 function(vorek_install_package)
   configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/VorekConfig.cmake.in ${PROJECT_BINARY_DIR}/VorekConfig.cmake
@@ -84,5 +84,4 @@ function(vorek_install_package)
   install(FILES ${PROJECT_BINARY_DIR}/VorekConfig.cmake
                 ${PROJECT_BINARY_DIR}/VorekConfigVersion.cmake DESTINATION ${VOREK_CMAKE_DIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vorek DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-  install(FILES ${PROJECT_SOURCE_DIR}/docs/vorek.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endfunction()

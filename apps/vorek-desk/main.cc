@@ -14,6 +14,7 @@
 #include "desk_style.h"
 #include "desk_window.h"
 #include "settings_file.h"
+#include "vorek/version.h"
 
 namespace vorek::desk {
 namespace {
@@ -21,6 +22,7 @@ namespace {
 void AddOptions(QCommandLineParser& parser) {
   parser.setApplicationDescription("Shows the reports of a database in windows.");
   parser.addHelpOption();
+  parser.addVersionOption();
   parser.addOptions({
       {"db", "Connection string, or the file of an embedded database.", "db"},
       {"password-file", "File whose first line is the password; else $VOREK_PASSWORD.", "file"},
@@ -132,6 +134,7 @@ int Main(const QApplication& app) {
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setApplicationName("vorek-desk");
+  QApplication::setApplicationVersion(VOREK_VERSION_TEXT);
   QApplication::setLayoutDirection(Qt::RightToLeft);
   try {
     return vorek::desk::Main(app);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "parameters/form_ask_user.h"
 #include "text/utf8.h"
 #include "widgets/typed_text.h"
 
@@ -120,15 +119,6 @@ bool AskParameters(VorekParameters& panel, std::istream& in, std::ostream& out) 
     panel.cmdOk.Click();
   } while (!panel.result);
   return true;
-}
-
-void AskingWindows::ShowModal(Form& form) {
-  if (auto* const ask = dynamic_cast<FormAskUser*>(&form)) {
-    if (!AskParameters(ask->VorekParameters1, in_, out_)) ask->VorekParameters1.cmdCancel.Click();
-    return;
-  }
-  error_shown_ = error_shown_ || form.Name() == "FormError";
-  ConsoleWindows::ShowModal(form);
 }
 
 }  // namespace vorek

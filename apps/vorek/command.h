@@ -19,6 +19,8 @@ void AddDriveCommand(CLI::App& app);
 void AddCheckCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddSqlCommand(CLI::App& app);
+// Of all commands that the app has when it runs.
+void AddCompletionCommand(CLI::App& app);
 #ifdef VOREK_WITH_QT
 void AddPrintCommand(CLI::App& app);
 #endif

@@ -25,7 +25,8 @@ void RunScript(drive::Driver& driver, std::istream& script) {
 // A script's paths are relative to it, so that it runs anywhere.
 void RunFile(drive::Driver& driver, const std::string& file) {
   std::ifstream script(file);
-  if (!script) {
+  // A folder can be opened too, and holds no line.
+  if (!script || std::filesystem::is_directory(file)) {
     throw Error(ErrorNumber::kFileNotFound, "The script " + file + " can't be read.");
   }
   const std::filesystem::path folder = std::filesystem::path(file).parent_path();

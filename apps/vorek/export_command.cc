@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <csignal>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -26,40 +25,6 @@ struct CommandOptions {
   bool no_header = false;
   bool plain = false;
   bool guard = false;
-};
-
-volatile std::sig_atomic_t g_interrupted = 0;
-void Interrupt(int) { g_interrupted = 1; }
-
-// Tells how far the export is, at a terminal, and stops it at Ctrl-C.
-class ExportWindows : public AskingWindows {
- public:
-  explicit ExportWindows(bool asks) : AskingWindows(std::cin, std::cerr), asks_(asks) {}
-  ~ExportWindows() override {
-    if (told_ >= 0) std::cerr << "\r    \r" << std::flush;
-  }
-  void ShowModal(Form& form) override {
-    if (asks_) {
-      AskingWindows::ShowModal(form);
-    } else {
-      ConsoleWindows::ShowModal(form);
-    }
-  }
-  void Follow(const VorekProgressBar* progress) { progress_ = progress; }
-
-  bool PassGoesOn() override {
-    const int percent = progress_ == nullptr ? 0 : progress_->Value();
-    if (progress_ != nullptr && isatty(STDERR_FILENO) != 0 && percent != told_) {
-      told_ = percent;
-      std::cerr << '\r' << percent << '%' << std::flush;
-    }
-    return g_interrupted == 0;
-  }
-
- private:
-  bool asks_;
-  const VorekProgressBar* progress_ = nullptr;
-  int told_ = -1;
 };
 
 ExportOptions OptionsFor(const CommandOptions& command) {
@@ -111,18 +76,13 @@ void Export(const CommandOptions& command) {
     std::cerr << "standard output needs a --format\n";
     throw CLI::RuntimeError(2);
   }
-  const auto windows = std::make_shared<ExportWindows>(command.report.ask);
-  ShownReport shown(command.report, windows);
-  windows->Follow(&shown.Control().Progress);
-  std::signal(SIGINT, Interrupt);
+  ShownReport shown(command.report);
   std::string note;
   try {
     note = Write(shown, OptionsFor(command));
   } catch (const Error& error) {
-    windows->Follow(nullptr);
     shown.Refuse(PersianReason(error.Description()));
   }
-  windows->Follow(nullptr);
   if (!note.empty()) std::cerr << note << '\n';
 }
 

@@ -5,17 +5,28 @@
 #include <ostream>
 #include <string>
 
+#include "cell_table.h"
 #include "grid/grid.h"
 
 namespace vorek {
 
-// Writers of a grid, column 0 first.
+// A grid's cells, column 0 first. The grid must outlive it.
+class GridTable : public CellTable {
+ public:
+  explicit GridTable(const Grid& grid) : grid_(grid) {}
 
-// Columns side by side with a line below the header; hidden columns and rows are left out. Widths
-// are those of a terminal's cells.
-void WriteTable(const Grid& grid, std::ostream& out);
-// Every row a line, cells with tabs between; tabs and line ends in a text become blanks.
-void WriteTsv(const Grid& grid, std::ostream& out);
+  std::size_t Rows() const override { return static_cast<std::size_t>(grid_.Rows()); }
+  std::size_t Columns() const override { return static_cast<std::size_t>(grid_.Cols()); }
+  std::optional<std::string_view> Cell(std::size_t row, std::size_t column,
+                                       std::string& scratch) const override;
+  bool LeftAligned(std::size_t column) const override;
+  bool RowHidden(std::size_t row) const override;
+  bool ColumnHidden(std::size_t column) const override;
+
+ private:
+  const Grid& grid_;
+};
+
 // One object: the report's number and title, the columns with their measures, the data rows.
 void WriteJson(const Grid& grid, std::int32_t report_id, const std::string& title,
                std::ostream& out);

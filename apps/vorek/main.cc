@@ -6,7 +6,9 @@
 #include <new>
 
 #include "command.h"
+#include "interrupt_watch.h"
 #include "vorek/error.h"
+#include "vorek/version.h"
 
 namespace {
 
@@ -34,6 +36,9 @@ int RunToTheEnd(CLI::App& app, int argc, char** argv) {
     return Run(app, argc, argv);
   } catch (const std::bad_alloc&) {
     return Tell("out of memory");
+  } catch (const vorek::Error& error) {
+    Tell(error.what());
+    return error.Is(vorek::ErrorNumber::kCancelled) ? vorek::InterruptWatch::kExitCode : 1;
   } catch (const std::exception& error) {
     return Tell(error.what());
   }
@@ -55,6 +60,7 @@ int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   CLI::App app("Vorek, a database-driven report engine");
   app.require_subcommand(1);
+  app.set_version_flag("--version", "vorek " VOREK_VERSION_TEXT);
   vorek::AddSampleCommand(app);
   vorek::AddListCommand(app);
   vorek::AddShowCommand(app);
@@ -66,6 +72,7 @@ int main(int argc, char** argv) {
 #ifdef VOREK_WITH_QT
   vorek::AddPrintCommand(app);
 #endif
+  vorek::AddCompletionCommand(app);
   const int code = RunToTheEnd(app, argc, argv);
   return OutputIsWritten() ? code : 1;
 }

@@ -82,7 +82,7 @@ void Print(const PrintOptions& options) {
   WorldOptions with = ConsoleWorld();
   const auto output = PdfFile(QString::fromStdString(options.to));
   with.print_jobs = PrintsThroughTemplates(with, PugiXmlReader(), output);
-  ShownReport shown(options.report, nullptr, std::move(with));
+  ShownReport shown(options.report, std::move(with));
   try {
     PrintShown(shown, options, *output);
   } catch (const Error& error) {

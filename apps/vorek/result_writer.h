@@ -2,18 +2,31 @@
 #define VOREK_APPS_VOREK_RESULT_WRITER_H_
 
 #include <ostream>
+#include <vector>
 
+#include "cell_table.h"
 #include "platform/result_set.h"
 
 namespace vorek {
 
-// Writers of a row set as it comes from the database; NULL shows as NULL, in JSON as null.
+// A row set as it comes from the database, which must outlive it.
+class ResultTable : public CellTable {
+ public:
+  explicit ResultTable(const ResultSet& result) : result_(result) {}
 
-void WriteTable(const ResultSet& result, std::ostream& out);
-// A line of names, then a line a row; tabs and line ends in a text become blanks.
-void WriteTsv(const ResultSet& result, std::ostream& out);
-// {"columns": [{"name", "type"}], "rows": [[..]]}; numbers as numbers, exact to their scale.
-void WriteJson(const ResultSet& result, std::ostream& out);
+  std::size_t Rows() const override { return result_.rows + 1; }
+  std::size_t Columns() const override { return result_.columns.size(); }
+  std::optional<std::string_view> Cell(std::size_t row, std::size_t column,
+                                       std::string& scratch) const override;
+  bool LeftAligned(std::size_t column) const override;
+
+ private:
+  const ResultSet& result_;
+};
+
+// One document for all row sets: {"results": [{"columns": [{"name", "type"}], "rows": [[..]]}]}.
+// Numbers as numbers, exact to their scale; a NULL is null.
+void WriteJson(const std::vector<ResultSetPtr>& results, std::ostream& out);
 
 }  // namespace vorek
 

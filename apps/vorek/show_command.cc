@@ -18,17 +18,20 @@ void WriteGrid(ReportControl& control, const std::string& format) {
   OpenCrossTable(control.flxTranspose);
   const Grid& grid = control.Context().ActiveGrid();
   if (format == "tsv") {
-    WriteTsv(grid, std::cout);
+    WriteTsv(GridTable(grid), std::cout);
+  } else if (format == "csv") {
+    WriteCsv(GridTable(grid), std::cout);
   } else if (format == "json") {
     WriteJson(grid, control.state.ReportID, control.state.Title, std::cout);
   } else {
     std::cout << control.state.Title << '\n';
-    WriteTable(grid, std::cout);
+    WriteTable(GridTable(grid), std::cout);
   }
 }
 
 void Show(const ShowOptions& options) {
   ShownReport shown(options.report);
+  shown.LetInterruptsEnd();
   WriteGrid(shown.Control(), options.format);
 }
 
@@ -40,8 +43,9 @@ void AddShowCommand(CLI::App& app) {
   AddReportOptions(*command, options->report);
   command
       ->add_option("--format", options->format,
-                   "table (hidden columns left out), tsv, or json (hidden columns marked)")
-      ->check(CLI::IsMember({"table", "tsv", "json"}));
+                   "table (hidden columns left out), tsv or csv (all columns), or json (hidden "
+                   "columns marked)")
+      ->check(CLI::IsMember({"table", "tsv", "csv", "json"}));
   command->callback([options] { Show(*options); });
 }
 

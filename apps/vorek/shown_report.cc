@@ -4,7 +4,9 @@
 #include <iostream>
 #include <utility>
 
+#include "ask.h"
 #include "engine/stop_reason.h"
+#include "engine/world_state.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -23,15 +25,13 @@ bool IsTemplateNumber(const std::string& text) {
          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-ShownReport::ShownReport(const ReportOptions& options, std::shared_ptr<AskingWindows> windows,
-                         WorldOptions with)
-    : options_(options) {
-  const bool own = windows != nullptr;
-  if (!own) windows = std::make_shared<AskingWindows>(std::cin, std::cerr);
-  if (options.ask || own) with.windows = windows;
+ShownReport::ShownReport(const ReportOptions& options, WorldOptions with)
+    : options_(options), windows_(std::make_shared<TerminalWindows>(options.ask)) {
+  with.windows = windows_;
   world_ = std::make_unique<World>(std::move(with));
   report_ = std::make_unique<VorekReport1>(*world_);
   Connect();
+  Watch();
   const ReportState& state = Control().state;
   const bool shown = report_->View(options.report, options.parameters);
   if (!shown || state.Missing) {
@@ -43,12 +43,22 @@ ShownReport::ShownReport(const ReportOptions& options, std::shared_ptr<AskingWin
   }
   const bool waits = text::Contains(state.QueryText, "@") && options.parameters.empty();
   if (waits && !options.ask) Refuse("waits for its parameters: give --ask or --params");
-  if (waits && state.ShowFlatternParameters) AskPanel(*windows);
+  if (waits && state.ShowFlatternParameters) AskPanel();
 }
 
 void ShownReport::Refuse(const std::string& reason) const {
   if (!reason.empty()) std::cerr << "report " << options_.report << ": " << reason << '\n';
-  throw CLI::RuntimeError(1);
+  throw CLI::RuntimeError(windows_->Interrupted() ? InterruptWatch::kExitCode : 1);
+}
+
+void ShownReport::Watch() {
+  windows_->Follow(&Control().Progress);
+  world_->State().process.data.SetProgress(
+      [this](std::size_t rows) { return windows_->RowsGoOn(rows); });
+  watch_.emplace([this] {
+    windows_->Interrupt();
+    world_->Cancel();
+  });
 }
 
 void ShownReport::Connect() {
@@ -61,9 +71,9 @@ void ShownReport::Connect() {
 }
 
 // Answers the panel of a report that waits for it.
-void ShownReport::AskPanel(const AskingWindows& windows) {
+void ShownReport::AskPanel() {
   if (!AskParameters(Control().VorekParameters1, std::cin, std::cerr)) Refuse("cancelled");
-  if (windows.ErrorShown() || Control().state.QueryRecordCount < 0) Refuse("");
+  if (windows_->ErrorShown() || Control().state.QueryRecordCount < 0) Refuse("");
 }
 
 }  // namespace vorek

@@ -2,11 +2,13 @@
 #define VOREK_APPS_VOREK_SHOWN_REPORT_H_
 
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "ask.h"
 #include "command.h"
 #include "engine/report_control.h"
+#include "interrupt_watch.h"
+#include "terminal_windows.h"
 
 namespace vorek {
 
@@ -26,22 +28,26 @@ bool IsTemplateNumber(const std::string& text);
 // standard error.
 class ShownReport {
  public:
-  // windows null for those of the console.
-  ShownReport(const ReportOptions& options, std::shared_ptr<AskingWindows> windows = nullptr,
-              WorldOptions with = ConsoleWorld());
+  explicit ShownReport(const ReportOptions& options, WorldOptions with = ConsoleWorld());
 
   VorekReport1& Report() { return *report_; }
   ReportControl& Control() { return report_->Impl(); }
+  // Ctrl+C ends the program again: nothing is left that must be brought to an end.
+  void LetInterruptsEnd() { watch_.reset(); }
   // Tells why nothing can be shown and ends the command.
   [[noreturn]] void Refuse(const std::string& reason) const;
 
  private:
   void Connect();
-  void AskPanel(const AskingWindows& windows);
+  // Tells how far the run is, and stops it at Ctrl+C.
+  void Watch();
+  void AskPanel();
 
   ReportOptions options_;
+  std::shared_ptr<TerminalWindows> windows_;
   std::unique_ptr<World> world_;
   std::unique_ptr<VorekReport1> report_;
+  std::optional<InterruptWatch> watch_;
 };
 
 }  // namespace vorek

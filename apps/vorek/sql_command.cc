@@ -10,8 +10,10 @@
 #include "adapters/sqlite/explain.h"
 #include "catalog/data_connection.h"
 #include "command.h"
+#include "interrupt_watch.h"
 #include "platform/connection_string.h"
 #include "platform/script.h"
+#include "progress_line.h"
 #include "result_writer.h"
 #include "text/utf8.h"
 
@@ -50,16 +52,31 @@ std::unique_ptr<DatabaseConnection> Connect(const SqlOptions& options) {
 }
 
 void WriteResults(const std::vector<ResultSetPtr>& results, const std::string& format) {
+  if (format == "json") {
+    WriteJson(results, std::cout);
+    return;
+  }
   for (std::size_t i = 0; i < results.size(); ++i) {
     if (i > 0) std::cout << '\n';
-    if (format == "json") {
-      WriteJson(*results[i], std::cout);
-    } else if (format == "tsv") {
-      WriteTsv(*results[i], std::cout);
-    } else {
-      WriteTable(*results[i], std::cout);
-    }
+    const ResultTable table(*results[i]);
+    (format == "tsv" ? WriteTsv : format == "csv" ? WriteCsv : WriteTable)(table, std::cout);
   }
+}
+
+// Ctrl+C takes the script back as a whole, on the server too.
+std::vector<ResultSetPtr> RunUntilInterrupted(DatabaseConnection& connection,
+                                              const std::string& script, ExecuteOptions execute) {
+  ProgressLine line;
+  const InterruptWatch watch([&connection] { connection.Cancel(); });
+  execute.message = [&line](std::string_view text) {
+    line.Clear();
+    std::cerr << text << '\n';
+  };
+  execute.progress = [&](std::size_t rows) {
+    if (line.Due()) line.Show(std::to_string(rows) + " rows");
+    return !watch.Interrupted();
+  };
+  return RunScript(connection, script, execute);
 }
 
 void RunSql(const SqlOptions& options) {
@@ -73,8 +90,7 @@ void RunSql(const SqlOptions& options) {
   }
   ExecuteOptions execute;
   execute.timeout_seconds = options.timeout;
-  execute.message = [](std::string_view text) { std::cerr << text << '\n'; };
-  WriteResults(RunScript(*connection, script, execute), options.format);
+  WriteResults(RunUntilInterrupted(*connection, script, execute), options.format);
 }
 
 }  // namespace
@@ -86,8 +102,8 @@ void AddSqlCommand(CLI::App& app) {
   command->add_option("TEXT", options->text, "the statements, a script file, or - to read them")
       ->required();
   AddDatabaseOption(*command, options->connect);
-  command->add_option("--format", options->format, "of the rows: table, tsv or json")
-      ->check(CLI::IsMember({"table", "tsv", "json"}));
+  command->add_option("--format", options->format, "of the rows: table, tsv, csv or json")
+      ->check(CLI::IsMember({"table", "tsv", "csv", "json"}));
   command->add_flag("--explain", options->explain, "show the translation, run nothing");
   command->add_flag("--create", options->create,
                     "make the file of an embedded database if it isn't there");
