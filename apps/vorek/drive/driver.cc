@@ -391,12 +391,27 @@ void Driver::DumpMenu(const Menu& menu, const std::string& indent) {
   }
 }
 
+// What a script can name below the control. A part that stands in several forms has a list of its
+// own.
+void Driver::DumpNames(const Control& control, const std::string& indent) {
+  Print(indent + control.PathName() + " " + std::string(control.Kind()));
+  const bool part = control.Kind() == "VorekReport1" || control.Kind() == "VorekParameters";
+  if (part && !indent.empty()) return;
+  for (const Control* const child : control.Children()) DumpNames(*child, indent + "  ");
+}
+
 void Driver::Dump(const Words& words) {
-  if (const auto* const menu = dynamic_cast<Menu*>(&FindControl(Word(words, 1)))) {
+  Control& control = FindControl(Word(words, 1));
+  if (const auto* const menu = dynamic_cast<Menu*>(&control)) {
     DumpMenu(*menu, "");
-    return;
+  } else if (const auto* const grid = dynamic_cast<Grid*>(&control)) {
+    DumpGrid(*grid);
+  } else {
+    DumpNames(control, "");
   }
-  const Grid& grid = FindGrid(words);
+}
+
+void Driver::DumpGrid(const Grid& grid) {
   for (std::int32_t row = 0; row < grid.Rows(); ++row) {
     std::string line;
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {

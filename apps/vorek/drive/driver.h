@@ -52,6 +52,8 @@ class Driver {
   Grid& FindGrid(const Words& words);
   Object* FindObject(const std::string& path);
   void PressKey(Control& control, int code, int shift);
+  void DumpNames(const Control& control, const std::string& indent);
+  void DumpGrid(const Grid& grid);
   void DumpMenu(const Menu& menu, const std::string& indent);
   void PressOnGrid(Grid& grid, const Words& words);
 
