@@ -42,7 +42,7 @@ std::string Shown(const CellTable& table, std::size_t row, std::size_t column) {
   std::string scratch;
   const std::optional<std::string_view> cell = table.Cell(row, column, scratch);
   if (!cell) return "NULL";
-  return *cell == "NULL" && row > 0 ? "'NULL'" : Printable(*cell);
+  return *cell == "NULL" && row > 0 && table.HasNulls() ? "'NULL'" : Printable(*cell);
 }
 
 std::vector<TableColumn> MeasureColumns(const CellTable& table) {
@@ -79,7 +79,7 @@ void WriteRule(const std::vector<TableColumn>& columns, std::ostream& out) {
   out << rule << '\n';
 }
 
-void AppendTsvCell(std::string& line, std::optional<std::string_view> cell) {
+void AppendTsvCell(std::string& line, std::optional<std::string_view> cell, bool /*nulls*/) {
   if (!cell) {
     line += "\\N";
     return;
@@ -104,9 +104,11 @@ void AppendTsvCell(std::string& line, std::optional<std::string_view> cell) {
   }
 }
 
-void AppendCsvCell(std::string& line, std::optional<std::string_view> cell) {
+// An empty text is told from a NULL where there are such.
+void AppendCsvCell(std::string& line, std::optional<std::string_view> cell, bool nulls) {
   if (!cell) return;
-  if (!cell->empty() && cell->find_first_of(",\"\r\n") == std::string_view::npos) {
+  const bool plain = !cell->empty() || !nulls;
+  if (plain && cell->find_first_of(",\"\r\n") == std::string_view::npos) {
     line += *cell;
     return;
   }
@@ -115,7 +117,7 @@ void AppendCsvCell(std::string& line, std::optional<std::string_view> cell) {
   line += '"';
 }
 
-using AppendCell = void (*)(std::string& line, std::optional<std::string_view> cell);
+using AppendCell = void (*)(std::string& line, std::optional<std::string_view> cell, bool nulls);
 
 void WriteLines(const CellTable& table, char between, AppendCell append, std::ostream& out) {
   std::string line;
@@ -124,7 +126,7 @@ void WriteLines(const CellTable& table, char between, AppendCell append, std::os
     line.clear();
     for (std::size_t column = 0; column < table.Columns(); ++column) {
       if (column > 0) line += between;
-      append(line, table.Cell(row, column, scratch));
+      append(line, table.Cell(row, column, scratch), table.HasNulls());
     }
     out << line << '\n';
   }

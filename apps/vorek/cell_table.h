@@ -19,6 +19,8 @@ class CellTable {
   // Nothing for a NULL. The view may lie in scratch and lives as long as its text.
   virtual std::optional<std::string_view> Cell(std::size_t row, std::size_t column,
                                                std::string& scratch) const = 0;
+  // Where none can be, an empty text needs no sign of its own.
+  virtual bool HasNulls() const { return false; }
   virtual bool LeftAligned(std::size_t column) const = 0;
   // Left out where people read, kept where programs do.
   virtual bool RowHidden(std::size_t /*row*/) const { return false; }
@@ -33,7 +35,7 @@ void WriteTable(const CellTable& table, std::ostream& out);
 // A line a row, tabs between. In a cell \t, \n, \r and \\ stand for the characters; \N is a NULL.
 void WriteTsv(const CellTable& table, std::ostream& out);
 
-// RFC 4180 with line feeds. A NULL is nothing at all, an empty text "".
+// RFC 4180 with line feeds. A NULL is nothing at all, an empty text beside NULLs "".
 void WriteCsv(const CellTable& table, std::ostream& out);
 
 // A JSON string with its quotes; what isn't UTF-8 becomes U+FFFD.

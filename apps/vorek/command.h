@@ -12,6 +12,7 @@
 namespace vorek {
 
 void AddSampleCommand(CLI::App& app);
+void AddCreateCommand(CLI::App& app);
 void AddListCommand(CLI::App& app);
 void AddShowCommand(CLI::App& app);
 void AddExportCommand(CLI::App& app);

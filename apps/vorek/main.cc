@@ -62,6 +62,7 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   app.set_version_flag("--version", "vorek " VOREK_VERSION_TEXT);
   vorek::AddSampleCommand(app);
+  vorek::AddCreateCommand(app);
   vorek::AddListCommand(app);
   vorek::AddShowCommand(app);
   vorek::AddExportCommand(app);

@@ -18,6 +18,7 @@ class ResultTable : public CellTable {
   std::size_t Columns() const override { return result_.columns.size(); }
   std::optional<std::string_view> Cell(std::size_t row, std::size_t column,
                                        std::string& scratch) const override;
+  bool HasNulls() const override { return true; }
   bool LeftAligned(std::size_t column) const override;
 
  private:
