@@ -13,13 +13,21 @@ set(VOREK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Vorek)
 function(vorek_component target name)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "MODULES;PACKAGES")
   add_library(Vorek::${name} ALIAS ${target})
-  set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+  # Within 0.x each minor version has an interface of its own.
+  set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
+                        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  _vorek_export_symbols(${target})
   if(NOT VOREK_INSTALL)
     return()
   endif()
-  install(TARGETS ${target} EXPORT vorek-${name} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(TARGETS ${target} EXPORT vorek-${name}
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT libraries NAMELINK_COMPONENT dev)
   install(EXPORT vorek-${name} NAMESPACE Vorek:: FILE Vorek-${name}.cmake
-          DESTINATION ${VOREK_CMAKE_DIR})
+          DESTINATION ${VOREK_CMAKE_DIR} COMPONENT dev)
+  if(BUILD_SHARED_LIBS)
+    set(arg_MODULES "")  # a shared library brings what it links, but for what its header shows
+  endif()
   _vorek_install_needs(${name} "${arg_MODULES}" "${arg_PACKAGES}")
   set(modules ${arg_MODULES})
   while(arg_PACKAGES)
@@ -27,6 +35,19 @@ function(vorek_component target name)
     list(APPEND modules ${package} ${package}${component})
   endwhile()
   _vorek_install_module(${target} ${name} ${modules})
+endfunction()
+
+# A shared library shows the project's own names alone, under the version that they belong to: a
+# program that was linked with another minor version is refused when it starts.
+function(_vorek_export_symbols target)
+  get_target_property(type ${target} TYPE)
+  if(NOT type STREQUAL "SHARED_LIBRARY")
+    return()
+  endif()
+  set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/vorek.map.in ${script} @ONLY)
+  target_link_options(${target} PRIVATE LINKER:--version-script=${script} LINKER:-z,defs)
+  set_target_properties(${target} PROPERTIES LINK_DEPENDS ${script})
 endfunction()
 
 # The lines by which the package finds the component's modules and packages again.
@@ -40,6 +61,10 @@ function(_vorek_install_needs name modules packages)
                         "endif()\n")
   endwhile()
   set(pairs ${modules})
+  if(pairs)
+    string(APPEND lines "if(NOT PkgConfig_FOUND)\n  list(APPEND _vorek_missing pkg-config)\n"
+                        "  return()\nendif()\n")
+  endif()
   while(pairs)
     list(POP_FRONT pairs prefix module)
     string(APPEND lines "pkg_check_modules(${prefix} QUIET IMPORTED_TARGET ${module})\n"
@@ -49,7 +74,7 @@ function(_vorek_install_needs name modules packages)
   endwhile()
   set(file ${CMAKE_CURRENT_BINARY_DIR}/Vorek-${name}-needs.cmake)
   file(WRITE ${file} "${lines}")
-  install(FILES ${file} DESTINATION ${VOREK_CMAKE_DIR})
+  install(FILES ${file} DESTINATION ${VOREK_CMAKE_DIR} COMPONENT dev)
 endfunction()
 
 # vorek.pc is the core; vorek-NAME.pc needs it and the component's modules. The libraries are
@@ -71,7 +96,16 @@ function(_vorek_install_module target name)
   file(RELATIVE_PATH VOREK_PREFIX_FROM_MODULE /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
   set(file ${CMAKE_CURRENT_BINARY_DIR}/${VOREK_MODULE}.pc)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/vorek.pc.in ${file} @ONLY)
-  install(FILES ${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  install(FILES ${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
+endfunction()
+
+# vorek_install_manual(PAGE COMPONENT): a manual page of docs/, compressed as they are everywhere.
+function(vorek_install_manual page component)
+  set(packed ${CMAKE_CURRENT_BINARY_DIR}/${page}.gz)
+  execute_process(COMMAND gzip -9nc ${PROJECT_SOURCE_DIR}/docs/${page} OUTPUT_FILE ${packed}
+                  COMMAND_ERROR_IS_FATAL ANY)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/${page})
+  install(FILES ${packed} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT ${component})
 endfunction()
 
 # The package itself and the public headers.
@@ -82,6 +116,14 @@ function(vorek_install_package)
   write_basic_package_version_file(${PROJECT_BINARY_DIR}/VorekConfigVersion.cmake
                                    COMPATIBILITY SameMinorVersion)
   install(FILES ${PROJECT_BINARY_DIR}/VorekConfig.cmake
-                ${PROJECT_BINARY_DIR}/VorekConfigVersion.cmake DESTINATION ${VOREK_CMAKE_DIR})
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vorek DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+                ${PROJECT_BINARY_DIR}/VorekConfigVersion.cmake
+          DESTINATION ${VOREK_CMAKE_DIR} COMPONENT dev)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vorek DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+          COMPONENT dev)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
+          PATTERN "*.1" EXCLUDE)
+  install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+          DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
+          COMPONENT examples)
 endfunction()
