@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "text/gregorian_date.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 
@@ -40,27 +41,15 @@ YearFacts Facts(int year) {
   return {since, gregorian_year, 20 + leap_count - gregorian_leaps};
 }
 
-// Days of the proleptic Gregorian calendar, day 0 being 1 March of the year 0 (H. Hinnant,
-// "chrono-Compatible Low-Level Date Algorithms").
 std::int64_t DayNumber(const CalendarDate& date) {
-  const std::int64_t year = date.month <= 2 ? date.year - 1 : date.year;
-  const std::int64_t month = date.month > 2 ? date.month - 3 : date.month + 9;
-  return year * 365 + year / 4 - year / 100 + year / 400 + (153 * month + 2) / 5 + date.day - 1;
+  return GregorianDay(date.year, date.month, date.day);
 }
 
-CalendarDate FromDayNumber(std::int64_t days) {
-  const std::int64_t era = days / 146097;
-  const std::int64_t of_era = days % 146097;
-  const std::int64_t year = (of_era - of_era / 1460 + of_era / 36524 - of_era / 146096) / 365;
-  const std::int64_t of_year = of_era - (365 * year + year / 4 - year / 100);
-  const std::int64_t month = (5 * of_year + 2) / 153;
-  const std::int64_t day = of_year - (153 * month + 2) / 5 + 1;
-  const std::int64_t civil_month = month < 10 ? month + 3 : month - 9;
-  return {static_cast<int>(year + era * 400 + (civil_month <= 2 ? 1 : 0)),
-          static_cast<int>(civil_month), static_cast<int>(day)};
+CalendarDate FromDayNumber(std::int64_t day) {
+  const std::chrono::year_month_day date = GregorianDateOf(day);
+  return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day()))};
 }
-
-bool IsGregorianLeapYear(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
 [[noreturn]] void NoSuchDate(const CalendarDate& date) {
   throw Error(ErrorNumber::kInvalidCall, "There is no date " + DateText(date));
@@ -94,11 +83,8 @@ bool IsPersianDate(const CalendarDate& date) {
 }
 
 bool IsGregorianDate(const CalendarDate& date) {
-  constexpr std::array<int, 12> kLengths = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   if (date.year < 1 || date.year > 9999 || date.month < 1 || date.month > 12) return false;
-  const bool long_february = date.month == 2 && IsGregorianLeapYear(date.year);
-  const int length = kLengths[static_cast<std::size_t>(date.month - 1)] + (long_february ? 1 : 0);
-  return date.day >= 1 && date.day <= length;
+  return date.day >= 1 && date.day <= GregorianMonthLength(date.year, date.month);
 }
 
 CalendarDate ToGregorian(const CalendarDate& persian) {
@@ -123,8 +109,8 @@ CalendarDate ToPersian(const CalendarDate& gregorian) {
 }
 
 int PersianWeekday(const CalendarDate& gregorian) {
-  // Day 0, 1 March of the year 0, was a Wednesday.
-  return static_cast<int>((DayNumber(gregorian) + 4) % 7);
+  const std::chrono::weekday day{std::chrono::sys_days(std::chrono::days(DayNumber(gregorian)))};
+  return static_cast<int>((day.c_encoding() + 1) % 7);
 }
 
 std::string DateText(const CalendarDate& date) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <iterator>
 
 namespace vorek::text {
 namespace {
@@ -30,29 +32,47 @@ std::size_t Sequence(std::string_view s, std::size_t at, char32_t& value) {
 
 bool InRange(char32_t c, char32_t first, char32_t last) { return c >= first && c <= last; }
 
-// Letters of the blocks whose capital and small letters alternate or lie at a fixed distance.
+// Capitals from the first to the last, each `step` behind the one before, whose small letters lie
+// at one distance.
+struct LetterRun {
+  char32_t first;
+  char32_t last;
+  char32_t step;
+  std::int32_t distance;
+};
+
+constexpr LetterRun kLetterRuns[] = {
+#include "text/letter_case.inc"
+};
+constexpr std::size_t kRunCount = std::size(kLetterRuns);
+
+// The same runs by their small letters, the distance turned.
+constexpr std::array<LetterRun, kRunCount> RunsOfSmallLetters() {
+  std::array<LetterRun, kRunCount> runs{};
+  for (std::size_t i = 0; i < kRunCount; ++i) {
+    const LetterRun& run = kLetterRuns[i];
+    const auto moved = [&run](char32_t c) {
+      return static_cast<char32_t>(static_cast<std::int32_t>(c) + run.distance);
+    };
+    runs[i] = {moved(run.first), moved(run.last), run.step, -run.distance};
+  }
+  std::sort(runs.begin(), runs.end(),
+            [](const LetterRun& a, const LetterRun& b) { return a.first < b.first; });
+  return runs;
+}
+constexpr std::array<LetterRun, kRunCount> kSmallRuns = RunsOfSmallLetters();
+
 char32_t Shift(char32_t c, bool up) {
-  const auto pair = [&](bool capital_is_even) -> char32_t {
-    const bool capital = ((c & 1U) == 0) == capital_is_even;
-    if (up == capital) return c;
-    return up ? c - 1 : c + 1;
-  };
-  const auto block = [&](char32_t capital, char32_t small, char32_t count) -> char32_t {
-    if (up && InRange(c, small, small + count - 1)) return c - (small - capital);
-    if (!up && InRange(c, capital, capital + count - 1)) return c + (small - capital);
-    return c;
-  };
-  if (c < 0x80) return block('A', 'a', 26);
-  if (InRange(c, 0xC0, 0xFE) && c != 0xD7 && c != 0xF7) return block(0xC0, 0xE0, 31);
-  if (InRange(c, 0x100, 0x137) && c != 0x130 && c != 0x131) return pair(true);
-  if (InRange(c, 0x139, 0x148)) return pair(false);
-  if (InRange(c, 0x14A, 0x177)) return pair(true);
-  if (InRange(c, 0x391, 0x3C9) && c != 0x3C2) return block(0x391, 0x3B1, 25);
-  if (InRange(c, 0x400, 0x40F) || InRange(c, 0x450, 0x45F)) return block(0x400, 0x450, 16);
-  if (InRange(c, 0x410, 0x44F)) return block(0x410, 0x430, 32);
-  if (InRange(c, 0x460, 0x481) || InRange(c, 0x48A, 0x4BF)) return pair(true);
-  if (InRange(c, 0x1E00, 0x1E95) || InRange(c, 0x1EA0, 0x1EFF)) return pair(true);
-  return c;
+  if (c < 0x80) return InRange(c, up ? 'a' : 'A', up ? 'z' : 'Z') ? c ^ 0x20U : c;
+  if (c < 0xC0 || InRange(c, 0x0588, 0x109F)) return c;  // Arabic letters among others have no case
+  const LetterRun* const begin = up ? kSmallRuns.data() : kLetterRuns;
+  const LetterRun* const behind =
+      std::upper_bound(begin, begin + kRunCount, c,
+                       [](char32_t letter, const LetterRun& run) { return letter < run.first; });
+  if (behind == begin) return c;
+  const LetterRun& run = behind[-1];
+  if (c > run.last || (c - run.first) % run.step != 0) return c;
+  return static_cast<char32_t>(static_cast<std::int32_t>(c) + run.distance);
 }
 
 char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }

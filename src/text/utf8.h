@@ -7,7 +7,8 @@
 
 // Text is UTF-8 everywhere. A length or a position that a rule of the system counts is one of code
 // points; offsets into a std::string are bytes and are named so. Case means the simple case of a
-// letter: Latin, Greek and Cyrillic letters have one, Persian letters none.
+// letter, by Unicode's data: a capital and a small letter that lead to one another. Persian letters
+// have none.
 namespace vorek::text {
 
 // The count of code points. A byte that isn't part of a well-formed sequence counts as one.

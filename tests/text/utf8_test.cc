@@ -29,6 +29,25 @@ TEST(Utf8, IgnoresCaseOfLettersThatHaveOne) {
   EXPECT_EQ(ToUpper("aя"), "AЯ");
 }
 
+TEST(Utf8, TurnsLettersAsUnicodeDoes) {
+  EXPECT_EQ(ToLower("ÀŸƎΩЏѢԱႠᲐḀẾⅫⒶＡ𐐀"), "àÿǝωџѣաⴀაḁếⅻⓐａ𐐨");
+  EXPECT_EQ(ToUpper("àÿǝωџѣաⴀაḁếⅻⓐａ𐐨"), "ÀŸƎΩЏѢԱႠᲐḀẾⅫⒶＡ𐐀");
+  // One that has no partner, two, or one of several letters stays.
+  const std::string lonely = "ßıİςǅĸ×÷گچپژیکي٣";
+  EXPECT_EQ(ToLower(lonely), lonely);
+  EXPECT_EQ(ToUpper(lonely), lonely);
+  for (char32_t c = 0; c < 0x20000; ++c) {
+    std::string capital;
+    AppendUtf8(capital, c);
+    const char32_t small = ToLower(c);
+    if (small == c) continue;
+    std::string text;
+    AppendUtf8(text, small);
+    ASSERT_EQ(ToUpper(text), capital) << static_cast<unsigned>(c);
+    ASSERT_EQ(ToLower(small), small) << static_cast<unsigned>(c);
+  }
+}
+
 TEST(Utf8, MeasuresTerminalColumns) {
   EXPECT_EQ(DisplayWidth("رديف"), 4U);
   EXPECT_EQ(DisplayWidth("مبلغ\xE2\x80\x8C"), 4U);

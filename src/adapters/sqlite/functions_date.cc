@@ -6,6 +6,7 @@
 
 #include "adapters/sqlite/functions.h"
 #include "adapters/sqlite/moment.h"
+#include "text/gregorian_date.h"
 
 namespace vorek::sqlite {
 namespace {
@@ -158,7 +159,8 @@ void DateOfParts(sqlite3_context* context, int count, sqlite3_value** values) {
   };
   const Calendar date{part(0), part(1), part(2)};
   const bool exists = date.year >= 1 && date.year <= 9999 && date.month >= 1 && date.month <= 12 &&
-                      date.day >= 1 && date.day <= DaysInMonth(date.year, date.month);
+                      date.day >= 1 &&
+                      date.day <= text::GregorianMonthLength(date.year, date.month);
   if (!exists) {
     return Fail(context,
                 "Cannot construct data type date, some of the arguments have values which "
@@ -174,7 +176,7 @@ void EoMonth(sqlite3_context* context, int count, sqlite3_value** values) {
   const std::optional<Moment> shifted = Added(*moment, sqlite3_value_int64(values[1]), "month");
   if (!shifted) return Fail(context, "Adding a value to a date column caused an overflow.");
   Calendar date = CalendarOf(shifted->day);
-  date.day = DaysInMonth(date.year, date.month);
+  date.day = text::GregorianMonthLength(date.year, date.month);
   ResultText(context, StoredMoment({DayOf(date), 0}, "date"));
 }
 

@@ -6,12 +6,14 @@
 #include <ctime>
 #include <vector>
 
+#include "text/gregorian_date.h"
 #include "text/utf8.h"
 
 namespace vorek::sqlite {
 namespace {
 
 constexpr std::int64_t kDayMs = 86400000;
+constexpr std::int64_t kDay1900 = -25567;    // 1900-01-01 as <chrono> counts
 constexpr std::int64_t kFirstDay = -693595;  // 0001-01-01
 constexpr std::int64_t kLastDay = 2958463;   // 9999-12-31
 
@@ -71,7 +73,7 @@ class Reader {
     if (at_ < pieces_.size() && !ReadTime()) return std::nullopt;
     if (at_ != pieces_.size()) return std::nullopt;
     if (year_ < 1 || year_ > 9999 || month_ < 1 || month_ > 12 || day_ < 1 ||
-        day_ > DaysInMonth(year_, month_)) {
+        day_ > text::GregorianMonthLength(year_, month_)) {
       return std::nullopt;
     }
     return Moment{DayOf({year_, month_, day_}), millisecond_};
@@ -348,32 +350,13 @@ std::int64_t Unit(std::string_view part) {
 }  // namespace
 
 Calendar CalendarOf(std::int64_t day) {
-  const std::int64_t z = day + 693901;  // from 0000-03-01
-  const std::int64_t era = FloorDiv(z, 146097);
-  const std::int64_t of_era = z - era * 146097;
-  const std::int64_t year = (of_era - of_era / 1460 + of_era / 36524 - of_era / 146096) / 365;
-  const std::int64_t of_year = of_era - (365 * year + year / 4 - year / 100);
-  const std::int64_t month = (5 * of_year + 2) / 153;
-  Calendar date;
-  date.day = static_cast<int>(of_year - (153 * month + 2) / 5 + 1);
-  date.month = static_cast<int>(month < 10 ? month + 3 : month - 9);
-  date.year = static_cast<int>(year + era * 400 + (date.month <= 2 ? 1 : 0));
-  return date;
+  const std::chrono::year_month_day date = text::GregorianDateOf(day + kDay1900);
+  return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day()))};
 }
 
 std::int64_t DayOf(const Calendar& date) {
-  const std::int64_t year = date.year - (date.month <= 2 ? 1 : 0);
-  const std::int64_t era = FloorDiv(year, 400);
-  const std::int64_t of_era = year - era * 400;
-  const std::int64_t month = date.month + (date.month > 2 ? -3 : 9);
-  const std::int64_t of_year = (153 * month + 2) / 5 + date.day - 1;
-  return era * 146097 + of_era * 365 + of_era / 4 - of_era / 100 + of_year - 693901;
-}
-
-int DaysInMonth(int year, int month) {
-  constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-  return kDays[static_cast<std::size_t>(month - 1)] + (month == 2 && leap ? 1 : 0);
+  return text::GregorianDay(date.year, date.month, date.day) - kDay1900;
 }
 
 std::optional<Moment> ParseMoment(std::string_view text, int style) {
@@ -486,7 +469,7 @@ std::optional<Moment> Added(const Moment& moment, std::int64_t count, std::strin
     Calendar date = CalendarOf(moment.day);
     date.year = static_cast<int>(months / 12);
     date.month = static_cast<int>(months % 12) + 1;
-    date.day = std::min(date.day, DaysInMonth(date.year, date.month));
+    date.day = std::min(date.day, text::GregorianMonthLength(date.year, date.month));
     result.day = DayOf(date);
     return result;
   }

@@ -24,7 +24,6 @@ inline constexpr std::int64_t kFirstDateTimeDay = -53690;  // 1753-01-01: dateti
 
 Calendar CalendarOf(std::int64_t day);
 std::int64_t DayOf(const Calendar& date);
-int DaysInMonth(int year, int month);
 
 // Styles of texts without one, where SET DATEFORMAT has set dmy (the second for the types that read
 // a year in front as ISO does) or ymd.
