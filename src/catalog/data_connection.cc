@@ -55,20 +55,17 @@ void DataConnection::Open() {
   }
 }
 
-ResultSetPtr DataConnection::Run(std::string_view text, int timeout_seconds) {
+template <typename Work>
+auto DataConnection::Attempt(const Work& work) {
   struct Running {
     RunningStatement& statement;
     ~Running() { statement.End(); }
   };
-  running_.Begin(*connection_);
-  const Running until_return{running_};
-  return connection_->Execute(text, {timeout_seconds, on_progress});
-}
-
-ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds) {
   Open();
   try {
-    ResultSetPtr result = Run(text, timeout_seconds);
+    running_.Begin(*connection_);
+    const Running until_return{running_};
+    auto result = work(*connection_);
     last_error_.clear();
     return result;
   } catch (const Error& error) {
@@ -79,6 +76,17 @@ ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds)
     }
     throw;
   }
+}
+
+ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds) {
+  return Attempt([&](DatabaseConnection& connection) {
+    return connection.Execute(text, {timeout_seconds, on_progress});
+  });
+}
+
+std::optional<ResultSetPtr> DataConnection::Describe(std::string_view text, int timeout_seconds) {
+  return Attempt(
+      [&](DatabaseConnection& connection) { return connection.Describe(text, timeout_seconds); });
 }
 
 }  // namespace vorek

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -70,6 +71,8 @@ class DataConnection {
   // Runs a text; see DatabaseConnection::Execute. A lost connection is dropped, so that a later
   // statement connects anew.
   ResultSetPtr Execute(std::string_view text, int timeout_seconds);
+  // The same for DatabaseConnection::Describe.
+  std::optional<ResultSetPtr> Describe(std::string_view text, int timeout_seconds);
 
   // The description of the last error of a statement or a connect; empty if the last one went
   // through.
@@ -81,7 +84,9 @@ class DataConnection {
   PassWatch* watch = nullptr;
 
  private:
-  ResultSetPtr Run(std::string_view text, int timeout_seconds);
+  // Opens the connection and does the work on it, noting how it went.
+  template <typename Work>
+  auto Attempt(const Work& work);
 
   const ProviderList& providers_;
   RunningStatement& running_;

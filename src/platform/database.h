@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,9 +39,18 @@ class DatabaseConnection {
   // words: kConnection for a lost connection, kSyntax, kMissingObject, kTimeout, kCancelled.
   virtual ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) = 0;
 
+  // Reads a text and looks up what it names without running it: no row is read, nothing changed.
+  // Gives the columns of its first row set, without rows; null where only a run can tell them.
+  // Nothing from a provider that knows no such look. Throws as Execute does.
+  virtual std::optional<ResultSetPtr> Describe(std::string_view text, int timeout_seconds);
+
   // Stops the statement that runs now, from any thread; without one, no effect.
   virtual void Cancel() noexcept = 0;
 };
+
+inline std::optional<ResultSetPtr> DatabaseConnection::Describe(std::string_view, int) {
+  return std::nullopt;
+}
 
 // A kind of database, named by the "Provider=" piece of a connection string.
 class DatabaseProvider {

@@ -29,22 +29,33 @@ Connection::Connection(std::shared_ptr<Environment> environment, const Connectio
   }
 }
 
+void Connection::Await(std::function<void()> work, int timeout_seconds,
+                       const std::function<bool(std::size_t)>& progress) {
+  const auto latest = timeout_seconds <= 0
+                          ? Worker::Time::max()
+                          : steady_clock::now() + seconds(timeout_seconds) + kGrace;
+  if (worker_.Run(std::move(work), latest, progress)) return;
+  lost_ = true;
+  throw NoAnswer();
+}
+
 ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
   if (lost_) throw NoAnswer();
   const auto result = std::make_shared<ResultSetPtr>();
   const Worker::Progress progress = options.progress ? worker_.Ask() : nullptr;
-  const auto latest = options.timeout_seconds <= 0
-                          ? Worker::Time::max()
-                          : steady_clock::now() + seconds(options.timeout_seconds) + kGrace;
-  const bool ended = worker_.Run(
-      [session = session_, statement = std::string(text), timeout = options.timeout_seconds,
-       progress, result] { *result = session->Execute(statement, timeout, progress); },
-      latest, options.progress);
-  if (!ended) {
-    lost_ = true;
-    throw NoAnswer();
-  }
+  Await([session = session_, statement = std::string(text), timeout = options.timeout_seconds,
+         progress, result] { *result = session->Execute(statement, timeout, progress); },
+        options.timeout_seconds, options.progress);
   return *result;
+}
+
+std::optional<ResultSetPtr> Connection::Describe(std::string_view text, int timeout_seconds) {
+  if (lost_) throw NoAnswer();
+  const auto columns = std::make_shared<ResultSetPtr>();
+  Await([session = session_, statement = std::string(text), timeout_seconds,
+         columns] { *columns = session->Describe(statement, timeout_seconds); },
+        timeout_seconds, {});
+  return *columns;
 }
 
 void Connection::Cancel() noexcept {

@@ -2,7 +2,10 @@
 #define VOREK_ADAPTERS_ODBC_CONNECTION_H_
 
 #include <atomic>
+#include <cstddef>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "adapters/odbc/session.h"
@@ -18,9 +21,14 @@ class Connection final : public DatabaseConnection {
   Connection(std::shared_ptr<Environment> environment, const ConnectionText& text);
 
   ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) override;
+  std::optional<ResultSetPtr> Describe(std::string_view text, int timeout_seconds) override;
   void Cancel() noexcept override;
 
  private:
+  // Has the worker do it within the time, or gives the connection up as lost.
+  void Await(std::function<void()> work, int timeout_seconds,
+             const std::function<bool(std::size_t)>& progress);
+
   std::shared_ptr<Session> session_;
   std::atomic<bool> lost_{false};
   Worker worker_;

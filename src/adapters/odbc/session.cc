@@ -150,6 +150,34 @@ SQLRETURN Session::ExecuteDirect(SQLHANDLE statement, std::string_view text) {
   return SQLExecDirectW(statement, wide.data(), SQL_NTS);
 }
 
+SQLRETURN Session::Prepare(SQLHANDLE statement, std::string_view text) {
+  if (!traits_.unicode) {
+    std::vector<SQLCHAR> bytes(text.begin(), text.end());
+    bytes.push_back(0);
+    return SQLPrepare(statement, bytes.data(), SQL_NTS);
+  }
+  std::vector<SQLWCHAR> wide = ToWide(text);
+  wide.push_back(0);
+  return SQLPrepareW(statement, wide.data(), SQL_NTS);
+}
+
+// Many drivers put the preparation off until the columns are asked for.
+ResultSetPtr Session::Describe(std::string_view text, int timeout_seconds) {
+  const Statement statement(handle_.Get());
+  const Running running(*this, statement.Get(), timeout_seconds);
+  SQLSMALLINT count = 0;
+  const bool prepared = SQL_SUCCEEDED(Prepare(statement.Get(), text)) &&
+                        SQL_SUCCEEDED(SQLNumResultCols(statement.Get(), &count));
+  if (!prepared) Fail(statement.Get());
+  if (count == 0) return nullptr;
+  auto columns = std::make_shared<ResultSet>();
+  for (ColumnDescription& column : DescribeColumns(statement.Get(), count, traits_.unicode)) {
+    const ColumnPlan plan = PlanColumn(column, traits_.unicode);
+    columns->columns.emplace_back(std::move(column.name), plan.ado_type, plan.storage, plan.scale);
+  }
+  return columns;
+}
+
 ResultSetPtr Session::Execute(std::string_view text, int timeout_seconds,
                               const Progress& progress) {
   const Statement statement(handle_.Get());

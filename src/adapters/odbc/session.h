@@ -38,6 +38,8 @@ class Session {
 
   // As DatabaseConnection::Execute. progress may be empty.
   ResultSetPtr Execute(std::string_view text, int timeout_seconds, const Progress& progress);
+  // As DatabaseConnection::Describe.
+  ResultSetPtr Describe(std::string_view text, int timeout_seconds);
 
   // From any thread; doesn't wait for the driver. True if a statement runs.
   bool Cancel() noexcept;
@@ -60,6 +62,7 @@ class Session {
   void ReadTraits();
   bool KnowsUnicode();
   SQLRETURN ExecuteDirect(SQLHANDLE statement, std::string_view text);
+  SQLRETURN Prepare(SQLHANDLE statement, std::string_view text);
   void StopAtDeadline() noexcept;
   void CancelRunning() noexcept;
   void ThrowIfStopped() const;

@@ -100,6 +100,12 @@ class BackgroundConnection : public DatabaseConnection {
     return result;
   }
 
+  std::optional<ResultSetPtr> Describe(std::string_view text, int timeout_seconds) override {
+    std::optional<ResultSetPtr> columns;
+    Run([&] { columns = inner_->Describe(text, timeout_seconds); }, nullptr);
+    return columns;
+  }
+
   void Cancel() noexcept override {
     cancelled_ = true;
     const std::lock_guard lock(cancel_mutex_);

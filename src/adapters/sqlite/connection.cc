@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "adapters/sqlite/describe.h"
 #include "adapters/sqlite/functions.h"
 #include "adapters/sqlite/handle.h"
 #include "adapters/sqlite/parser.h"
@@ -224,7 +225,8 @@ void Connection::Rethrow(const Error& error) {
   throw Error(error.Number(), error.Description());
 }
 
-ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
+template <typename Work>
+auto Connection::Within(const ExecuteOptions& options, const Work& work) {
   if (executing_) {
     throw Error(ErrorNumber::kInvalidCall, "The connection is busy with another statement.");
   }
@@ -247,15 +249,28 @@ ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& op
   next_question_ = now;
   try {
     schema_->Refresh();
+    return work();
+  } catch (const Error& error) {
+    Rethrow(error);
+  }
+}
+
+ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
+  return Within(options, [&] {
     const std::shared_ptr<Batch> batch = Parse(text, options.script_line);
     ResultSetPtr result =
         runner_->Run(*batch, options, [this](std::size_t rows) { AskProgress(rows); });
     // Who takes a big result needs the memory more than the pages that it was read from.
     if (result != nullptr && result->rows >= kBigResult) sqlite3_db_release_memory(db_.get());
     return result;
-  } catch (const Error& error) {
-    Rethrow(error);
-  }
+  });
+}
+
+std::optional<ResultSetPtr> Connection::Describe(std::string_view text, int timeout_seconds) {
+  const ExecuteOptions options{timeout_seconds, {}};
+  return Within(options, [&]() -> std::optional<ResultSetPtr> {
+    return sqlite::Describe(db_.get(), *schema_, *Parser(text).ParseBatch());
+  });
 }
 
 }  // namespace vorek::sqlite

@@ -26,6 +26,7 @@ class Connection : public DatabaseConnection {
   ~Connection() override = default;
 
   ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) override;
+  std::optional<ResultSetPtr> Describe(std::string_view text, int timeout_seconds) override;
   void Cancel() noexcept override { cancelled_ = true; }
 
   // The text as it runs in SQLite, statement by statement; nothing runs.
@@ -46,6 +47,9 @@ class Connection : public DatabaseConnection {
   void SetUp(const std::string& path, OpenMode mode);
   bool MustStop();
   void AskProgress(std::size_t rows);
+  // Does a piece of work on the schema and the database within the time.
+  template <typename Work>
+  auto Within(const ExecuteOptions& options, const Work& work);
   std::shared_ptr<Batch> Parse(std::string_view text, int first_line);
   [[noreturn]] void Rethrow(const Error& error);
 
