@@ -64,23 +64,23 @@ void FillMarkers(Process& process, std::int32_t report_id, std::string& query,
   }
 }
 
+std::vector<text::Replacement> TokenReplacements(const TokenValues& values) {
+  return {{"تاريخ اجراي گزارش", values.report_date},
+          {"<FarsiReportDate>", values.report_date},
+          {"مشخصه كارمند", values.employee_id},
+          {"<EmployeeID>", values.employee_id},
+          {"مشخصه موقعيت كاربر", values.position_id},
+          {"<PositionID>", values.position_id},
+          {"مشخصه زبان", "5"},
+          {"<LanguageID>", "5"},
+          {"زمان اجراي گزارش", values.report_time},
+          {"<ReportTime>", values.report_time},
+          {"مشخصه كاربر", values.user_id},
+          {"<UserID>", values.user_id}};
+}
+
 std::string ReplaceTokens(const std::string& query, const TokenValues& values) {
-  const std::pair<const char*, const std::string> tokens[] = {
-      {"تاريخ اجراي گزارش", values.report_date},
-      {"<FarsiReportDate>", values.report_date},
-      {"مشخصه كارمند", values.employee_id},
-      {"<EmployeeID>", values.employee_id},
-      {"مشخصه موقعيت كاربر", values.position_id},
-      {"<PositionID>", values.position_id},
-      {"مشخصه زبان", "5"},
-      {"<LanguageID>", "5"},
-      {"زمان اجراي گزارش", values.report_time},
-      {"<ReportTime>", values.report_time},
-      {"مشخصه كاربر", values.user_id},
-      {"<UserID>", values.user_id}};
-  std::string text = query;
-  for (const auto& [token, value] : tokens) text = ReplaceIgnoreCase(text, token, value);
-  return text;
+  return text::ReplaceAll(query, TokenReplacements(values));
 }
 
 std::string DropEmptyAliases(const std::string& query) {

@@ -2,9 +2,11 @@
 #define VOREK_ENGINE_QUERY_TEXT_H_
 
 #include <string>
+#include <vector>
 
 #include "state/process.h"
 #include "state/report_state.h"
+#include "text/replacement.h"
 
 // From a report's template to the text that runs: plain string work. No statement is parsed and no
 // value is bound.
@@ -28,6 +30,7 @@ struct TokenValues {
   std::string report_time;  // hours and minutes in quotes
   std::string user_id;
 };
+std::vector<text::Replacement> TokenReplacements(const TokenValues& values);
 // Replaces both spellings of each token, ignoring case.
 std::string ReplaceTokens(const std::string& query, const TokenValues& values);
 

@@ -29,7 +29,15 @@ void RemoveAbove(std::string& formula, std::int32_t column) {
   }
 }
 
-// The digits at the front that number a column, as many as still do; none: 0.
+std::size_t SlotOf(std::vector<ColumnReference>& references, ColumnReference reference) {
+  const auto found = std::find(references.begin(), references.end(), reference);
+  if (found != references.end()) return static_cast<std::size_t>(found - references.begin());
+  references.push_back(reference);
+  return references.size() - 1;
+}
+
+}  // namespace
+
 std::size_t ColumnDigits(std::string_view text, std::int32_t columns, std::int32_t& column) {
   std::size_t length = 0;
   std::int64_t number = 0;
@@ -43,15 +51,6 @@ std::size_t ColumnDigits(std::string_view text, std::int32_t columns, std::int32
   return length;
 }
 
-std::size_t SlotOf(std::vector<ColumnReference>& references, ColumnReference reference) {
-  const auto found = std::find(references.begin(), references.end(), reference);
-  if (found != references.end()) return static_cast<std::size_t>(found - references.begin());
-  references.push_back(reference);
-  return references.size() - 1;
-}
-
-}  // namespace
-
 std::string ReplaceReferences(std::string formula, std::int32_t columns, bool first_row,
                               const ReferenceReader& read) {
   for (std::int32_t column = columns - 1; column >= 0; --column) {
@@ -62,6 +61,11 @@ std::string ReplaceReferences(std::string formula, std::int32_t columns, bool fi
       ReplaceAll(formula, {column, true}, read);
     }
   }
+  return formula;
+}
+
+std::string FirstRowText(std::string formula, std::int32_t columns) {
+  for (std::int32_t column = columns - 1; column >= 0; --column) RemoveAbove(formula, column);
   return formula;
 }
 

@@ -1,6 +1,7 @@
 #ifndef VOREK_GRID_EXPRESSION_FORMULA_H_
 #define VOREK_GRID_EXPRESSION_FORMULA_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -28,6 +29,9 @@ using ReferenceReader = std::function<double(ColumnReference)>;
 std::string ReplaceReferences(std::string formula, std::int32_t columns, bool first_row,
                               const ReferenceReader& read);
 
+// The formula for the first row with its C references left in place.
+std::string FirstRowText(std::string formula, std::int32_t columns);
+
 // A formula for rows below the first with its references as places: slot n is references[n].
 struct ReferenceTemplate {
   FormulaTemplate formula;
@@ -37,6 +41,10 @@ struct ReferenceTemplate {
 // None for a formula in which a number that is put in could make a new reference with the text in
 // front of it (CC1, C1C20): only ReplaceReferences does it right.
 std::optional<ReferenceTemplate> FindReferences(std::string_view formula, std::int32_t columns);
+
+// The grid column that a text begins with, of those below `columns`, as far as its digits go; the
+// count of these digits is the result, 0 for none.
+std::size_t ColumnDigits(std::string_view text, std::int32_t columns, std::int32_t& column);
 
 }  // namespace vorek
 

@@ -47,22 +47,27 @@ std::string Literal(std::string_view type, const ParameterReading& reading) {
   return "''";
 }
 
-std::string PutLiteral(std::string query, const std::string& marker, const std::string& literal,
-                       std::string_view suffix) {
+std::vector<text::Replacement> LiteralReplacements(const std::string& marker,
+                                                   const std::string& literal,
+                                                   std::string_view suffix) {
   const std::string ending(suffix);
   const std::string bracketed = " (" + literal + ")" + ending;
   const std::string unquoted = text::Replace(literal, "'", "");
-  const auto put = [&](const std::string& find, const std::string& with) {
-    query = Put(query, find, with);
-  };
-  put("(" + marker + ")", literal);
-  put(marker + ",", literal + ",");
-  put(", " + marker + ")", ", " + literal + ")");
-  put(marker + " * ", literal + " * ");
-  put("@" + marker, bracketed);
-  put(" like " + marker, " like ('%" + unquoted + "%')" + ending);
-  put(" in  " + marker, " in  " + literal + ending);
-  put(marker, bracketed);
+  return {{"(" + marker + ")", literal},
+          {marker + ",", literal + ","},
+          {", " + marker + ")", ", " + literal + ")"},
+          {marker + " * ", literal + " * "},
+          {"@" + marker, bracketed},
+          {" like " + marker, " like ('%" + unquoted + "%')" + ending},
+          {" in  " + marker, " in  " + literal + ending},
+          {marker, bracketed}};
+}
+
+std::string PutLiteral(std::string query, const std::string& marker, const std::string& literal,
+                       std::string_view suffix) {
+  for (const auto& [find, put] : LiteralReplacements(marker, literal, suffix)) {
+    query = Put(query, find, put);
+  }
   return query;
 }
 

@@ -3,8 +3,10 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "parameters/parameter_kind.h"
+#include "text/replacement.h"
 
 // The text work of a confirmation: values are written into the query as text, nothing is parsed.
 namespace vorek {
@@ -16,6 +18,11 @@ inline constexpr std::string_view kAlwaysTrue = " OR ''=''";
 // The value as it stands in SQL for a column of this type, which is in small letters: bare for
 // numbers, in quotes for dates and texts, '' for any other type. No quote is doubled.
 std::string Literal(std::string_view type, const ParameterReading& reading);
+
+// What takes the place of a marker's shapes, in this order; see PutLiteral.
+std::vector<text::Replacement> LiteralReplacements(const std::string& marker,
+                                                   const std::string& literal,
+                                                   std::string_view suffix);
 
 // Puts a literal in place of each occurrence of the marker; behind a marker that ends a condition
 // the suffix follows. Throws Error(kOutOfMemory) for a query that would be longer than 64 MiB.

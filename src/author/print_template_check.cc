@@ -1,4 +1,4 @@
-#include "engine/print_template_check.h"
+#include "author/print_template_check.h"
 
 #include <string>
 #include <utility>
@@ -34,8 +34,11 @@ class Templates {
   }
 
  private:
-  void Tell(bool error, std::string what, std::string why) {
-    findings_.push_back({error, id_, field_, std::move(what), std::move(why)});
+  void Tell(bool stops, std::string what, std::string why) {
+    findings_.push_back({stops ? Rule::kPrintStops : Rule::kPrintLook,
+                         id_,
+                         {.table = CatalogueTable::kAttachment, .row = row_, .field = "FileData"},
+                         {std::move(what), std::move(why)}});
   }
 
   // What the templates may name.
@@ -54,7 +57,7 @@ class Templates {
   }
 
   void CheckStored(const Recordset& row) {
-    field_ = "print template " + TextOf(row, "RowNumber");
+    row_ = TextOf(row, "RowNumber");
     if (columns_ == nullptr) {
       Tell(true, "the database has no table for the rows of a print", "nothing is printed");
     }
@@ -73,7 +76,7 @@ class Templates {
   std::int32_t id_;
   const XmlReader& read_xml_;
   std::vector<Finding>& findings_;
-  std::string field_;
+  std::string row_;
   ResultSetPtr columns_;  // null: they can't be read
   std::vector<std::string> parameters_;
 };

@@ -1,10 +1,10 @@
-#ifndef VOREK_ENGINE_PRINT_TEMPLATE_CHECK_H_
-#define VOREK_ENGINE_PRINT_TEMPLATE_CHECK_H_
+#ifndef VOREK_AUTHOR_PRINT_TEMPLATE_CHECK_H_
+#define VOREK_AUTHOR_PRINT_TEMPLATE_CHECK_H_
 
 #include <cstdint>
 #include <vector>
 
-#include "engine/report_check.h"
+#include "author/finding.h"
 #include "platform/xml_element.h"
 #include "state/process.h"
 
@@ -17,4 +17,4 @@ void CheckPrintTemplates(Process& process, std::int32_t report_id, const XmlRead
 
 }  // namespace vorek
 
-#endif  // VOREK_ENGINE_PRINT_TEMPLATE_CHECK_H_
+#endif  // VOREK_AUTHOR_PRINT_TEMPLATE_CHECK_H_

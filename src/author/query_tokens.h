@@ -1,7 +1,8 @@
-#ifndef VOREK_ENGINE_QUERY_TOKENS_H_
-#define VOREK_ENGINE_QUERY_TOKENS_H_
+#ifndef VOREK_AUTHOR_QUERY_TOKENS_H_
+#define VOREK_AUTHOR_QUERY_TOKENS_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,14 @@ bool IsSign(const QueryToken& token, std::string_view sign);
 // bracketed or double-quoted name.
 std::vector<bool> QuotedBytes(std::string_view query);
 
+// An "@" or "@@" of a query with the number behind it; -1 for one without a number.
+struct Marker {
+  std::int32_t number;
+  std::size_t at;
+};
+std::vector<Marker> MarkersOf(std::string_view query);
+bool HasMarker(std::string_view query, std::int32_t number);
+
 }  // namespace vorek
 
-#endif  // VOREK_ENGINE_QUERY_TOKENS_H_
+#endif  // VOREK_AUTHOR_QUERY_TOKENS_H_

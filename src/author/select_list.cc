@@ -1,8 +1,8 @@
-#include "engine/select_list.h"
+#include "author/select_list.h"
 
 #include <algorithm>
 
-#include "engine/query_tokens.h"
+#include "author/query_tokens.h"
 
 namespace vorek {
 namespace {

@@ -1,4 +1,4 @@
-#include "engine/query_tokens.h"
+#include "author/query_tokens.h"
 
 #include <algorithm>
 #include <utility>
@@ -111,6 +111,26 @@ std::vector<bool> QuotedBytes(std::string_view query) {
     at = end;
   }
   return quoted;
+}
+
+std::vector<Marker> MarkersOf(std::string_view query) {
+  constexpr std::size_t kMostDigits = 9;
+  std::vector<Marker> markers;
+  for (std::size_t at = query.find('@'); at != std::string_view::npos; at = query.find('@', at)) {
+    const std::size_t begin = at;
+    while (at < query.size() && query[at] == '@') ++at;
+    std::size_t end = at;
+    while (end < query.size() && query[end] >= '0' && query[end] <= '9') ++end;
+    const std::string digits(query.substr(at, std::min(end - at, kMostDigits)));
+    markers.push_back({digits.empty() ? -1 : std::stoi(digits), begin});
+  }
+  return markers;
+}
+
+bool HasMarker(std::string_view query, std::int32_t number) {
+  const std::vector<Marker> markers = MarkersOf(query);
+  return std::any_of(markers.begin(), markers.end(),
+                     [&](const Marker& marker) { return marker.number == number; });
 }
 
 }  // namespace vorek

@@ -1,5 +1,5 @@
-#ifndef VOREK_ENGINE_SELECT_LIST_H_
-#define VOREK_ENGINE_SELECT_LIST_H_
+#ifndef VOREK_AUTHOR_SELECT_LIST_H_
+#define VOREK_AUTHOR_SELECT_LIST_H_
 
 #include <optional>
 #include <string>
@@ -15,4 +15,4 @@ std::optional<std::vector<std::string>> SelectListNames(std::string_view query);
 
 }  // namespace vorek
 
-#endif  // VOREK_ENGINE_SELECT_LIST_H_
+#endif  // VOREK_AUTHOR_SELECT_LIST_H_
