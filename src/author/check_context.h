@@ -35,11 +35,11 @@ struct CheckContext {
   }
 };
 
-// The rules by their subject, each in the file of its name. The query's come first: they find the
-// columns that the others look at.
-void CheckQuery(CheckContext& check);
+// The rules by their subject, each in the file of its name, in the order in which they are looked
+// at: a fault of a parameter explains one of the query, which finds the columns for the others.
 void CheckParameters(CheckContext& check);
 void CheckLists(CheckContext& check);
+void CheckQuery(CheckContext& check);
 void CheckLayout(CheckContext& check);
 void CheckFormulas(CheckContext& check);
 void CheckSecurity(CheckContext& check);

@@ -2,6 +2,7 @@
 #include <set>
 
 #include "author/check_context.h"
+#include "author/finding_text.h"
 #include "author/query_lookup.h"
 #include "author/query_tokens.h"
 #include "author/sample_text.h"
@@ -22,9 +23,6 @@ class QueryRules {
       : check_(check), query_(check.report.Query()), quoted_(QuotedBytes(query_)) {}
 
   void Run() {
-    if (text::TrimView(check_.report.procedure ? check_.report.sql_sp : query_).empty()) {
-      return check_.Tell(Rule::kNoQuery, check_.report.WholeQuery());
-    }
     CheckMarkers();
     CheckQuotedMarkers();
     CheckTokens();
@@ -40,6 +38,7 @@ class QueryRules {
   void CheckTokens();
   void FindColumns();
   bool IsSpecial(const std::string& text);
+  bool ComesOfMarkers(Rule rule) const;
   void CheckTree();
   bool HasField(std::string_view name) const;
   void CheckSubtotals();
@@ -116,6 +115,14 @@ bool QueryRules::IsSpecial(const std::string& text) {
   }
 }
 
+// A marker or a parameter that was told of breaks the text as well.
+bool QueryRules::ComesOfMarkers(Rule rule) const {
+  if (rule != Rule::kSyntax && rule != Rule::kRefused) return false;
+  return std::any_of(check_.findings.begin(), check_.findings.end(), [&](const Finding& finding) {
+    return finding.report_id == check_.report.id && SeverityOf(finding.rule) == Severity::kError;
+  });
+}
+
 // Tells what the database refuses, and takes the result's columns from it, else from the text.
 void QueryRules::FindColumns() {
   if (const auto names = SelectListNames(DropEmptyAliases(query_))) {
@@ -125,7 +132,7 @@ void QueryRules::FindColumns() {
   const text::TracedText sample = SampleText(check_.report);
   if (text::Contains(sample.Text(), "@") || IsSpecial(sample.Text())) return;
   const QueryLookup found = LookUp(check_.process, sample.Text());
-  if (found.fault) {
+  if (found.fault && !ComesOfMarkers(found.fault->rule)) {
     const Place place = found.fault->at
                             ? check_.report.PlaceInQuery(sample.Origin(*found.fault->at))
                             : check_.report.WholeQuery();

@@ -7,13 +7,21 @@
 namespace vorek {
 namespace {
 
+bool HasQuery(const ReportDefinition& report) {
+  const std::string query = report.procedure ? report.sql_sp : report.Query();
+  return query.find_first_not_of(" \t\r\n") != std::string::npos;
+}
+
 void CheckReport(Process& process, std::int32_t id, std::vector<Finding>& findings) {
   const ReportDefinition report = ReadDefinition(process, id);
   CheckContext check{process, report, findings, std::nullopt};
   if (!report.found) return check.Tell(Rule::kNoReport, {.field = "ID"}, {std::to_string(id)});
-  CheckQuery(check);
+  if (!HasQuery(report)) {
+    return check.Tell(Rule::kNoQuery, report.WholeQuery());
+  }
   CheckParameters(check);
   CheckLists(check);
+  CheckQuery(check);
   CheckLayout(check);
   CheckFormulas(check);
   CheckSecurity(check);
