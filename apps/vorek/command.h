@@ -18,6 +18,8 @@ void AddShowCommand(CLI::App& app);
 void AddExportCommand(CLI::App& app);
 void AddDriveCommand(CLI::App& app);
 void AddCheckCommand(CLI::App& app);
+void AddExplainCommand(CLI::App& app);
+void AddSnapshotCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddSqlCommand(CLI::App& app);
 // Of all commands that the app has when it runs.

@@ -68,6 +68,7 @@ int main(int argc, char** argv) {
   vorek::AddExportCommand(app);
   vorek::AddDriveCommand(app);
   vorek::AddCheckCommand(app);
+  vorek::AddExplainCommand(app);
   vorek::AddEvalCommand(app);
   vorek::AddSqlCommand(app);
 #ifdef VOREK_WITH_QT

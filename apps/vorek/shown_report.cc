@@ -25,13 +25,14 @@ bool IsTemplateNumber(const std::string& text) {
          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-ShownReport::ShownReport(const ReportOptions& options, WorldOptions with)
+ShownReport::ShownReport(const ReportOptions& options, WorldOptions with, CalculationTrace* trace)
     : options_(options), windows_(std::make_shared<TerminalWindows>(options.ask)) {
   with.windows = windows_;
   world_ = std::make_unique<World>(std::move(with));
   report_ = std::make_unique<VorekReport1>(*world_);
   Connect();
   Watch();
+  Control().state.Trace = trace;
   const ReportState& state = Control().state;
   const bool shown = report_->View(options.report, options.parameters);
   if (!shown || state.Missing) {

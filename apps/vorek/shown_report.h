@@ -28,7 +28,9 @@ bool IsTemplateNumber(const std::string& text);
 // standard error.
 class ShownReport {
  public:
-  explicit ShownReport(const ReportOptions& options, WorldOptions with = ConsoleWorld());
+  // trace: of a cell that is asked about; null for none.
+  explicit ShownReport(const ReportOptions& options, WorldOptions with = ConsoleWorld(),
+                       CalculationTrace* trace = nullptr);
 
   VorekReport1& Report() { return *report_; }
   ReportControl& Control() { return report_->Impl(); }

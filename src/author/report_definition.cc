@@ -34,6 +34,7 @@ void ReadReport(Recordset& slot, ReportDefinition& report) {
   OpenSlot(slot, ReportRowQuery(report.id));
   report.found = !slot.AtEnd();
   if (report.found) {
+    report.title = TextIfThere(slot, "Title");
     report.sql_query = TextIfThere(slot, "SQLQuery");
     report.reserved = TextIfThere(slot, "Reserved");
     report.sql_sp = TextIfThere(slot, "SQLSP");

@@ -44,6 +44,7 @@ struct LinkRow {
 struct ReportDefinition {
   std::int32_t id = 0;
   bool found = false;
+  std::string title;
   std::string sql_query;
   std::string reserved;
   std::string sql_sp;

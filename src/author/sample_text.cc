@@ -35,7 +35,7 @@ ParameterReading SampleReading(std::int32_t control_type) {
   return {found->query, found->display};
 }
 
-text::TracedText SampleText(const ReportDefinition& report) {
+text::TracedText SampleParameters(const ReportDefinition& report) {
   text::TracedText traced(report.Query());
   // A call of a procedure has no conditions.
   const bool call = text::StartsWithIgnoreCase(report.Query(), "exec ");
@@ -45,6 +45,11 @@ text::TracedText SampleText(const ReportDefinition& report) {
     const std::string literal = Literal(row.type, SampleReading(row.control_type));
     traced.ReplaceAll(LiteralReplacements(row.Marker(), literal, call ? "" : kRestricts));
   }
+  return traced;
+}
+
+text::TracedText SampleText(const ReportDefinition& report) {
+  text::TracedText traced = SampleParameters(report);
   traced.ReplaceAll(TokenReplacements({"'1405/01/01'", "1", "1", "'10:30'", "1"}));
   traced.ReplaceAll({{" as ''", ""}});
   return traced;

@@ -11,8 +11,11 @@ namespace vorek {
 // A value that a person might enter into a field of that kind.
 ParameterReading SampleReading(std::int32_t control_type);
 
-// The query as a confirmed form makes it, with such a value for each parameter and the tokens'
-// values put in. Texts without a parameter for a marker keep it.
+// The query as a confirmed form makes it, with such a value for each parameter. A marker without a
+// parameter stays.
+text::TracedText SampleParameters(const ReportDefinition& report);
+
+// The same with values of the tokens, as it runs.
 text::TracedText SampleText(const ReportDefinition& report);
 
 }  // namespace vorek

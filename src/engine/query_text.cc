@@ -5,6 +5,7 @@
 
 #include "catalog/report_row.h"
 #include "text/key_list.h"
+#include "text/persian_date.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -62,6 +63,13 @@ void FillMarkers(Process& process, std::int32_t report_id, std::string& query,
     query = ReplaceIgnoreCase(query, "@" + marker, value);
     query = ReplaceIgnoreCase(query, marker, value);
   }
+}
+
+TokenValues TokenValuesOf(const DateTime& now, const ReportState& state, std::int32_t user_id) {
+  const auto two = [](int value) { return (value < 10 ? "0" : "") + std::to_string(value); };
+  const std::string day = text::DateText(text::ToPersian({now.year, now.month, now.day}));
+  return {"'" + day + "'", std::to_string(state.EmployeeID), std::to_string(state.PositionID),
+          "'" + two(now.hour) + ":" + two(now.minute) + "'", std::to_string(user_id)};
 }
 
 std::vector<text::Replacement> TokenReplacements(const TokenValues& values) {

@@ -30,6 +30,8 @@ struct TokenValues {
   std::string report_time;  // hours and minutes in quotes
   std::string user_id;
 };
+// Those of a moment and of the host's numbers.
+TokenValues TokenValuesOf(const DateTime& now, const ReportState& state, std::int32_t user_id);
 std::vector<text::Replacement> TokenReplacements(const TokenValues& values);
 // Replaces both spellings of each token, ignoring case.
 std::string ReplaceTokens(const std::string& query, const TokenValues& values);

@@ -30,13 +30,6 @@ std::string LeadingLetters(const std::string& text) {
   return {text.begin(), std::find_if_not(text.begin(), text.end(), letter)};
 }
 
-std::string TimeText(const DateTime& now) {
-  const auto two = [](int value) { return (value < 10 ? "0" : "") + std::to_string(value); };
-  return two(now.hour) + ":" + two(now.minute) + ":" + two(now.second);
-}
-
-std::string Quoted(const std::string& text) { return "'" + text + "'"; }
-
 }  // namespace
 
 bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
@@ -157,10 +150,8 @@ void ReportRun::PutTokens() {
   process_.windows().SetMousePointer(11);
   const DateTime now = process_.clock().Now();
   control_.datToday.SetValue({now.year, now.month, now.day});
-  state_.QueryText = ReplaceTokens(
-      state_.QueryText, {Quoted(control_.datToday.FarsiDate()), std::to_string(state_.EmployeeID),
-                         std::to_string(state_.PositionID), Quoted(text::Left(TimeText(now), 5)),
-                         std::to_string(process_.main.GlobalUserID)});
+  state_.QueryText =
+      ReplaceTokens(state_.QueryText, TokenValuesOf(now, state_, process_.main.GlobalUserID));
 }
 
 // --- Running the query and filling the grid -----------------------------------------------------

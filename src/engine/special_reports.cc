@@ -264,15 +264,21 @@ bool RewriteSpecialQuery(const std::string& query, const ViewOfClass& view_of_cl
   return true;
 }
 
-bool PrepareSpecialReport(ReportContext& report, const std::string& query) {
-  DtEn& dten = report.process.dten();
+std::optional<SpecialQuery> SpecialQueryOf(Process& process, const std::string& query) {
   SpecialQuery special;
   const auto view_of_class = [&](const std::string& class_id) {
-    return ReadViewOfClass(dten.rssqlQuery, class_id);
+    return ReadViewOfClass(process.dten().rssqlQuery, class_id);
   };
-  if (!RewriteSpecialQuery(query, view_of_class, special)) return false;
+  if (!RewriteSpecialQuery(query, view_of_class, special)) return std::nullopt;
+  return special;
+}
+
+bool PrepareSpecialReport(ReportContext& report, const std::string& query) {
+  const std::optional<SpecialQuery> special = SpecialQueryOf(report.process, query);
+  if (!special) return false;
+  DtEn& dten = report.process.dten();
   Transaction transaction(dten.cnn);
-  for (const std::string& statement : special.statements) OpenSlot(dten.rssqlQuery, statement);
+  for (const std::string& statement : special->statements) OpenSlot(dten.rssqlQuery, statement);
   transaction.Commit();
   return true;
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,9 @@ using ViewOfClass = std::function<std::string(const std::string& class_id)>;
 // call that hasn't the arguments it needs.
 bool RewriteSpecialQuery(const std::string& query, const ViewOfClass& view_of_class,
                          SpecialQuery& special);
+
+// The same with the views of the database's classes; nothing for any other query.
+std::optional<SpecialQuery> SpecialQueryOf(Process& process, const std::string& query);
 
 // Runs a special report on rssqlQuery, in one transaction where the database knows them: another
 // user's run then waits instead of writing over the tables. False, and nothing done, for any other

@@ -101,14 +101,26 @@ class ExpressionColumn {
   // Fills the cell of the row.
   void Fill(Grid& grid, std::int32_t row, RowNumbers& numbers) {
     by_text_ = row == 1 || !prepared_;
-    const WorkingValue value = by_text_ ? EvaluateText(grid, row) : EvaluatePrepared(numbers);
-    numbers.Write(column_, Show(value));
+    value_ = by_text_ ? EvaluateText(grid, row) : EvaluatePrepared(numbers);
+    numbers.Write(column_, Show(value_));
     grid.WriteCell(row, column_, cell_);
   }
 
   // Puts the formula of the last row that was filled into the evaluator.
   void LeaveFormula() {
     if (!by_text_) evaluation_.Expresion(prepared_->Template().Fill(values_));
+  }
+
+  // How the cell that was filled last came about, if that is the one which is asked for.
+  void Tell(CalculationTrace& trace, std::int32_t row) const {
+    if (trace.row != row || trace.column != column_) return;
+    trace.told = true;
+    trace.formula = row == 1 ? row_.first_row : row_.general;
+    trace.with_numbers = by_text_ ? evaluation_.Expresion() : prepared_->Template().Fill(values_);
+    trace.value = value_;
+    trace.code = evaluation_.CErr();
+    trace.code_text = evaluation_.DErr();
+    trace.cell = cell_;
   }
 
  private:
@@ -164,6 +176,7 @@ class ExpressionColumn {
   std::vector<Source> sources_;  // by slot of the formula
   std::vector<double> values_;
   bool by_text_ = true;
+  WorkingValue value_;
   std::string cell_;
   std::string plain_;
 };
@@ -188,7 +201,8 @@ void ForgetVariables(EvaluationClass& evaluation, std::int32_t given) {
   while (evaluation.CuentaVar() > given) evaluation.RemVar(given + 1);
 }
 
-void FillColumns(Grid& grid, EvaluationClass& evaluation, std::vector<ExpressionRow> rows) {
+void FillColumns(Grid& grid, EvaluationClass& evaluation, std::vector<ExpressionRow> rows,
+                 CalculationTrace* trace) {
   const std::int32_t columns = grid.Cols();
   const std::int32_t first = columns - static_cast<std::int32_t>(rows.size());
   RowNumbers numbers(columns);
@@ -204,6 +218,7 @@ void FillColumns(Grid& grid, EvaluationClass& evaluation, std::vector<Expression
     if (sum) continue;
     for (ExpressionColumn& column : calculated) {
       column.Fill(grid, row, numbers);
+      if (trace != nullptr) column.Tell(*trace, row);
       if (evaluation.CuentaVar() > given) ForgetVariables(evaluation, given);
     }
   }
@@ -216,7 +231,9 @@ void MakeExpressionColumns(ReportContext& report) {
   Windows& windows = report.process.windows();
   windows.SetMousePointer(kHourglass);
   std::vector<ExpressionRow> rows = AddColumns(report);
-  if (!rows.empty()) FillColumns(report.flxMain, report.Evaluation, std::move(rows));
+  if (!rows.empty()) {
+    FillColumns(report.flxMain, report.Evaluation, std::move(rows), report.state.Trace);
+  }
   windows.SetMousePointer(0);
 }
 

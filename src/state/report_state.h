@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/result_set.h"
+#include "state/calculation_trace.h"
 #include "state/form_metadata.h"
 
 namespace vorek {
@@ -81,6 +82,7 @@ struct ReportState {
   std::string ConfirmedValues;  // of the form that AnswersPut tells of, in words
   std::string QuerySource;
   std::int32_t QueryRecordCount = -1;
+  CalculationTrace* Trace = nullptr;  // of a cell that somebody asks about; null for nobody
   std::int32_t FoundRows = -1;  // of the result on show before any filter; -1 without a result
   std::int32_t FilledRows = 0;  // those of them that flxMain was filled with
   std::vector<FieldInfo> QueryFields;  // field n stands in grid column n + 1
