@@ -110,9 +110,11 @@ void PrintText(const std::string& text) {
 
 void PrintStages(const ReportStages& stages) {
   std::cout << stages.title << '\n';
+  std::string before;
   for (const ReportStage& stage : stages.stages) {
     std::cout << "\n== " << stage.name << (stage.note.empty() ? "" : ": " + stage.note) << '\n';
-    PrintText(stage.text);
+    PrintText(stage.text == before ? "(as before)" : stage.text);
+    before = stage.text;
   }
 }
 
@@ -126,8 +128,8 @@ void PrintCell(const ExplainedCell& cell) {
             << '\n';
   if (trace.told) {
     std::cout << "formula  " << trace.formula << "\nnumbers  " << trace.with_numbers
-              << "\nvalue    " << ValueText(trace.value) << "\ncode     " << trace.code << ", "
-              << trace.code_text << '\n';
+              << "\nvalue    " << ValueText(trace.value) << "\ncode     " << trace.code
+              << (trace.code == 0 ? "" : ", " + trace.code_text) << '\n';
   } else {
     std::cout << "no formula: the cell comes from the query\n";
   }

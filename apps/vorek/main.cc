@@ -69,6 +69,7 @@ int main(int argc, char** argv) {
   vorek::AddDriveCommand(app);
   vorek::AddCheckCommand(app);
   vorek::AddExplainCommand(app);
+  vorek::AddSnapshotCommand(app);
   vorek::AddEvalCommand(app);
   vorek::AddSqlCommand(app);
 #ifdef VOREK_WITH_QT

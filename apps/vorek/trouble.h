@@ -13,12 +13,14 @@ namespace vorek {
 inline constexpr int kFoundDifferences = 1;
 inline constexpr int kTrouble = 3;
 
-// Does the work; a failure of it is told, and ends the command with kTrouble.
+// Does the work; a failure of it is told, and ends the command with kTrouble. An interrupt is
+// passed on.
 template <typename Work>
 void TellTrouble(const Work& work) {
   try {
     work();
   } catch (const Error& error) {
+    if (error.Is(ErrorNumber::kCancelled)) throw;
     std::cerr << "vorek: " << error.Description() << '\n';
     throw CLI::RuntimeError(kTrouble);
   }
