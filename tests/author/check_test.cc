@@ -129,7 +129,7 @@ TEST_F(CheckTest, FindsWhatIsWrongWithAQuery) {
       {"select Code from tblGood where (Code = 1", "", "syntax SQLQuery 1:41\n"},
       {"select Code from tblGood where (Code in (@1))", one, "syntax SQLQuery 1:41\n"},
       {"select 'Code from tblGood", "", "syntax SQLQuery 1:8\n"},
-      {"select lenght(Name) as n from tblGood", "", "missing-function SQLQuery 1:8\n"},
+      {"select lengt(Name) as n from tblGood", "", "missing-function SQLQuery 1:8\n"},
       {"select Name, count(*) as n from tblGood", "", "not-grouped SQLQuery 1:8\n"},
       {"select Code from tblGood ", "update tblVorekReport set Reserved = 'wher Code = 1'",
        "syntax Reserved 1:6\n"},

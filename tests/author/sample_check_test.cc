@@ -10,8 +10,8 @@
 namespace vorek {
 namespace {
 
-// The sample's reports are right, but for those that show what a wrong definition does, and two that
-// compare a typed code.
+// The sample's reports are right, but for those that show what a wrong definition does, and two
+// that compare a typed code.
 TEST(SampleCheck, GivesNoFalseAlarm) {
   Process process({.providers = {SqliteProvider()},
                    .windows = std::make_shared<ScriptedWindows>(),
