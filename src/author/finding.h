@@ -34,7 +34,7 @@ enum class Rule {
   // parameters
   kUnusedParameter,
   kMarkerWithoutBracket,
-  kMarkerAtEnd,
+  kMarkerUnseen,
   kUnknownKind,
   kUnknownType,
   kKindAndType,

@@ -116,7 +116,7 @@ bool ParameterRules::CheckUse(const ParameterRow& row) {
   }
   if (!Has(marker + ")")) check_.Tell(Rule::kMarkerWithoutBracket, At(row, ""), {marker});
   if (!Has(marker + ")") && !Has(marker + ",") && !Has(marker + " ")) {
-    check_.Tell(Rule::kMarkerAtEnd, At(row, ""), {marker});
+    check_.Tell(Rule::kMarkerUnseen, At(row, ""), {marker});
   }
   return true;
 }

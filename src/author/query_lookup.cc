@@ -47,6 +47,8 @@ Rule RuleOf(std::string_view message, bool& named) {
     return Rule::kNotGrouped;
   }
   named = false;
+  // A server that would have to run a procedure first.
+  if (text::Contains(message, "metadata could not be determined")) return Rule::kNotLookedUp;
   return text::Contains(message, "not supported") ? Rule::kNotTranslated : Rule::kRefused;
 }
 

@@ -35,6 +35,7 @@ class QueryRules {
   void CheckMarkers();
   void CheckMarker(const Marker& marker);
   void CheckQuotedMarkers();
+  bool InText(std::size_t at) const;
   void CheckTokens();
   void FindColumns();
   bool IsSpecial(const std::string& text);
@@ -73,23 +74,26 @@ void QueryRules::CheckMarker(const Marker& marker) {
   }
 }
 
-// In brackets, or in front of a comma, a value comes as it is: a number may stand in a text there.
+// In brackets, or in front of a comma, a value comes as it is, and in a call without a condition: a
+// number may stand in a text there.
 void QueryRules::CheckQuotedMarkers() {
+  if (text::StartsWithIgnoreCase(query_, "exec ")) return;
   for (const Marker& marker : MarkersOf(query_)) {
-    if (marker.number == -1 || !quoted_[marker.at]) continue;
+    if (marker.number == -1 || !InText(marker.at)) continue;
     const std::string name = Name(marker.number);
     const std::size_t end = marker.at + name.size();
-    const char before = marker.at == 0 ? ' ' : query_[marker.at - 1];
     const char behind = end < query_.size() ? query_[end] : ' ';
-    const bool alone = (before == '(' && behind == ')') || behind == ',';
-    const bool in_text =
-        std::count(query_.begin(), query_.begin() + static_cast<std::ptrdiff_t>(marker.at), '\'') %
-            2 ==
-        1;
-    if (!alone && in_text) {
-      check_.Tell(Rule::kQuotedMarker, check_.report.PlaceInQuery(marker.at), {name});
-    }
+    const bool alone = (query_[marker.at - 1] == '(' && behind == ')') || behind == ',';
+    if (!alone) check_.Tell(Rule::kQuotedMarker, check_.report.PlaceInQuery(marker.at), {name});
   }
+}
+
+// True for a byte of a text in single quotes.
+bool QueryRules::InText(std::size_t at) const {
+  const std::vector<QueryToken> tokens = ScanQuery(query_).tokens;
+  const auto behind = std::find_if(tokens.begin(), tokens.end(),
+                                   [&](const QueryToken& token) { return token.begin > at; });
+  return quoted_[at] && behind != tokens.begin() && query_[(behind - 1)->begin] == '\'';
 }
 
 void QueryRules::CheckTokens() {

@@ -26,6 +26,18 @@ std::size_t SecretBegin(const std::string& query, std::size_t at, std::string_vi
   return end;
 }
 
+// Where it ends: at a semicolon or a quote, of which a doubled one is part of the value.
+std::size_t SecretEnd(const std::string& query, std::size_t begin) {
+  std::size_t end = begin;
+  while (end < query.size() && query[end] != ';') {
+    const bool quote = query[end] == '\'' || query[end] == '"';
+    const bool doubled = quote && end + 1 < query.size() && query[end + 1] == query[end];
+    if (quote && !doubled) break;
+    end += doubled ? 2 : 1;
+  }
+  return std::min(end, query.size());
+}
+
 class Explanation {
  public:
   Explanation(Process& process, const ReportState& host, std::int32_t report_id)
@@ -121,8 +133,7 @@ std::string WithCoveredSecrets(const std::string& query) {
          at = text::FindIgnoreCase(covered, key, at + key.size())) {
       const std::size_t begin = SecretBegin(covered, at, key);
       if (begin == std::string::npos || !QuotedBytes(covered)[at]) continue;
-      const std::size_t end = std::min(covered.find_first_of(";'\"", begin), covered.size());
-      covered.replace(begin, end - begin, "***");
+      covered.replace(begin, SecretEnd(covered, begin) - begin, "***");
     }
   }
   return covered;

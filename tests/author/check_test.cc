@@ -115,6 +115,9 @@ TEST_F(CheckTest, FindsWhatIsWrongWithAQuery) {
        "", ""},
       {"select Code into #t from tblGood; select x from #t", "", ""},
       {"exec spGoods 1, 2", "", ""},
+      {"select Code, 'don''t ask -- (1)' as [a @ b] from tblGood -- it's",
+       "update tblVorekReport set SQLQuery = replace(SQLQuery, '@', 'o')", ""},
+      {"exec spGoods 'a @1 b', 2", one, "marker-without-bracket 1\n"},
       {"select ID, ParentID, Name from tblGroup", "update tblVorekReport set MakeTree = 1", ""},
       // mistakes
       {"", "", "no-query SQLQuery\n"},
@@ -129,7 +132,7 @@ TEST_F(CheckTest, FindsWhatIsWrongWithAQuery) {
       {"select Code from tblGood where (Code = 1", "", "syntax SQLQuery 1:41\n"},
       {"select Code from tblGood where (Code in (@1))", one, "syntax SQLQuery 1:41\n"},
       {"select 'Code from tblGood", "", "syntax SQLQuery 1:8\n"},
-      {"select lengt(Name) as n from tblGood", "", "missing-function SQLQuery 1:8\n"},
+      {"select size_of(Name) as n from tblGood", "", "missing-function SQLQuery 1:8\n"},
       {"select Name, count(*) as n from tblGood", "", "not-grouped SQLQuery 1:8\n"},
       {"select Code from tblGood ", "update tblVorekReport set Reserved = 'wher Code = 1'",
        "syntax Reserved 1:6\n"},
@@ -200,7 +203,7 @@ TEST_F(CheckTest, FindsWhatIsWrongWithAParameter) {
       {"(Name = @1)", "2, 'nvarchar', 'vwGroup', null", "name-as-text 1 Type\n"},
       {"(GroupID in @1)", "1007, 'int', 'vwGroup', null", "list-marker SQLQuery 1:44\n"},
       {"Code = @1 and 1 = 1", "1002, 'int', null, null", "marker-without-bracket 1\n"},
-      {"Code = @1", "1002, 'int', null, null", "marker-without-bracket 1\nmarker-at-end 1\n"},
+      {"Code = @1", "1002, 'int', null, null", "marker-without-bracket 1\nmarker-unseen 1\n"},
       {"Code = 1", "1002, 'int', null, null", "unused-parameter 1\n"},
   };
   for (const auto& c : cases) {
@@ -502,6 +505,9 @@ TEST(QueryLookup, FindsThePlaceOfANameThatAServerTells) {
   EXPECT_EQ(fault.at, text.find("[Prise]"));
   EXPECT_EQ(FaultOf(Error(ErrorNumber::kSyntax, "relation does not exist"), text).rule,
             Rule::kRefused);
+  const char* const metadata =
+      "The metadata could not be determined because the statement uses a temp table.";
+  EXPECT_EQ(FaultOf(Error(ErrorNumber::kSyntax, metadata), text).rule, Rule::kNotLookedUp);
 }
 
 // A provider that can't look a text up makes a note of it; one that fails is no finding.

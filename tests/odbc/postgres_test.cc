@@ -122,6 +122,19 @@ TEST_F(PostgresTest, GivesAdosNumbersAndTheServersWords) {
   EXPECT_EQ(Run("select 1 as a")->rows, 1u) << "the connection is as good as before";
 }
 
+TEST_F(PostgresTest, LooksUpATextWithoutRunningIt) {
+  Run("create temp sequence looked_up");
+  const auto rows =
+      connection_->Describe("select nextval('looked_up') as n, cast('x' as varchar(5)) as t", 30);
+  ASSERT_TRUE(rows && *rows != nullptr);
+  ASSERT_EQ((*rows)->columns.size(), 2U);
+  EXPECT_EQ((*rows)->columns[0].Name(), "n");
+  EXPECT_EQ((*rows)->columns[0].AdoType(), kBigInt);
+  EXPECT_EQ((*rows)->rows, 0U);
+  EXPECT_EQ(Run("select nextval('looked_up') as n")->columns[0].Display(0), "1");
+  EXPECT_THROW(connection_->Describe("select * from nowhere", 30), Error);
+}
+
 TEST_F(PostgresTest, StopsAtTheTimeOut) {
   const auto start = steady_clock::now();
   EXPECT_EQ(NumberOf("select pg_sleep(20)", 1), -2147217871);

@@ -138,6 +138,50 @@ TEST_F(ProviderTest, TellsErrorsByTheirNumbers) {
   EXPECT_EQ(Run(*connection, "select 1")->rows, 1U) << "usable after errors";
 }
 
+// "name:type" of each column, "?" where they can't be told.
+std::string LookedUp(DatabaseConnection& connection, const std::string& text) {
+  const ResultSetPtr columns = connection.Describe(text, 30).value();
+  if (columns == nullptr) return "?";
+  EXPECT_EQ(columns->rows, 0U) << text;
+  std::string all;
+  for (const ResultColumn& column : columns->columns) {
+    all += column.Name() + ":" + std::to_string(column.AdoType()) + " ";
+  }
+  return all;
+}
+
+TEST_F(ProviderTest, LooksUpATextWithoutRunningIt) {
+  const auto connection = Open("a.db", ";Mode=Create");
+  Run(*connection, "create table t (A int, M money)");
+  Run(*connection, "create procedure p @a int, @b int = 2 as insert into t values (@a, @b)");
+  Run(*connection,
+      "create function f (@n int) returns @r table (x int) as begin insert into @r values (@n) "
+      "return end");
+  const struct {
+    const char* text;
+    const char* columns;
+  } cases[] = {
+      {"select A, M, 'x' as t from t", "A:3 M:6 t:200 "},
+      {"insert into t values (1, 2); select A from t", "A:3 "},
+      {"declare @a int; set @a = 1; select A from t where A = @a", "A:3 "},
+      {"if exists (select * from t) select A from t else select M from t", "A:3 "},
+      {"select x from dbo.f(1)", "x:3 "},
+      {"exec p 1", "?"},
+      {"exec p @a = 1", "?"},
+      {"delete t", "?"},
+      // What the text itself makes can't be looked up.
+      {"select A into #t from t; select B from #t", "?"},
+      {"create table #t (B int); select B from #t", "?"},
+      {"declare @t table (B int); select B from @t", "?"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(LookedUp(*connection, c.text), c.columns) << c.text;
+  EXPECT_EQ(Run(*connection, "select A from t")->rows, 0U) << "something ran";
+  for (const char* const text : {"select B from t", "exec p", "exec p 1, 2, 3", "exec p @c = 1",
+                                 "exec nothere", "select A from t; select A from", "print 1 +"}) {
+    EXPECT_NE(NumberOf([&] { connection->Describe(text, 30); }), 0) << text;
+  }
+}
+
 TEST_F(ProviderTest, StopsAtTheTimeOut) {
   const auto connection = Open("a.db", ";Mode=Create");
   const auto begin = std::chrono::steady_clock::now();
