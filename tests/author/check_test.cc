@@ -457,6 +457,7 @@ TEST(FormulaRules, FindWhatTheEvaluatorReadsOtherwise) {
       {"-C1^.5", "formula-lost-power 3|"},
       {"100 - C1 ^ ( 1/2 )", "formula-lost-power 9|"},
       {"C1-(C2+3)^0.5", "formula-lost-power 9|"},
+      {"C1-((C2+3)*2)^0.5", "formula-lost-power 13|"},
       {"C12", "formula-reads-other 0|"},
       {"P45", "formula-reads-other 0|"},
       {"C9", "formula-no-column 0|"},
