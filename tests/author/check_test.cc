@@ -283,6 +283,9 @@ TEST_F(CheckTest, FindsWhatIsWrongWithOtherRows) {
       {"insert into tblVorekReportExpression (ReportID, ColumnNumber, Name, GeneralExpression) "
        "values (1, 1, 'x', '(P2+C2)/2')",
        "formula-first-row 1 (x) GeneralExpression 1:2\n"},
+      {"insert into tblVorekReportExpression (ReportID, ColumnNumber, Name, GeneralExpression) "
+       "values (1, 1, 'x', '@ABS(P2-C2)')",
+       "formula-first-row 1 (x) GeneralExpression 1:6\n"},
       {"insert into tblVorekRelatedReports (CallerReportID, CalledReportID) values (1, 9)",
        "link-missing 9 CalledReportID\n"},
       {"insert into tblVorekRelatedReports (CallerReportID, CalledReportID, CallerReportColumn) "
