@@ -1,5 +1,7 @@
 #include "author/query_lookup.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "author/query_tokens.h"
@@ -33,6 +35,16 @@ constexpr KnownMessage kMessages[] = {
     {"Missing end comment mark", Rule::kSyntax, false},
 };
 
+// A clause where no statement begins: what stands in front of it is misspelt.
+bool IsLooseClause(std::string_view message) {
+  static constexpr std::string_view kClauses[] = {"'from'",   "'where'", "'order'", "'group'",
+                                                  "'having'", "'join'",  "'inner'", "'left'"};
+  return text::Contains(message, "not supported") &&
+         std::any_of(std::begin(kClauses), std::end(kClauses), [&](std::string_view clause) {
+           return text::StartsWithIgnoreCase(message, clause);
+         });
+}
+
 Rule RuleOf(std::string_view message, bool& named) {
   for (const KnownMessage& known : kMessages) {
     if (!message.starts_with(known.head)) continue;
@@ -47,6 +59,7 @@ Rule RuleOf(std::string_view message, bool& named) {
     return Rule::kNotGrouped;
   }
   named = false;
+  if (IsLooseClause(message)) return Rule::kSyntax;
   // A server that would have to run a procedure first.
   if (text::Contains(message, "metadata could not be determined")) return Rule::kNotLookedUp;
   return text::Contains(message, "not supported") ? Rule::kNotTranslated : Rule::kRefused;
