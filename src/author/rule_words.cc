@@ -66,10 +66,11 @@ constexpr RuleWords kRules[] = {
      Severity::kError,
      "syntax",
      {{{"the text is no statement: %1", "every run ends with the server's message",
-        "look at what stands there and right before it: a comma, a bracket, a quote, a misspelt "
-        "word"},
+        "look at what stands there and right before it: a comma, a bracket, a misspelt word; vorek "
+        "explain shows the text with values put in"},
        {"متن دستور درستي نيست: %1", "هر اجرا با پيغام سرور تمام مي شود",
-        "آنجا و درست پيش از آن را ببينيد: ويرگول، پرانتز، نشانه نقل قول، واژه نادرست"}}}},
+        "آنجا و درست پيش از آن را ببينيد: ويرگول، پرانتز، واژه نادرست؛ vorek explain متن را با "
+        "مقدارها نشان مي دهد"}}}},
     {Rule::kNotGrouped,
      Severity::kError,
      "not-grouped",
