@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "export/exported_columns.h"
 #include "export/form_send_to_text_file.h"
 #include "export/long_work.h"
 #include "export/plain_money.h"
@@ -17,14 +18,6 @@ namespace {
 using Kind = TextFileOptions::Kind;
 
 constexpr int kHourglass = 11;
-
-std::vector<std::int32_t> ShownColumns(const Grid& grid) {
-  std::vector<std::int32_t> columns;
-  for (std::int32_t col = 1; col < grid.Cols(); ++col) {
-    if (grid.ColWidth(col) != 0) columns.push_back(col);
-  }
-  return columns;
-}
 
 // One row after the other, cell by cell.
 class RowsAsText {
@@ -86,15 +79,14 @@ class RowsAsText {
 void WriteRows(ReportContext& report, const TextFileOptions& options, const PlainMoney* money,
                RowsAsText& rows) {
   const Grid& grid = report.ActiveGrid();
-  const std::vector<std::int32_t> columns = ShownColumns(grid);
+  const std::vector<ExportedColumn> columns = ExportedColumns(grid, money);
   LongWork work(report, grid.Rows());
   std::string scratch;
   for (std::int32_t row = options.header ? 0 : 1; row < grid.Rows(); ++row) {
+    const std::uint32_t handle = grid.RowHandle(row);
     bool first = true;
-    for (const std::int32_t col : columns) {
-      rows.Cell(money != nullptr ? money->Text(grid, row, col, scratch)
-                                 : grid.CellView(row, col, scratch),
-                first);
+    for (const ExportedColumn& column : columns) {
+      rows.Cell(column.Text(handle, scratch), first);
       first = false;
     }
     if (row < grid.Rows() - 1 || options.new_line) rows.LineBreak();

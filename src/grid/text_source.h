@@ -74,6 +74,12 @@ class FieldSource : public TextSource {
   template <typename Value>
   bool SameNumber(Value a, Value b, Value one) const;
   bool SameDouble(double a, double b) const;
+  void AppendFormed(std::size_t row, std::string& out) const;
+  bool IsMoneyForm() const { return form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney; }
+  // Numbers whose money forms are made without their texts.
+  bool GivesScaled() const {
+    return Column().Kind() == ResultColumn::Storage::kScaled && GivesNumbers();
+  }
   const ResultColumn& Column() const { return result_->columns[field_]; }
   std::size_t Row(std::size_t record) const {
     return records_ == nullptr ? record : (*records_)[record];

@@ -89,10 +89,6 @@ void ResultColumn::ConvertToText() {
   *this = std::move(texts);
 }
 
-std::string_view ResultColumn::Text(std::size_t row) const {
-  return pool_->At(At(row).texts[Offset(row)]);
-}
-
 void ResultColumn::AppendDisplay(std::size_t row, std::string& out) const {
   if (IsNull(row)) return;
   switch (storage_) {

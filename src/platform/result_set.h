@@ -55,7 +55,7 @@ class ResultColumn {
     return chunk.scaled.empty() ? chunk.narrow[Offset(row)] : chunk.scaled[Offset(row)];
   }
   double Double(std::size_t row) const { return At(row).doubles[Offset(row)]; }
-  std::string_view Text(std::size_t row) const;
+  std::string_view Text(std::size_t row) const { return pool_->At(At(row).texts[Offset(row)]); }
 
   // Appends the value as the text that a cell shows before any formatting: a plain number with "."
   // and without trailing zeros of its scale, "True"/"False" for booleans, the text itself; nothing

@@ -10,7 +10,6 @@ namespace vorek {
 namespace {
 
 constexpr std::size_t kLength = sizeof(std::uint32_t);  // in front of a long text
-constexpr unsigned char kLong = 0xFF;                   // the length's own byte then
 
 }  // namespace
 
@@ -58,10 +57,7 @@ char* TextPool::Room(std::size_t bytes, std::uint32_t& place) {
   return at;
 }
 
-std::string_view TextPool::At(std::uint32_t place) const {
-  const char* const at = blocks_[place >> kBlockBits].get() + (place & (kBlock - 1));
-  const auto first = static_cast<unsigned char>(at[0]);
-  if (first != kLong) return {at + 1, first};
+std::string_view TextPool::LongAt(const char* at) {
   std::uint32_t length = 0;
   std::memcpy(&length, at + 1, kLength);
   return {at + 1 + kLength, length};

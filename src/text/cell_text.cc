@@ -223,7 +223,8 @@ void AppendMoney(std::string_view text, std::string& out) {
 }
 
 void AppendScaledMoney(std::int64_t value, int scale, std::string& out) {
-  constexpr std::uint64_t kLongest = 100000000000000;  // of more digits than AppendPlainGroups takes
+  constexpr std::uint64_t kLongest =
+      100000000000000;  // of more digits than AppendPlainGroups takes
   const text::SplitNumber number(value, scale);
   if (number.whole >= kLongest) {
     std::string plain;
