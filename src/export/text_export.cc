@@ -10,6 +10,7 @@
 #include "export/text_output.h"
 #include "platform/spreadsheet.h"
 #include "text/character_set.h"
+#include "text/utf8.h"
 #include "vorek/error.h"
 
 namespace vorek {
@@ -24,26 +25,34 @@ class RowsAsText {
  public:
   RowsAsText(const TextFileOptions& options, OutputFile& out)
       : options_(options),
+        delimiter_(text::ValidUtf8(options.delimiter)),
+        runs_together_(options.kind == Kind::kDelimited && options.delimiter.empty()),
         text_(out, options.kind == Kind::kDelimited ? TextOutput::Encoding::kUtf16
                                                     : TextOutput::Encoding::kUtf8) {
     if (options.kind != Kind::kTab) text_.Put("\uFEFF");
   }
 
-  void Cell(std::string_view text, bool first) {
-    if (options_.kind != Kind::kDelimited && !first) {
-      text_.Put(options_.kind == Kind::kComma ? "," : "\t");
-    }
-    if (NeedsWork(text)) {
-      text_.Put(Worked(text));
+  void Cell(const ExportedColumn& column, std::uint32_t handle) {
+    if (column.ShowsNumber(handle) && !options_.guard) {
+      column.Append(handle, text_.Buffer());
     } else {
-      text_.Put(text);
+      PutText(column.Text(handle, scratch_));
     }
-    if (options_.kind == Kind::kDelimited) text_.Put(options_.delimiter);
+    if (options_.kind == Kind::kDelimited) text_.Put(delimiter_);
+  }
+  void Between() {
+    if (options_.kind != Kind::kDelimited) text_.Put(options_.kind == Kind::kComma ? "," : "\t");
   }
   void LineBreak() { text_.Put("\r\n"); }
-  void End() { text_.Flush(); }
+  void End() { text_.Finish(); }
 
  private:
+  void PutText(std::string_view text) {
+    const bool odd = NeedsWork(text);
+    if (!odd && !runs_together_) return text_.Put(text);
+    const std::string worked = odd ? Worked(text) : std::string(text);
+    text_.Put(runs_together_ ? text::ValidUtf8(worked) : worked);
+  }
   bool NeedsWork(std::string_view text) const {
     if (text.empty()) return false;
     return Odd().AnyIn(text) || (options_.guard && IsFormula(text));
@@ -73,7 +82,10 @@ class RowsAsText {
   }
 
   const TextFileOptions& options_;
+  std::string delimiter_;
+  bool runs_together_;  // nothing stands between two cells
   TextOutput text_;
+  std::string scratch_;
 };
 
 void WriteRows(ReportContext& report, const TextFileOptions& options, const PlainMoney* money,
@@ -81,13 +93,11 @@ void WriteRows(ReportContext& report, const TextFileOptions& options, const Plai
   const Grid& grid = report.ActiveGrid();
   const std::vector<ExportedColumn> columns = ExportedColumns(grid, money);
   LongWork work(report, grid.Rows());
-  std::string scratch;
   for (std::int32_t row = options.header ? 0 : 1; row < grid.Rows(); ++row) {
     const std::uint32_t handle = grid.RowHandle(row);
-    bool first = true;
-    for (const ExportedColumn& column : columns) {
-      rows.Cell(column.Text(handle, scratch), first);
-      first = false;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      if (i > 0) rows.Between();
+      rows.Cell(columns[i], handle);
     }
     if (row < grid.Rows() - 1 || options.new_line) rows.LineBreak();
     work.Step();

@@ -28,6 +28,13 @@ class GridColumn {
   std::string_view View(std::uint32_t handle, std::string& scratch) const {
     return IsSourced(handle) ? source_->View(handle - 1, scratch) : Stored(handle);
   }
+  void Append(std::uint32_t handle, std::string& out) const {
+    if (IsSourced(handle)) {
+      source_->Append(handle - 1, out);
+    } else {
+      out += Stored(handle);
+    }
+  }
   // See Grid::CellPlain and Grid::IsNumber.
   std::string_view Plain(std::uint32_t handle, std::string& scratch) const {
     return IsSourced(handle) ? source_->Plain(handle - 1, scratch) : Stored(handle);
