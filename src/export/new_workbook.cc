@@ -48,14 +48,16 @@ class GridIntoSheet {
         grid_(report.ActiveGrid()),
         transposed_(report.state.isTransposedResult),
         formatted_(options.formatted && !transposed_),
+        widened_(options.formatted && transposed_),
         columns_(ExportedColumns(grid_, &money)) {
     for (const ExportedColumn& column : columns_) {
       headers_.push_back(kFirstHeader + AlignmentOf(grid_.ColAlignment(column.Number())));
     }
   }
 
-  WorkbookLook Look(bool locked) const {
+  WorkbookLook Look(bool locked) {
     WorkbookLook look = formatted_ ? FormattedLook(grid_) : WorkbookLook();
+    if (widened_) look.column_widths = WidthsOfNumbers();
     look.font = "b mitra";
     look.font_size = 10;
     if (locked) look.protection = std::make_unique<SheetProtection>(SheetLock());
@@ -78,11 +80,38 @@ class GridIntoSheet {
   }
 
  private:
+  std::int32_t PlaceOf(const ExportedColumn& column) const {
+    return column.Number() + (transposed_ ? 1 : 0);
+  }
+
+  // A spreadsheet program widens a column that has the usual width for a number without a format
+  // that it is given, up to the eleven characters which such a number shows at most.
+  std::vector<double> WidthsOfNumbers() {
+    constexpr std::size_t kUsual = 8;
+    constexpr std::size_t kMost = 11;
+    std::vector<double> widths;
+    for (const ExportedColumn& column : columns_) {
+      widths.resize(static_cast<std::size_t>(PlaceOf(column)), WorkbookLook::kDefaultWidth);
+      const std::size_t longest = LongestNumber(column);
+      if (longest > kUsual) widths.back() = static_cast<double>(std::min(longest, kMost)) + 1;
+    }
+    return widths;
+  }
+  std::size_t LongestNumber(const ExportedColumn& column) {
+    std::size_t longest = 0;
+    for (std::int32_t row = 0; row < grid_.Rows(); ++row) {
+      if (grid_.RowHeight(row) < 1) continue;
+      const std::string_view text = column.Text(grid_.RowHandle(row), scratch_);
+      if (text.size() > longest && IsSheetNumber(text)) longest = text.size();
+    }
+    return longest;
+  }
+
   void WriteCells(WorkbookWriter& book, std::int32_t row) {
     const std::uint32_t handle = grid_.RowHandle(row);
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       const std::string_view text = columns_[i].Text(handle, scratch_);
-      const std::int32_t place = columns_[i].Number() + (transposed_ ? 1 : 0);
+      const std::int32_t place = PlaceOf(columns_[i]);
       if (formatted_) {
         book.Text(place, text, row == 0 ? headers_[i] : kBody);
       } else if (IsSheetNumber(text)) {
@@ -97,6 +126,7 @@ class GridIntoSheet {
   const Grid& grid_;
   bool transposed_;
   bool formatted_;
+  bool widened_;  // columns that get no width of the grid's make room for their numbers
   std::vector<ExportedColumn> columns_;
   std::vector<std::size_t> headers_;  // the styles of the columns' header cells
   std::string scratch_;

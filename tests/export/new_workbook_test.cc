@@ -90,11 +90,14 @@ TEST_F(NewWorkbookTest, WithoutFormatsPlainNumbersAreNumbers) {
 TEST_F(NewWorkbookTest, ACrossTableLeavesColumnAAndHiddenRowsOut) {
   Grid& cross = random_.flxTranspose;
   cross.SetRows(3);
-  cross.SetCols(3);
+  cross.SetCols(4);
   cross.WriteCell(0, 1, "سر");
   cross.WriteCell(1, 1, "hidden");
   cross.WriteCell(2, 1, "پا");
   cross.WriteCell(2, 2, "1/234");
+  cross.WriteCell(1, 2, "1/234/567/890");
+  cross.WriteCell(0, 3, "جمع");
+  cross.WriteCell(2, 3, "1/130/000/000");
   cross.SetRowHeight(1, 0);
   random_.state.isTransposedResult = true;
   random_.state.ReportDistributed = "نمايش معمولي";
@@ -104,6 +107,11 @@ TEST_F(NewWorkbookTest, ACrossTableLeavesColumnAAndHiddenRowsOut) {
   EXPECT_EQ(sheet_->Text(2, 2), "پا");
   ExpectHolds("<c r=\"C2\"><v>1234</v></c>");
   EXPECT_EQ(cross.TextMatrix(2, 2), "1/234");
+  // The amount of ten digits can be read; other columns keep the usual width.
+  ExpectHolds("<c r=\"D2\"><v>1130000000</v></c>");
+  ExpectHolds("<cols><col min=\"4\" max=\"4\" width=\"11.7");
+  Write({.formatted = false});
+  EXPECT_EQ(xml_.find("<cols>"), std::string::npos);
 }
 
 TEST_F(NewWorkbookTest, TooManyColumnsAreToldAndNothingIsWritten) {
