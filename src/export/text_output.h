@@ -30,7 +30,7 @@ class TextOutput {
   void Finish();
 
  private:
-  static constexpr std::size_t kFull = std::size_t{1} << 18U;
+  static constexpr std::size_t kFull = std::size_t{1} << 20U;
 
   void HandOn();
   void Await();
