@@ -22,7 +22,7 @@ class NewWorkbookTest : public testing::Test {
     grid.Clear();
     grid.SetRows(4);
     grid.SetCols(4);
-    const char* const texts[4][4] = {{"رديف", "الف", "مبلغ", "كد"},
+    const char* const texts[4][4] = {{"رديف", "الف", "مبلغ (1)", "كد"},
                                      {"1", "=1+1", "1/500", "0012"},
                                      {"2", "hid", "(2/000.5)", "12345678901234567"},
                                      {"مجموع", "", "10", "1404/01/02"}};
@@ -55,7 +55,7 @@ class NewWorkbookTest : public testing::Test {
 TEST_F(NewWorkbookTest, EveryCellIsATextInItsPlace) {
   random_.flxMain.SetColWidth(1, 0);
   Write({.formatted = true, .locked = true});
-  const char* const expected[4][3] = {{"", "مبلغ", "كد"},
+  const char* const expected[4][3] = {{"", "مبلغ (1)", "كد"},
                                       {"", "1500", "0012"},
                                       {"", "-2000.5", "12345678901234567"},
                                       {"", "10", "1404/01/02"}};

@@ -231,6 +231,20 @@ std::string Tabbed(const Grid& grid, bool guard) {
   return file;
 }
 
+// A sheet can't hold such a number, so that it would be read as a formula.
+TEST(TextFile, GuardsALongNegativeNumberOfAField) {
+  RandomReport random(1);
+  random.database->Answer("rows", MakeResult({{"n", kBigInt}}, {{"-1234567890123456"}, {"-5"}}));
+  random.Bind();
+  MemoryFiles files;
+  const auto out = files.Create("f");
+  ReportContext report = random.Context();
+  WriteTextFile(report, {.kind = TextFileOptions::Kind::kTab, .header = false, .guard = true},
+                *out);
+  out->Commit();
+  EXPECT_EQ(files.contents["f"], "'-1234567890123456\r\n-5\r\n");
+}
+
 TEST(TextFile, HoldsTheCellsOfABoundGridAsTheyAreShown) {
   for (unsigned seed = 0; seed < 40; ++seed) {
     RandomReport random(seed);
