@@ -38,7 +38,7 @@ void Search(benchmark::State& state, std::size_t field, CellForm form, std::stri
     const CellSearch search(text);
     std::size_t found = 0;
     for (std::size_t row = 0; row < kRows; ++row) {
-      found += search.FoundIn(source.Plain(row, scratch)) ? 1 : 0;
+      found += search.FoundIn(source.Plain(row, scratch)) ? 1U : 0U;
     }
     benchmark::DoNotOptimize(found);
   }
@@ -53,7 +53,7 @@ void BM_BytesInTexts(benchmark::State& state) {
   for (auto _ : state) {
     std::size_t found = 0;
     for (std::size_t row = 0; row < kRows; ++row) {
-      found += column.Text(row).find("اصفهان") == std::string_view::npos ? 0 : 1;
+      found += column.Text(row).find("اصفهان") == std::string_view::npos ? 0U : 1U;
     }
     benchmark::DoNotOptimize(found);
   }
@@ -64,7 +64,7 @@ void BM_FilterTextAndNumber(benchmark::State& state) {
   for (auto _ : state) {
     const RecordFilter filter("[Name] like '%تهران%99%' AND [Price] > 1000", *rows);
     std::size_t passed = 0;
-    for (std::size_t row = 0; row < kRows; ++row) passed += filter.Matches(row) ? 1 : 0;
+    for (std::size_t row = 0; row < kRows; ++row) passed += filter.Matches(row) ? 1U : 0U;
     benchmark::DoNotOptimize(passed);
   }
 }

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "export/excel_export.h"
+#include "export/exported_columns.h"
 #include "export/long_work.h"
 #include "export/sheet_lock.h"
 #include "vorek/error.h"
@@ -44,17 +45,19 @@ class GridIntoSheet {
  public:
   GridIntoSheet(ReportContext& report, const PlainMoney& money, const NewWorkbookOptions& options)
       : report_(report),
-        money_(money),
         grid_(report.ActiveGrid()),
         transposed_(report.state.isTransposedResult),
-        formatted_(options.formatted && !transposed_) {
-    for (std::int32_t col = 1; col < grid_.Cols(); ++col) {
-      if (grid_.ColWidth(col) != 0) columns_.push_back(col);
+        formatted_(options.formatted && !transposed_),
+        widened_(options.formatted && transposed_),
+        columns_(ExportedColumns(grid_, &money)) {
+    for (const ExportedColumn& column : columns_) {
+      headers_.push_back(kFirstHeader + AlignmentOf(grid_.ColAlignment(column.Number())));
     }
   }
 
-  WorkbookLook Look(bool locked) const {
+  WorkbookLook Look(bool locked) {
     WorkbookLook look = formatted_ ? FormattedLook(grid_) : WorkbookLook();
+    if (widened_) look.column_widths = WidthsOfNumbers();
     look.font = "b mitra";
     look.font_size = 10;
     if (locked) look.protection = std::make_unique<SheetProtection>(SheetLock());
@@ -67,7 +70,7 @@ class GridIntoSheet {
       work.Step();
       if (transposed_ && grid_.RowHeight(row) < 1) continue;
       book.BeginRow();
-      for (const std::int32_t col : columns_) WriteCell(book, row, col);
+      WriteCells(book, row);
       book.EndRow();
     }
     // The formats reach one row further than the cells.
@@ -77,25 +80,55 @@ class GridIntoSheet {
   }
 
  private:
-  void WriteCell(WorkbookWriter& book, std::int32_t row, std::int32_t col) {
-    const std::string_view text = money_.Text(grid_, row, col, scratch_);
-    const std::int32_t place = transposed_ ? col + 1 : col;
-    if (formatted_) {
-      book.Text(place, text,
-                row == 0 ? kFirstHeader + AlignmentOf(grid_.ColAlignment(col)) : kBody);
-    } else if (IsSheetNumber(text)) {
-      book.Number(place, text, WorkbookLook::kNoStyle);
-    } else if (!text.empty()) {
-      book.Text(place, text, WorkbookLook::kNoStyle);
+  std::int32_t PlaceOf(const ExportedColumn& column) const {
+    return column.Number() + (transposed_ ? 1 : 0);
+  }
+
+  // A spreadsheet program widens a column that has the usual width for a number without a format
+  // that it is given, up to the eleven characters which such a number shows at most.
+  std::vector<double> WidthsOfNumbers() {
+    constexpr std::size_t kUsual = 8;
+    constexpr std::size_t kMost = 11;
+    std::vector<double> widths;
+    for (const ExportedColumn& column : columns_) {
+      widths.resize(static_cast<std::size_t>(PlaceOf(column)), WorkbookLook::kDefaultWidth);
+      const std::size_t longest = LongestNumber(column);
+      if (longest > kUsual) widths.back() = static_cast<double>(std::min(longest, kMost)) + 1;
+    }
+    return widths;
+  }
+  std::size_t LongestNumber(const ExportedColumn& column) {
+    std::size_t longest = 0;
+    for (std::int32_t row = 0; row < grid_.Rows(); ++row) {
+      if (grid_.RowHeight(row) < 1) continue;
+      const std::string_view text = column.Text(grid_.RowHandle(row), scratch_);
+      if (text.size() > longest && IsSheetNumber(text)) longest = text.size();
+    }
+    return longest;
+  }
+
+  void WriteCells(WorkbookWriter& book, std::int32_t row) {
+    const std::uint32_t handle = grid_.RowHandle(row);
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      const std::string_view text = columns_[i].Text(handle, scratch_);
+      const std::int32_t place = PlaceOf(columns_[i]);
+      if (formatted_) {
+        book.Text(place, text, row == 0 ? headers_[i] : kBody);
+      } else if (IsSheetNumber(text)) {
+        book.Number(place, text, WorkbookLook::kNoStyle);
+      } else if (!text.empty()) {
+        book.Text(place, text, WorkbookLook::kNoStyle);
+      }
     }
   }
 
   ReportContext& report_;
-  const PlainMoney& money_;
   const Grid& grid_;
   bool transposed_;
   bool formatted_;
-  std::vector<std::int32_t> columns_;
+  bool widened_;  // columns that get no width of the grid's make room for their numbers
+  std::vector<ExportedColumn> columns_;
+  std::vector<std::size_t> headers_;  // the styles of the columns' header cells
   std::string scratch_;
 };
 

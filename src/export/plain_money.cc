@@ -134,12 +134,13 @@ void PlainMoney::TakeMoneyTexts() {
 
 std::string_view PlainMoney::Text(const Grid& grid, std::int32_t row, std::int32_t col,
                                   std::string& scratch) const {
-  const Columns& columns = ColumnsOf(grid);
-  const auto index = static_cast<std::size_t>(col);
-  if (row < 1 || index >= columns.size() || !columns[index]) {
-    return grid.CellView(row, col, scratch);
-  }
-  const std::string_view plain = grid.CellPlain(row, col, scratch);
+  if (row < 1 || !Takes(grid, col)) return grid.CellView(row, col, scratch);
+  return TextOf(grid.ColumnCells(col), grid.RowHandle(row), scratch);
+}
+
+std::string_view PlainMoney::TextOf(const GridColumn& cells, std::uint32_t handle,
+                                    std::string& scratch) {
+  const std::string_view plain = cells.Plain(handle, scratch);
   static constexpr text::CharacterSet kReadOtherwise("()/ ");
   if (!kReadOtherwise.AnyIn(plain)) return plain;
   scratch = UnformatNumber(plain);

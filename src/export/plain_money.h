@@ -32,6 +32,14 @@ class PlainMoney {
   // call with the same scratch.
   std::string_view Text(const Grid& grid, std::int32_t row, std::int32_t col,
                         std::string& scratch) const;
+  // The same for whole columns: whether the column is one of them, and its cell in the row of that
+  // handle, which isn't the header's.
+  bool Takes(const Grid& grid, std::int32_t col) const {
+    const Columns& columns = ColumnsOf(grid);
+    return static_cast<std::size_t>(col) < columns.size() && columns[static_cast<std::size_t>(col)];
+  }
+  static std::string_view TextOf(const GridColumn& cells, std::uint32_t handle,
+                                 std::string& scratch);
   // For a pass that reads the grid by itself: its cells hold what is written, until PutBack.
   void TakeOut();
   void PutBack();

@@ -75,7 +75,7 @@ void WriteJsonFile(ReportContext& report, OutputFile& out) {
     work.Step();
   }
   text.Put("]}\n");
-  text.Flush();
+  text.Finish();
 }
 
 void WriteHtmlFile(ReportContext& report, OutputFile& out) {
@@ -101,7 +101,7 @@ void WriteHtmlFile(ReportContext& report, OutputFile& out) {
     text.Put("</tr>\n");
   }
   text.Put("</table></body></html>\n");
-  text.Flush();
+  text.Finish();
 }
 
 }  // namespace vorek

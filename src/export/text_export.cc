@@ -3,12 +3,14 @@
 #include <memory>
 #include <vector>
 
+#include "export/exported_columns.h"
 #include "export/form_send_to_text_file.h"
 #include "export/long_work.h"
 #include "export/plain_money.h"
 #include "export/text_output.h"
 #include "platform/spreadsheet.h"
 #include "text/character_set.h"
+#include "text/utf8.h"
 #include "vorek/error.h"
 
 namespace vorek {
@@ -18,39 +20,39 @@ using Kind = TextFileOptions::Kind;
 
 constexpr int kHourglass = 11;
 
-std::vector<std::int32_t> ShownColumns(const Grid& grid) {
-  std::vector<std::int32_t> columns;
-  for (std::int32_t col = 1; col < grid.Cols(); ++col) {
-    if (grid.ColWidth(col) != 0) columns.push_back(col);
-  }
-  return columns;
-}
-
 // One row after the other, cell by cell.
 class RowsAsText {
  public:
   RowsAsText(const TextFileOptions& options, OutputFile& out)
       : options_(options),
+        delimiter_(text::ValidUtf8(options.delimiter)),
+        runs_together_(options.kind == Kind::kDelimited && options.delimiter.empty()),
         text_(out, options.kind == Kind::kDelimited ? TextOutput::Encoding::kUtf16
                                                     : TextOutput::Encoding::kUtf8) {
     if (options.kind != Kind::kTab) text_.Put("\uFEFF");
   }
 
-  void Cell(std::string_view text, bool first) {
-    if (options_.kind != Kind::kDelimited && !first) {
-      text_.Put(options_.kind == Kind::kComma ? "," : "\t");
-    }
-    if (NeedsWork(text)) {
-      text_.Put(Worked(text));
+  void Cell(const ExportedColumn& column, std::uint32_t handle) {
+    if (column.ShowsNumber(handle) && !options_.guard) {
+      column.Append(handle, text_.Buffer());
     } else {
-      text_.Put(text);
+      PutText(column.Text(handle, scratch_));
     }
-    if (options_.kind == Kind::kDelimited) text_.Put(options_.delimiter);
+    if (options_.kind == Kind::kDelimited) text_.Put(delimiter_);
+  }
+  void Between() {
+    if (options_.kind != Kind::kDelimited) text_.Put(options_.kind == Kind::kComma ? "," : "\t");
   }
   void LineBreak() { text_.Put("\r\n"); }
-  void End() { text_.Flush(); }
+  void End() { text_.Finish(); }
 
  private:
+  void PutText(std::string_view text) {
+    const bool odd = NeedsWork(text);
+    if (!odd && !runs_together_) return text_.Put(text);
+    const std::string worked = odd ? Worked(text) : std::string(text);
+    text_.Put(runs_together_ ? text::ValidUtf8(worked) : worked);
+  }
   bool NeedsWork(std::string_view text) const {
     if (text.empty()) return false;
     return Odd().AnyIn(text) || (options_.guard && IsFormula(text));
@@ -80,22 +82,22 @@ class RowsAsText {
   }
 
   const TextFileOptions& options_;
+  std::string delimiter_;
+  bool runs_together_;  // nothing stands between two cells
   TextOutput text_;
+  std::string scratch_;
 };
 
 void WriteRows(ReportContext& report, const TextFileOptions& options, const PlainMoney* money,
                RowsAsText& rows) {
   const Grid& grid = report.ActiveGrid();
-  const std::vector<std::int32_t> columns = ShownColumns(grid);
+  const std::vector<ExportedColumn> columns = ExportedColumns(grid, money);
   LongWork work(report, grid.Rows());
-  std::string scratch;
   for (std::int32_t row = options.header ? 0 : 1; row < grid.Rows(); ++row) {
-    bool first = true;
-    for (const std::int32_t col : columns) {
-      rows.Cell(money != nullptr ? money->Text(grid, row, col, scratch)
-                                 : grid.CellView(row, col, scratch),
-                first);
-      first = false;
+    const std::uint32_t handle = grid.RowHandle(row);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      if (i > 0) rows.Between();
+      rows.Cell(columns[i], handle);
     }
     if (row < grid.Rows() - 1 || options.new_line) rows.LineBreak();
     work.Step();

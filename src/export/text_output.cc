@@ -1,5 +1,8 @@
 #include "export/text_output.h"
 
+#include <cstdint>
+#include <cstring>
+
 #include "text/utf8.h"
 
 namespace vorek {
@@ -13,20 +16,30 @@ char* PutUnit(char* to, unsigned unit) {
 
 bool Continues(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
 
-}  // namespace
-
-void TextOutput::Flush() {
-  if (!buffer_.empty()) out_.Write(buffer_);
-  buffer_.clear();
+char* PutLetter(char* to, unsigned letter) {
+  if (letter < 0x10000) return PutUnit(to, letter);
+  to = PutUnit(to, 0xD800U + ((letter - 0x10000U) >> 10U));
+  return PutUnit(to, 0xDC00U + ((letter - 0x10000U) & 0x3FFU));
 }
 
-void TextOutput::PutUtf16(std::string_view text) {
-  const std::size_t begin = buffer_.size();
-  buffer_.resize(begin + text.size() * 2);  // a byte makes one unit at most
-  char* to = buffer_.data() + begin;
+constexpr std::size_t kEight = 8;
+
+// Digits, signs and Latin letters come in rows.
+bool AreEightAscii(const char* from) {
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, from, kEight);
+  return (bytes & 0x8080808080808080U) == 0;
+}
+
+// The end of what was written. REQUIRES: room for two bytes for each of the text's.
+char* PutUtf16(std::string_view text, char* to) {
   for (std::size_t at = 0; at < text.size();) {
     const auto byte = static_cast<unsigned char>(text[at]);
-    if (byte < 0x80) {
+    if (at + kEight <= text.size() && AreEightAscii(text.data() + at)) {
+      for (std::size_t i = 0; i < kEight; ++i)
+        to = PutUnit(to, static_cast<unsigned>(text[at + i]));
+      at += kEight;
+    } else if (byte < 0x80) {
       to = PutUnit(to, byte);
       ++at;
     } else if (byte >= 0xC2 && byte < 0xE0 && at + 1 < text.size() && Continues(text[at + 1])) {
@@ -34,16 +47,38 @@ void TextOutput::PutUtf16(std::string_view text) {
       to = PutUnit(to, ((byte & 0x1FU) << 6U) | (next & 0x3FU));
       at += 2;
     } else {
-      const auto letter = static_cast<unsigned>(text::DecodeAt(text, at));
-      if (letter >= 0x10000) {
-        to = PutUnit(to, 0xD800U + ((letter - 0x10000U) >> 10U));
-        to = PutUnit(to, 0xDC00U + ((letter - 0x10000U) & 0x3FFU));
-      } else {
-        to = PutUnit(to, letter);
-      }
+      to = PutLetter(to, static_cast<unsigned>(text::DecodeAt(text, at)));
     }
   }
-  buffer_.resize(static_cast<std::size_t>(to - buffer_.data()));
+  return to;
+}
+
+}  // namespace
+
+void TextOutput::HandOn() {
+  Await();
+  leaving_.swap(buffer_);
+  buffer_.clear();
+  // Where no other thread can be had, the wait does the work.
+  constexpr auto kHow = std::launch::async | std::launch::deferred;
+  writing_ = std::async(kHow, [this] { WriteLeaving(); });
+}
+
+void TextOutput::Await() {
+  if (writing_.valid()) writing_.get();
+}
+
+void TextOutput::Finish() {
+  HandOn();
+  Await();
+}
+
+void TextOutput::WriteLeaving() {
+  if (leaving_.empty()) return;
+  if (encoding_ == Encoding::kUtf8) return out_.Write(leaving_);
+  encoded_.resize(leaving_.size() * 2);  // a byte makes one unit at most
+  const char* const end = PutUtf16(leaving_, encoded_.data());
+  out_.Write(std::string_view(encoded_).substr(0, static_cast<std::size_t>(end - encoded_.data())));
 }
 
 }  // namespace vorek

@@ -202,6 +202,9 @@ class Grid final : public Control, public FlexGrid {
 
   // --- Whole columns, for passes ---------------------------------------------------------------
 
+  // A column by the handles of its rows, for passes that read all of its cells: until the next
+  // change of the grid.
+  const GridColumn& ColumnCells(std::int32_t col) const { return Column(col); }
   // Gives every data cell of the column another form; the same as FormText on each text.
   void ReformColumn(std::int32_t col, CellForm form);
   // The same for the rows alone whose cells show what the column's field gives, as its form is

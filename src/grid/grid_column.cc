@@ -6,20 +6,10 @@
 
 namespace vorek {
 
-std::string_view GridColumn::View(std::uint32_t handle, std::string& scratch) const {
-  if (!Covers(handle)) {
-    const std::size_t slot = Slot(handle);
-    return slot < cells_.size() ? cells_[slot].View() : std::string_view();
-  }
-  if (!written_.empty()) {
-    const auto found = written_.find(handle);
-    if (found != written_.end()) return found->second.View();
-  }
-  return source_->View(handle - 1, scratch);
-}
-
-std::string_view GridColumn::Plain(std::uint32_t handle, std::string& scratch) const {
-  return IsSourced(handle) ? source_->Plain(handle - 1, scratch) : View(handle, scratch);
+std::string_view GridColumn::Stored(std::uint32_t handle) const {
+  if (Covers(handle)) return written_.at(handle).View();
+  const std::size_t slot = Slot(handle);
+  return slot < cells_.size() ? cells_[slot].View() : std::string_view();
 }
 
 double GridColumn::Number(std::uint32_t handle) const {
@@ -59,6 +49,7 @@ void GridColumn::Write(std::uint32_t handle, std::string_view text, TextArena& a
 void GridColumn::Show(std::shared_ptr<const TextSource> source) {
   Clear();
   source_ = std::move(source);
+  covered_ = static_cast<std::uint32_t>(source_->Size());
 }
 
 const TextSource* GridColumn::Source() const { return written_.empty() ? source_.get() : nullptr; }
@@ -73,10 +64,12 @@ void GridColumn::Materialise(TextArena& arena) {
   cells_ = std::move(all);
   written_.clear();
   source_.reset();
+  covered_ = 0;
 }
 
 void GridColumn::Clear() {
   source_.reset();
+  covered_ = 0;
   cells_.clear();
   cells_.shrink_to_fit();
   written_.clear();

@@ -25,9 +25,20 @@ class GridColumn {
   static constexpr std::int32_t kDefaultFixedAlignment = 4;
 
   // The view lives until the next write to the grid or the next call with the same scratch.
-  std::string_view View(std::uint32_t handle, std::string& scratch) const;
+  std::string_view View(std::uint32_t handle, std::string& scratch) const {
+    return IsSourced(handle) ? source_->View(handle - 1, scratch) : Stored(handle);
+  }
+  void Append(std::uint32_t handle, std::string& out) const {
+    if (IsSourced(handle)) {
+      source_->Append(handle - 1, out);
+    } else {
+      out += Stored(handle);
+    }
+  }
   // See Grid::CellPlain and Grid::IsNumber.
-  std::string_view Plain(std::uint32_t handle, std::string& scratch) const;
+  std::string_view Plain(std::uint32_t handle, std::string& scratch) const {
+    return IsSourced(handle) ? source_->Plain(handle - 1, scratch) : Stored(handle);
+  }
   bool IsNumber(std::uint32_t handle) const { return IsSourced(handle) && source_->GivesNumbers(); }
   // The number that the text stands for, see CellNumber.
   double Number(std::uint32_t handle) const;
@@ -59,16 +70,15 @@ class GridColumn {
   std::size_t Memory() const;
 
  private:
-  bool Covers(std::uint32_t handle) const {
-    return source_ != nullptr && handle >= 1 && handle <= source_->Size();
-  }
+  bool Covers(std::uint32_t handle) const { return handle - 1 < covered_; }
   // Where in cells_ a handle lies that the source doesn't cover.
-  std::size_t Slot(std::uint32_t handle) const {
-    return source_ == nullptr || handle == 0 ? handle : handle - source_->Size();
-  }
+  std::size_t Slot(std::uint32_t handle) const { return handle == 0 ? handle : handle - covered_; }
+  // The text of a cell that doesn't show the source.
+  std::string_view Stored(std::uint32_t handle) const;
   void Materialise(TextArena& arena);
 
   std::shared_ptr<const TextSource> source_;
+  std::uint32_t covered_ = 0;                        // handles from 1 on; 0 without a source
   std::vector<Cell> cells_;                          // of handles that the source doesn't cover
   std::unordered_map<std::uint32_t, Cell> written_;  // over the source
 };

@@ -76,27 +76,35 @@ std::string_view FieldSource::View(std::size_t record, std::string& scratch) con
     return column.IsNull(row) ? std::string_view() : column.Text(row);
   }
   scratch.clear();
+  AppendFormed(row, scratch);
+  return scratch;
+}
+
+void FieldSource::AppendFormed(std::size_t row, std::string& out) const {
+  const ResultColumn& column = Column();
+  if (IsMoneyForm() && GivesScaled() && !column.IsNull(row)) {
+    return AppendScaledMoney(column.Scaled(row), column.Scale(), out);
+  }
   switch (form_) {
     case CellForm::kPlain:
-      column.AppendDisplay(row, scratch);
+      column.AppendDisplay(row, out);
       break;
     case CellForm::kNumber:
-      AppendNumberForm(column, row, scratch);
+      AppendNumberForm(column, row, out);
       break;
     case CellForm::kMoney:
-      AppendMoney(column.Display(row), scratch);
+      AppendMoney(column.Display(row), out);
       break;
     case CellForm::kNumberMoney: {
       std::string number;
       AppendNumberForm(column, row, number);
-      AppendMoney(number, scratch);
+      AppendMoney(number, out);
       break;
     }
     case CellForm::kTime:
-      scratch = FormText(column.Display(row), form_);
+      out += FormText(column.Display(row), form_);
       break;
   }
-  return scratch;
 }
 
 // Digit groups cost more than the digits. A negative amount is read out of its brackets, which keep
@@ -104,9 +112,7 @@ std::string_view FieldSource::View(std::size_t record, std::string& scratch) con
 std::string_view FieldSource::Plain(std::size_t record, std::string& scratch) const {
   const ResultColumn& column = Column();
   const std::size_t row = Row(record);
-  const bool grouped = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
-  const bool scaled = column.Kind() == ResultColumn::Storage::kScaled && GivesNumbers();
-  if (!grouped || !scaled || column.IsNull(row)) return View(record, scratch);
+  if (!IsMoneyForm() || !GivesScaled() || column.IsNull(row)) return View(record, scratch);
   constexpr std::int64_t kMost = 100000000000000;
   const std::int64_t value = column.Scaled(row);
   if (value < 0 && (value <= -kMost || column.Number(row) > -1)) return View(record, scratch);
@@ -122,8 +128,7 @@ double FieldSource::Number(std::size_t record) const {
                        column.Kind() == ResultColumn::Storage::kText;
   if (!by_text) {
     const double number = column.Number(row);
-    const bool money = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
-    if (!money || number >= 0)
+    if (!IsMoneyForm() || number >= 0)
       return column.Kind() == ResultColumn::Storage::kDouble ? TextValue(number) : number;
     // The text of a value between -1 and 0 shows no sign; others are read out of their brackets.
     return number > -1 ? -number : TextValue(number);
@@ -148,8 +153,7 @@ std::int64_t FieldSource::Fixed(std::size_t record) const {
   const ResultColumn& column = Column();
   const std::size_t row = Row(record);
   std::int64_t fixed = 0;
-  const bool plain_double = column.Kind() == ResultColumn::Storage::kDouble &&
-                            form_ != CellForm::kMoney && form_ != CellForm::kNumberMoney;
+  const bool plain_double = column.Kind() == ResultColumn::Storage::kDouble && !IsMoneyForm();
   if (plain_double && form_ != CellForm::kTime && FixedOfDouble(column.Double(row), fixed)) {
     return fixed;
   }
@@ -161,8 +165,7 @@ std::int64_t FieldSource::Fixed(std::size_t record) const {
   const std::int64_t value = column.Scaled(row);  // 0 for NULL
   // Brackets keep 15 digits, and those of a value between -1 and 0 aren't there.
   constexpr std::int64_t kMost = 100000000000000;
-  const bool money = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
-  const bool odd = money && value < 0 && value * unit > -10000;
+  const bool odd = IsMoneyForm() && value < 0 && value * unit > -10000;
   if (value <= -kMost || value >= kMost) return TextSource::Fixed(record);
   return odd ? -value * unit : value * unit;
 }
@@ -236,8 +239,7 @@ bool FieldSource::SameDouble(double a, double b) const {
 // Money shows a value between -1 and 0 without its sign.
 template <typename Value>
 bool FieldSource::SameNumber(Value a, Value b, Value one) const {
-  const bool money = form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney;
-  return a == b || (money && a == -b && a < one && a > -one);
+  return a == b || (IsMoneyForm() && a == -b && a < one && a > -one);
 }
 
 bool FieldSource::GivesNumbers() const {

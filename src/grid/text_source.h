@@ -20,6 +20,11 @@ class TextSource {
   virtual std::size_t Size() const = 0;
   // REQUIRES: record < Size(). The view lives until the next call with the same scratch.
   virtual std::string_view View(std::size_t record, std::string& scratch) const = 0;
+  // Appends the text of View.
+  virtual void Append(std::size_t record, std::string& out) const {
+    std::string scratch;
+    out += View(record, scratch);
+  }
   // The text, or another one that UnformatNumber reads as it reads that, if it costs less.
   virtual std::string_view Plain(std::size_t record, std::string& scratch) const {
     return View(record, scratch);
@@ -57,6 +62,9 @@ class FieldSource : public TextSource {
 
   std::size_t Size() const override;
   std::string_view View(std::size_t record, std::string& scratch) const override;
+  void Append(std::size_t record, std::string& out) const override {
+    AppendFormed(Row(record), out);
+  }
   std::string_view Plain(std::size_t record, std::string& scratch) const override;
   double Number(std::size_t record) const override;
   std::int64_t Fixed(std::size_t record) const override;
@@ -74,6 +82,12 @@ class FieldSource : public TextSource {
   template <typename Value>
   bool SameNumber(Value a, Value b, Value one) const;
   bool SameDouble(double a, double b) const;
+  void AppendFormed(std::size_t row, std::string& out) const;
+  bool IsMoneyForm() const { return form_ == CellForm::kMoney || form_ == CellForm::kNumberMoney; }
+  // Numbers whose money forms are made without their texts.
+  bool GivesScaled() const {
+    return Column().Kind() == ResultColumn::Storage::kScaled && GivesNumbers();
+  }
   const ResultColumn& Column() const { return result_->columns[field_]; }
   std::size_t Row(std::size_t record) const {
     return records_ == nullptr ? record : (*records_)[record];

@@ -23,38 +23,11 @@ void ResultColumn::AddChunk() {
   if (storage_ == Storage::kText) chunk.texts.reserve(kChunkRows);
 }
 
-ResultColumn::Chunk& ResultColumn::Tail() {
-  if (size_ == chunks_.size() << kChunkBits) AddChunk();
-  return chunks_.back();
-}
-
-void ResultColumn::AppendScaled(std::int64_t value) {
-  Chunk& chunk = Tail();
-  const auto narrow = static_cast<std::int32_t>(value);
-  if (!wide_ && narrow != value) Widen(chunk);
-  if (wide_) {
-    chunk.scaled.push_back(value);
-  } else {
-    chunk.narrow.push_back(narrow);
-  }
-  Count();
-}
-
 void ResultColumn::Widen(Chunk& chunk) {
   wide_ = true;
   if (chunks_.size() > 1) chunk.scaled.reserve(kChunkRows);
   chunk.scaled.assign(chunk.narrow.begin(), chunk.narrow.end());
   chunk.narrow = {};
-}
-
-void ResultColumn::AppendDouble(double value) {
-  Tail().doubles.push_back(value);
-  Count();
-}
-
-void ResultColumn::AppendText(std::string_view text) {
-  Tail().texts.push_back(pool_->Add(text));
-  Count();
 }
 
 void ResultColumn::AppendNull() {
@@ -87,10 +60,6 @@ void ResultColumn::ConvertToText() {
     }
   }
   *this = std::move(texts);
-}
-
-std::string_view ResultColumn::Text(std::size_t row) const {
-  return pool_->At(At(row).texts[Offset(row)]);
 }
 
 void ResultColumn::AppendDisplay(std::size_t row, std::string& out) const {

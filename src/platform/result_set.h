@@ -34,9 +34,25 @@ class ResultColumn {
   std::size_t Size() const { return size_; }
 
   // Appending, in the storage of the column. REQUIRES: the same Storage.
-  void AppendScaled(std::int64_t value);
-  void AppendDouble(double value);
-  void AppendText(std::string_view text);
+  void AppendScaled(std::int64_t value) {
+    Chunk& chunk = Tail();
+    const auto narrow = static_cast<std::int32_t>(value);
+    if (!wide_ && narrow != value) Widen(chunk);
+    if (wide_) {
+      chunk.scaled.push_back(value);
+    } else {
+      chunk.narrow.push_back(narrow);
+    }
+    ++size_;
+  }
+  void AppendDouble(double value) {
+    Tail().doubles.push_back(value);
+    ++size_;
+  }
+  void AppendText(std::string_view text) {
+    Tail().texts.push_back(pool_->Add(text));
+    ++size_;
+  }
   void AppendNull();
 
   // Turns a column of numbers into one of texts, keeping each value's text: for a provider that
@@ -55,7 +71,7 @@ class ResultColumn {
     return chunk.scaled.empty() ? chunk.narrow[Offset(row)] : chunk.scaled[Offset(row)];
   }
   double Double(std::size_t row) const { return At(row).doubles[Offset(row)]; }
-  std::string_view Text(std::size_t row) const;
+  std::string_view Text(std::size_t row) const { return pool_->At(At(row).texts[Offset(row)]); }
 
   // Appends the value as the text that a cell shows before any formatting: a plain number with "."
   // and without trailing zeros of its scale, "True"/"False" for booleans, the text itself; nothing
@@ -83,8 +99,10 @@ class ResultColumn {
 
   void AddChunk();
   void Widen(Chunk& chunk);
-  Chunk& Tail();
-  void Count() { ++size_; }
+  Chunk& Tail() {
+    if (size_ == chunks_.size() << kChunkBits) AddChunk();
+    return chunks_.back();
+  }
   const Chunk& At(std::size_t row) const { return chunks_[row >> kChunkBits]; }
   static std::size_t Offset(std::size_t row) { return row & (kChunkRows - 1); }
 

@@ -17,15 +17,21 @@ class TextPool {
   // Throws Error(kOutOfMemory) beyond its room.
   std::uint32_t Add(std::string_view text);
   // The view lives as long as the pool.
-  std::string_view At(std::uint32_t place) const;
+  std::string_view At(std::uint32_t place) const {
+    const char* const at = blocks_[place >> kBlockBits].get() + (place & (kBlock - 1));
+    const auto length = static_cast<unsigned char>(at[0]);
+    return length == kLong ? LongAt(at) : std::string_view(at + 1, length);
+  }
   std::size_t Memory() const { return bytes_; }
 
  private:
   static constexpr unsigned kBlockBits = 18;
   static constexpr std::size_t kBlock = std::size_t{1} << kBlockBits;
   static constexpr std::uint32_t kNone = UINT32_MAX;
+  static constexpr unsigned char kLong = 0xFF;  // the length's own byte, of a text with another one
 
   std::uint32_t Store(std::string_view text);
+  static std::string_view LongAt(const char* at);
   char* Room(std::size_t bytes, std::uint32_t& place);
 
   // A place is a block's number and where in it the text stands, its length in front. A text that

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "text/digits.h"
 #include "text/number.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
@@ -219,6 +220,24 @@ void AppendMoney(std::string_view text, std::string& out) {
   if (out[begin] != '-') return;
   out[begin] = '(';
   out += ')';
+}
+
+void AppendScaledMoney(std::int64_t value, int scale, std::string& out) {
+  constexpr std::uint64_t kLongest =
+      100000000000000;  // of more digits than AppendPlainGroups takes
+  const text::SplitNumber number(value, scale);
+  if (number.whole >= kLongest) {
+    std::string plain;
+    text::AppendScaled(value, scale, plain);
+    return AppendMoney(plain, out);
+  }
+  const bool bracketed = number.negative && number.whole > 0;
+  text::Digits digits;
+  if (bracketed) digits.Put(')');
+  digits.PutPlaces(number.decimals, number.places);
+  digits.PutGrouped(number.whole);
+  if (bracketed) digits.Put('(');
+  out += digits.View();
 }
 
 std::string FormatMoney(std::string& text) {

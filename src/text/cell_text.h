@@ -34,6 +34,8 @@ std::string GroupDigits(FixedPoint value);
 // Error(kOverflow) beyond a fixed-point value.
 std::string FormatMoney(std::string& text);
 void AppendMoney(std::string_view text, std::string& out);
+// AppendMoney of text::AppendScaled, made at once.
+void AppendScaledMoney(std::int64_t value, int scale, std::string& out);
 
 // An integer field (ADO type 3) whose name says that it holds a time, in minutes.
 bool IsTimeColumn(int ado_type, std::string_view field_name);

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "text/digits.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 
@@ -180,25 +181,12 @@ std::int32_t TextToNumber(std::string_view s) {
 }
 
 void AppendScaled(std::int64_t value, int scale, std::string& out) {
-  std::uint64_t magnitude =
-      value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-  auto places = static_cast<std::size_t>(scale);
-  // Most amounts are whole, and currency has four places.
-  if (places == 4 && magnitude % 10000 == 0) {
-    magnitude /= 10000;
-    places = 0;
-  }
-  for (; places > 0 && magnitude % 10 == 0; --places) magnitude /= 10;
-  std::array<char, 24> buffer{};
-  char* const begin = buffer.data();
-  const char* const end = std::to_chars(begin, begin + buffer.size(), magnitude).ptr;
-  const std::string_view digits(begin, static_cast<std::size_t>(end - begin));
-  if (value < 0) out += '-';
-  const std::size_t whole = digits.size() > places ? digits.size() - places : 0;
-  out += whole > 0 ? digits.substr(0, whole) : std::string_view("0");
-  if (places == 0) return;
-  out += '.';
-  out.append(places - (digits.size() - whole), '0').append(digits.substr(whole));
+  const SplitNumber number(value, scale);
+  Digits digits;
+  digits.PutPlaces(number.decimals, number.places);
+  digits.PutWhole(number.whole);
+  if (number.negative) digits.Put('-');
+  out += digits.View();
 }
 
 }  // namespace vorek::text

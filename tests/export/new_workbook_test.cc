@@ -22,7 +22,7 @@ class NewWorkbookTest : public testing::Test {
     grid.Clear();
     grid.SetRows(4);
     grid.SetCols(4);
-    const char* const texts[4][4] = {{"رديف", "الف", "مبلغ", "كد"},
+    const char* const texts[4][4] = {{"رديف", "الف", "مبلغ (1)", "كد"},
                                      {"1", "=1+1", "1/500", "0012"},
                                      {"2", "hid", "(2/000.5)", "12345678901234567"},
                                      {"مجموع", "", "10", "1404/01/02"}};
@@ -55,7 +55,7 @@ class NewWorkbookTest : public testing::Test {
 TEST_F(NewWorkbookTest, EveryCellIsATextInItsPlace) {
   random_.flxMain.SetColWidth(1, 0);
   Write({.formatted = true, .locked = true});
-  const char* const expected[4][3] = {{"", "مبلغ", "كد"},
+  const char* const expected[4][3] = {{"", "مبلغ (1)", "كد"},
                                       {"", "1500", "0012"},
                                       {"", "-2000.5", "12345678901234567"},
                                       {"", "10", "1404/01/02"}};
@@ -90,11 +90,14 @@ TEST_F(NewWorkbookTest, WithoutFormatsPlainNumbersAreNumbers) {
 TEST_F(NewWorkbookTest, ACrossTableLeavesColumnAAndHiddenRowsOut) {
   Grid& cross = random_.flxTranspose;
   cross.SetRows(3);
-  cross.SetCols(3);
+  cross.SetCols(4);
   cross.WriteCell(0, 1, "سر");
   cross.WriteCell(1, 1, "hidden");
   cross.WriteCell(2, 1, "پا");
   cross.WriteCell(2, 2, "1/234");
+  cross.WriteCell(1, 2, "1/234/567/890");
+  cross.WriteCell(0, 3, "جمع");
+  cross.WriteCell(2, 3, "1/130/000/000");
   cross.SetRowHeight(1, 0);
   random_.state.isTransposedResult = true;
   random_.state.ReportDistributed = "نمايش معمولي";
@@ -104,6 +107,11 @@ TEST_F(NewWorkbookTest, ACrossTableLeavesColumnAAndHiddenRowsOut) {
   EXPECT_EQ(sheet_->Text(2, 2), "پا");
   ExpectHolds("<c r=\"C2\"><v>1234</v></c>");
   EXPECT_EQ(cross.TextMatrix(2, 2), "1/234");
+  // The amount of ten digits can be read; other columns keep the usual width.
+  ExpectHolds("<c r=\"D2\"><v>1130000000</v></c>");
+  ExpectHolds("<cols><col min=\"4\" max=\"4\" width=\"11.7");
+  Write({.formatted = false});
+  EXPECT_EQ(xml_.find("<cols>"), std::string::npos);
 }
 
 TEST_F(NewWorkbookTest, TooManyColumnsAreToldAndNothingIsWritten) {

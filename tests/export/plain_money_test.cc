@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "export/text_export.h"
 #include "platform/memory_files.h"
+#include "platform/spreadsheet.h"
 #include "support/random_report.h"
 #include "text/cell_text.h"
 
@@ -199,12 +201,66 @@ TEST(TextFile, LettersBeyondTheFirstPlaneBecomePairs) {
   RandomReport random(1);
   random.flxMain.Clear();
   random.flxMain.SetRows(2);
-  random.flxMain.SetCols(2);
-  random.flxMain.WriteCell(1, 1, "ک🙂\xFF");
+  random.flxMain.SetCols(3);
+  random.flxMain.WriteCell(1, 1, "ک🙂\xD9");
+  random.flxMain.WriteCell(1, 2, "\x85");  // no letter with the byte in front of it
   ReportContext report = random.Context();
   WriteTextFile(report, {.delimiter = "", .new_line = false, .header = false}, *out);
   out->Commit();
-  EXPECT_EQ(files.contents["f"], std::string("\xFF\xFE\xA9\x06\x3D\xD8\x42\xDE\xFD\xFF"));
+  EXPECT_EQ(files.contents["f"], std::string("\xFF\xFE\xA9\x06\x3D\xD8\x42\xDE\xFD\xFF\xFD\xFF"));
+}
+
+// The rows of a file with tabs, read off the cells one by one.
+std::string Tabbed(const Grid& grid, bool guard) {
+  std::string file;
+  for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+    bool first = true;
+    for (std::int32_t col = 1; col < grid.Cols(); ++col) {
+      if (grid.ColWidth(col) == 0) continue;
+      const std::string text = grid.TextMatrix(row, col);
+      const bool formula =
+          !text.empty() && std::string("=+-@\t\r").find(text[0]) != std::string::npos;
+      if (!std::exchange(first, false)) file += '\t';
+      if (guard && formula && !IsSheetNumber(text)) file += '\'';
+      for (const char c : text) {
+        if (c != '\r' && c != '\n') file += c == '\t' ? ' ' : c;
+      }
+    }
+    if (row < grid.Rows() - 1) file += "\r\n";
+  }
+  return file;
+}
+
+// A sheet can't hold such a number, so that it would be read as a formula.
+TEST(TextFile, GuardsALongNegativeNumberOfAField) {
+  RandomReport random(1);
+  random.database->Answer("rows", MakeResult({{"n", kBigInt}}, {{"-1234567890123456"}, {"-5"}}));
+  random.Bind();
+  MemoryFiles files;
+  const auto out = files.Create("f");
+  ReportContext report = random.Context();
+  WriteTextFile(report, {.kind = TextFileOptions::Kind::kTab, .header = false, .guard = true},
+                *out);
+  out->Commit();
+  EXPECT_EQ(files.contents["f"], "'-1234567890123456\r\n-5\r\n");
+}
+
+TEST(TextFile, HoldsTheCellsOfABoundGridAsTheyAreShown) {
+  for (unsigned seed = 0; seed < 40; ++seed) {
+    RandomReport random(seed);
+    random.Fill(seed % 2 == 1);
+    random.Disturb();
+    const bool guard = seed % 4 < 2;
+    MemoryFiles files;
+    const auto out = files.Create("f");
+    ReportContext report = random.Context();
+    WriteTextFile(
+        report,
+        {.kind = TextFileOptions::Kind::kTab, .new_line = false, .header = true, .guard = guard},
+        *out);
+    out->Commit();
+    ASSERT_EQ(files.contents["f"], Tabbed(random.flxMain, guard)) << seed;
+  }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,6 +60,24 @@ class FullDisk : public SystemFiles {
     std::unique_ptr<OutputFile> file_;
     std::string path_;
   };
+};
+
+class OneDocument : public Documents {
+ public:
+  explicit OneDocument(std::string path) : path_(std::move(path)) {}
+  std::string NewPath(const std::string&) override { return path_; }
+  void Show(const std::string& path) override { shown.push_back(path); }
+  std::vector<std::string> shown;
+
+ private:
+  std::string path_;
+};
+
+class KeptClipboard : public Clipboard {
+ public:
+  void Clear() override { text.clear(); }
+  void Put(const std::string& put, const std::string&) override { text = put; }
+  std::string text;
 };
 
 class StoppedExportTest : public testing::Test {
@@ -168,6 +187,38 @@ TEST_F(StoppedExportTest, ACancelLeavesTheOldFileAtWhicheverQuestion) {
     const int least = name == "template" ? 6 : 1 + kRows / 4096;
     EXPECT_GE(RunUntilDone(name, work, ErrorNumber::kCancelled, cancel_at), least) << name;
   }
+}
+
+// The way over the clipboard ignores its errors, but a cancel is told, leaves no file, and a
+// clipboard that is as before or whole.
+TEST_F(StoppedExportTest, ACancelOfTheFastWayLeavesNoFile) {
+  const std::string path = Path("fast.xlsx");
+  const auto document = std::make_shared<OneDocument>(path);
+  const auto clipboard = std::make_shared<KeptClipboard>();
+  random_.process.services.documents = document;
+  random_.process.services.clipboard = clipboard;
+  auto& windows = static_cast<ScriptedWindows&>(random_.process.windows());
+  int cancel_at = 0;
+  windows.on_question = [&] { return ++questions_ != cancel_at; };
+  std::vector<bool> copied;  // by the question at which it was cancelled
+  do {
+    ++cancel_at;
+    questions_ = 0;
+    clipboard->text = "before";
+    windows.cancelled.clear();
+    ReportContext report = random_.Context();
+    ExportExcelFast(report);
+    copied.push_back(clipboard->text == random_.flxMain.Clip());
+    EXPECT_TRUE(copied.back() || clipboard->text == "before") << cancel_at;
+    EXPECT_EQ(fs::exists(path), windows.cancelled.empty()) << cancel_at;
+    EXPECT_EQ(document->shown.empty(), !windows.cancelled.empty()) << cancel_at;
+  } while (windows.cancelled == std::vector<std::string>{"ساختن فايل لغو شد."});
+  EXPECT_TRUE(windows.cancelled.empty());
+  EXPECT_GE(cancel_at, 1 + 2 * (1 + kRows / 4096));  // through the table, and the sheet
+  EXPECT_FALSE(copied.front());
+  EXPECT_TRUE(copied.back());
+  // The template of the other tests, and the workbook: nothing half made.
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 2);
 }
 
 }  // namespace

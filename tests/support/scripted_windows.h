@@ -37,8 +37,13 @@ class ScriptedWindows : public NoWindows {
   void PopupMenu(Menu& menu) override { menus.push_back(menu.Name()); }
   int OsMajorVersion() const override { return os_version; }
   bool PassGoesOn() override { return !on_question || on_question(); }
+  bool TellCancelled(std::string_view line) override {
+    cancelled.emplace_back(line);
+    return false;
+  }
 
-  std::function<bool()> on_question;  // whether a pass goes on
+  std::function<bool()> on_question;   // whether a pass goes on
+  std::vector<std::string> cancelled;  // what was told of cancelled passes
   std::vector<std::string> shown;
   std::vector<std::string> beeps;
   std::vector<std::string> layouts;

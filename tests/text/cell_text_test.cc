@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+#include <vector>
+
+#include "text/number.h"
 #include "vorek/error.h"
 
 namespace vorek {
@@ -91,6 +96,44 @@ TEST(CellText, FormatsMoney) {
     }
     EXPECT_EQ(FormatMoney(c.text), c.shown);
     EXPECT_EQ(c.text, c.shown);
+  }
+}
+
+// Every scale, with numbers of all lengths, at the ends of their ranges, whole and not.
+TEST(CellText, MakesMoneyOfScaledNumbersAsOfTheirTexts) {
+  std::mt19937_64 random(1);
+  std::vector<std::int64_t> values = {0,
+                                      1,
+                                      -1,
+                                      -9999,
+                                      10000,
+                                      -10000,
+                                      99999999999999,
+                                      100000000000000,
+                                      999999999999999999,
+                                      1000000000000000000,
+                                      INT64_MAX,
+                                      INT64_MIN};
+  for (int i = 0; i < 20000; ++i) {
+    const auto number = static_cast<std::int64_t>(random()) >> (i % 64);
+    values.push_back(number);
+    values.push_back(number / 10000 * 10000);
+  }
+  for (const std::int64_t value : values) {
+    for (const int scale : {0, 1, 2, 4, 18}) {
+      std::string plain;
+      text::AppendScaled(value, scale, plain);
+      std::string at_once = "x";
+      std::string by_text = "x";
+      try {
+        AppendMoney(plain, by_text);
+      } catch (const Error&) {
+        EXPECT_THROW(AppendScaledMoney(value, scale, at_once), Error) << plain;
+        continue;
+      }
+      AppendScaledMoney(value, scale, at_once);
+      ASSERT_EQ(at_once, by_text) << plain;
+    }
   }
 }
 

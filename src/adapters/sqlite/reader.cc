@@ -56,20 +56,21 @@ class ColumnReader {
         column_(column) {}
 
   void Read() {
-    const int kind = sqlite3_column_type(statement_, index_);
+    sqlite3_value* const value = sqlite3_column_value(statement_, index_);
+    const int kind = sqlite3_value_type(value);
     if (kind == SQLITE_NULL) {
       column_.AppendNull();
     } else if (storage_ == Storage::kText) {
-      ReadText(kind);
+      ReadText(value, kind);
     } else if (storage_ == Storage::kDouble && kind != SQLITE_TEXT) {
-      const double value = sqlite3_column_double(statement_, index_);
-      column_.AppendDouble(type_.kind == TypeKind::kReal ? Shortest(value) : value);
+      const double number = sqlite3_value_double(value);
+      column_.AppendDouble(type_.kind == TypeKind::kReal ? Shortest(number) : number);
     } else if (storage_ == Storage::kScaled && kind == SQLITE_INTEGER) {
-      const std::int64_t value = sqlite3_column_int64(statement_, index_);
-      if (value < limits_.least || value > limits_.most) ThrowOverflow(type_);
-      column_.AppendScaled(value);
+      const std::int64_t number = sqlite3_value_int64(value);
+      if (number < limits_.least || number > limits_.most) ThrowOverflow(type_);
+      column_.AppendScaled(number);
     } else {
-      ReadOther(kind);
+      ReadOther(value, kind);
     }
   }
 
@@ -82,18 +83,18 @@ class ColumnReader {
     return written.ec == std::errc() ? std::strtod(digits.data(), nullptr) : value;
   }
 
-  void ReadText(int kind) {
-    if (type_.IsDecimal()) return ReadWide();
-    if (kind == SQLITE_BLOB) return ReadBytes();
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, index_));
-    std::string_view s(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index_)));
+  void ReadText(sqlite3_value* value, int kind) {
+    if (type_.IsDecimal()) return ReadWide(value);
+    if (kind == SQLITE_BLOB) return ReadBytes(value);
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    std::string_view s(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
     if (moment_ && s.size() > 4 && s.substr(s.size() - 4) == ".000") s.remove_suffix(4);
     column_.AppendText(s);
   }
 
-  void ReadBytes() {
-    const auto* bytes = static_cast<const unsigned char*>(sqlite3_column_blob(statement_, index_));
-    const int size = sqlite3_column_bytes(statement_, index_);
+  void ReadBytes(sqlite3_value* value) {
+    const auto* bytes = static_cast<const unsigned char*>(sqlite3_value_blob(value));
+    const int size = sqlite3_value_bytes(value);
     std::string text = "0x";
     text.reserve(2 + 2 * static_cast<std::size_t>(size));
     for (int i = 0; i < size; ++i) {
@@ -106,18 +107,18 @@ class ColumnReader {
 
   // A value that isn't what the column's type lets expect: a decimal beyond 63 bits, or what
   // another program wrote into the file.
-  void ReadOther(int kind) {
+  void ReadOther(sqlite3_value* value, int kind) {
     if (kind == SQLITE_FLOAT) ThrowOverflow(type_);
     column_.ConvertToText();
     storage_ = Storage::kText;
-    ReadText(kind);
+    ReadText(value, kind);
   }
 
   // A decimal in a column of texts.
-  void ReadWide() {
-    const std::optional<Wide> value = WideOf(sqlite3_column_value(statement_, index_));
-    if (!value) ThrowOverflow(type_);
-    std::string digits = WideText(*value, type_.scale);
+  void ReadWide(sqlite3_value* value) {
+    const std::optional<Wide> number = WideOf(value);
+    if (!number) ThrowOverflow(type_);
+    std::string digits = WideText(*number, type_.scale);
     if (type_.scale > 0) digits.resize(digits.find_last_not_of('0') + 1);
     if (digits.back() == '.') digits.pop_back();
     column_.AppendText(digits);

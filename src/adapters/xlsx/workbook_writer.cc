@@ -39,7 +39,9 @@ void StreamedWorkbook::Pack() {
   AwaitPacking();
   packed_.swap(buffer_);
   buffer_.clear();
-  packing_ = std::async(std::launch::async, [this] { zip_.Write(packed_); });
+  // Where no other thread can be had, the wait does the work.
+  constexpr auto kHow = std::launch::async | std::launch::deferred;
+  packing_ = std::async(kHow, [this] { zip_.Write(packed_); });
 }
 
 void StreamedWorkbook::AwaitPacking() {
