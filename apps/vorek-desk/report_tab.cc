@@ -81,6 +81,12 @@ WorldOptions ReportTab::Options(const std::string& forms,
 }
 
 void ReportTab::ConnectEvents() {
+  connect(widget_.get(), &VorekReportWidget::RunGoesOn, this,
+          [this](const QString& words, const QString& time) {
+            if (!closing_ && on_run) on_run(words, time);
+          });
+  connect(widget_.get(), &VorekReportWidget::RunEnded, this,
+          [this](qint64 milliseconds) { EndRun(milliseconds); });
   connect(widget_.get(), &VorekReportWidget::InvokeView, this,
           [this](int form_type, const QString& condition, const QString&) {
             cards_.Show(form_type, condition.toStdString());
@@ -90,14 +96,26 @@ void ReportTab::ConnectEvents() {
   // A report of the catalogue isn't put away by a key that people press twice.
   connect(widget_.get(), &VorekReportWidget::CloseParent, this, [] {});
   connect(widget_.get(), &VorekReportWidget::ResultChanged, this, [this] {
-    if (on_result) on_result();
+    if (!closing_ && on_result) on_result();
   });
   connect(widget_.get(), &VorekReportWidget::ComeToFront, this, [this] {
-    if (on_come_to_front) on_come_to_front();
+    if (!closing_ && on_come_to_front) on_come_to_front();
   });
 }
 
 ReportTab::~ReportTab() = default;
+
+void ReportTab::Close() {
+  hide();
+  closing_ = true;
+  if (!Running()) return deleteLater();
+  widget_->Abandon();
+}
+
+void ReportTab::EndRun(qint64 milliseconds) {
+  if (closing_) return deleteLater();
+  if (on_run_ended) on_run_ended(milliseconds);
+}
 
 ReportControl& ReportTab::Control() { return widget_->Report().Impl(); }
 
@@ -108,6 +126,7 @@ void ReportTab::Start() {
 bool ReportTab::View() {
   started_ = true;
   shown_ = widget_->View(report_);
+  if (closing_) return shown_;
   TakeWidths();
   const std::string reason = StopReasonOf(Control().state);
   if ((!shown_ || Control().state.Missing) && !reason.empty()) {
@@ -153,6 +172,7 @@ void ReportTab::RememberWidths() {
 }
 
 bool ReportTab::Offers(ReportAction action) {
+  if (Running()) return action == ReportAction::kRun;
   ReportControl& control = Control();
   switch (action) {
     case ReportAction::kRun:
@@ -167,6 +187,10 @@ bool ReportTab::Offers(ReportAction action) {
 bool ReportTab::WantsChart() { return HasRows(Control()) && Control().state.ShowDiagram; }
 
 void ReportTab::Do(ReportAction action) {
+  if (Running()) {
+    if (action == ReportAction::kRun) widget_->CancelRun();
+    return;
+  }
   HeaderMenu& menu = Control().FlexPopupMenu;
   switch (action) {
     case ReportAction::kRun:

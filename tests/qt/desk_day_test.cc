@@ -204,7 +204,7 @@ TEST_F(DayTest, KeepsFavouritesAndWhatWasOpenedLast) {
   EXPECT_TRUE(links[0]->text().startsWith("215")) << "the last one first";
   SavePicture(*desk, "start-page");
   links[1]->click();
-  QTest::qWait(5);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return desk->CurrentTab() != nullptr; }));
   ASSERT_NE(desk->CurrentTab(), nullptr);
   EXPECT_EQ(desk->CurrentTab()->ReportNumber(), 203);
 }
@@ -213,12 +213,13 @@ TEST_F(DayTest, OpensAReportTwiceSideBySide) {
   Open(215);
   QTest::keyClick(desk->focusWidget(), Qt::Key_N, Qt::ControlModifier);
   const auto* const tabs = desk->findChild<QTabWidget*>("reports");
-  ASSERT_EQ(tabs->count(), 2);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return tabs->count() == 2; }));
   Control().flxMain.WriteCell(1, 1, "x");
   EXPECT_NE(static_cast<desk::ReportTab*>(tabs->widget(0))->Widget().Report().TextMatrix(1, 1),
             "x");
   desk::DeskWindow* const beside = desk->OpenBeside(215);
   ASSERT_NE(beside, nullptr);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return beside->CurrentTab() != nullptr; }));
   EXPECT_EQ(beside->CurrentTab()->ReportNumber(), 215);
   EXPECT_TRUE(beside->windowTitle().contains("بيست مشتري برتر"));
   EXPECT_TRUE(beside->windowTitle().contains("بهرام كياني"));

@@ -93,7 +93,7 @@ TEST_F(DeskTest, RunsARestoredTabWhenItIsShown) {
   EXPECT_EQ(rows(0), -1);
   EXPECT_EQ(rows(2), -1);
   tabs->setCurrentIndex(2);
-  EXPECT_GT(rows(2), 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return rows(2) > 0; }));
   // Another connection in between keeps them as well.
   ASSERT_TRUE(desk->Connect(Owner()));
   EXPECT_EQ(tabs->count(), 0);

@@ -34,7 +34,7 @@ TEST_F(DeskTest, FindsAReportByWordsAndShowsWhatTheGridHolds) {
   search->clear();
   TypeText(search, "۱۰۱");
   QTest::keyClick(search, Qt::Key_Return);
-  ASSERT_NE(desk->CurrentTab(), nullptr);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return desk->CurrentTab() != nullptr; }));
   EXPECT_EQ(desk->CurrentTab()->ReportNumber(), 101);
   EXPECT_EQ(Child<QLabel>("lblCaption")->text().toStdString(), Control().state.Title);
   const Grid& grid = Control().flxMain;

@@ -9,8 +9,6 @@
 #include <utility>
 
 #include "adapters/qt/control_view.h"
-#include "adapters/qt/icons.h"
-#include "adapters/qt/theme.h"
 #include "text/cell_text.h"
 
 namespace vorek::qt {
@@ -38,39 +36,27 @@ FindBar::FindBar(QWidget* parent, std::function<GridArea*()> area)
   row->setSpacing(8);
   row->addWidget(text_);
   row->addWidget(count_);
-  connect(AddButton("previous", "قبلي (Shift+Enter)"), &QToolButton::clicked, this,
-          [this] { Step(false); });
-  connect(AddButton("next", "بعدي (Enter)"), &QToolButton::clicked, this, [this] { Step(true); });
-  connect(AddButton("close", "بستن (Escape)"), &QToolButton::clicked, this, [this] { Close(); });
+  AddButton("previous", "قبلي", Qt::SHIFT | Qt::Key_Return, [this] { Step(false); });
+  AddButton("next", "بعدي", Qt::Key_Return, [this] { Step(true); });
+  AddButton("close", "بستن", Qt::Key_Escape, [this] { Close(); });
   connect(text_, &QLineEdit::textChanged, this, [this] { Begin(); });
   slice_.setSingleShot(true);
   connect(&slice_, &QTimer::timeout, this, [this] { Look(); });
-  Recolor();
+  buttons_.Recolor(palette());
   hide();
 }
 
-QToolButton* FindBar::AddButton(const char* icon, const char* tip) {
-  auto* const button = new QToolButton(this);
-  button->setObjectName(icon);
-  button->setToolTip(tip);
-  button->setAccessibleName(tip);
-  button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::TabFocus);
-  layout()->addWidget(button);
-  buttons_.emplace_back(button, icon);
-  return button;
-}
-
-void FindBar::Recolor() {
-  const Theme& theme = ThemeOf(palette());
-  for (const auto& [button, icon] : buttons_) {
-    button->setIcon(IconOf(icon, theme.text, theme.muted));
-  }
+// The keys are the text's.
+template <typename Work>
+void FindBar::AddButton(const char* icon, const QString& text, const QKeySequence& key,
+                        const Work& work) {
+  connect(buttons_.Add(*static_cast<QHBoxLayout*>(layout()), icon, text, key),
+          &QToolButton::clicked, this, work);
 }
 
 void FindBar::changeEvent(QEvent* event) {
   QFrame::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) Recolor();
+  if (event->type() == QEvent::PaletteChange) buttons_.Recolor(palette());
 }
 
 void FindBar::Open() {

@@ -121,7 +121,12 @@ void GridArea::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), palette().base());
     return;
   }
-  if (grid_->Drawn()) Draw(event->rect());
+  if (grid_->Drawn()) {
+    Draw(event->rect());
+  } else {
+    // The view may be larger by now than what it last showed.
+    painter.fillRect(event->rect(), viewport()->palette().brush(viewport()->backgroundRole()));
+  }
   painter.drawPixmap(0, 0, picture_);
 }
 

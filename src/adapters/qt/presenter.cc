@@ -96,6 +96,8 @@ void Presenter::SyncLater() {
 }
 
 void Presenter::Feed(const std::function<void()>& event) {
+  if (Locked()) return;
+  const BusyScreen::Errand errand(screen_.get());
   try {
     event();
   } catch (const Error& error) {
@@ -144,8 +146,11 @@ void Presenter::FocusSet(Control& control) {
   if (ViewOf(control) != nullptr) TakeFocus();
 }
 
+// In a window of which another part is on view.
+bool Presenter::IsBehind() const { return !window_.isVisible() && window_.window()->isVisible(); }
+
 void Presenter::TakeFocus() {
-  if (focus_ == nullptr) return;
+  if (focus_ == nullptr || IsBehind()) return;
   ControlView* const view = ViewOf(*focus_);
   if (view == nullptr) return;
   focus_ = nullptr;

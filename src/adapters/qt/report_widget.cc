@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "adapters/qt/background_provider.h"
+#include "adapters/qt/busy_screen.h"
 #include "adapters/qt/chart_view.h"
 #include "adapters/qt/column_chooser.h"
 #include "adapters/qt/control_view.h"
@@ -38,11 +39,12 @@ bool IsInside(const Control& control, const Control& container) {
 
 }  // namespace
 
-void AddQtServices(WorldOptions& options) {
+void AddQtServices(WorldOptions& options, Locks locks) {
   qt::InstallPersianTexts();
   const auto windows = std::make_shared<qt::QtWindows>();
+  if (locks == Locks::kOwnWidgets) windows->Busy()->LockOwnPlacesOnly();
   options.windows = windows;
-  options.file_dialogs = std::make_shared<qt::QtFileDialogs>();
+  options.file_dialogs = std::make_shared<qt::QtFileDialogs>(windows->Busy());
   options.clipboard = std::make_shared<qt::QtClipboard>();
   for (std::shared_ptr<DatabaseProvider>& provider : options.providers) {
     provider = std::make_shared<qt::BackgroundProvider>(std::move(provider), windows->Busy());
@@ -55,11 +57,12 @@ struct VorekReportWidget::Parts {
       : own_world(std::move(world)), report(*own_world), presenter(report.Root(), widget) {}
 
   Windows& Screen() { return report.Impl().world.process.windows(); }
-  // A world without a screen of ours has nothing to wait for.
-  bool Busy() {
+  // Null in a world without a screen of ours, which has nothing to wait for.
+  std::shared_ptr<qt::BusyScreen> Waiting() {
     const auto* const screen = dynamic_cast<const qt::QtWindows*>(&Screen());
-    return screen != nullptr && screen->Busy()->Active();
+    return screen == nullptr ? nullptr : screen->Busy();
   }
+  bool Busy() { return presenter.Locked(); }
 
   bool IsBig() {
     constexpr std::int32_t kBig = 20'000;  // rows
@@ -184,6 +187,7 @@ void VorekReportWidget::Begin() {
   setLayoutDirection(Qt::RightToLeft);
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(200, 120);
+  Show(parts_->Waiting());
   parts_->presenter.on_failure = [this](const QString& text) { Tell(text); };
   parts_->bar = new qt::ResultBar(
       this, [this] { parts_->presenter.Feed([this] { parts_->Control().TakeFilterAway(); }); });
@@ -200,6 +204,32 @@ void VorekReportWidget::Begin() {
     if (parts_->TellResultOnBar()) Q_EMIT ResultChanged();
   });
   ConnectEvents();
+}
+
+void VorekReportWidget::Show(const std::shared_ptr<qt::BusyScreen>& screen) {
+  parts_->presenter.SetScreen(screen);
+  if (screen == nullptr) return;
+  screen->AddPlace({.widget = this,
+                    .tell =
+                        [this](const qt::RunProgress& progress) {
+                          Q_EMIT RunGoesOn(qt::ProgressInWords(progress),
+                                           qt::TimeInWords(progress.milliseconds));
+                        },
+                    .end = [this](qint64 milliseconds) { Q_EMIT RunEnded(milliseconds); },
+                    .come_to_front = [this] { Q_EMIT ComeToFront(); }});
+}
+
+bool VorekReportWidget::Running() const {
+  const auto screen = parts_->Waiting();
+  return screen != nullptr && screen->Running();
+}
+
+void VorekReportWidget::CancelRun() {
+  if (const auto screen = parts_->Waiting()) screen->Cancel();
+}
+
+void VorekReportWidget::Abandon() {
+  if (const auto screen = parts_->Waiting()) screen->Abandon();
 }
 
 VorekReportWidget::~VorekReportWidget() {
@@ -244,6 +274,10 @@ void VorekReportWidget::ConnectEvents() {
 
 bool VorekReportWidget::View(int ID, const QString& inParameterString,
                              const QString& inCallerStringValue) {
+  if (parts_->Busy()) {
+    Tell("اين گزارش در حال اجراست.");
+    return false;
+  }
   bool shown = false;
   const bool was_big = parts_->IsBig();
   parts_->presenter.Feed([&] {
@@ -354,6 +388,11 @@ void VorekReportWidget::resizeEvent(QResizeEvent* event) {
 }
 
 void VorekReportWidget::focusInEvent(QFocusEvent* event) { QWidget::focusInEvent(event); }
+
+void VorekReportWidget::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  parts_->presenter.TakeFocusLate();
+}
 
 bool VorekReportWidget::event(QEvent* event) {
   if (event->type() == QEvent::ApplicationFontChange && parts_ != nullptr) {
