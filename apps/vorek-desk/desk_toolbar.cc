@@ -45,7 +45,11 @@ QToolButton* DeskToolbar::AddButton(QHBoxLayout& row, const QString& icon, const
 void DeskToolbar::Add(QHBoxLayout& row, ReportAction action, const QString& icon,
                       const QString& text, const QKeySequence& key, bool words) {
   QToolButton* const button = AddButton(row, icon, text, key, words);
-  if (action == ReportAction::kRun) buttons_.SetOnAccent(*button);
+  if (action == ReportAction::kRun) {
+    buttons_.SetOnAccent(*button);
+    // The key is the grid's own.
+    button->setToolTip(vorek::qt::TipOf(text, Qt::Key_F5));
+  }
   auto* const trigger = new QAction(text, this);
   trigger->setShortcut(key);
   trigger->setShortcutContext(Qt::WindowShortcut);
@@ -111,7 +115,7 @@ void DeskToolbar::ShowRunning(bool running) {
     if (entry.button->text() == text) return;
     entry.button->setText(text);
     entry.button->setAccessibleName(text);
-    entry.button->setToolTip(text);
+    entry.button->setToolTip(vorek::qt::TipOf(text, running ? Qt::Key_Escape : Qt::Key_F5));
     buttons_.SetIcon(*entry.button, running ? "close" : "run");
   }
 }

@@ -89,6 +89,7 @@ KeySheet::KeySheet(QWidget* parent) : QDialog(parent) {
   table->horizontalHeader()->hide();
   table->verticalHeader()->hide();
   table->setShowGrid(false);
+  table->setTabKeyNavigation(false);  // Tab leaves it
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   for (const Key& key : kKeys) AddRow(*table, key);
   table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);

@@ -50,11 +50,15 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
       user_(session.Who().user),
       settings_(settings),
       tell_(tell),
+      head_(new HeadBar(this)),
       widget_(std::make_unique<VorekReportWidget>(Options(forms, std::move(tell)))) {
   auto* const layout = new QVBoxLayout(this);
   setObjectName("reportTab");
   setAttribute(Qt::WA_StyledBackground);
-  layout->setContentsMargins(0, 4, 0, 0);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(head_);
+  head_->on_change = [this] { Do(ReportAction::kParameters); };
   layout->addWidget(widget_.get());
   setFocusProxy(widget_.get());
   const Login& who = session.Who();
@@ -64,6 +68,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   widget_->SetPeriodID(who.period);
   widget_->SetOleConnectionString(QString::fromStdString(ConnectionOf(who)));
   cards_.SetProcess(&Control().world);
+  Control().LeaveHeadToHost();
   widget_->RestoreColumns(settings_.value(ColumnsKey()).toByteArray());
   widget_->SetZoom(settings_.value("view/zoom", 1.0).toDouble());
   SetRowPadding(settings_.value("view/padding", kUsualPadding).toInt());
@@ -96,7 +101,9 @@ void ReportTab::ConnectEvents() {
   // A report of the catalogue isn't put away by a key that people press twice.
   connect(widget_.get(), &VorekReportWidget::CloseParent, this, [] {});
   connect(widget_.get(), &VorekReportWidget::ResultChanged, this, [this] {
-    if (!closing_ && on_result) on_result();
+    if (closing_) return;
+    ShowHead();
+    if (on_result) on_result();
   });
   connect(widget_.get(), &VorekReportWidget::ComeToFront, this, [this] {
     if (!closing_ && on_come_to_front) on_come_to_front();
@@ -110,6 +117,10 @@ void ReportTab::Close() {
   closing_ = true;
   if (!Running()) return deleteLater();
   widget_->Abandon();
+}
+
+void ReportTab::ShowHead() {
+  head_->Show(HeadOf(Control().Context()), HasPanel(Control()) || HasDialog(Control()));
 }
 
 void ReportTab::EndRun(qint64 milliseconds) {
@@ -127,6 +138,7 @@ bool ReportTab::View() {
   started_ = true;
   shown_ = widget_->View(report_);
   if (closing_) return shown_;
+  ShowHead();
   TakeWidths();
   const std::string reason = StopReasonOf(Control().state);
   if ((!shown_ || Control().state.Missing) && !reason.empty()) {
@@ -142,7 +154,7 @@ bool ReportTab::Returns() {
   return !started_ || shown_ || Control().flxMain.Rows() > kEmptied;
 }
 
-QString ReportTab::WidthsKey() const { return QString("widths/%1").arg(report_); }
+QString ReportTab::WidthsKey() const { return QString("widths/%1/%2").arg(user_).arg(report_); }
 
 void ReportTab::TakeWidths() {
   if (std::exchange(has_widths_, true)) return;
@@ -166,7 +178,9 @@ void ReportTab::RememberWidths() {
   RememberColumns();
   const DrawnWidths& main = Control().MainWidths();
   const DrawnWidths& transposed = Control().TransposeWidths();
-  if (main.empty() && transposed.empty()) return;
+  // A host's hand may have put another report into the tab.
+  if (!has_widths_ || Control().state.ReportID != report_) return;
+  if (main.empty() && transposed.empty()) return settings_.remove(WidthsKey());
   settings_.setValue(
       WidthsKey(), QVariantMap{{"main", ToSettings(main)}, {"transposed", ToSettings(transposed)}});
 }

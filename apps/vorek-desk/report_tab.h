@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "head_bar.h"
 #include "record_cards.h"
 #include "report_action.h"
 #include "session.h"
@@ -68,6 +69,7 @@ class ReportTab : public QWidget {
   WorldOptions Options(const std::string& forms, std::function<void(const QString&)> tell);
   void ConnectEvents();
   ReportControl& Control();
+  void ShowHead();
   void EndRun(qint64 milliseconds);
   void Run();
   void TurnParameters();
@@ -86,6 +88,7 @@ class ReportTab : public QWidget {
   bool shown_ = false;       // the run went well
   bool has_widths_ = false;  // of the settings; later ones are the control's
   RecordCards cards_;
+  HeadBar* head_;
   std::unique_ptr<VorekReportWidget> widget_;
 };
 

@@ -74,8 +74,8 @@ TEST_F(DeskTest, KeepsTheWidthsThatWereDrawnAndNoOthers) {
   EXPECT_TRUE(desk->CurrentTab()->Widget().View(101));
   EXPECT_NE(Control().flxMain.ColWidth(2), 3333);
   desk->close();
-  EXPECT_FALSE(settings.contains("widths/101"));
-  EXPECT_TRUE(settings.contains("widths/201"));
+  EXPECT_FALSE(settings.contains("widths/1/101"));
+  EXPECT_TRUE(settings.contains("widths/1/201"));
 }
 
 TEST_F(DeskTest, RunsARestoredTabWhenItIsShown) {

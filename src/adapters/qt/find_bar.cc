@@ -97,6 +97,7 @@ void FindBar::Begin() {
   GridArea* const area = area_();
   if (marked_ != nullptr) std::exchange(marked_, nullptr)->MarkFound(nullptr);
   finder_.reset();
+  wanted_.reset();
   done_ = false;
   const std::string text = text_->text().toStdString();
   if (area != nullptr && area->Shown() != nullptr && GridFinder::CanFind(text)) {
@@ -121,21 +122,32 @@ void FindBar::Look() {
   clock.start();
   while (!done_ && clock.elapsed() < kSlice) done_ = finder_->Step(kRows);
   if (!done_) slice_.start(0);
+  if (wanted_) Step(*wanted_);
   Tell();
 }
 
 // From the current cell on.
 void FindBar::Step(bool forward) {
+  wanted_.reset();
   if (finder_ == nullptr || marked_ == nullptr || marked_->Shown() == nullptr) return;
-  while (!done_) done_ = finder_->Step(GridFinder::kMostHits);
   const Grid& grid = *marked_->Shown();
   // A row that is selected whole is stepped into.
   const std::int32_t col = grid.Col() == grid.ColSel() ? grid.Col() : forward ? -1 : grid.Cols();
-  const auto hit = finder_->NextFrom({grid.Row(), col}, forward);
+  const GridFinder::Hit from{grid.Row(), col};
+  const auto hit = finder_->NextFrom(from, forward);
+  if (!done_ && (!hit || !IsRead(finder_->Hits()[*hit], from, forward))) {
+    wanted_ = forward;
+    return;
+  }
   if (!hit) return;
   const GridFinder::Hit& cell = finder_->Hits()[*hit];
   marked_->GoTo(cell.row, cell.col);
   Tell();
+}
+
+// Nothing that hasn't been looked through yet can come before the hit.
+bool FindBar::IsRead(const GridFinder::Hit& hit, const GridFinder::Hit& from, bool forward) const {
+  return forward ? hit > from : hit < from && finder_->NextRow() > from.row;
 }
 
 void FindBar::Tell() {

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/icon_buttons.h"
@@ -39,6 +40,7 @@ class FindBar : public QFrame {
   void Begin();
   void Look();
   void Step(bool forward);
+  bool IsRead(const GridFinder::Hit& hit, const GridFinder::Hit& from, bool forward) const;
   void Tell();
 
   std::function<GridArea*()> area_;
@@ -48,6 +50,7 @@ class FindBar : public QFrame {
   std::unique_ptr<GridFinder> finder_;
   GridArea* marked_ = nullptr;  // the area whose cells are marked
   bool done_ = false;           // all rows have been looked through
+  std::optional<bool> wanted_;  // a step forward, or back, to what hasn't been found yet
   QTimer slice_;
 };
 

@@ -33,6 +33,7 @@ GridArea::GridArea(Grid& grid, QWidget* parent,
       geometry_(std::make_unique<GridGeometry>(grid)),
       feed_(std::move(feed)) {
   setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName("جدول گزارش");
   viewport()->setMouseTracking(true);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -62,6 +63,12 @@ void GridArea::LayoutChanged() {
 
 void GridArea::MarkFound(const GridFinder* finder) {
   finder_ = finder;
+  viewport()->update();
+}
+
+void GridArea::MarkFiltered(std::vector<std::int32_t> columns) {
+  if (filtered_ == columns) return;
+  filtered_ = std::move(columns);
   viewport()->update();
 }
 
@@ -128,6 +135,7 @@ void GridArea::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), viewport()->palette().brush(viewport()->backgroundRole()));
   }
   painter.drawPixmap(0, 0, picture_);
+  if (moving_) PaintDrop(painter);
 }
 
 // Paints into the picture of the grid, which stays on the screen while a pass changes the grid.
@@ -147,6 +155,7 @@ void GridArea::Draw(const QRect& part) {
   painter.setFont(font());
   GridPainter pass(*grid_, *geometry_, painter, palette(), hasFocus());
   pass.MarkFound(finder_);
+  pass.MarkFiltered(filtered_);
   pass.Paint(stale);
 }
 

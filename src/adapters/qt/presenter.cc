@@ -1,5 +1,6 @@
 #include "adapters/qt/presenter.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QMetaObject>
@@ -7,6 +8,7 @@
 #include <utility>
 
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/field_names.h"
 #include "adapters/qt/key_codes.h"
 #include "adapters/qt/view_registry.h"
 #include "widgets/basic_controls.h"
@@ -213,6 +215,16 @@ void Presenter::TieLabels() {
       label->setBuddy(&tied->Widget());
       tied->Widget().setAccessibleName(ToQt(static_cast<const Label*>(control)->Caption()));
     }
+  }
+  NameFields();
+}
+
+void Presenter::NameFields() {
+  for (const auto& [control, view] : views_) {
+    QWidget& widget = view->Widget();
+    const bool named =
+        !widget.accessibleName().isEmpty() || qobject_cast<QAbstractButton*>(&widget) != nullptr;
+    if (!named && TakesFocus(widget)) widget.setAccessibleName(ToQt(NameByPlace(*control)));
   }
 }
 

@@ -83,6 +83,7 @@ class Presenter : public QObject, public ControlObserver {
   void OrderTabs();
   void CollectInTabOrder(const Control& container, std::vector<ControlView*>& views);
   void TieLabels();
+  void NameFields();
 
   Control* root_;
   QWidget& window_;

@@ -77,6 +77,7 @@ struct VorekReportWidget::Parts {
     const bool grid = &control == &Control().flxMain || &control == &Control().flxTranspose;
     if (!grid) return;
     figures->Changed();
+    if (property == "Selection") FollowSelection();
     if (std::find(kRows.begin(), kRows.end(), property) == kRows.end()) return;
     if (!preview.isNull()) preview->close();
     if (!told.isActive()) told.start();
@@ -144,6 +145,19 @@ struct VorekReportWidget::Parts {
     return chart;
   }
 
+  void ShowResult(const ResultLine& line) {
+    bar->Show(line);
+    if (qt::GridArea* const area = AreaOf(Control().flxMain)) area->MarkFiltered(line.filtered);
+  }
+
+  // A chart of a selection follows it, in a moment in which the keys rest.
+  void FollowSelection() {
+    if (chart_view == nullptr || !chart_view->isVisible()) return;
+    const Grid& grid = Control().Context().ActiveGrid();
+    const bool several = grid.Row() != grid.RowSel() || grid.Col() != grid.ColSel();
+    if (std::exchange(chart_selected, several) || several) charted.start();
+  }
+
   // Not while a run waits for the database: what it shows is neither the old nor the new. True if
   // it was told.
   bool TellResultOnBar() {
@@ -154,7 +168,7 @@ struct VorekReportWidget::Parts {
       return false;
     }
     ReportContext context = Control().Context();
-    presenter.Feed([&] { bar->Show(TellResult(context)); });
+    presenter.Feed([&] { ShowResult(TellResult(context)); });
     figures->Changed();
     find->RowsChanged();
     if (chart_view != nullptr && chart_view->isVisible()) chart_view->Read();
@@ -170,6 +184,8 @@ struct VorekReportWidget::Parts {
   std::unique_ptr<qt::SelectionWatch> figures;
   QPointer<qt::PrintPreview> preview;  // reads the grid
   QTimer told;                         // runs out when the bar has to be told
+  QTimer charted;                      // runs out when the chart has to be read
+  bool chart_selected = false;         // it shows a selection
 };
 
 VorekReportWidget::VorekReportWidget(WorldOptions options, QWidget* parent)
@@ -202,6 +218,16 @@ void VorekReportWidget::Begin() {
   parts_->told.setSingleShot(true);
   connect(&parts_->told, &QTimer::timeout, this, [this] {
     if (parts_->TellResultOnBar()) Q_EMIT ResultChanged();
+  });
+  constexpr int kRest = 200;  // milliseconds
+  parts_->charted.setSingleShot(true);
+  parts_->charted.setInterval(kRest);
+  connect(&parts_->charted, &QTimer::timeout, this, [this] {
+    if (parts_->Busy()) {
+      parts_->charted.start();
+    } else if (parts_->chart_view->isVisible()) {
+      parts_->chart_view->Read();
+    }
   });
   ConnectEvents();
 }
@@ -314,7 +340,15 @@ void VorekReportWidget::CopySelection(Copied form) {
 }
 
 void VorekReportWidget::ShowColumnChooser() {
-  if (qt::GridArea* const area = parts_->Area(); area != nullptr) qt::ChooseColumns(*area);
+  qt::GridArea* const area = parts_->Area();
+  if (area == nullptr) return;
+  ReportControl& control = parts_->Control();
+  const bool drawn = !control.MainWidths().empty() || !control.TransposeWidths().empty();
+  const auto forget = [this, &control] {
+    control.SetDrawnWidths({}, {});
+    Do([&control] { control.Refresh(false, control.state.ParameterString, ""); });
+  };
+  qt::ChooseColumns(*area, drawn ? std::function<void()>(forget) : nullptr);
 }
 
 QByteArray VorekReportWidget::SaveColumns() const {
