@@ -178,6 +178,31 @@ bool TakesFocus(const QWidget& widget) {
   return widget.focusPolicy() != Qt::NoFocus || widget.focusProxy() != nullptr;
 }
 
+bool IsStop(const QWidget& widget) {
+  return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.focusProxy() == nullptr;
+}
+
+// What Tab stops at in a control: itself, and the parts of one that hands the focus on.
+void AddStops(QWidget& widget, std::vector<QWidget*>& stops) {
+  stops.push_back(&widget);
+  if (widget.focusProxy() == nullptr) return;
+  for (QWidget* const part : widget.findChildren<QWidget*>()) {
+    if (IsStop(*part)) stops.push_back(part);
+  }
+}
+
+// The toolkit would move what hands its focus on together with some of its parts, and lose others.
+void OrderStops(const std::vector<QWidget*>& stops) {
+  std::vector<std::pair<QWidget*, QWidget*>> proxies;
+  for (QWidget* const stop : stops) {
+    if (stop->focusProxy() == nullptr) continue;
+    proxies.emplace_back(stop, stop->focusProxy());
+    stop->setFocusProxy(nullptr);
+  }
+  for (std::size_t i = 1; i < stops.size(); ++i) QWidget::setTabOrder(stops[i - 1], stops[i]);
+  for (const auto& [stop, proxy] : proxies) stop->setFocusProxy(proxy);
+}
+
 }  // namespace
 
 // Tab numbers count inside each container, whose controls follow it.
@@ -198,9 +223,9 @@ void Presenter::OrderTabs() {
   if (root_ == nullptr) return;
   std::vector<ControlView*> views;
   CollectInTabOrder(*root_, views);
-  for (std::size_t i = 1; i < views.size(); ++i) {
-    QWidget::setTabOrder(&views[i - 1]->Widget(), &views[i]->Widget());
-  }
+  std::vector<QWidget*> stops;
+  for (const ControlView* const view : views) AddStops(view->Widget(), stops);
+  OrderStops(stops);
 }
 
 // A label and a control beside it that carry the same tag belong together.

@@ -201,7 +201,7 @@ VorekReportWidget::VorekReportWidget(World& world, QWidget* parent)
 
 void VorekReportWidget::Begin() {
   setLayoutDirection(Qt::RightToLeft);
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::ClickFocus);  // Tab comes to what stands in it
   setMinimumSize(200, 120);
   Show(parts_->Waiting());
   parts_->presenter.on_failure = [this](const QString& text) { Tell(text); };
