@@ -41,7 +41,7 @@ HeadBar::HeadBar(QWidget* parent)
   row_->addWidget(rest_);
   row_->addWidget(change_);
   row_->addStretch();
-  title_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   change_->setObjectName("headChange");
   change_->setText("تغيير");
   change_->setAccessibleName("تغيير پارامترها");
@@ -82,6 +82,7 @@ void HeadBar::Show(const ReportHead& head, bool changes) {
 }
 
 void HeadBar::Fit() {
+  title_->ensurePolished();
   const QMargins margins = row_->contentsMargins();
   int room = width() - margins.left() - margins.right() - 2 * kGap;
   // A title is cut before it leaves no chip.

@@ -59,7 +59,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   layout->setSpacing(0);
   layout->addWidget(head_);
   head_->on_change = [this] { Do(ReportAction::kParameters); };
-  layout->addWidget(widget_.get());
+  layout->addWidget(widget_.get(), 1);
   setFocusProxy(widget_.get());
   const Login& who = session.Who();
   widget_->SetUserID(who.user);

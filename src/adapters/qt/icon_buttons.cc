@@ -37,21 +37,24 @@ IconButtons::Entry& IconButtons::EntryOf(const QToolButton& button) {
 }
 
 void IconButtons::SetIcon(QToolButton& button, const QString& icon) {
-  EntryOf(button).icon = icon;
-  Recolor(button.palette());
+  Entry& entry = EntryOf(button);
+  entry.icon = icon;
+  if (theme_ != nullptr) Paint(entry);
 }
 
 void IconButtons::SetOnAccent(QToolButton& button) { EntryOf(button).on_accent = true; }
 
 void IconButtons::Recolor(const QPalette& palette) {
-  const Theme& theme = ThemeOf(palette);
-  for (const Entry& entry : entries_) {
-    const QIcon icon =
-        IconOf(entry.icon, entry.on_accent ? theme.on_accent : theme.text, theme.muted);
-    QAction* const action = entry.button->defaultAction();
-    if (action != nullptr) action->setIcon(icon);
-    entry.button->setIcon(icon);
-  }
+  theme_ = &ThemeOf(palette);
+  for (const Entry& entry : entries_) Paint(entry);
+}
+
+void IconButtons::Paint(const Entry& entry) const {
+  const QIcon icon =
+      IconOf(entry.icon, entry.on_accent ? theme_->on_accent : theme_->text, theme_->muted);
+  QAction* const action = entry.button->defaultAction();
+  if (action != nullptr) action->setIcon(icon);
+  entry.button->setIcon(icon);
 }
 
 }  // namespace vorek::qt

@@ -12,6 +12,8 @@ class QToolButton;
 
 namespace vorek::qt {
 
+struct Theme;
+
 // "Find (Ctrl+F)": a tip tells the key too.
 QString TipOf(const QString& text, const QKeySequence& key);
 
@@ -36,7 +38,9 @@ class IconButtons {
     bool on_accent = false;
   };
   Entry& EntryOf(const QToolButton& button);
+  void Paint(const Entry& entry) const;
 
+  const Theme* theme_ = nullptr;  // of the last palette
   std::vector<Entry> entries_;
 };
 
