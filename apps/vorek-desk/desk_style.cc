@@ -80,7 +80,7 @@ QSplitter::handle { background: %line; }
 #startPage QToolButton { border: none; border-radius: 6px; padding: 6px 8px; color: %text; }
 #startPage QToolButton:hover, #startPage QToolButton:focus { background: %soft; }
 #headBar { background: %panel; }
-#headBar QLabel#headTitle { font-size: 17px; font-weight: 600; color: %text; }
+#headBar QLabel#headTitle { color: %text; }
 #headBar QFrame#chip { background: %head; border: 1px solid %line; border-radius: 12px; }
 #headBar QLabel#chipName, #headBar QLabel#headRest { color: %muted; }
 #headBar QToolButton { border: none; border-radius: 6px; padding: 2px 8px; color: %accent; }

@@ -1,5 +1,7 @@
 #include "head_bar.h"
 
+#include <QEvent>
+#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -48,6 +50,7 @@ HeadBar::HeadBar(QWidget* parent)
   change_->setToolTip(vorek::qt::TipOf("تغيير پارامترها", Qt::ALT | Qt::Key_P));
   change_->setFocusPolicy(Qt::TabFocus);
   connect(change_, &QToolButton::clicked, this, [this] { on_change(); });
+  TakeFont();
 }
 
 QWidget* HeadBar::MakeChip(const QString& name, const QString& value) {
@@ -78,6 +81,21 @@ void HeadBar::Show(const ReportHead& head, bool changes) {
     row_->insertWidget(kFirst + static_cast<int>(chips_.size()) - 1, chips_.back());
   }
   change_->setVisible(head.asked && changes);
+  Fit();
+}
+
+// Larger than the other texts, whatever size they have.
+void HeadBar::TakeFont() {
+  QFont large = font();
+  large.setPointSizeF(QFontInfo(large).pointSizeF() * 1.35);
+  large.setWeight(QFont::DemiBold);
+  title_->setFont(large);
+}
+
+void HeadBar::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::FontChange || row_ == nullptr) return;
+  TakeFont();
   Fit();
 }
 

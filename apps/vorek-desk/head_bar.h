@@ -25,13 +25,15 @@ class HeadBar : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   QWidget* MakeChip(const QString& name, const QString& value);
   void Fit();
+  void TakeFont();
 
   QLabel* title_;
-  QHBoxLayout* row_;
+  QHBoxLayout* row_ = nullptr;
   std::vector<QWidget*> chips_;
   QStringList words_;  // of each chip
   QLabel* rest_;
