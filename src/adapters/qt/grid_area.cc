@@ -33,7 +33,6 @@ GridArea::GridArea(Grid& grid, QWidget* parent,
       geometry_(std::make_unique<GridGeometry>(grid)),
       feed_(std::move(feed)) {
   setFocusPolicy(Qt::StrongFocus);
-  setAccessibleName("جدول گزارش");
   viewport()->setMouseTracking(true);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
