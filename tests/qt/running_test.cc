@@ -126,6 +126,22 @@ TEST_F(RunningTest, SaysWhenAnAnswerStandsBehindALaterWait) {
   EXPECT_EQ(first->Widget().Report().TextMatrix(1, 1), "6000000");
 }
 
+// A form of a report behind stands before its own tab.
+TEST_F(RunningTest, BringsATabToTheFrontThatHasSomethingToSay) {
+  desk->OpenReport(201);
+  bool said = false;
+  When(ModalWindow, [&](QWidget* window) {
+    said = true;
+    EXPECT_EQ(Tabs()->currentIndex(), 1);
+    window->close();
+  });
+  RunMeanwhile(101,
+               "with n(i) as (select 1 union all select i + 1 from n where i < 4000000) "
+               "select count(*) / (count(*) - count(*)) as c from n",
+               [&] { Tabs()->setCurrentIndex(0); });
+  EXPECT_TRUE(said);
+}
+
 // However deep its callers stand.
 TEST_F(RunningTest, ClosesATabThatRuns) {
   QPointer<desk::ReportTab> outer;
