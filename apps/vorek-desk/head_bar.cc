@@ -122,6 +122,7 @@ void HeadBar::Fit() {
   rest_->setText("+" + QString::number(chips_.size() - shown));
   rest_->setToolTip(words_.mid(static_cast<qsizetype>(shown)).join("\n"));
   rest_->setAccessibleName(rest_->toolTip());
+  row_->activate();
 }
 
 void HeadBar::resizeEvent(QResizeEvent* event) {
