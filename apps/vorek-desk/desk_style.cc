@@ -79,6 +79,12 @@ QSplitter::handle { background: %line; }
 #startPage QLabel#head { color: %muted; }
 #startPage QToolButton { border: none; border-radius: 6px; padding: 6px 8px; color: %text; }
 #startPage QToolButton:hover, #startPage QToolButton:focus { background: %soft; }
+#headBar { background: %panel; }
+#headBar QLabel#headTitle { color: %text; }
+#headBar QFrame#chip { background: %head; border: 1px solid %line; border-radius: 12px; }
+#headBar QLabel#chipName, #headBar QLabel#headRest { color: %muted; }
+#headBar QToolButton { border: none; border-radius: 6px; padding: 2px 8px; color: %accent; }
+#headBar QToolButton:hover, #headBar QToolButton:focus { background: %soft; }
 #resultBar { background: %panel; border-top: 1px solid %line; }
 #resultBar QLabel { color: %muted; }
 #resultBar QLabel#resultFigures { color: %text; }

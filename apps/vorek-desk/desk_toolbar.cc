@@ -8,20 +8,7 @@
 #include <QStyle>
 #include <QToolButton>
 
-#include "adapters/qt/icons.h"
-#include "adapters/qt/theme.h"
-
 namespace vorek::desk {
-namespace {
-
-constexpr int kIcon = 20;  // pixels
-
-// A tip tells the key too.
-QString TipOf(const QString& text, const QKeySequence& key) {
-  return key.isEmpty() ? text : text + " (" + key.toString(QKeySequence::NativeText) + ")";
-}
-
-}  // namespace
 
 DeskToolbar::DeskToolbar(QWidget* parent)
     : QWidget(parent), program_(new QMenu(this)), who_(new QLabel(this)) {
@@ -45,27 +32,24 @@ DeskToolbar::DeskToolbar(QWidget* parent)
   row->addStretch();
   row->addWidget(who_);
   AddProgram(*row);
-  Recolor();
+  buttons_.Recolor(palette());
 }
 
 QToolButton* DeskToolbar::AddButton(QHBoxLayout& row, const QString& icon, const QString& text,
-                                    bool words) {
-  auto* const button = new QToolButton(this);
-  button->setText(text);
-  button->setToolButtonStyle(words ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
-  button->setIconSize({kIcon, kIcon});
-  button->setFocusPolicy(Qt::TabFocus);
-  button->setAccessibleName(text);
-  row.addWidget(button);
-  icons_.emplace_back(button, icon);
+                                    const QKeySequence& key, bool words) {
+  QToolButton* const button = buttons_.Add(row, icon, text, key);
+  if (words) button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   return button;
 }
 
 void DeskToolbar::Add(QHBoxLayout& row, ReportAction action, const QString& icon,
                       const QString& text, const QKeySequence& key, bool words) {
-  QToolButton* const button = AddButton(row, icon, text, words);
-  button->setObjectName(icon);
-  button->setToolTip(TipOf(text, key));
+  QToolButton* const button = AddButton(row, icon, text, key, words);
+  if (action == ReportAction::kRun) {
+    buttons_.SetOnAccent(*button);
+    // The key is the grid's own.
+    button->setToolTip(vorek::qt::TipOf(text, Qt::Key_F5));
+  }
   auto* const trigger = new QAction(text, this);
   trigger->setShortcut(key);
   trigger->setShortcutContext(Qt::WindowShortcut);
@@ -77,8 +61,8 @@ void DeskToolbar::Add(QHBoxLayout& row, ReportAction action, const QString& icon
 }
 
 void DeskToolbar::AddExports(QHBoxLayout& row) {
-  QToolButton* const button = AddButton(row, "export", "خروجي", true);
-  button->setObjectName("export");
+  QToolButton* const button = AddButton(row, "export", "خروجي", Qt::ALT | Qt::Key_E, true);
+  button->setShortcut(Qt::ALT | Qt::Key_E);
   button->setPopupMode(QToolButton::InstantPopup);
   auto* const menu = new QMenu(button);
   button->setMenu(menu);
@@ -97,12 +81,11 @@ void DeskToolbar::AddExports(QHBoxLayout& row) {
 }
 
 void DeskToolbar::AddProgram(QHBoxLayout& row) {
-  QToolButton* const button = AddButton(row, "menu", "برنامه", false);
+  QToolButton* const button = AddButton(row, "menu", "برنامه", Qt::ALT | Qt::Key_M, false);
   button->setObjectName("program");
   button->setPopupMode(QToolButton::InstantPopup);
   button->setMenu(program_);
   button->setShortcut(Qt::ALT | Qt::Key_M);
-  button->setToolTip(TipOf("برنامه", Qt::ALT | Qt::Key_M));
 }
 
 void DeskToolbar::AddGap(QHBoxLayout& row) {
@@ -125,17 +108,21 @@ void DeskToolbar::Recommend(ReportAction action, bool on) {
 
 void DeskToolbar::TellWho(const QString& text) { who_->setText(text); }
 
-void DeskToolbar::Recolor() {
-  const vorek::qt::Theme& theme = vorek::qt::ThemeOf(palette());
-  for (const auto& [button, icon] : icons_) {
-    button->setIcon(
-        vorek::qt::IconOf(icon, icon == "run" ? theme.on_accent : theme.text, theme.muted));
+void DeskToolbar::ShowRunning(bool running) {
+  for (const Entry& entry : entries_) {
+    if (entry.action != ReportAction::kRun) continue;
+    const QString text = running ? "انصراف" : "اجرا";
+    if (entry.button->text() == text) return;
+    entry.button->setText(text);
+    entry.button->setAccessibleName(text);
+    entry.button->setToolTip(vorek::qt::TipOf(text, running ? Qt::Key_Escape : Qt::Key_F5));
+    buttons_.SetIcon(*entry.button, running ? "close" : "run");
   }
 }
 
 void DeskToolbar::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) Recolor();
+  if (event->type() == QEvent::PaletteChange) buttons_.Recolor(palette());
 }
 
 }  // namespace vorek::desk

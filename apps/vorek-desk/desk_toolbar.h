@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+#include "adapters/qt/icon_buttons.h"
 #include "report_action.h"
 
 class QAction;
@@ -28,6 +29,8 @@ class DeskToolbar : public QWidget {
   void Offer(const std::function<bool(ReportAction)>& has);
   // Marks the button of what the report is meant for.
   void Recommend(ReportAction action, bool on);
+  // While the report on show runs its button cancels.
+  void ShowRunning(bool running);
   void TellWho(const QString& text);
 
  protected:
@@ -39,18 +42,18 @@ class DeskToolbar : public QWidget {
     QAction* trigger = nullptr;
     QToolButton* button = nullptr;  // null for an entry of a menu
   };
-  QToolButton* AddButton(QHBoxLayout& row, const QString& icon, const QString& text, bool words);
+  QToolButton* AddButton(QHBoxLayout& row, const QString& icon, const QString& text,
+                         const QKeySequence& key, bool words);
   void Add(QHBoxLayout& row, ReportAction action, const QString& icon, const QString& text,
            const QKeySequence& key, bool words);
   void AddExports(QHBoxLayout& row);
   void AddProgram(QHBoxLayout& row);
   void AddGap(QHBoxLayout& row);
-  void Recolor();
 
   QMenu* program_;
   QLabel* who_;
   std::vector<Entry> entries_;
-  std::vector<std::pair<QToolButton*, QString>> icons_;
+  vorek::qt::IconButtons buttons_;
 };
 
 }  // namespace vorek::desk

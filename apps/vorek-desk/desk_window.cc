@@ -21,6 +21,7 @@
 #include "kept_reports.h"
 #include "key_sheet.h"
 #include "report_tab.h"
+#include "run_marks.h"
 #include "start_page.h"
 
 namespace vorek::desk {
@@ -63,8 +64,10 @@ DeskWindow::DeskWindow(QSettings& settings, QString forms_folder)
 
 void DeskWindow::ConnectParts() {
   connect(tabs_, &QTabWidget::tabCloseRequested, this, [this](int index) { CloseTab(index); });
-  connect(tabs_, &QTabWidget::currentChanged, this, [this] { StartShownTab(); });
-  catalogue_->on_open = [this](std::int32_t report) { OpenReport(report); };
+  connect(tabs_, &QTabWidget::currentChanged, this, [this] { ShowTab(); });
+  catalogue_->on_open = [this](std::int32_t report) {
+    Later([this, report] { OpenReport(report); });
+  };
   start_->on_open = catalogue_->on_open;
   catalogue_->on_star = [this](std::int32_t report) {
     Kept().TurnFavourite(report);
@@ -73,6 +76,12 @@ void DeskWindow::ConnectParts() {
   toolbar_->on_action = [this](ReportAction action) {
     if (CurrentTab() != nullptr) CurrentTab()->Do(action);
   };
+}
+
+// Not in the midst of a list's or a bar's own event: a run may wait there, and the user change
+// meanwhile what the event is about.
+void DeskWindow::Later(const std::function<void()>& work) {
+  QMetaObject::invokeMethod(this, work, Qt::QueuedConnection);
 }
 
 DeskWindow::~DeskWindow() {
@@ -101,12 +110,15 @@ void DeskWindow::MakeProgramMenu() {
 void DeskWindow::MakeReportEntries() {
   connect(AddEntry("همين گزارش در زبانه ديگر", Qt::CTRL | Qt::Key_N), &QAction::triggered, this,
           [this] {
-            if (CurrentTab() != nullptr) OpenAgain(CurrentTab()->ReportNumber());
+            if (CurrentTab() == nullptr) return;
+            Later([this, report = CurrentTab()->ReportNumber()] { OpenAgain(report); });
           });
   connect(AddEntry("همين گزارش در پنجره ديگر", Qt::CTRL | Qt::SHIFT | Qt::Key_N),
           &QAction::triggered, this, [this] {
             if (CurrentTab() != nullptr) OpenBeside(CurrentTab()->ReportNumber());
           });
+  connect(AddEntry("گزارشي كه آماده شد", Qt::CTRL | Qt::Key_J), &QAction::triggered, this,
+          [this] { marks_->Follow(); });
   connect(AddEntry("بستن گزارش", Qt::CTRL | Qt::Key_W), &QAction::triggered, this,
           [this] { CloseTab(tabs_->currentIndex()); });
 }
@@ -132,6 +144,9 @@ void DeskWindow::AddDensity(QMenu& menu, const QString& text, int padding) {
 }
 
 void DeskWindow::MakeStatusBar() {
+  constexpr int kLongRun = 10'000;  // milliseconds
+  marks_ = std::make_unique<RunMarks>(*tabs_, *statusBar(),
+                                      settings_.value("run/long", kLongRun).toLongLong());
   day_ = new QLabel(TodayInPersian(), this);
   day_->setObjectName("day");
   day_->setContentsMargins(8, 0, 8, 0);
@@ -195,12 +210,26 @@ ReportTab* DeskWindow::AddTab(std::int32_t report) {
   auto* const tab = new ReportTab(
       *session_, report, settings_, forms_folder_.toStdString(),
       [this](const QString& text) { TellLine(text); }, this);
-  tab->on_come_to_front = [this, tab] { tabs_->setCurrentWidget(tab); };
-  tab->on_result = [this, tab] {
-    if (tab == CurrentTab()) OfferActions();
-  };
+  ConnectTab(*tab);
   tabs_->addTab(tab, TitleOfReport(report));
   return tab;
+}
+
+void DeskWindow::ConnectTab(ReportTab& tab) {
+  const QString title = TitleOfReport(tab.ReportNumber());
+  const auto offer = [this, &tab] {
+    if (&tab == CurrentTab()) OfferActions();
+  };
+  tab.on_come_to_front = [this, &tab] { tabs_->setCurrentWidget(&tab); };
+  tab.on_result = offer;
+  tab.on_run = [this, &tab, title, offer](const QString& words, const QString& time) {
+    marks_->GoesOn(tab, title, words, time);
+    offer();
+  };
+  tab.on_run_ended = [this, &tab, title, offer](qint64 milliseconds) {
+    marks_->Ended(tab, title, milliseconds);
+    offer();
+  };
 }
 
 // The sheet, the toolbar and the title are the shown report's.
@@ -214,6 +243,7 @@ void DeskWindow::TabChanged() {
 void DeskWindow::OfferActions() {
   ReportTab* const tab = CurrentTab();
   toolbar_->Offer([tab](ReportAction action) { return tab != nullptr && tab->Offers(action); });
+  toolbar_->ShowRunning(tab != nullptr && tab->Running());
   toolbar_->Recommend(ReportAction::kChart, tab != nullptr && tab->WantsChart());
 }
 
@@ -230,15 +260,21 @@ QString DeskWindow::TitleOfReport(std::int32_t report) const {
   return title.isEmpty() ? QString::number(report) : title;
 }
 
+void DeskWindow::ShowTab() {
+  TabChanged();
+  marks_->Shown();
+  Later([this] { StartShownTab(); });
+}
+
 // A restored tab whose report the user may not see any more goes again.
 void DeskWindow::StartShownTab() {
   ReportTab* const tab = CurrentTab();
   TabChanged();
-  if (tab != nullptr) tab->Start();
+  if (tab == nullptr || tab->Running()) return;
+  tab->Start();
   TabChanged();
-  if (tab == nullptr || tab->Loaded()) return;
-  QMetaObject::invokeMethod(
-      tab, [this, tab] { CloseTab(tabs_->indexOf(tab)); }, Qt::QueuedConnection);
+  if (tabs_->indexOf(tab) < 0 || tab->Loaded()) return;
+  Later([this, tab] { CloseTab(tabs_->indexOf(tab)); });
 }
 
 ReportTab* DeskWindow::OpenReport(std::int32_t report) {
@@ -257,7 +293,10 @@ ReportTab* DeskWindow::OpenAgain(std::int32_t report) {
     tabs_->setCurrentWidget(tab);
   }
   sheets_->setCurrentWidget(tabs_);
+  TabChanged();
   tab->Start();
+  // It may have been closed while it ran.
+  if (tabs_->indexOf(tab) < 0) return nullptr;
   if (!tab->Loaded()) {
     CloseTab(tabs_->indexOf(tab));
     return nullptr;
@@ -276,7 +315,7 @@ DeskWindow* DeskWindow::OpenBeside(std::int32_t report) {
     window->close();
     return nullptr;
   }
-  window->OpenReport(report);
+  window->Later([window, report] { window->OpenReport(report); });
   return window;
 }
 
@@ -300,7 +339,8 @@ void DeskWindow::CloseTab(int index) {
   ReportTab* const tab = TabAt(index);
   tab->RememberWidths();
   tabs_->removeTab(index);
-  tab->deleteLater();
+  tab->setParent(this);
+  tab->Close();
   if (tabs_->count() == 0) TabChanged();
 }
 

@@ -20,6 +20,7 @@ namespace vorek::desk {
 class DeskToolbar;
 class KeptReports;
 class ReportTab;
+class RunMarks;
 class StartPage;
 
 // The window: the toolbar above, the catalogue on the right, reports in tabs, the day below.
@@ -41,7 +42,8 @@ class DeskWindow : public QMainWindow {
   ReportTab* OpenReport(std::int32_t report);
   // Shows it in another tab, beside those that show it already.
   ReportTab* OpenAgain(std::int32_t report);
-  // Opens the report in a window of its own, on the same database.
+  // Opens the report in a window of its own, on the same database; it runs when events are handled
+  // again.
   DeskWindow* OpenBeside(std::int32_t report);
   ReportTab* CurrentTab() const;
 
@@ -64,7 +66,10 @@ class DeskWindow : public QMainWindow {
   QString TitleOfReport(std::int32_t report) const;
   ReportTab* TabAt(int index) const;
   ReportTab* AddTab(std::int32_t report);
+  void ConnectTab(ReportTab& tab);
+  void ShowTab();
   void StartShownTab();
+  void Later(const std::function<void()>& work);
   void CloseTab(int index);
   void TellLine(const QString& text);
   void CloseAllTabs();
@@ -81,6 +86,7 @@ class DeskWindow : public QMainWindow {
   StartPage* start_;
   QTabWidget* tabs_;
   QLabel* day_;
+  std::unique_ptr<RunMarks> marks_;
 };
 
 }  // namespace vorek::desk

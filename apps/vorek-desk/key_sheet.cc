@@ -23,6 +23,7 @@ constexpr Key kKeys[] = {
     {"Ctrl+Shift+N", "همين گزارش در پنجره ديگر"},
     {"Ctrl+Tab", "زبانه بعدي"},
     {"Ctrl+W", "بستن گزارش"},
+    {"Ctrl+J", "گزارشي كه آماده شد"},
     {"Alt+M", "منوي برنامه"},
     {"F1", "همين برگه"},
     {"Ctrl+Q", "خروج"},
@@ -35,6 +36,7 @@ constexpr Key kKeys[] = {
     {"Alt+S", "جمع ستون جاري"},
     {"Alt+C", "ستونها: پنهان، جابجا، ثابت"},
     {"Alt+N", "نمودار"},
+    {"Alt+E", "خروجي: اكسل، متن، اكسس"},
     {"Ctrl+P", "چاپ"},
     {"Enter، Ctrl+Enter", "گزارش يا فرم پشت رديف، پيوند دوم"},
     {"Escape", "بازگشت، لغو اجرا"},
@@ -87,6 +89,7 @@ KeySheet::KeySheet(QWidget* parent) : QDialog(parent) {
   table->horizontalHeader()->hide();
   table->verticalHeader()->hide();
   table->setShowGrid(false);
+  table->setTabKeyNavigation(false);  // Tab leaves it
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   for (const Key& key : kKeys) AddRow(*table, key);
   table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);

@@ -50,12 +50,16 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
       user_(session.Who().user),
       settings_(settings),
       tell_(tell),
+      head_(new HeadBar(this)),
       widget_(std::make_unique<VorekReportWidget>(Options(forms, std::move(tell)))) {
   auto* const layout = new QVBoxLayout(this);
   setObjectName("reportTab");
   setAttribute(Qt::WA_StyledBackground);
-  layout->setContentsMargins(0, 4, 0, 0);
-  layout->addWidget(widget_.get());
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(head_);
+  head_->on_change = [this] { Do(ReportAction::kParameters); };
+  layout->addWidget(widget_.get(), 1);
   setFocusProxy(widget_.get());
   const Login& who = session.Who();
   widget_->SetUserID(who.user);
@@ -64,6 +68,7 @@ ReportTab::ReportTab(const Session& session, std::int32_t report, QSettings& set
   widget_->SetPeriodID(who.period);
   widget_->SetOleConnectionString(QString::fromStdString(ConnectionOf(who)));
   cards_.SetProcess(&Control().world);
+  Control().LeaveHeadToHost();
   widget_->RestoreColumns(settings_.value(ColumnsKey()).toByteArray());
   widget_->SetZoom(settings_.value("view/zoom", 1.0).toDouble());
   SetRowPadding(settings_.value("view/padding", kUsualPadding).toInt());
@@ -81,6 +86,12 @@ WorldOptions ReportTab::Options(const std::string& forms,
 }
 
 void ReportTab::ConnectEvents() {
+  connect(widget_.get(), &VorekReportWidget::RunGoesOn, this,
+          [this](const QString& words, const QString& time) {
+            if (!closing_ && on_run) on_run(words, time);
+          });
+  connect(widget_.get(), &VorekReportWidget::RunEnded, this,
+          [this](qint64 milliseconds) { EndRun(milliseconds); });
   connect(widget_.get(), &VorekReportWidget::InvokeView, this,
           [this](int form_type, const QString& condition, const QString&) {
             cards_.Show(form_type, condition.toStdString());
@@ -90,14 +101,32 @@ void ReportTab::ConnectEvents() {
   // A report of the catalogue isn't put away by a key that people press twice.
   connect(widget_.get(), &VorekReportWidget::CloseParent, this, [] {});
   connect(widget_.get(), &VorekReportWidget::ResultChanged, this, [this] {
+    if (closing_) return;
+    ShowHead();
     if (on_result) on_result();
   });
   connect(widget_.get(), &VorekReportWidget::ComeToFront, this, [this] {
-    if (on_come_to_front) on_come_to_front();
+    if (!closing_ && on_come_to_front) on_come_to_front();
   });
 }
 
 ReportTab::~ReportTab() = default;
+
+void ReportTab::Close() {
+  hide();
+  closing_ = true;
+  if (!Running()) return deleteLater();
+  widget_->Abandon();
+}
+
+void ReportTab::ShowHead() {
+  head_->Show(HeadOf(Control().Context()), HasPanel(Control()) || HasDialog(Control()));
+}
+
+void ReportTab::EndRun(qint64 milliseconds) {
+  if (closing_) return deleteLater();
+  if (on_run_ended) on_run_ended(milliseconds);
+}
 
 ReportControl& ReportTab::Control() { return widget_->Report().Impl(); }
 
@@ -108,6 +137,8 @@ void ReportTab::Start() {
 bool ReportTab::View() {
   started_ = true;
   shown_ = widget_->View(report_);
+  if (closing_) return shown_;
+  ShowHead();
   TakeWidths();
   const std::string reason = StopReasonOf(Control().state);
   if ((!shown_ || Control().state.Missing) && !reason.empty()) {
@@ -123,7 +154,7 @@ bool ReportTab::Returns() {
   return !started_ || shown_ || Control().flxMain.Rows() > kEmptied;
 }
 
-QString ReportTab::WidthsKey() const { return QString("widths/%1").arg(report_); }
+QString ReportTab::WidthsKey() const { return QString("widths/%1/%2").arg(user_).arg(report_); }
 
 void ReportTab::TakeWidths() {
   if (std::exchange(has_widths_, true)) return;
@@ -147,12 +178,15 @@ void ReportTab::RememberWidths() {
   RememberColumns();
   const DrawnWidths& main = Control().MainWidths();
   const DrawnWidths& transposed = Control().TransposeWidths();
-  if (main.empty() && transposed.empty()) return;
+  // A host's hand may have put another report into the tab.
+  if (!has_widths_ || Control().state.ReportID != report_) return;
+  if (main.empty() && transposed.empty()) return settings_.remove(WidthsKey());
   settings_.setValue(
       WidthsKey(), QVariantMap{{"main", ToSettings(main)}, {"transposed", ToSettings(transposed)}});
 }
 
 bool ReportTab::Offers(ReportAction action) {
+  if (Running()) return action == ReportAction::kRun;
   ReportControl& control = Control();
   switch (action) {
     case ReportAction::kRun:
@@ -167,6 +201,10 @@ bool ReportTab::Offers(ReportAction action) {
 bool ReportTab::WantsChart() { return HasRows(Control()) && Control().state.ShowDiagram; }
 
 void ReportTab::Do(ReportAction action) {
+  if (Running()) {
+    if (action == ReportAction::kRun) widget_->CancelRun();
+    return;
+  }
   HeaderMenu& menu = Control().FlexPopupMenu;
   switch (action) {
     case ReportAction::kRun:

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "head_bar.h"
 #include "record_cards.h"
 #include "report_action.h"
 #include "session.h"
@@ -45,6 +46,10 @@ class ReportTab : public QWidget {
   void SetRowPadding(int pixels) { widget_->SetRowPadding(pixels); }
   static constexpr int kUsualPadding = 6;
 
+  // The tab must be kept meanwhile: Close puts it away and deletes it when the run has ended.
+  bool Running() const { return widget_->Running(); }
+  void Close();
+
   // Whether the report on show has something to do it with, and doing it.
   bool Offers(ReportAction action);
   void Do(ReportAction action);
@@ -53,6 +58,10 @@ class ReportTab : public QWidget {
 
   // The way of a related report leads back here.
   std::function<void()> on_come_to_front;
+  // It runs for longer: told several times a second, see VorekReportWidget::RunGoesOn; and it has
+  // ended, after so many milliseconds.
+  std::function<void(const QString& words, const QString& time)> on_run;
+  std::function<void(qint64 milliseconds)> on_run_ended;
   // What can be done with the report may be something else now.
   std::function<void()> on_result;
 
@@ -60,6 +69,8 @@ class ReportTab : public QWidget {
   WorldOptions Options(const std::string& forms, std::function<void(const QString&)> tell);
   void ConnectEvents();
   ReportControl& Control();
+  void ShowHead();
+  void EndRun(qint64 milliseconds);
   void Run();
   void TurnParameters();
   void OnCurrentColumn(void (*work)(ReportControl&));
@@ -73,9 +84,11 @@ class ReportTab : public QWidget {
   QSettings& settings_;
   std::function<void(const QString&)> tell_;
   bool started_ = false;
+  bool closing_ = false;
   bool shown_ = false;       // the run went well
   bool has_widths_ = false;  // of the settings; later ones are the control's
   RecordCards cards_;
+  HeadBar* head_;
   std::unique_ptr<VorekReportWidget> widget_;
 };
 

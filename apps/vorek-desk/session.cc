@@ -67,7 +67,7 @@ QString KeptName(const Login& login) {
 }
 
 Session::Session(Login login)
-    : login_(std::move(login)), world_(std::make_unique<World>(Services())) {
+    : login_(std::move(login)), world_(std::make_unique<World>(Services(Locks::kProgram))) {
   Process& process = world_->State().process;
   process.data.Rebind(ConnectionOf(login_));
   catalogue_ = ReadCatalog(process.dten().rssqlGeneral1);
@@ -93,7 +93,7 @@ QString Session::InWords() const {
   return parts.join(" · ");
 }
 
-WorldOptions Session::Services() {
+WorldOptions Session::Services(Locks locks) {
   WorldOptions options;
   options.providers = {SqliteProvider()};
 #ifdef VOREK_WITH_ODBC
@@ -104,7 +104,7 @@ WorldOptions Session::Services() {
 #endif
   options.attachments = std::make_shared<DeskAttachments>(options.providers);
   options.documents = std::make_shared<DeskDocuments>(MachineDocuments());
-  AddQtServices(options);
+  AddQtServices(options, locks);
   AddSystemServices(options);
 #ifdef VOREK_WITH_ACCESS
   options.access_file = JetAccessFiles(options.files);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "catalog/report_row.h"
+#include "vorek/qt.h"
 #include "vorek/world.h"
 
 namespace vorek::desk {
@@ -41,8 +42,8 @@ class Session {
   const std::string& UserName() const { return user_name_; }
   // The database, the user and the period, as a title tells them; no password.
   QString InWords() const;
-  // What the world of a report is made with.
-  static WorldOptions Services();
+  // What the world of a report is made with: its tab alone is locked while it runs.
+  static WorldOptions Services(Locks locks = Locks::kOwnWidgets);
 
  private:
   Login login_;

@@ -12,12 +12,22 @@
 
 namespace vorek {
 
+namespace qt {
+class BusyScreen;
+}
+
+// What takes no input while a statement or a long pass of a world is under way: all windows of the
+// program, or the world's own widgets and forms alone. Then others work on within the wait: what
+// they wait for has to end first, before the earlier one goes on; and the host must keep a widget
+// that is Running() until RunEnded, as its callers are still to be returned to.
+enum class Locks { kProgram, kOwnWidgets };
+
 // Gives the options a screen and file dialogs by Qt, and has their providers, which must stand in
 // them already, run statements on threads of their own: windows stay alive meanwhile, and Escape or
 // a button cancels. Qt's own texts become Persian, in the menus of fields, the file dialog and the
 // like; a translator that the host installs later comes first. REQUIRES a QApplication; the world
 // is to be used from its thread.
-void AddQtServices(WorldOptions& options);
+void AddQtServices(WorldOptions& options, Locks locks = Locks::kProgram);
 
 // Where prints go: a preview window, from which they are printed or kept as PDF; a PDF file.
 std::shared_ptr<print::PrintOutput> PrintPreviews();
@@ -50,6 +60,13 @@ class VorekReportWidget : public QWidget {
 
   // See VorekReport1::View. An error on the way goes to Failed and gives false.
   bool View(int ID, const QString& inParameterString = {}, const QString& inCallerStringValue = {});
+
+  // Something that was asked of the widget's world takes long enough to let windows live, and
+  // hasn't ended. Until then View fails and Do does nothing. CancelRun ends it as Escape does,
+  // Abandon cancels that and all that would follow, in silence, since the widget is to be closed.
+  bool Running() const;
+  void CancelRun();
+  void Abandon();
 
   // Does what a button or menu of the host stands for. An error that it throws goes to Failed.
   void Do(const std::function<void()>& work);
@@ -115,11 +132,16 @@ class VorekReportWidget : public QWidget {
   void DeleteClick();
   // The rows on show, their number or the report are others now; once for all changes of an event.
   void ResultChanged();
+  // Something is under way for longer: told several times a second, in words and as the time that
+  // has gone by ("0:07"); and has ended, after so many milliseconds.
+  void RunGoesOn(const QString& words, const QString& time);
+  void RunEnded(qint64 milliseconds);
   // An error that nothing in the control caught. Unless a slot is connected, it is shown.
   void Failed(const QString& description);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   bool event(QEvent* event) override;
 
@@ -127,6 +149,7 @@ class VorekReportWidget : public QWidget {
   struct Parts;
 
   void Begin();
+  void Show(const std::shared_ptr<qt::BusyScreen>& screen);
   void ConnectEvents();
   void TakeSize();
   void Tell(const QString& failure);

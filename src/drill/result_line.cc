@@ -1,7 +1,9 @@
 #include "drill/result_line.h"
 
+#include "catalog/filter.h"
 #include "grid/summary_label.h"
 #include "text/cell_text.h"
+#include "text/utf8.h"
 #include "totals/group_reports.h"
 #include "totals/group_totals.h"
 
@@ -33,12 +35,39 @@ std::int32_t ShownRows(const ReportContext& report) {
   return RowsOnShow(main ? report.flxMain : report.flxTranspose) - (main ? Subtotals(report) : 0);
 }
 
+bool CanBeRead(const std::string& filter, const ResultSet& result) {
+  try {
+    const RecordFilter read(filter, result);
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+// Those without which the filter can't be read.
+std::vector<std::int32_t> FilteredColumns(const std::string& filter,
+                                          const std::vector<FieldInfo>& fields) {
+  std::vector<std::int32_t> columns;
+  if (text::TrimView(filter).empty()) return columns;
+  for (std::size_t left_out = 0; left_out < fields.size(); ++left_out) {
+    ResultSet others;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      const FieldInfo& field = fields[i];
+      if (i != left_out)
+        others.columns.emplace_back(field.name, field.type, field.storage, field.scale);
+    }
+    if (!CanBeRead(filter, others)) columns.push_back(static_cast<std::int32_t>(left_out) + 1);
+  }
+  return columns;
+}
+
 }  // namespace
 
 ResultLine TellResult(ReportContext& report) {
   ResultLine line;
   if (report.state.ReportID == -1) return line;
   line.filter = FilterInForce(report);
+  line.filtered = FilteredColumns(line.filter, report.state.QueryFields);
   if (report.state.FoundRows >= 0) {
     line.counts = CountsText(ShownRows(report), report.state.FoundRows);
   }

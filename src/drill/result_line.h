@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "grid/report_context.h"
 
@@ -12,7 +13,8 @@ namespace vorek {
 struct ResultLine {
   // How many rows are shown, and of how many if not of all; empty for no result.
   std::string counts;
-  std::string filter;  // in force; empty for none
+  std::string filter;                  // in force; empty for none
+  std::vector<std::int32_t> filtered;  // the columns of flxMain that it asks for
 };
 
 ResultLine TellResult(ReportContext& report);

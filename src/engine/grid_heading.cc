@@ -3,6 +3,7 @@
 #include <string>
 
 #include "drill/result_line.h"
+#include "engine/report_head.h"
 #include "platform/clock.h"
 #include "text/persian_date.h"
 #include "text/utf8.h"
@@ -18,7 +19,8 @@ std::string Moment(const DateTime& now) {
 }
 
 std::string Conditions(ReportContext& report) {
-  std::string conditions = report.state.AnswersPut ? report.state.ConfirmedValues : "";
+  const ReportHead head = HeadOf(report);
+  std::string conditions = head.asked ? InWords(head.values) : "";
   const std::string filter = text::Trim(FilterInForce(report));
   if (filter.empty()) return conditions;
   if (!conditions.empty()) conditions += "، ";

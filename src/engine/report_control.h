@@ -59,6 +59,9 @@ class ReportControl : public Frame {
   // Those of an earlier time.
   void SetDrawnWidths(DrawnWidths main, DrawnWidths transposed);
 
+  // A host tells the title and the parameters in force above the control (HeadOf): they take no
+  // room in it. Call it before the first View.
+  void LeaveHeadToHost();
   // Places the children by the control's size.
   void LayOut();
   // The same and leaves the focus where it is.

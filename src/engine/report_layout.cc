@@ -17,6 +17,11 @@ bool PanelIsOffered(ReportControl& control) {
          "TRUE";
 }
 
+// False for one that is folded to nothing.
+bool TakesRoom(const ReportControl& control, bool panel_shown) {
+  return panel_shown && control.VorekParameters1.ContentHeight() > 0;
+}
+
 bool PlacePanel(ReportControl& control) {
   VorekParameters& panel = control.VorekParameters1;
   panel.SetRoom(std::max(control.Height() - kLeastGrid, control.Height() / 2));
@@ -33,9 +38,10 @@ bool PlacePanel(ReportControl& control) {
 
 void PlaceFrame(ReportControl& control, bool panel_shown) {
   const Label& caption = control.lblCaption;
+  const std::int32_t below_caption =
+      control.VorekParameters1.HeadElsewhere ? 0 : caption.Top() + caption.Height() + 50;
   const VorekParameters& panel = control.VorekParameters1;
-  const std::int32_t top =
-      panel_shown ? panel.Top() + panel.Height() : caption.Top() + caption.Height() + 50;
+  const std::int32_t top = panel_shown ? panel.Top() + panel.Height() : below_caption;
   control.frameMain.Move(panel_shown ? 50 : 0, top, control.Width() - (panel_shown ? 100 : 0),
                          control.Height() - top - (panel_shown ? 200 : 0));
 }
@@ -63,6 +69,11 @@ void PlaceButtons(ReportControl& control) {
 
 }  // namespace
 
+void ReportControl::LeaveHeadToHost() {
+  VorekParameters1.HeadElsewhere = true;
+  Arrange();
+}
+
 void ReportControl::LayOut() {
   Arrange();
   FocusGrid();
@@ -72,8 +83,8 @@ void ReportControl::Arrange() {
   lblCaption.SetLeft(text::ToInt32((Width() - lblCaption.Width()) / 2.0));
   lblCaption.SetTop(0);
   const bool panel_shown = PlacePanel(*this);
-  lblCaption.SetVisible(!panel_shown);
-  PlaceFrame(*this, panel_shown);
+  lblCaption.SetVisible(!panel_shown && !VorekParameters1.HeadElsewhere);
+  PlaceFrame(*this, TakesRoom(*this, panel_shown));
   PlaceGrids(*this);
   PlaceButtons(*this);
   Progress.SetTop(0);

@@ -33,6 +33,7 @@ std::string LeadingLetters(const std::string& text) {
 }  // namespace
 
 bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
+  const Messages::Run telling(control_.world.messages);
   if (!parameter_string.empty()) state_.ShowFlatternParameters = false;
   state_.RememberedRow = report_.ActiveGrid().Row();
   state_.ParameterString = parameter_string;

@@ -31,6 +31,8 @@ class GridFinder {
 
   // Looks through some rows more; true when all are.
   bool Step(std::int32_t rows);
+  // The first row that hasn't been looked through.
+  std::int32_t NextRow() const { return next_; }
   const std::vector<Hit>& Hits() const { return hits_; }
   bool Marks(std::string_view cell) const { return search_.FoundIn(cell); }
 

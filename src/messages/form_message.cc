@@ -7,6 +7,10 @@ FormMessage::FormMessage(Windows& windows) : Form(windows, "FormMessage") {
   Move(0, 0, 6000, 2400);
   lblMessage.SetRightToLeft(true);
   lblMessage.Move(300, 300, 5400, 1200);
+  chkSilent.SetRightToLeft(true);
+  chkSilent.SetCaption("اين پيام در اين اجرا ديگر نيايد");
+  chkSilent.Move(1900, 1650, 3800, 420);
+  chkSilent.SetVisible(false);
   cmdContinue.SetCaption("ادامه");
   cmdContinue.Move(300, 1650, 1400, 420);
   cmdContinue.on_click = [this] { Unload(); };
@@ -15,6 +19,11 @@ FormMessage::FormMessage(Windows& windows) : Form(windows, "FormMessage") {
     constexpr int kEscape = 27;
     if (key_code == kEscape) Unload();
   };
+}
+
+void FormMessage::OfferSilence(bool offer) {
+  chkSilent.SetValue(0);
+  chkSilent.SetVisible(offer);
 }
 
 }  // namespace vorek

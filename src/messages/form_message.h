@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "widgets/basic_controls.h"
 #include "widgets/form.h"
 
 namespace vorek {
@@ -13,7 +14,11 @@ class FormMessage : public Form {
   explicit FormMessage(Windows& windows);
   std::string MainText() const override { return lblMessage.Caption(); }
 
+  // Offers to leave the message out from now on; not offered when the form is made.
+  void OfferSilence(bool offer);
+
   Label lblMessage{this, "lblMessage"};
+  CheckBox chkSilent{this, "chkSilent"};
   Button cmdContinue{this, "cmdContinue"};
 };
 

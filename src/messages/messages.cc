@@ -13,10 +13,17 @@ std::string AbsoluteText(std::int32_t number) {
 }  // namespace
 
 void Messages::ShowMessage(const std::string& title, const std::string& message) {
+  const std::pair text(title, message);
+  const auto told = told_.find(text);
+  const bool again = told != told_.end();
+  if (again && told->second == Told::kSilenced) return;
   if (form_message_ == nullptr) form_message_ = std::make_unique<FormMessage>(process_.windows());
+  form_message_->OfferSilence(again);
   form_message_->SetCaption(title);
   form_message_->lblMessage.SetCaption(message);
   form_message_->ShowModal();
+  if (runs_ == 0) return;
+  told_[text] = form_message_->chkSilent.Value() != 0 ? Told::kSilenced : Told::kOnce;
 }
 
 std::string Messages::ReasonOf(const std::string& description) const {

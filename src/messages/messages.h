@@ -2,8 +2,10 @@
 #define VOREK_MESSAGES_MESSAGES_H_
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "messages/form_confirm.h"
 #include "messages/form_error.h"
@@ -18,6 +20,21 @@ class Messages : public Notices {
  public:
   explicit Messages(Process& process) : process_(process) {}
 
+  // The run of a report while it lives. A message that comes again in it may be silenced by its
+  // user, until the outermost run ends.
+  class Run {
+   public:
+    explicit Run(Messages& messages) : messages_(messages) { ++messages_.runs_; }
+    ~Run() {
+      if (--messages_.runs_ == 0) messages_.told_.clear();
+    }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+   private:
+    Messages& messages_;
+  };
+
   void ShowMessage(const std::string& title, const std::string& message) override;
   std::string ReasonOf(const std::string& description) const override;
   // 1 for yes, else 2.
@@ -31,7 +48,11 @@ class Messages : public Notices {
                     std::int32_t handled);
 
  private:
+  enum class Told { kOnce, kSilenced };
+
   Process& process_;
+  int runs_ = 0;
+  std::map<std::pair<std::string, std::string>, Told> told_;  // by title and text, in this run
   std::unique_ptr<FormMessage> form_message_;
   std::unique_ptr<FormConfirm> form_confirm_;
   std::unique_ptr<FormError> form_error_;

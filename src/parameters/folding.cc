@@ -34,16 +34,15 @@ std::string ValueInWords(const ParameterRow& row, Control& widget) {
 
 }  // namespace
 
-std::string VorekParameters::ValuesInWords() const {
-  std::string words;
+std::vector<ConfirmedValue> VorekParameters::ReadValues() const {
+  std::vector<ConfirmedValue> values;
   for (const Field& field : fields_) {
     if (!field.row.visible || field.widget->Name() == "lbl" || IsEmptyWidget(*field.widget)) {
       continue;
     }
-    if (!words.empty()) words += "، ";
-    words += WithoutColon(field.row.description) + ": " + ValueInWords(field.row, *field.widget);
+    values.push_back({WithoutColon(field.row.description), ValueInWords(field.row, *field.widget)});
   }
-  return words.empty() ? "بدون شرط" : words;
+  return values;
 }
 
 void VorekParameters::SetFolded(bool folded) {
@@ -51,10 +50,10 @@ void VorekParameters::SetFolded(bool folded) {
   folded_ = folded;
   ShowFold();
   if (on_content_change) on_content_change();
-  if (folded_) {
-    cmdFold.SetFocus();
-  } else {
+  if (!folded_) {
     FocusFirst();
+  } else if (!HeadElsewhere) {
+    cmdFold.SetFocus();
   }
 }
 
@@ -66,7 +65,8 @@ void VorekParameters::SetRoom(std::int32_t height) {
 
 // The line is the button and the values; all else hides.
 void VorekParameters::ShowFold() {
-  cmdFold.SetVisible(CanFold);
+  const bool gone = folded_ && HeadElsewhere;
+  cmdFold.SetVisible(CanFold && !gone);
   cmdFold.SetCaption(folded_ ? "▼" : "▲");
   cmdFold.SetToolTipText(folded_ ? "باز كردن پارامترها" : "جمع كردن پارامترها");
   for (Control* control : {static_cast<Control*>(&frame), static_cast<Control*>(&cmdOk),
@@ -74,10 +74,10 @@ void VorekParameters::ShowFold() {
     control->SetVisible(!folded_);
   }
   ShowSettingButtons();
-  lblValues.SetVisible(folded_);
+  lblValues.SetVisible(folded_ && !gone);
   const std::string title = lblCaption.Caption();
   lblValues.SetCaption((title.empty() ? "" : title + " - ") +
-                       (values_.empty() ? "جستجو نشده" : values_));
+                       (values_ ? InWords(*values_) : "جستجو نشده"));
   LayoutButtons();
 }
 
@@ -93,13 +93,15 @@ void VorekParameters::PlaceCaption() {
   }
   right -= kGap;
   const std::int32_t width = std::min(caption_width_, right - left);
-  lblCaption.SetVisible(!folded_ && width >= std::min(caption_width_, kLeastCaption));
+  lblCaption.SetVisible(!HeadElsewhere && !folded_ &&
+                        width >= std::min(caption_width_, kLeastCaption));
   lblCaption.SetWidth(std::max(width, 0));
   const std::int32_t middle = (Width() - lblCaption.Width()) / 2;
   lblCaption.SetLeft(std::clamp(middle, left, std::max(left, right - lblCaption.Width())));
 }
 
 std::int32_t VorekParameters::ContentHeight() const {
+  if (folded_ && HeadElsewhere) return 0;
   return folded_ ? cmdFold.Top() + cmdFold.Height() + kGap : frame.Top() + frame.Height() + kGap;
 }
 

@@ -18,7 +18,7 @@ void VorekParameters::Confirm() {
   bool complete = false;
   IgnoreErrors([&] { complete = WriteValues(query); });
   if (!complete || saving_) return;
-  values_ = ValuesInWords();
+  values_ = ReadValues();
   if (folded_) ShowFold();
   userChoice = result = true;
   if (on_search) on_search(query);

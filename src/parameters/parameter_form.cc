@@ -32,7 +32,7 @@ bool VorekParameters::View(std::int32_t inReportID, std::string& roughSQL, std::
   lblNote.Unload(0);
   measures_.notes_height = 0;
   folded_ = false;
-  values_.clear();
+  values_.reset();
   widgets.Unload();
   ShowFold();
   if (text::TrimView(query_).empty()) return false;

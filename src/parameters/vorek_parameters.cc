@@ -144,7 +144,7 @@ void VorekParameters::Reset() {
     ResetWidget(widget);
     if (auto* const typed = dynamic_cast<TypedControl*>(&widget)) typed->DropRefusal();
   });
-  values_.clear();
+  values_.reset();
   if (on_clear) on_clear();
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "parameters/parameter_dependencies.h"
 #include "parameters/parameter_kind.h"
 #include "parameters/parameter_widgets.h"
+#include "state/confirmed_value.h"
 #include "state/notices.h"
 #include "state/process.h"
 #include "widgets/form.h"
@@ -39,8 +41,10 @@ class VorekParameters : public Frame {
   bool CallByReport = false;
   std::int32_t PeriodID = -1;
 
-  // The values of the last confirmation as a person reads them, "" before there was one.
-  const std::string& ConfirmedValues() const { return values_; }
+  // The values of the last confirmation; none before there was one.
+  std::vector<ConfirmedValue> ConfirmedValues() const {
+    return values_.value_or(std::vector<ConfirmedValue>());
+  }
 
   // Builds the form for new_width twips. True if the query has parameters and the form stands; a
   // marker without a parameter is told to the user. Throws what the database throws.
@@ -68,7 +72,10 @@ class VorekParameters : public Frame {
 
   bool CanFold = false;  // cmdFold is offered from the next View on
   bool Folded() const { return folded_; }
-  // Folded, the form is a line that tells the values of the last confirmation.
+  // The owner shows the title and the values in force itself. Call it before View.
+  bool HeadElsewhere = false;
+  // Folded, the form is a line that tells the values of the last confirmation, and nothing where
+  // the owner tells them.
   void SetFolded(bool folded);
   // The height of the whole form, of which Height shows as much as there is room for.
   std::int32_t ContentHeight() const;
@@ -143,7 +150,7 @@ class VorekParameters : public Frame {
   void PlaceCaption();
   void ShowFold();
   void TakeHeight();
-  std::string ValuesInWords() const;
+  std::vector<ConfirmedValue> ReadValues() const;
   Label& AddNote(const Field& field, const std::string& text);
 
   // Saved settings.
@@ -173,7 +180,7 @@ class VorekParameters : public Frame {
   std::int32_t caption_width_ = 0;  // that the title needs
   std::int32_t room_ = 0;
   bool folded_ = false;
-  std::string values_;  // of the last confirmation, in words; "" before
+  std::optional<std::vector<ConfirmedValue>> values_;  // of the last confirmation
   bool saving_ = false;
   ParameterDependencies dependencies_{widgets, process_};
 };

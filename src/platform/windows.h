@@ -48,7 +48,8 @@ class Windows {
 
   // A long pass over rows begins and ends (PassWatch). Between them PassGoesOn, asked every few
   // milliseconds, lets the screen paint and take the wish to cancel, and nothing else; false if its
-  // user has that wish. It may run other code of the system only by painting.
+  // user has that wish. Of the same world
+  // it may run other code only by painting.
   virtual void BeginPass() {}
   virtual bool PassGoesOn() { return true; }
   virtual void EndPass() {}

@@ -7,6 +7,7 @@
 
 #include "platform/result_set.h"
 #include "state/calculation_trace.h"
+#include "state/confirmed_value.h"
 #include "state/form_metadata.h"
 
 namespace vorek {
@@ -79,7 +80,7 @@ struct ReportState {
   std::string CallerStringValue;
   std::string ListOfParameters;
   std::string ListOfVisualParameters;
-  std::string ConfirmedValues;  // of the form that AnswersPut tells of, in words
+  std::vector<ConfirmedValue> ConfirmedValues;  // of the form that AnswersPut tells of
   std::string QuerySource;
   std::int32_t QueryRecordCount = -1;
   CalculationTrace* Trace = nullptr;  // of a cell that somebody asks about; null for nobody

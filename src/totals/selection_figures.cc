@@ -98,6 +98,12 @@ bool IsNumberType(int type) {
          (type >= kTinyInt && type <= kUnsignedBigInt) || type == kNumeric || type == kVarNumeric;
 }
 
+bool IsExact(const Grid& grid, std::int32_t column) {
+  const TextSource* const source =
+      column >= 0 && column < grid.Cols() ? grid.ColumnSource(column) : nullptr;
+  return source != nullptr && source->GivesNumbers() && source->GivesFixed();
+}
+
 std::string TimeText(const std::string& plain) {
   return MinutesToTime(std::stoll(plain.substr(0, plain.find('.'))));
 }
@@ -143,7 +149,8 @@ SelectionScan::SelectionScan(const ReportContext& report, std::vector<std::int32
     : grid_(report.ActiveGrid()) {
   const bool crossed = report.state.isTransposedResult;
   for (const std::int32_t column : columns) {
-    columns_.push_back({column, crossed ? Kind::kNumber : FigureKindOf(report.state, column)});
+    const Kind kind = crossed ? Kind::kNumber : FigureKindOf(report.state, column);
+    columns_.push_back({column, kind, kind == Kind::kNumber && IsExact(grid_, column)});
   }
   has_subtotals_ = !report.state.isTransposedResult &&
                    FindGroupReport(report.state.ReportID) != nullptr && grid_.Cols() > 1;
@@ -184,7 +191,19 @@ void SelectionScan::ReadRow(std::int32_t row) {
   }
 }
 
+// Without the way over its text. False for one that may be empty, or has too many digits.
+bool SelectionScan::ReadFixed(std::int32_t row, const Column& column, Tally& tally) const {
+  try {
+    const FixedPoint value = grid_.CellFixed(row, column.number);
+    if (value != 0) Count(value, Kind::kNumber, tally);
+    return value != 0;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
 void SelectionScan::ReadCell(std::int32_t row, const Column& column, Tally& tally) {
+  if (column.fixed && ReadFixed(row, column, tally)) return;
   const bool number = grid_.IsNumber(row, column.number);
   const std::string_view text = number && column.kind == Kind::kNumber
                                     ? grid_.CellPlain(row, column.number, scratch_)

@@ -49,6 +49,7 @@ class SelectionScan {
   struct Column {
     std::int32_t number = 0;
     Kind kind = Kind::kNone;
+    bool fixed = false;  // its cells are exact numbers of the result, or empty
   };
   struct Tally {
     std::int64_t rows = 0;
@@ -62,6 +63,7 @@ class SelectionScan {
   };
   void ReadRow(std::int32_t row);
   void ReadCell(std::int32_t row, const Column& column, Tally& tally);
+  bool ReadFixed(std::int32_t row, const Column& column, Tally& tally) const;
   static void Count(FixedPoint value, Kind kind, Tally& tally);
 
   const Grid& grid_;

@@ -41,6 +41,39 @@ TEST_F(MessagesTest, AsksYesOrNo) {
   EXPECT_EQ(windows->shown.front(), "FormConfirm|پرسش|؟");
 }
 
+// What a formula warns of in every row.
+TEST_F(MessagesTest, IsSilencedForARunFromItsSecondTimeOn) {
+  const auto show = [&](const char* text, bool offered, bool silence) {
+    windows->Queue([=](Form& form) {
+      auto& box = dynamic_cast<FormMessage&>(form).chkSilent;
+      EXPECT_EQ(box.Visible(), offered) << text;
+      EXPECT_EQ(box.Value(), 0) << text;
+      if (silence) box.Click();
+    });
+    messages.ShowMessage("هشدار", text);
+  };
+  show("a", false, false);
+  show("a", false, false);  // outside of a run
+  {
+    const Messages::Run run(messages);
+    show("a", false, false);
+    show("b", false, false);
+    show("a", true, false);
+    {
+      const Messages::Run within(messages);
+      show("a", true, true);
+    }
+    const std::size_t shown = windows->shown.size();
+    messages.ShowMessage("هشدار", "a");
+    EXPECT_EQ(windows->shown.size(), shown) << "silenced";
+    show("b", true, false);
+    messages.ShowMessage("خطا", "a");
+    EXPECT_EQ(windows->shown.size(), shown + 2) << "another title is another message";
+  }
+  const Messages::Run next(messages);
+  show("a", false, false);
+}
+
 TEST(PersianReasonTest, SaysInPersianWhatTheSystemItselfFound) {
   const struct {
     const char* description;

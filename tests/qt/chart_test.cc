@@ -109,6 +109,13 @@ TEST_F(ChartTest, FollowsTheRowsAndSaysWhatItCannotShow) {
   ChartView& view = Open(101);
   EXPECT_EQ(view.Canvas().Refusal(), "");
   const QString before = view.Canvas().accessibleDescription();
+  // A selection of several rows is what it shows, without a key.
+  Control().flxMain.SelectByUser(1, 1, 3, Control().flxMain.Cols() - 1);
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return view.Canvas().accessibleDescription().startsWith("3 "); }, 2000));
+  Control().flxMain.SelectByUser(1, 1, 1, 1);
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return view.Canvas().accessibleDescription() == before; }, 2000));
   Control().flxMain.SetRows(6);
   QTest::qWait(30);
   EXPECT_NE(view.Canvas().accessibleDescription(), before);

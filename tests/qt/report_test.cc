@@ -34,7 +34,7 @@ TEST_F(DeskTest, FindsAReportByWordsAndShowsWhatTheGridHolds) {
   search->clear();
   TypeText(search, "۱۰۱");
   QTest::keyClick(search, Qt::Key_Return);
-  ASSERT_NE(desk->CurrentTab(), nullptr);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return desk->CurrentTab() != nullptr; }));
   EXPECT_EQ(desk->CurrentTab()->ReportNumber(), 101);
   EXPECT_EQ(Child<QLabel>("lblCaption")->text().toStdString(), Control().state.Title);
   const Grid& grid = Control().flxMain;
@@ -314,6 +314,27 @@ TEST_F(PassCancelTest, LeavesTheRowsWhenASortIsCancelled) {
   EXPECT_EQ(Main().SortedBy(), SortMark{});
   Main().MouseDown(1, 0, 0, 0);
   EXPECT_EQ(Main().TextMatrix(1, 5), "شرح 100001");
+}
+
+// What reads rows in slices doesn't read them while a pass changes them.
+TEST_F(PassCancelTest, ReadsNoSelectionAndFindsNothingMeanwhile) {
+  ASSERT_TRUE(widget->View(224));
+  const auto* const figures = widget->findChild<QLabel*>("resultFigures");
+  const auto* const found = widget->findChild<QLabel*>("findCount");
+  Main().SelectByUser(1, 2, 200'000, 3);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return figures->text().contains("جمع"); }, 10'000));
+  widget->ShowFindBar();
+  widget->findChild<QLineEdit*>("findText")->setText("شرح");
+  const QString sum = figures->text();
+  const QString count = found->text();
+  When([this] { return PassPanel(); },
+       [&](QWidget*) {
+         QTest::qWait(150);
+         EXPECT_EQ(figures->text(), sum);
+         EXPECT_EQ(found->text(), count);
+         QTest::keyClick(&host, Qt::Key_Escape);
+       });
+  widget->Do([this] { widget->Report().Refresh(); });
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QtTest/QTest>
 
 #include "adapters/qt/grid_area.h"
+#include "adapters/qt/theme.h"
 #include "desk_fixture.h"
 #include "engine/report_filter.h"
 #include "grid/column_sort.h"
@@ -127,9 +128,21 @@ TEST_F(ShapesTest, TellsTheFilterAndTakesItAway) {
             area.mapTo(desk.get(), QPoint(0, area.height())).y());
   ASSERT_TRUE(button->isVisible());
   SavePicture(*desk, "filter");
+  // A mark in the header of the column that the filter asks for, and in no other.
+  const auto marked = [&](std::int32_t col) {
+    const QImage picture = area.viewport()->grab().toImage();
+    const QRect cell = area.CellRect(0, col);
+    for (int x = cell.left(); x < cell.right(); ++x) {
+      if (picture.pixelColor(x, cell.center().y()) == ThemeOf(area.palette()).accent) return true;
+    }
+    return false;
+  };
+  EXPECT_TRUE(marked(1));
+  EXPECT_FALSE(marked(2));
   QTest::mouseClick(button, Qt::LeftButton);
   EXPECT_EQ(Counts(), plain);
   EXPECT_FALSE(button->isVisible());
+  EXPECT_FALSE(marked(1));
   EXPECT_EQ(grid.Rows(), all + 1);
   // A filter that nothing passes leaves an empty row, which isn't one of the result.
   SetFilter("[" + field + "] = '-1'");

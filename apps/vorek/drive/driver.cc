@@ -14,6 +14,7 @@
 #include "drive/script_print.h"
 #include "engine/grid_heading.h"
 #include "engine/report_control.h"
+#include "engine/report_head.h"
 #include "print/grid_print.h"
 #include "print/page_text.h"
 #include "text/utf8.h"
@@ -101,6 +102,7 @@ const std::map<std::string, Driver::Command>& Driver::Commands() {
                                                           {"clock", &Driver::SetClock},
                                                           {"close", &Driver::CloseForm},
                                                           {"chart", &Driver::PrintChart},
+                                                          {"head", &Driver::PrintHead},
                                                           {"file", &Driver::QueueFile},
                                                           {"workbook", &Driver::QueueWorkbook},
                                                           {"clipboard", &Driver::PrintClipboard},
@@ -498,6 +500,12 @@ void Driver::PrintChart(const Words& words) {
   const ReportContext report = report_->Impl().Context();
   const ChartModel chart = ReadChart(report, ColumnView(report.ActiveGrid()), turned);
   for (const std::string& line : ChartLines(chart, Word(words, 1))) Print(line);
+}
+
+void Driver::PrintHead(const Words&) {
+  const ReportHead head = HeadOf(report_->Impl().Context());
+  Print(head.title);
+  if (head.asked) Print(InWords(head.values));
 }
 
 // --- Completion

@@ -83,6 +83,7 @@ class Driver {
   void CancelAt(const Words& words);
   void CloseForm(const Words& words);
   void PrintChart(const Words& words);
+  void PrintHead(const Words& words);
 
   std::ostream& out_;
   std::string last_line_;

@@ -97,6 +97,10 @@ class BackgroundConnection : public DatabaseConnection {
       return !cancelled_;
     };
     Run([&] { result = inner_->Execute(text, inner); }, options.progress);
+    // A cancel that comes while the answer stands behind a later wait.
+    if (result != nullptr && busy_->Cancelled()) {
+      throw Error(ErrorNumber::kCancelled, "The statement was cancelled.");
+    }
     return result;
   }
 
@@ -117,6 +121,9 @@ class BackgroundConnection : public DatabaseConnection {
   void Run(const std::function<void()>& job, const std::function<bool(std::size_t)>& progress) {
     if (busy_->Active()) {
       throw Error(ErrorNumber::kInvalidCall, "Another statement is still running.");
+    }
+    if (busy_->Abandoned()) {
+      throw Error(ErrorNumber::kCancelled, "The statement was cancelled.");
     }
     busy_->Begin();
     std::exception_ptr failure;

@@ -2,20 +2,16 @@
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QFrame>
-#include <QGridLayout>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QPushButton>
 #include <QTimer>
 #include <QWindow>
-
-#include "text/cell_text.h"
+#include <algorithm>
 
 namespace vorek::qt {
 namespace {
 
 constexpr int kAskEvery = 15;    // milliseconds
+constexpr int kTellEvery = 100;  // milliseconds
 constexpr int kShowAfter = 400;  // milliseconds
 constexpr int kSlice = 50;       // milliseconds of a pass between two looks at the events
 
@@ -48,20 +44,6 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-// "0:07", "12:34", "1:02:03".
-QString Elapsed(qint64 milliseconds) {
-  const qint64 seconds = milliseconds / 1000;
-  const auto two = [](qint64 value) { return QString("%1").arg(value, 2, 10, QChar('0')); };
-  const qint64 hours = seconds / 3600;
-  const QString minutes = QString::number(seconds / 60 % 60);
-  return hours == 0 ? minutes + ":" + two(seconds % 60)
-                    : QString("%1:%2:%3").arg(hours).arg(two(seconds / 60 % 60), two(seconds % 60));
-}
-
-QString RowsRead(std::size_t rows) {
-  return QString::fromStdString(GroupDigits(static_cast<FixedPoint>(rows))) + " سطر خوانده شد";
-}
-
 // The window that gets an event by itself, or before that through the screen's own object for it.
 QWidget* WindowOf(QObject* object) {
   for (QWidget* const window : QApplication::topLevelWidgets()) {
@@ -70,6 +52,18 @@ QWidget* WindowOf(QObject* object) {
     }
   }
   return nullptr;
+}
+
+// The widget of an event's object: itself, or the one that an action or the like stands in.
+const QWidget* WidgetOf(const QObject* object) {
+  while (object != nullptr && !object->isWidgetType()) object = object->parent();
+  return static_cast<const QWidget*>(object);
+}
+
+// Across windows: a dialog stands within the widget that opened it.
+bool StandsIn(const QWidget* widget, const QWidget* container) {
+  while (widget != nullptr && widget != container) widget = widget->parentWidget();
+  return widget != nullptr;
 }
 
 }  // namespace
@@ -83,22 +77,52 @@ QWidget* WindowInFront() {
   return nullptr;
 }
 
+BusyScreen::Asking::Asking(BusyScreen& screen)
+    : screen_(screen),
+      errands_(std::exchange(screen.errands_, 0)),
+      waited_(std::exchange(screen.waited_, false)) {
+  screen_.HidePanel();
+}
+
+BusyScreen::Asking::~Asking() {
+  screen_.errands_ = errands_;
+  screen_.waited_ = waited_;
+  screen_.asked_.start();
+}
+
+void BusyScreen::AddPlace(Place place) {
+  std::erase_if(places_, [](const Place& known) { return known.widget.isNull(); });
+  places_.push_back(std::move(place));
+}
+
+void BusyScreen::BeginErrand() {
+  if (errands_++ == 0) asked_.start();
+}
+
+void BusyScreen::EndErrand() {
+  if (--errands_ > 0) return;
+  HidePanel();
+  if (!std::exchange(waited_, false)) return;
+  const qint64 elapsed = asked_.elapsed();
+  for (const Place& place : std::vector<Place>(places_)) {
+    if (!place.widget.isNull() && place.end) place.end(elapsed);
+  }
+}
+
 void BusyScreen::Await(const Work& work) {
+  const Errand errand(this);
   work_ = &work;
+  bool answered = false;
   QEventLoop loop;
   QTimer ask;
-  QElapsedTimer since;
-  since.start();
   connect(&ask, &QTimer::timeout, &loop, [&] {
-    if (work.done()) {
-      loop.quit();
-      return;
-    }
-    if (panel_.isNull() && since.elapsed() >= kShowAfter) ShowPanel();
-    Tell(since.elapsed());
+    Waits({asked_.elapsed(), work.rows(), answered});
+    answered = work.done();
+    if (answered) loop.quit();
   });
   ask.start(kAskEvery);
   qApp->installEventFilter(this);
+  waited_ = true;
   // The program may end meanwhile, which quits every loop: the work has to end before.
   loop.exec();
   while (!work.done()) {
@@ -106,18 +130,18 @@ void BusyScreen::Await(const Work& work) {
     loop.processEvents(QEventLoop::ExcludeUserInputEvents, kAskEvery);
   }
   qApp->removeEventFilter(this);
-  delete panel_.data();
   work_ = nullptr;
   CloseLate();
 }
 
 void BusyScreen::BeginPass() {
+  BeginErrand();
   cancelled_ = false;
-  pass_.start();
   slice_.start();
 }
 
 bool BusyScreen::PassGoesOn() {
+  if (abandoned_) return false;
   if (Active() || slice_.elapsed() < kSlice) return true;
   cancelled_ = false;
   LiveForAMoment();
@@ -125,11 +149,15 @@ bool BusyScreen::PassGoesOn() {
   return !cancelled_;
 }
 
+// Another world's wait may stand within the moment: the clock goes on meanwhile.
 void BusyScreen::LiveForAMoment() {
   const Work pass = {.done = [] { return false; }, .rows = [] { return 0; }, .cancel = [] {}};
   work_ = &pass;
-  if (panel_.isNull() && pass_.elapsed() >= kShowAfter) ShowPanel();
-  Tell(pass_.elapsed());
+  waited_ = true;
+  Waits({asked_.elapsed()});
+  QTimer tick;
+  connect(&tick, &QTimer::timeout, &tick, [this] { Waits({asked_.elapsed()}); });
+  tick.start(kTellEvery);
   qApp->installEventFilter(this);
   QCoreApplication::processEvents();
   qApp->removeEventFilter(this);
@@ -137,7 +165,7 @@ void BusyScreen::LiveForAMoment() {
 }
 
 void BusyScreen::EndPass() {
-  delete panel_.data();
+  EndErrand();
   CloseLate();
 }
 
@@ -148,72 +176,107 @@ void BusyScreen::CloseLate() {
   if (window != nullptr) QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
 }
 
-void BusyScreen::CancelByUser() {
+void BusyScreen::Cancel() {
+  if (!Active()) return;
   cancelled_ = true;
   work_->cancel();
 }
 
-void BusyScreen::ShowPanel() {
-  QWidget* const window = WindowInFront();
-  if (window == nullptr) return;
-  auto* const frame = new QFrame(window);
-  frame->setObjectName("busyPanel");
-  frame->setLayoutDirection(Qt::RightToLeft);
-  frame->setFrameShape(QFrame::StyledPanel);
-  frame->setAutoFillBackground(true);
-  auto* const layout = new QGridLayout(frame);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
-  layout->setHorizontalSpacing(24);
-  const auto add = [&](const QString& name, const QString& longest, int row, int column) {
-    auto* const label = new QLabel(frame);
-    label->setObjectName(name);
-    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(longest));
-    layout->addWidget(label, row, column);
-    return label;
-  };
-  const QString title = "در حال اجراي گزارش";
-  add("busyText", title, 0, 0)->setText(title);
-  add("busyTime", "0:00:00", 0, 1);
-  add("busyRows", RowsRead(99'999'999), 1, 0);
-  auto* const cancel = new QPushButton("انصراف", frame);
-  cancel->setObjectName("busyCancel");
-  connect(cancel, &QPushButton::clicked, this, [this] { CancelByUser(); });
-  layout->addWidget(cancel, 1, 1);
-  panel_ = frame;
-  frame->show();
-  frame->raise();
+void BusyScreen::Abandon() {
+  abandoned_ = true;
+  Cancel();
 }
 
-void BusyScreen::Tell(qint64 milliseconds) {
-  if (panel_.isNull()) return;
-  const std::size_t rows = work_->rows();
-  panel_->findChild<QLabel*>("busyTime")->setText(Elapsed(milliseconds));
-  if (rows > 0) panel_->findChild<QLabel*>("busyRows")->setText(RowsRead(rows));
-  panel_->adjustSize();
-  panel_->move(panel_->parentWidget()->rect().center() - panel_->rect().center());
+void BusyScreen::Waits(const RunProgress& progress) {
+  if (progress.milliseconds < kShowAfter) return;
+  if (panel_.isNull()) {
+    QWidget* const front = Front();
+    if (front != nullptr) panel_ = new BusyPanel(front, [this] { Cancel(); });
+  }
+  if (!panel_.isNull()) panel_->Tell(progress);
+  if (told_.isValid() && told_.elapsed() < kTellEvery) return;
+  told_.start();
+  for (const Place& place : places_) {
+    if (!place.widget.isNull() && place.tell) place.tell(progress);
+  }
+}
+
+void BusyScreen::HidePanel() { delete panel_.data(); }
+
+QWidget* BusyScreen::Front() const {
+  QWidget* const window = WindowInFront();
+  if (locks_all_ || (window != nullptr && IsOwn(window))) return window;
+  QWidget* front = nullptr;
+  for (const Place& place : places_) {
+    if (place.widget.isNull()) continue;
+    if (place.widget->isVisible()) return place.widget;
+    if (front == nullptr) front = place.widget;
+  }
+  return front;
+}
+
+void BusyScreen::ComeToFront() {
+  const auto seen = [](const Place& place) {
+    return !place.widget.isNull() && place.widget->isVisible();
+  };
+  if (std::any_of(places_.begin(), places_.end(), seen)) return;
+  for (const Place& place : places_) {
+    if (!place.widget.isNull() && place.come_to_front) return place.come_to_front();
+  }
+}
+
+void BusyScreen::SetCursor(bool waiting) {
+  if (locks_all_ && waiting) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  if (locks_all_ && !waiting) QGuiApplication::restoreOverrideCursor();
+  if (locks_all_) return;
+  for (const Place& place : places_) {
+    if (place.widget.isNull()) continue;
+    if (waiting) {
+      place.widget->setCursor(Qt::WaitCursor);
+    } else {
+      place.widget->unsetCursor();
+    }
+  }
 }
 
 bool BusyScreen::IsOfPanel(const QObject* object) const {
   const auto* const widget = qobject_cast<const QWidget*>(object);
-  return widget != nullptr && !panel_.isNull() &&
-         (widget == panel_ || panel_->isAncestorOf(widget));
+  return widget != nullptr && !panel_.isNull() && StandsIn(widget, panel_);
+}
+
+bool BusyScreen::IsOwn(const QObject* object) const {
+  const QWidget* const widget = WidgetOf(object);
+  return std::any_of(places_.begin(), places_.end(), [widget](const Place& place) {
+    return !place.widget.isNull() && StandsIn(widget, place.widget);
+  });
+}
+
+// A window that would take a place of the world with it.
+bool BusyScreen::IsAround(const QWidget* window) const {
+  return std::any_of(places_.begin(), places_.end(), [window](const Place& place) {
+    return !place.widget.isNull() && StandsIn(place.widget, window);
+  });
+}
+
+bool BusyScreen::CancelByClosing(QObject* object, QEvent& event) {
+  QWidget* const window = WindowOf(object);
+  if (!locks_all_ && (window == nullptr || !IsAround(window))) return false;
+  closing_ = window;
+  event.ignore();
+  Cancel();
+  return true;
 }
 
 bool BusyScreen::eventFilter(QObject* object, QEvent* event) {
-  if (event->type() == QEvent::Close) {
-    closing_ = WindowOf(object);
-    event->ignore();
-    CancelByUser();
-    return true;
-  }
-  if (!IsInput(event->type())) return false;
+  if (event->type() == QEvent::Close) return CancelByClosing(object, *event);
+  if (!IsInput(event->type()) || (!locks_all_ && !IsOwn(object))) return false;
   if (event->type() == QEvent::KeyPress &&
       static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-    CancelByUser();
+    Cancel();
     return true;
   }
   // A window hands what it gets on to its widgets, where it is looked at again.
-  return object->isWidgetType() && !IsOfPanel(object);
+  return !object->isWindowType() && !IsOfPanel(object);
 }
 
 }  // namespace vorek::qt

@@ -17,13 +17,10 @@
 #include <QVBoxLayout>
 
 #include "adapters/qt/control_view.h"
-#include "adapters/qt/icons.h"
 #include "adapters/qt/theme.h"
 
 namespace vorek::qt {
 namespace {
-
-constexpr int kIcon = 20;  // pixels
 
 // Both have the same series, so that those which are hidden stay so.
 bool SameSeries(const ChartModel& a, const ChartModel& b) {
@@ -177,18 +174,18 @@ ChartView::ChartView(std::function<ChartModel(bool)> read, QWidget* parent)
   setObjectName("chartView");
   setLayoutDirection(Qt::RightToLeft);
   resize(880, 560);
+  auto* const column = new QVBoxLayout(this);
   auto* const bar = new QHBoxLayout;
+  column->addLayout(bar);
   bar->setContentsMargins(12, 6, 12, 6);
   bar->setSpacing(4);
   AddKinds(*bar);
   AddRest(*bar);
-  auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  column->addLayout(bar);
   column->addWidget(canvas_, 1);
   canvas_->setFocus();
-  Recolor();
+  buttons_.Recolor(palette());
 }
 
 QAction* ChartView::AddAction(QHBoxLayout& row, const QString& icon, const QString& text,
@@ -196,17 +193,9 @@ QAction* ChartView::AddAction(QHBoxLayout& row, const QString& icon, const QStri
   auto* const action = new QAction(text, this);
   action->setShortcut(key);
   action->setObjectName(icon);
-  action->setToolTip(text + " (" + key.toString(QKeySequence::NativeText) + ")");
+  action->setToolTip(TipOf(text, key));
   addAction(action);
-  auto* const button = new QToolButton(this);
-  button->setObjectName(icon);
-  button->setDefaultAction(action);
-  button->setAutoRaise(true);
-  button->setIconSize({kIcon, kIcon});
-  button->setFocusPolicy(Qt::TabFocus);
-  button->setAccessibleName(text);
-  row.addWidget(button);
-  buttons_.emplace_back(button, icon);
+  buttons_.Add(row, icon, text, key)->setDefaultAction(action);
   return action;
 }
 
@@ -284,16 +273,9 @@ void ChartView::Save(const QString& ending) {
   }
 }
 
-void ChartView::Recolor() {
-  const Theme& theme = ThemeOf(palette());
-  for (const auto& [button, icon] : buttons_) {
-    button->defaultAction()->setIcon(IconOf(icon, theme.text, theme.muted));
-  }
-}
-
 void ChartView::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) Recolor();
+  if (event->type() == QEvent::PaletteChange) buttons_.Recolor(palette());
 }
 
 }  // namespace vorek::qt

@@ -9,12 +9,12 @@
 #include <vector>
 
 #include "adapters/qt/chart_painter.h"
+#include "adapters/qt/icon_buttons.h"
 #include "chart/chart_model.h"
 
 class QAction;
 class QComboBox;
 class QHBoxLayout;
-class QToolButton;
 
 namespace vorek::qt {
 
@@ -80,13 +80,12 @@ class ChartView : public QWidget {
   void AddRest(QHBoxLayout& row);
   void OfferSeries(const ChartModel& chart);
   void Save(const QString& ending);
-  void Recolor();
 
   std::function<ChartModel(bool)> read_;
   ChartCanvas* canvas_;
   QComboBox* shared_;  // the series of a share chart
   QAction* turn_ = nullptr;
-  std::vector<std::pair<QToolButton*, QString>> buttons_;
+  IconButtons buttons_;
 };
 
 }  // namespace vorek::qt

@@ -11,7 +11,8 @@ namespace {
 
 class Chooser {
  public:
-  explicit Chooser(GridArea& area) : area_(area), view_(area.Geometry().Arrangement()) {
+  Chooser(GridArea& area, const std::function<void()>& forget_widths)
+      : area_(area), view_(area.Geometry().Arrangement()) {
     menu_.setObjectName("columnChooser");
     menu_.setLayoutDirection(Qt::RightToLeft);
     AddColumns();
@@ -21,6 +22,8 @@ class Chooser {
     Add("همه به شكل نخست", [this] {
       view_.SetWishes({});
     })->setEnabled(view_.Wishes() != ColumnWishes());
+    Add("پهناي ستونها به شكل نخست (اجراي دوباره)", forget_widths)
+        ->setEnabled(forget_widths != nullptr);
   }
 
   void Run() {
@@ -66,8 +69,9 @@ class Chooser {
 
 }  // namespace
 
-void ChooseColumns(GridArea& area) {
-  if (area.Shown() != nullptr && area.Shown()->Rows() > 0) Chooser(area).Run();
+void ChooseColumns(GridArea& area, const std::function<void()>& forget_widths) {
+  if (area.Shown() == nullptr || area.Shown()->Rows() == 0) return;
+  Chooser(area, forget_widths).Run();
 }
 
 QJsonObject ToJson(const ColumnWishes& wishes) {

@@ -9,7 +9,7 @@ namespace vorek::qt {
 
 // The menu in which the user arranges the columns of a grid: which are shown, where the current one
 // stands, and which stand still. Changes show at once.
-void ChooseColumns(GridArea& area);
+void ChooseColumns(GridArea& area, const std::function<void()>& forget_widths = {});
 
 // What the user wished, to be kept between two runs of a program.
 QJsonObject ToJson(const ColumnWishes& wishes);

@@ -73,7 +73,7 @@ bool ControlView::EndsTyping(const QKeyEvent& event) {
 }
 
 bool ControlView::eventFilter(QObject* object, QEvent* event) {
-  if (retired_ || object != widget_) return false;
+  if (retired_ || object != widget_ || presenter_.Locked()) return false;
   if (event->type() == QEvent::FocusIn) {
     Feed([this] { control_.GotFocus(); });
   } else if (event->type() == QEvent::FocusOut) {

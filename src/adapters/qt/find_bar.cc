@@ -9,8 +9,6 @@
 #include <utility>
 
 #include "adapters/qt/control_view.h"
-#include "adapters/qt/icons.h"
-#include "adapters/qt/theme.h"
 #include "text/cell_text.h"
 
 namespace vorek::qt {
@@ -38,39 +36,27 @@ FindBar::FindBar(QWidget* parent, std::function<GridArea*()> area)
   row->setSpacing(8);
   row->addWidget(text_);
   row->addWidget(count_);
-  connect(AddButton("previous", "قبلي (Shift+Enter)"), &QToolButton::clicked, this,
-          [this] { Step(false); });
-  connect(AddButton("next", "بعدي (Enter)"), &QToolButton::clicked, this, [this] { Step(true); });
-  connect(AddButton("close", "بستن (Escape)"), &QToolButton::clicked, this, [this] { Close(); });
+  AddButton("previous", "قبلي", Qt::SHIFT | Qt::Key_Return, [this] { Step(false); });
+  AddButton("next", "بعدي", Qt::Key_Return, [this] { Step(true); });
+  AddButton("close", "بستن", Qt::Key_Escape, [this] { Close(); });
   connect(text_, &QLineEdit::textChanged, this, [this] { Begin(); });
   slice_.setSingleShot(true);
   connect(&slice_, &QTimer::timeout, this, [this] { Look(); });
-  Recolor();
+  buttons_.Recolor(palette());
   hide();
 }
 
-QToolButton* FindBar::AddButton(const char* icon, const char* tip) {
-  auto* const button = new QToolButton(this);
-  button->setObjectName(icon);
-  button->setToolTip(tip);
-  button->setAccessibleName(tip);
-  button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::TabFocus);
-  layout()->addWidget(button);
-  buttons_.emplace_back(button, icon);
-  return button;
-}
-
-void FindBar::Recolor() {
-  const Theme& theme = ThemeOf(palette());
-  for (const auto& [button, icon] : buttons_) {
-    button->setIcon(IconOf(icon, theme.text, theme.muted));
-  }
+// The keys are the text's.
+template <typename Work>
+void FindBar::AddButton(const char* icon, const QString& text, const QKeySequence& key,
+                        const Work& work) {
+  connect(buttons_.Add(*static_cast<QHBoxLayout*>(layout()), icon, text, key),
+          &QToolButton::clicked, this, work);
 }
 
 void FindBar::changeEvent(QEvent* event) {
   QFrame::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) Recolor();
+  if (event->type() == QEvent::PaletteChange) buttons_.Recolor(palette());
 }
 
 void FindBar::Open() {
@@ -111,6 +97,7 @@ void FindBar::Begin() {
   GridArea* const area = area_();
   if (marked_ != nullptr) std::exchange(marked_, nullptr)->MarkFound(nullptr);
   finder_.reset();
+  wanted_.reset();
   done_ = false;
   const std::string text = text_->text().toStdString();
   if (area != nullptr && area->Shown() != nullptr && GridFinder::CanFind(text)) {
@@ -135,21 +122,32 @@ void FindBar::Look() {
   clock.start();
   while (!done_ && clock.elapsed() < kSlice) done_ = finder_->Step(kRows);
   if (!done_) slice_.start(0);
+  if (wanted_) Step(*wanted_);
   Tell();
 }
 
 // From the current cell on.
 void FindBar::Step(bool forward) {
+  wanted_.reset();
   if (finder_ == nullptr || marked_ == nullptr || marked_->Shown() == nullptr) return;
-  while (!done_) done_ = finder_->Step(GridFinder::kMostHits);
   const Grid& grid = *marked_->Shown();
   // A row that is selected whole is stepped into.
   const std::int32_t col = grid.Col() == grid.ColSel() ? grid.Col() : forward ? -1 : grid.Cols();
-  const auto hit = finder_->NextFrom({grid.Row(), col}, forward);
+  const GridFinder::Hit from{grid.Row(), col};
+  const auto hit = finder_->NextFrom(from, forward);
+  if (!done_ && (!hit || !IsRead(finder_->Hits()[*hit], from, forward))) {
+    wanted_ = forward;
+    return;
+  }
   if (!hit) return;
   const GridFinder::Hit& cell = finder_->Hits()[*hit];
   marked_->GoTo(cell.row, cell.col);
   Tell();
+}
+
+// Nothing that hasn't been looked through yet can come before the hit.
+bool FindBar::IsRead(const GridFinder::Hit& hit, const GridFinder::Hit& from, bool forward) const {
+  return forward ? hit > from : hit < from && finder_->NextRow() > from.row;
 }
 
 void FindBar::Tell() {

@@ -5,13 +5,14 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "adapters/qt/grid_area.h"
+#include "adapters/qt/icon_buttons.h"
 #include "grid/grid_finder.h"
 
 class QLabel;
 class QLineEdit;
-class QToolButton;
 
 namespace vorek::qt {
 
@@ -32,22 +33,24 @@ class FindBar : public QFrame {
   void changeEvent(QEvent* event) override;
 
  private:
-  QToolButton* AddButton(const char* icon, const char* tip);
+  template <typename Work>
+  void AddButton(const char* icon, const QString& text, const QKeySequence& key, const Work& work);
   void Place();
   void Close();
   void Begin();
   void Look();
   void Step(bool forward);
+  bool IsRead(const GridFinder::Hit& hit, const GridFinder::Hit& from, bool forward) const;
   void Tell();
-  void Recolor();
 
   std::function<GridArea*()> area_;
   QLineEdit* text_;
   QLabel* count_;
-  std::vector<std::pair<QToolButton*, QString>> buttons_;
+  IconButtons buttons_;
   std::unique_ptr<GridFinder> finder_;
   GridArea* marked_ = nullptr;  // the area whose cells are marked
   bool done_ = false;           // all rows have been looked through
+  std::optional<bool> wanted_;  // a step forward, or back, to what hasn't been found yet
   QTimer slice_;
 };
 

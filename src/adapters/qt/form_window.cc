@@ -109,10 +109,23 @@ void FormWindow::TakeSize() {
 }
 
 void FormWindow::TellSize() {
+  constexpr int kAgain = 50;  // milliseconds
+  if (form_ == nullptr) return;
+  if (presenter_->Locked()) {
+    if (!std::exchange(size_due_, true)) QTimer::singleShot(kAgain, this, [this] { TellLate(); });
+    return;
+  }
   const Scale& scale = presenter_->Measure();
   presenter_->Feed([&] {
     form_->Move(form_->Left(), form_->Top(), scale.Twips(width()), scale.Twips(height()));
   });
+}
+
+void FormWindow::TellLate() {
+  size_due_ = false;
+  const bool was_sizing = std::exchange(sizing_, true);
+  TellSize();
+  sizing_ = was_sizing;
 }
 
 void FormWindow::resizeEvent(QResizeEvent* event) {

@@ -16,6 +16,7 @@ class FormWindow : public QWidget {
   // over is the window that it stands before; null for none.
   FormWindow(Form& form, QWidget* over);
 
+  void SetScreen(std::shared_ptr<BusyScreen> screen) { presenter_->SetScreen(std::move(screen)); }
   // Shows the window in the middle of the one that it stands before, a bare one where it says.
   void Open();
   // Lets the form go: from here on it may be shown elsewhere, or be gone.
@@ -36,6 +37,7 @@ class FormWindow : public QWidget {
   void Follow(std::string_view property);
   void TakeSize();
   void TellSize();
+  void TellLate();
   void Centre();
   void KeepOnScreen(QRect place);
   void Ended();
@@ -45,7 +47,8 @@ class FormWindow : public QWidget {
   Form* form_;
   bool fixed_;  // the form has no use for another size
   bool sizing_ = false;
-  bool timed_ = false;  // the form's timers run
+  bool size_due_ = false;  // a size to be told when the screen waits no more
+  bool timed_ = false;     // the form's timers run
   std::unique_ptr<Presenter> presenter_;
 };
 

@@ -65,6 +65,12 @@ void GridArea::MarkFound(const GridFinder* finder) {
   viewport()->update();
 }
 
+void GridArea::MarkFiltered(std::vector<std::int32_t> columns) {
+  if (filtered_ == columns) return;
+  filtered_ = std::move(columns);
+  viewport()->update();
+}
+
 void GridArea::GoTo(std::int32_t row, std::int32_t col) {
   if (grid_ == nullptr || row >= grid_->Rows() || col >= grid_->Cols()) return;
   feed_([&] {
@@ -121,8 +127,14 @@ void GridArea::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), palette().base());
     return;
   }
-  if (grid_->Drawn()) Draw(event->rect());
+  if (grid_->Drawn()) {
+    Draw(event->rect());
+  } else {
+    // The view may be larger by now than what it last showed.
+    painter.fillRect(event->rect(), viewport()->palette().brush(viewport()->backgroundRole()));
+  }
   painter.drawPixmap(0, 0, picture_);
+  if (moving_) PaintDrop(painter);
 }
 
 // Paints into the picture of the grid, which stays on the screen while a pass changes the grid.
@@ -142,6 +154,7 @@ void GridArea::Draw(const QRect& part) {
   painter.setFont(font());
   GridPainter pass(*grid_, *geometry_, painter, palette(), hasFocus());
   pass.MarkFound(finder_);
+  pass.MarkFiltered(filtered_);
   pass.Paint(stale);
 }
 

@@ -47,6 +47,8 @@ class GridArea : public QAbstractScrollArea {
   void SyncBars();
   // Marks the cells in view that hold what is looked for, until told null; it must live as long.
   void MarkFound(const GridFinder* finder);
+  // Marks the headers of columns that a filter asks for.
+  void MarkFiltered(std::vector<std::int32_t> columns);
   // Selects the cell and brings it into view, as a key that moves there does.
   void GoTo(std::int32_t row, std::int32_t col);
 
@@ -67,6 +69,11 @@ class GridArea : public QAbstractScrollArea {
 
  private:
   void Draw(const QRect& part);
+  bool PressHeaderToDrag(GridCell cell, const QMouseEvent& event);
+  bool DragHeader(QPoint point);
+  bool DropHeader(QMouseEvent& event);
+  std::int32_t DropPlace(int x) const;
+  void PaintDrop(QPainter& painter) const;
   void Press(GridCell cell, QMouseEvent& event);
   void SelectAt(GridCell cell, bool extend);
   void DragTo(QPoint point);
@@ -105,7 +112,15 @@ class GridArea : public QAbstractScrollArea {
   QTimer drag_timer_;            // scrolls while it is beyond the data
   bool double_clicked_ = false;  // the next release ends a double click
   std::int32_t drawn_col_ = -1;  // the column whose edge is being drawn
+  GridCell moved_;               // the header that is pressed
+  QPoint moved_from_;
+  bool moving_ = false;  // it has been moved since
+  int move_x_ = 0;       // to where
+  std::vector<std::int32_t> filtered_;
 };
+
+// The cell has a mark that opens or closes what is below it.
+bool OpensOrCloses(const Grid& grid, GridCell cell);
 
 }  // namespace vorek::qt
 

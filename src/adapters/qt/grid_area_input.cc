@@ -15,14 +15,14 @@ namespace {
 
 constexpr int kLeastColumn = 8;  // pixels, so that a column can be found again
 
+}  // namespace
+
 // The whole cell of a mark takes the click.
 bool OpensOrCloses(const Grid& grid, GridCell cell) {
   std::string scratch;
   return cell.row >= 0 &&
          MarkOf(grid, cell.row, cell.col, grid.CellView(cell.row, cell.col, scratch)).sign != '\0';
 }
-
-}  // namespace
 
 bool GridArea::viewportEvent(QEvent* event) {
   if (grid_ == nullptr && event->type() != QEvent::Paint) return false;
@@ -36,7 +36,8 @@ void GridArea::mousePressEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();
   drawn_col_ = event->button() == Qt::LeftButton ? geometry_->EdgeAt(point) : -1;
   if (drawn_col_ >= 0) return;
-  Press(geometry_->CellAt(point), *event);
+  const GridCell cell = geometry_->CellAt(point);
+  if (!PressHeaderToDrag(cell, *event)) Press(cell, *event);
 }
 
 void GridArea::Press(GridCell cell, QMouseEvent& event) {
@@ -76,6 +77,7 @@ void GridArea::mouseMoveEvent(QMouseEvent* event) {
     DragEdge(point.x());
     return;
   }
+  if (DragHeader(point)) return;
   const bool on_edge = event->buttons() == Qt::NoButton && geometry_->EdgeAt(point) >= 0;
   const GridCell cell = geometry_->CellAt(point);
   viewport()->setCursor(on_edge                       ? Qt::SplitHCursor
@@ -112,6 +114,7 @@ void GridArea::FitColumn(std::int32_t col) {
 void GridArea::mouseReleaseEvent(QMouseEvent* event) {
   dragging_ = false;
   drag_timer_.stop();
+  if (DropHeader(*event)) return;
   if (std::exchange(drawn_col_, -1) >= 0) return;
   if (std::exchange(double_clicked_, false) || event->button() != Qt::LeftButton) return;
   const GridCell cell = geometry_->CellAt(event->position().toPoint());
@@ -154,6 +157,12 @@ void GridArea::PressHeader(int button) {
 
 void GridArea::keyPressEvent(QKeyEvent* event) {
   if (grid_ == nullptr) return;
+  if (moving_ && event->key() == Qt::Key_Escape) {
+    moved_ = {};
+    moving_ = false;
+    viewport()->update();
+    return;
+  }
   const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
   if (event->matches(QKeySequence::Copy)) {
     Copy(CopyForm::kShown);

@@ -173,9 +173,7 @@ void GridPainter::PaintCell(GridCell cell, QRect rect) {
     painter_.drawLine(rect.topRight(), rect.bottomRight());
   }
   QRect inside = rect.adjusted(kCellMargin, 0, -kCellMargin, -1);
-  if (cell.row == 0 && cell.col > 0 && cell.col == grid_.SortedBy().column) {
-    PaintSortMark(TakeTrailing(inside, MarkPixels()));
-  }
+  if (cell.row == 0 && cell.col > 0) PaintHeaderMarks(cell.col, inside);
   const OutlineMark mark = MarkOf(grid_, cell.row, cell.col, text);
   if (mark.in_outline) {
     PaintOutlined(mark, inside, look);
@@ -191,6 +189,23 @@ QRect GridPainter::TakeLeading(QRect& rect, int width) const {
 
 QRect GridPainter::TakeTrailing(QRect& rect, int width) const {
   return Take(rect, width, !grid_.RightToLeft());
+}
+
+void GridPainter::PaintHeaderMarks(std::int32_t col, QRect& inside) {
+  if (col == grid_.SortedBy().column) PaintSortMark(TakeTrailing(inside, MarkPixels()));
+  const bool filtered = std::find(filtered_.begin(), filtered_.end(), col) != filtered_.end();
+  if (filtered) PaintFilterMark(TakeTrailing(inside, MarkPixels()));
+}
+
+// A funnel.
+void GridPainter::PaintFilterMark(QRect place) {
+  const double reach = MarkPixels() * 0.3;
+  const QPointF middle = QRectF(place).center();
+  const std::pair<double, double> corners[] = {{-1.1, -0.9}, {1.1, -0.9},  {0.25, 0.1},
+                                               {0.25, 1},    {-0.25, 0.7}, {-0.25, 0.1}};
+  QPolygonF funnel;
+  for (const auto& [x, y] : corners) funnel << middle + QPointF(x * reach, y * reach);
+  PaintShape(funnel, ThemeOf(palette_).accent);
 }
 
 void GridPainter::PaintSortMark(QRect place) {

@@ -27,6 +27,8 @@ class GridPainter {
   void Paint(QRect area);
   // Cells that hold what is looked for are marked; null for none.
   void MarkFound(const GridFinder* finder) { finder_ = finder; }
+  // Columns whose header gets the mark of a filter.
+  void MarkFiltered(const std::vector<std::int32_t>& columns) { filtered_ = columns; }
 
  private:
   struct Look {
@@ -39,7 +41,9 @@ class GridPainter {
   void PaintCell(GridCell cell, QRect rect);
   void PaintText(const QString& text, QRect rect, const Look& look);
   void PaintOutlined(const OutlineMark& mark, QRect rect, const Look& look);
+  void PaintHeaderMarks(std::int32_t col, QRect& inside);
   void PaintSortMark(QRect place);
+  void PaintFilterMark(QRect place);
   void PaintSign(char sign, QRect place, const Look& look);
   void PaintShape(const QPolygonF& shape, const QColor& color);
   QRect TakeLeading(QRect& rect, int width) const;
@@ -67,6 +71,7 @@ class GridPainter {
   QFontMetrics bold_metrics_;
   QColor lines_;
   std::vector<std::int32_t> selected_columns_;
+  std::vector<std::int32_t> filtered_;
   std::string scratch_;
 };
 

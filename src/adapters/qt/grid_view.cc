@@ -22,7 +22,9 @@ class GridView : public ControlView {
                     new GridArea(grid, &parent,
                                  [this](const std::function<void()>& event) { Feed(event); })),
         grid_(grid) {
+    // A name makes the object that readers ask: not before its kind is known.
     InstallGridAccessibility();
+    Widget().setAccessibleName("جدول گزارش");
   }
 
   void Set(std::string_view property) override {

@@ -47,9 +47,11 @@ ListPanel::ListPanel(ListControl& list, Feed feed, QWidget* parent)
   layout->addWidget(rows_);
   search_->setObjectName("listSearch");
   search_->setPlaceholderText("جستجو");
+  search_->setAccessibleName("جستجو در فهرست");
   search_->setClearButtonEnabled(true);
   search_->installEventFilter(this);
   rows_->setObjectName("listRows");
+  rows_->setAccessibleName("رديفهاي فهرست");
   rows_->setHeaderHidden(true);
   rows_->setUniformRowHeights(true);
   rows_->setRootIsDecorated(false);

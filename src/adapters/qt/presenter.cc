@@ -1,5 +1,6 @@
 #include "adapters/qt/presenter.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QMetaObject>
@@ -7,6 +8,7 @@
 #include <utility>
 
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/field_names.h"
 #include "adapters/qt/key_codes.h"
 #include "adapters/qt/view_registry.h"
 #include "widgets/basic_controls.h"
@@ -96,6 +98,8 @@ void Presenter::SyncLater() {
 }
 
 void Presenter::Feed(const std::function<void()>& event) {
+  if (Locked()) return;
+  const BusyScreen::Errand errand(screen_.get());
   try {
     event();
   } catch (const Error& error) {
@@ -144,8 +148,11 @@ void Presenter::FocusSet(Control& control) {
   if (ViewOf(control) != nullptr) TakeFocus();
 }
 
+// In a window of which another part is on view.
+bool Presenter::IsBehind() const { return !window_.isVisible() && window_.window()->isVisible(); }
+
 void Presenter::TakeFocus() {
-  if (focus_ == nullptr) return;
+  if (focus_ == nullptr || IsBehind()) return;
   ControlView* const view = ViewOf(*focus_);
   if (view == nullptr) return;
   focus_ = nullptr;
@@ -171,6 +178,31 @@ bool TakesFocus(const QWidget& widget) {
   return widget.focusPolicy() != Qt::NoFocus || widget.focusProxy() != nullptr;
 }
 
+bool IsStop(const QWidget& widget) {
+  return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.focusProxy() == nullptr;
+}
+
+// What Tab stops at in a control: itself, and the parts of one that hands the focus on.
+void AddStops(QWidget& widget, std::vector<QWidget*>& stops) {
+  stops.push_back(&widget);
+  if (widget.focusProxy() == nullptr) return;
+  for (QWidget* const part : widget.findChildren<QWidget*>()) {
+    if (IsStop(*part)) stops.push_back(part);
+  }
+}
+
+// The toolkit would move what hands its focus on together with some of its parts, and lose others.
+void OrderStops(const std::vector<QWidget*>& stops) {
+  std::vector<std::pair<QWidget*, QWidget*>> proxies;
+  for (QWidget* const stop : stops) {
+    if (stop->focusProxy() == nullptr) continue;
+    proxies.emplace_back(stop, stop->focusProxy());
+    stop->setFocusProxy(nullptr);
+  }
+  for (std::size_t i = 1; i < stops.size(); ++i) QWidget::setTabOrder(stops[i - 1], stops[i]);
+  for (const auto& [stop, proxy] : proxies) stop->setFocusProxy(proxy);
+}
+
 }  // namespace
 
 // Tab numbers count inside each container, whose controls follow it.
@@ -191,9 +223,9 @@ void Presenter::OrderTabs() {
   if (root_ == nullptr) return;
   std::vector<ControlView*> views;
   CollectInTabOrder(*root_, views);
-  for (std::size_t i = 1; i < views.size(); ++i) {
-    QWidget::setTabOrder(&views[i - 1]->Widget(), &views[i]->Widget());
-  }
+  std::vector<QWidget*> stops;
+  for (const ControlView* const view : views) AddStops(view->Widget(), stops);
+  OrderStops(stops);
 }
 
 // A label and a control beside it that carry the same tag belong together.
@@ -208,6 +240,16 @@ void Presenter::TieLabels() {
       label->setBuddy(&tied->Widget());
       tied->Widget().setAccessibleName(ToQt(static_cast<const Label*>(control)->Caption()));
     }
+  }
+  NameFields();
+}
+
+void Presenter::NameFields() {
+  for (const auto& [control, view] : views_) {
+    QWidget& widget = view->Widget();
+    const bool named =
+        !widget.accessibleName().isEmpty() || qobject_cast<QAbstractButton*>(&widget) != nullptr;
+    if (!named && TakesFocus(widget)) widget.setAccessibleName(ToQt(NameByPlace(*control)));
   }
 }
 

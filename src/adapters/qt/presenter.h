@@ -6,9 +6,11 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
+#include "adapters/qt/busy_screen.h"
 #include "adapters/qt/scale.h"
 #include "vorek/error.h"
 #include "widgets/control.h"
@@ -28,6 +30,9 @@ class Presenter : public QObject, public ControlObserver {
 
   // Lets the root go, whose views end: nothing of it is shown or fed any more.
   void Leave();
+  // The screen of the control's world.
+  void SetScreen(std::shared_ptr<BusyScreen> screen) { screen_ = std::move(screen); }
+  bool Locked() const { return screen_ != nullptr && screen_->Active(); }
   // Makes the views of controls that came since; a new control is shown when the event loop is
   // back, or by this.
   void Sync();
@@ -43,10 +48,13 @@ class Presenter : public QObject, public ControlObserver {
   void PlaceBelow(Control& control);
   // Hands what is half typed in the field with the focus to its control.
   void CommitTyping();
+  // The focus that was set while the window was behind another tab.
+  void TakeFocusLate() { TakeFocus(); }
   // A widget of this tree has the focus.
   bool HasFocusInside() const;
 
   // Runs what the user does in the system. An error that nobody caught there goes to on_failure.
+  // While the screen waits within something of the world, nothing is fed.
   void Feed(const std::function<void()>& event);
   // A key down on a control: the root hears of it first.
   // True if the control wants nothing more done with the key.
@@ -71,12 +79,15 @@ class Presenter : public QObject, public ControlObserver {
   void SyncLater();
   void MakeViews(Control& control, QWidget& parent);
   void TakeFocus();
+  bool IsBehind() const;
   void OrderTabs();
   void CollectInTabOrder(const Control& container, std::vector<ControlView*>& views);
   void TieLabels();
+  void NameFields();
 
   Control* root_;
   QWidget& window_;
+  std::shared_ptr<BusyScreen> screen_;
   Scale scale_ = Scale::OfApplication();
   std::unordered_map<const Control*, ControlView*> views_;
   const Control* focus_;  // the control that shall get the focus; null for none

@@ -20,7 +20,10 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
-bool Ask(FileDialogRequest& request, QFileDialog::AcceptMode mode, QFileDialog::FileMode file) {
+bool Ask(BusyScreen& screen, FileDialogRequest& request, QFileDialog::AcceptMode mode,
+         QFileDialog::FileMode file) {
+  screen.ComeToFront();
+  const BusyScreen::Asking asking(screen);
   QFileDialog dialog(QApplication::activeWindow(), ToQt(request.title));
   dialog.setLayoutDirection(Qt::RightToLeft);
   // Paths run from the left; a desktop's own dialog has its own fields.
@@ -41,11 +44,11 @@ bool Ask(FileDialogRequest& request, QFileDialog::AcceptMode mode, QFileDialog::
 }  // namespace
 
 bool QtFileDialogs::Save(FileDialogRequest& request) {
-  return Ask(request, QFileDialog::AcceptSave, QFileDialog::AnyFile);
+  return Ask(*screen_, request, QFileDialog::AcceptSave, QFileDialog::AnyFile);
 }
 
 bool QtFileDialogs::Open(FileDialogRequest& request) {
-  return Ask(request, QFileDialog::AcceptOpen, QFileDialog::ExistingFile);
+  return Ask(*screen_, request, QFileDialog::AcceptOpen, QFileDialog::ExistingFile);
 }
 
 }  // namespace vorek::qt

@@ -65,12 +65,19 @@ void ShowFailure(QWidget* over, const QString& description) {
 
 QtWindows::~QtWindows() {
   for (const auto& [form, window] : std::exchange(modeless_, {})) delete window;
-  if (hourglass_ && qApp != nullptr) QGuiApplication::restoreOverrideCursor();
+  if (hourglass_ && qApp != nullptr) busy_->SetCursor(false);
 }
 
 void QtWindows::ShowModal(Form& form) {
   Drop(form);
+  if (busy_->Abandoned()) {
+    if (form.Shown()) form.CloseBox();
+    return;
+  }
+  busy_->ComeToFront();
+  const BusyScreen::Asking asking(*busy_);
   FormWindow window(form, QApplication::activeWindow());
+  AddPlace(window);
   window.setWindowModality(Qt::ApplicationModal);
   QEventLoop loop;
   window.on_hidden = [&loop] { loop.quit(); };
@@ -83,10 +90,16 @@ void QtWindows::Show(Form& form) {
   FormWindow*& window = modeless_[&form];
   if (window == nullptr) {
     window = new FormWindow(form, QApplication::activeWindow());
+    AddPlace(*window);
     window->on_hidden = [this, &form] { Drop(form); };
     window->on_failure = [window](const QString& text) { ShowFailure(window, text); };
   }
   window->Open();
+}
+
+void QtWindows::AddPlace(FormWindow& window) {
+  window.SetScreen(busy_);
+  busy_->AddPlace({.widget = &window, .tell = {}, .end = {}, .come_to_front = {}});
 }
 
 // The window may be in the midst of an event.
@@ -105,7 +118,11 @@ void QtWindows::PopupMenu(Menu& menu) {
   QMenu shown(QApplication::activeWindow());
   shown.setLayoutDirection(Qt::RightToLeft);
   Fill(shown, menu);
-  const QAction* const chosen = shown.exec(QCursor::pos());
+  const QAction* chosen = nullptr;
+  {
+    const BusyScreen::Asking asking(*busy_);
+    chosen = shown.exec(QCursor::pos());
+  }
   if (chosen == nullptr) return;
   static_cast<Menu*>(chosen->data().value<void*>())->Click();
 }
@@ -118,16 +135,13 @@ std::int32_t QtWindows::TextWidth(std::string_view text, double size) const {
 void QtWindows::SetMousePointer(int shape) {
   const bool wanted = shape == kHourglass;
   if (std::exchange(hourglass_, wanted) == wanted) return;
-  if (wanted) {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-  } else {
-    QGuiApplication::restoreOverrideCursor();
-  }
+  busy_->SetCursor(wanted);
 }
 
 bool QtWindows::TellCancelled(std::string_view line) {
+  if (busy_->Abandoned()) return true;
   if (!busy_->TakeCancelled()) return false;
-  ToldLine::Show(ToQt(std::string(line)));
+  ToldLine::Show(ToQt(std::string(line)), busy_->Front());
   return true;
 }
 

@@ -35,6 +35,7 @@ class QtWindows : public Windows {
   const std::shared_ptr<BusyScreen>& Busy() const { return busy_; }
 
  private:
+  void AddPlace(FormWindow& window);
   void Drop(const Form& form);
 
   std::shared_ptr<BusyScreen> busy_;

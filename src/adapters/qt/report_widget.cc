@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "adapters/qt/background_provider.h"
+#include "adapters/qt/busy_screen.h"
 #include "adapters/qt/chart_view.h"
 #include "adapters/qt/column_chooser.h"
 #include "adapters/qt/control_view.h"
@@ -38,11 +39,12 @@ bool IsInside(const Control& control, const Control& container) {
 
 }  // namespace
 
-void AddQtServices(WorldOptions& options) {
+void AddQtServices(WorldOptions& options, Locks locks) {
   qt::InstallPersianTexts();
   const auto windows = std::make_shared<qt::QtWindows>();
+  if (locks == Locks::kOwnWidgets) windows->Busy()->LockOwnPlacesOnly();
   options.windows = windows;
-  options.file_dialogs = std::make_shared<qt::QtFileDialogs>();
+  options.file_dialogs = std::make_shared<qt::QtFileDialogs>(windows->Busy());
   options.clipboard = std::make_shared<qt::QtClipboard>();
   for (std::shared_ptr<DatabaseProvider>& provider : options.providers) {
     provider = std::make_shared<qt::BackgroundProvider>(std::move(provider), windows->Busy());
@@ -55,11 +57,12 @@ struct VorekReportWidget::Parts {
       : own_world(std::move(world)), report(*own_world), presenter(report.Root(), widget) {}
 
   Windows& Screen() { return report.Impl().world.process.windows(); }
-  // A world without a screen of ours has nothing to wait for.
-  bool Busy() {
+  // Null in a world without a screen of ours, which has nothing to wait for.
+  std::shared_ptr<qt::BusyScreen> Waiting() {
     const auto* const screen = dynamic_cast<const qt::QtWindows*>(&Screen());
-    return screen != nullptr && screen->Busy()->Active();
+    return screen == nullptr ? nullptr : screen->Busy();
   }
+  bool Busy() { return presenter.Locked(); }
 
   bool IsBig() {
     constexpr std::int32_t kBig = 20'000;  // rows
@@ -74,6 +77,7 @@ struct VorekReportWidget::Parts {
     const bool grid = &control == &Control().flxMain || &control == &Control().flxTranspose;
     if (!grid) return;
     figures->Changed();
+    if (property == "Selection") FollowSelection();
     if (std::find(kRows.begin(), kRows.end(), property) == kRows.end()) return;
     if (!preview.isNull()) preview->close();
     if (!told.isActive()) told.start();
@@ -141,6 +145,19 @@ struct VorekReportWidget::Parts {
     return chart;
   }
 
+  void ShowResult(const ResultLine& line) {
+    bar->Show(line);
+    if (qt::GridArea* const area = AreaOf(Control().flxMain)) area->MarkFiltered(line.filtered);
+  }
+
+  // A chart of a selection follows it, in a moment in which the keys rest.
+  void FollowSelection() {
+    if (chart_view == nullptr || !chart_view->isVisible()) return;
+    const Grid& grid = Control().Context().ActiveGrid();
+    const bool several = grid.Row() != grid.RowSel() || grid.Col() != grid.ColSel();
+    if (std::exchange(chart_selected, several) || several) charted.start();
+  }
+
   // Not while a run waits for the database: what it shows is neither the old nor the new. True if
   // it was told.
   bool TellResultOnBar() {
@@ -151,7 +168,7 @@ struct VorekReportWidget::Parts {
       return false;
     }
     ReportContext context = Control().Context();
-    presenter.Feed([&] { bar->Show(TellResult(context)); });
+    presenter.Feed([&] { ShowResult(TellResult(context)); });
     figures->Changed();
     find->RowsChanged();
     if (chart_view != nullptr && chart_view->isVisible()) chart_view->Read();
@@ -167,6 +184,8 @@ struct VorekReportWidget::Parts {
   std::unique_ptr<qt::SelectionWatch> figures;
   QPointer<qt::PrintPreview> preview;  // reads the grid
   QTimer told;                         // runs out when the bar has to be told
+  QTimer charted;                      // runs out when the chart has to be read
+  bool chart_selected = false;         // it shows a selection
 };
 
 VorekReportWidget::VorekReportWidget(WorldOptions options, QWidget* parent)
@@ -182,8 +201,9 @@ VorekReportWidget::VorekReportWidget(World& world, QWidget* parent)
 
 void VorekReportWidget::Begin() {
   setLayoutDirection(Qt::RightToLeft);
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::ClickFocus);  // Tab comes to what stands in it
   setMinimumSize(200, 120);
+  Show(parts_->Waiting());
   parts_->presenter.on_failure = [this](const QString& text) { Tell(text); };
   parts_->bar = new qt::ResultBar(
       this, [this] { parts_->presenter.Feed([this] { parts_->Control().TakeFilterAway(); }); });
@@ -199,7 +219,43 @@ void VorekReportWidget::Begin() {
   connect(&parts_->told, &QTimer::timeout, this, [this] {
     if (parts_->TellResultOnBar()) Q_EMIT ResultChanged();
   });
+  constexpr int kRest = 200;  // milliseconds
+  parts_->charted.setSingleShot(true);
+  parts_->charted.setInterval(kRest);
+  connect(&parts_->charted, &QTimer::timeout, this, [this] {
+    if (parts_->Busy()) {
+      parts_->charted.start();
+    } else if (parts_->chart_view->isVisible()) {
+      parts_->chart_view->Read();
+    }
+  });
   ConnectEvents();
+}
+
+void VorekReportWidget::Show(const std::shared_ptr<qt::BusyScreen>& screen) {
+  parts_->presenter.SetScreen(screen);
+  if (screen == nullptr) return;
+  screen->AddPlace({.widget = this,
+                    .tell =
+                        [this](const qt::RunProgress& progress) {
+                          Q_EMIT RunGoesOn(qt::ProgressInWords(progress),
+                                           qt::TimeInWords(progress.milliseconds));
+                        },
+                    .end = [this](qint64 milliseconds) { Q_EMIT RunEnded(milliseconds); },
+                    .come_to_front = [this] { Q_EMIT ComeToFront(); }});
+}
+
+bool VorekReportWidget::Running() const {
+  const auto screen = parts_->Waiting();
+  return screen != nullptr && screen->Running();
+}
+
+void VorekReportWidget::CancelRun() {
+  if (const auto screen = parts_->Waiting()) screen->Cancel();
+}
+
+void VorekReportWidget::Abandon() {
+  if (const auto screen = parts_->Waiting()) screen->Abandon();
 }
 
 VorekReportWidget::~VorekReportWidget() {
@@ -244,6 +300,10 @@ void VorekReportWidget::ConnectEvents() {
 
 bool VorekReportWidget::View(int ID, const QString& inParameterString,
                              const QString& inCallerStringValue) {
+  if (parts_->Busy()) {
+    Tell("اين گزارش در حال اجراست.");
+    return false;
+  }
   bool shown = false;
   const bool was_big = parts_->IsBig();
   parts_->presenter.Feed([&] {
@@ -280,7 +340,15 @@ void VorekReportWidget::CopySelection(Copied form) {
 }
 
 void VorekReportWidget::ShowColumnChooser() {
-  if (qt::GridArea* const area = parts_->Area(); area != nullptr) qt::ChooseColumns(*area);
+  qt::GridArea* const area = parts_->Area();
+  if (area == nullptr) return;
+  ReportControl& control = parts_->Control();
+  const bool drawn = !control.MainWidths().empty() || !control.TransposeWidths().empty();
+  const auto forget = [this, &control] {
+    control.SetDrawnWidths({}, {});
+    Do([&control] { control.Refresh(false, control.state.ParameterString, ""); });
+  };
+  qt::ChooseColumns(*area, drawn ? std::function<void()>(forget) : nullptr);
 }
 
 QByteArray VorekReportWidget::SaveColumns() const {
@@ -354,6 +422,11 @@ void VorekReportWidget::resizeEvent(QResizeEvent* event) {
 }
 
 void VorekReportWidget::focusInEvent(QFocusEvent* event) { QWidget::focusInEvent(event); }
+
+void VorekReportWidget::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  parts_->presenter.TakeFocusLate();
+}
 
 bool VorekReportWidget::event(QEvent* event) {
   if (event->type() == QEvent::ApplicationFontChange && parts_ != nullptr) {

@@ -5,18 +5,15 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-#include "adapters/qt/busy_screen.h"
-
 namespace vorek::qt {
 
-void ToldLine::Show(const QString& text) {
-  QWidget* const window = WindowInFront();
-  if (window == nullptr) return;
-  delete window->findChild<QWidget*>("toldLine", Qt::FindDirectChildrenOnly);
-  new ToldLine(text, window);
+void ToldLine::Show(const QString& text, QWidget* over) {
+  if (over == nullptr) return;
+  delete over->findChild<QWidget*>("toldLine", Qt::FindDirectChildrenOnly);
+  new ToldLine(text, over);
 }
 
-ToldLine::ToldLine(const QString& text, QWidget* window) : QFrame(window) {
+ToldLine::ToldLine(const QString& text, QWidget* over) : QFrame(over) {
   setObjectName("toldLine");
   setAccessibleName(text);
   setLayoutDirection(Qt::RightToLeft);
@@ -37,8 +34,8 @@ ToldLine::ToldLine(const QString& text, QWidget* window) : QFrame(window) {
 }
 
 void ToldLine::Place() {
-  const QRect window = parentWidget()->rect();
-  move(window.center().x() - width() / 2, window.bottom() - 2 * height());
+  const QRect over = parentWidget()->rect();
+  move(over.center().x() - width() / 2, over.bottom() - 2 * height());
 }
 
 bool ToldLine::eventFilter(QObject* object, QEvent* event) {

@@ -5,17 +5,18 @@
 
 namespace vorek::qt {
 
-// A line at the foot of the window in front that tells what has come to pass. It asks nothing and
-// goes with the next key or click in its window.
+// A line at the foot of a window, or of a part of it, that tells what has come to pass. It asks
+// nothing and goes with the next key or click in its window.
 class ToldLine : public QFrame {
  public:
-  static void Show(const QString& text);
+  // Null for no window: nothing is told.
+  static void Show(const QString& text, QWidget* over);
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
-  ToldLine(const QString& text, QWidget* window);
+  ToldLine(const QString& text, QWidget* over);
   void Place();
 };
 

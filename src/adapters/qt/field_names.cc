@@ -1,0 +1,49 @@
+#include "adapters/qt/field_names.h"
+
+#include <cstdlib>
+#include <limits>
+
+#include "text/utf8.h"
+#include "widgets/basic_controls.h"
+
+namespace vorek::qt {
+namespace {
+
+constexpr std::int64_t kFar = std::numeric_limits<std::int64_t>::max();
+
+std::int64_t MiddleOf(const Control& control) { return control.Top() + control.Height() / 2; }
+
+// In twips; a label above is as near as its distance, one on the line is nearer than any above.
+std::int64_t Distance(const Control& field, const Control& label) {
+  const bool on_line = std::abs(MiddleOf(field) - MiddleOf(label)) <= field.Height() / 2;
+  const std::int64_t right = label.Left() - (field.Left() + field.Width());
+  const std::int64_t left = field.Left() - (label.Left() + label.Width());
+  if (on_line) return right >= left ? right : left + right / 2;
+  const std::int64_t above = field.Top() - (label.Top() + label.Height());
+  constexpr std::int64_t kLine = 10'000;
+  return above < -field.Height() / 2 ? kFar : kLine + std::abs(above);
+}
+
+std::string CaptionOf(const Control* container) {
+  const auto* const captioned = dynamic_cast<const CaptionControl*>(container);
+  return captioned == nullptr ? "" : text::Trim(captioned->Caption());
+}
+
+}  // namespace
+
+std::string NameByPlace(const Control& field) {
+  if (field.Parent() == nullptr) return "";
+  std::string name = CaptionOf(field.Parent());
+  std::int64_t nearest = kFar;
+  for (const Control* const sibling : field.Parent()->Children()) {
+    const auto* const label = dynamic_cast<const Label*>(sibling);
+    if (label == nullptr || text::Trim(label->Caption()).empty()) continue;
+    const std::int64_t distance = Distance(field, *label);
+    if (distance >= nearest) continue;
+    nearest = distance;
+    name = text::Trim(label->Caption());
+  }
+  return name;
+}
+
+}  // namespace vorek::qt
