@@ -7,14 +7,14 @@
 
 #include "export/access_export.h"
 #include "export/form_access.h"
-#include "platform/access_file.h"
-#include "platform/field_type.h"
-#include "platform/files.h"
 #include "platform/memory_database.h"
-#include "platform/no_windows.h"
-#include "platform/temporary_files.h"
 #include "vorek/access.h"
+#include "vorek/access_file.h"
+#include "vorek/field_type.h"
+#include "vorek/files.h"
+#include "vorek/no_windows.h"
 #include "vorek/system.h"
+#include "vorek/temporary_files.h"
 
 namespace vorek {
 namespace {

@@ -22,8 +22,8 @@
 #include "desk_style.h"
 #include "desk_window.h"
 #include "engine/report_control.h"
-#include "platform/script.h"
 #include "report_tab.h"
+#include "vorek/script.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

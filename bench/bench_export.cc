@@ -13,9 +13,9 @@
 #include "export/template_fill.h"
 #include "export/text_export.h"
 #include "peak_memory.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
-#include "platform/no_windows.h"
+#include "vorek/field_type.h"
+#include "vorek/no_windows.h"
 #include "vorek/system.h"
 #include "vorek/xlsx.h"
 

@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "grid/expression_columns.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
-#include "platform/no_windows.h"
 #include "state/notices.h"
 #include "vorek/evaluation.h"
+#include "vorek/field_type.h"
+#include "vorek/no_windows.h"
 #include "vorek/system.h"
 
 namespace vorek {

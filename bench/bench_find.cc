@@ -8,7 +8,7 @@
 
 #include "catalog/recordset.h"
 #include "grid/cell_search.h"
-#include "platform/field_type.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

@@ -5,11 +5,11 @@
 #include <memory>
 #include <string>
 
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "print/grid_print.h"
 #include "support/random_report.h"
 #include "totals/summary_rows.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
+#include "vorek/database.h"
 #include "vorek/odbc.h"
 
 namespace {

@@ -19,11 +19,11 @@
 #include "grid/tree_rows.h"
 #include "grid/tree_sort.h"
 #include "peak_memory.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
-#include "platform/no_windows.h"
 #include "totals/group_totals.h"
 #include "totals/summary_rows.h"
+#include "vorek/field_type.h"
+#include "vorek/no_windows.h"
 #include "vorek/system.h"
 
 namespace vorek {

@@ -16,8 +16,8 @@
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/presenter.h"
 #include "catalog/data_session.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
+#include "vorek/field_type.h"
 #include "widgets/basic_controls.h"
 
 namespace vorek::qt {

@@ -9,8 +9,8 @@
 
 #include "adapters/system/system_files.h"
 #include "engine/report_control.h"
-#include "platform/script.h"
 #include "vorek/report.h"
+#include "vorek/script.h"
 #include "vorek/sqlite.h"
 #include "vorek/system.h"
 

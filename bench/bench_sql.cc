@@ -12,7 +12,7 @@
 #include "adapters/sqlite/functions.h"
 #include "adapters/sqlite/handle.h"
 #include "adapters/sqlite/reader.h"
-#include "platform/database.h"
+#include "vorek/database.h"
 #include "vorek/sqlite.h"
 
 namespace {

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "print/print_document.h"
 #include "print/template_check.h"
 #include "vorek/error.h"
+#include "vorek/field_type.h"
 #include "vorek/xml.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "../tests/sql/row_query.h"
-#include "platform/database.h"
+#include "vorek/database.h"
 #include "vorek/sqlite.h"
 
 namespace {

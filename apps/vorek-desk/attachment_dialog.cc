@@ -12,8 +12,8 @@
 #include <QVBoxLayout>
 
 #include "adapters/qt/qt_windows.h"
-#include "platform/connection_string.h"
 #include "text/utf8.h"
+#include "vorek/connection_string.h"
 
 namespace vorek::desk {
 namespace {

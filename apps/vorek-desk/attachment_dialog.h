@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/attachment_manager.h"
-#include "platform/database.h"
+#include "vorek/attachment_manager.h"
+#include "vorek/database.h"
 
 class QTableWidget;
 class QPushButton;

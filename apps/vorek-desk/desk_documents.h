@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/documents.h"
+#include "vorek/documents.h"
 
 namespace vorek::desk {
 

@@ -10,9 +10,9 @@
 #include "engine/shared_helpers.h"
 #include "engine/world_state.h"
 #include "platform/connection_secrets.h"
-#include "platform/connection_string.h"
 #include "text/persian_date.h"
 #include "text/utf8.h"
+#include "vorek/connection_string.h"
 #include "vorek/qt.h"
 #ifdef VOREK_WITH_ACCESS
 #include "vorek/access.h"

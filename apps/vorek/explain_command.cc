@@ -8,9 +8,9 @@
 #include "author/report_stages.h"
 #include "command.h"
 #include "engine/world_state.h"
-#include "platform/connection_string.h"
 #include "shown_report.h"
 #include "text/number.h"
+#include "vorek/connection_string.h"
 
 namespace vorek {
 namespace {

@@ -7,11 +7,11 @@
 
 #include "command.h"
 #include "messages/persian_reason.h"
-#include "platform/temporary_files.h"
 #include "shown_report.h"
 #include "text/utf8.h"
 #include "vorek/export.h"
 #include "vorek/system.h"
+#include "vorek/temporary_files.h"
 
 namespace vorek {
 namespace {

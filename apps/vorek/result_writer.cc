@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/field_type.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

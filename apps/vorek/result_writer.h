@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "cell_table.h"
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek {
 

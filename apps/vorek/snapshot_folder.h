@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "author/grid_text.h"
-#include "platform/clock.h"
+#include "vorek/clock.h"
 
 namespace vorek {
 

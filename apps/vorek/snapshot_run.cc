@@ -8,9 +8,9 @@
 #include "engine/report_control.h"
 #include "engine/stop_reason.h"
 #include "engine/world_state.h"
-#include "platform/no_windows.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/no_windows.h"
 #include "widgets/form.h"
 
 namespace vorek {

@@ -6,9 +6,9 @@
 
 #include "command.h"
 #include "interrupt_watch.h"
-#include "platform/clock.h"
 #include "snapshot_folder.h"
 #include "snapshot_plan.h"
+#include "vorek/clock.h"
 #include "vorek/report.h"
 
 namespace vorek {

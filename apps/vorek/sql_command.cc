@@ -11,11 +11,11 @@
 #include "catalog/data_connection.h"
 #include "command.h"
 #include "interrupt_watch.h"
-#include "platform/connection_string.h"
-#include "platform/script.h"
 #include "progress_line.h"
 #include "result_writer.h"
 #include "text/utf8.h"
+#include "vorek/connection_string.h"
+#include "vorek/script.h"
 
 namespace vorek {
 namespace {

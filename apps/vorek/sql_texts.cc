@@ -4,8 +4,8 @@
 
 #include "adapters/system/database_option.h"
 #include "adapters/system/system_files.h"
-#include "platform/script.h"
 #include "vorek/error.h"
+#include "vorek/script.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

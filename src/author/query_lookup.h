@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "author/finding.h"
-#include "platform/result_set.h"
 #include "state/process.h"
 #include "vorek/error.h"
+#include "vorek/result_set.h"
 
 namespace vorek {
 

@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/database.h"
-#include "platform/pass_watch.h"
+#include "vorek/database.h"
+#include "vorek/pass_watch.h"
 
 namespace vorek {
 

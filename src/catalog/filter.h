@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 // The filter of a recordset, in ADO's grammar:
 //

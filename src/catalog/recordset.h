@@ -10,7 +10,7 @@
 
 #include "catalog/data_connection.h"
 #include "catalog/filter.h"
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek {
 

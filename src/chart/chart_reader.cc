@@ -8,7 +8,7 @@
 #include "chart/chart_builder.h"
 #include "chart/cross_chart.h"
 #include "grid/outline_mark.h"
-#include "platform/field_type.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

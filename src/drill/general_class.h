@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "grid/grid.h"
-#include "platform/clock.h"
+#include "vorek/clock.h"
 
 namespace vorek {
 

@@ -4,9 +4,9 @@
 
 #include "drill/result_line.h"
 #include "engine/report_head.h"
-#include "platform/clock.h"
 #include "text/persian_date.h"
 #include "text/utf8.h"
+#include "vorek/clock.h"
 
 namespace vorek {
 namespace {

@@ -5,7 +5,7 @@
 #include "engine/form_ask_user_report.h"
 #include "engine/world_state.h"
 #include "export/form_template.h"
-#include "platform/no_windows.h"
+#include "vorek/no_windows.h"
 
 namespace vorek {
 namespace {

@@ -4,9 +4,9 @@
 #include "eval/evaluation_code.h"
 #include "eval/evaluation_state.h"
 #include "eval/function_file.h"
-#include "platform/files.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/files.h"
 
 namespace vorek {
 

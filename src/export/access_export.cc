@@ -7,10 +7,10 @@
 
 #include "export/form_access.h"
 #include "export/plain_money.h"
-#include "platform/access_file.h"
 #include "text/cell_text.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "vorek/access_file.h"
 
 namespace vorek {
 namespace {

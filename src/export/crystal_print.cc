@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "catalog/report_row.h"
-#include "platform/print_job.h"
 #include "text/persian_date.h"
 #include "text/utf8.h"
+#include "vorek/print_job.h"
 
 namespace vorek {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/clock.h"
+#include "vorek/clock.h"
 
 namespace vorek {
 

@@ -8,7 +8,7 @@
 #include "export/form_template.h"
 #include "export/plain_money.h"
 #include "grid/report_context.h"
-#include "platform/output_file.h"
+#include "vorek/output_file.h"
 
 namespace vorek {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "grid/report_context.h"
-#include "platform/output_file.h"
+#include "vorek/output_file.h"
 
 namespace vorek {
 

@@ -2,10 +2,10 @@
 
 #include <array>
 
-#include "platform/access_file.h"
 #include "state/file_dialogs.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "vorek/access_file.h"
 #include "vorek/error.h"
 
 namespace vorek {

@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "grid/report_context.h"
-#include "platform/pass_watch.h"
+#include "vorek/pass_watch.h"
 
 namespace vorek {
 

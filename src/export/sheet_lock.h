@@ -1,7 +1,7 @@
 #ifndef VOREK_EXPORT_SHEET_LOCK_H_
 #define VOREK_EXPORT_SHEET_LOCK_H_
 
-#include "platform/spreadsheet.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek {
 

@@ -2,7 +2,7 @@
 #define VOREK_EXPORT_TABLE_EXPORT_H_
 
 #include "grid/report_context.h"
-#include "platform/output_file.h"
+#include "vorek/output_file.h"
 
 namespace vorek {
 

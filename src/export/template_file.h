@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/spreadsheet.h"
 #include "state/process.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek {
 

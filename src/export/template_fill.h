@@ -6,7 +6,7 @@
 
 #include "export/plain_money.h"
 #include "grid/report_context.h"
-#include "platform/output_file.h"
+#include "vorek/output_file.h"
 
 namespace vorek {
 

@@ -8,10 +8,10 @@
 #include "export/long_work.h"
 #include "export/plain_money.h"
 #include "export/text_output.h"
-#include "platform/spreadsheet.h"
 #include "text/character_set.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/output_file.h"
+#include "vorek/output_file.h"
 
 namespace vorek {
 

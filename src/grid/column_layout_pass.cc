@@ -4,10 +4,10 @@
 #include <limits>
 
 #include "catalog/report_row.h"
-#include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

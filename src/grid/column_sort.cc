@@ -7,9 +7,9 @@
 #include "grid/column_layout_pass.h"
 #include "grid/expression_columns.h"
 #include "grid/summary_label.h"
-#include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/utf8.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

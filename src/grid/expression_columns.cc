@@ -12,9 +12,9 @@
 #include "eval/prepared_formula.h"
 #include "grid/expression_formula.h"
 #include "grid/summary_label.h"
-#include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/number.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

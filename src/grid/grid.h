@@ -12,8 +12,8 @@
 
 #include "grid/format_store.h"
 #include "grid/grid_column.h"
-#include "platform/pass_watch.h"
 #include "vorek/grid.h"
+#include "vorek/pass_watch.h"
 #include "widgets/control.h"
 
 namespace vorek {

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "eval/held_number.h"
-#include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/number.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

@@ -10,10 +10,10 @@
 #include "catalog/filter.h"
 #include "grid/expression_columns.h"
 #include "grid/undrawn_pass.h"
-#include "platform/field_type.h"
 #include "text/cell_text.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

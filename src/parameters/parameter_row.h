@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "catalog/data_session.h"
-#include "platform/windows.h"
+#include "vorek/windows.h"
 
 namespace vorek {
 

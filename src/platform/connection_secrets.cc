@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/connection_string.h"
 #include "text/utf8.h"
+#include "vorek/connection_string.h"
 #include "vorek/error.h"
 
 namespace vorek {

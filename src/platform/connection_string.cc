@@ -1,4 +1,4 @@
-#include "platform/connection_string.h"
+#include "vorek/connection_string.h"
 
 #include <cstddef>
 

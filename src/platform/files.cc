@@ -1,4 +1,4 @@
-#include "platform/files.h"
+#include "vorek/files.h"
 
 #include <utility>
 

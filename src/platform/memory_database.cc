@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/field_type.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files.h"
 #include "vorek/error.h"
+#include "vorek/files.h"
 
 namespace vorek {
 

@@ -1,4 +1,4 @@
-#include "platform/no_windows.h"
+#include "vorek/no_windows.h"
 
 #include "text/number.h"
 #include "text/utf8.h"

@@ -1,4 +1,4 @@
-#include "platform/pass_watch.h"
+#include "vorek/pass_watch.h"
 
 #include "vorek/error.h"
 

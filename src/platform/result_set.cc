@@ -1,10 +1,10 @@
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 #include <array>
 #include <utility>
 
-#include "platform/field_type.h"
 #include "text/number.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 

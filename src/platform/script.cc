@@ -1,4 +1,4 @@
-#include "platform/script.h"
+#include "vorek/script.h"
 
 #include <algorithm>
 #include <charconv>

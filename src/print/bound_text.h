@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek::print {
 

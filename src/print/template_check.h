@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/result_set.h"
 #include "print/print_template.h"
+#include "vorek/result_set.h"
 
 namespace vorek::print {
 

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "catalog/data_connection.h"
-#include "platform/files.h"
-#include "platform/print_job.h"
 #include "platform/xml_element.h"
 #include "print/print_output.h"
+#include "vorek/files.h"
+#include "vorek/print_job.h"
 
 namespace vorek::print {
 

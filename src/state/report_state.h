@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/result_set.h"
 #include "state/calculation_trace.h"
 #include "state/confirmed_value.h"
 #include "state/form_metadata.h"
+#include "vorek/result_set.h"
 
 namespace vorek {
 

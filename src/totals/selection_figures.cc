@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "grid/summary_label.h"
-#include "platform/field_type.h"
 #include "totals/group_reports.h"
 #include "totals/group_totals.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

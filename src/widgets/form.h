@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows.h"
+#include "vorek/windows.h"
 #include "widgets/basic_controls.h"
 
 namespace vorek {

@@ -14,10 +14,10 @@
 
 #include "access/blank_file.h"
 #include "adapters/access/guarded_read.h"
-#include "platform/access_file.h"
-#include "platform/files.h"
 #include "vorek/access.h"
+#include "vorek/access_file.h"
 #include "vorek/error.h"
+#include "vorek/files.h"
 #include "vorek/system.h"
 
 namespace vorek {

@@ -8,11 +8,11 @@
 #include "author/security_rules.h"
 #include "author/select_list.h"
 #include "platform/memory_database.h"
-#include "platform/script.h"
 #include "state/process.h"
 #include "support/fixed_clock.h"
 #include "support/scripted_windows.h"
 #include "text/utf8.h"
+#include "vorek/script.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

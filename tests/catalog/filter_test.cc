@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "vorek/error.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "catalog/data_session.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/recordset_cases.h"
 #include "vorek/error.h"
+#include "vorek/field_type.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

@@ -1,11 +1,11 @@
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "platform/field_type.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

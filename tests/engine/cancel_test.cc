@@ -2,11 +2,11 @@
 
 #include "engine/flx_main_events.h"
 #include "engine/report_control.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
 #include "support/report_columns.h"
 #include "support/scripted_windows.h"
+#include "vorek/field_type.h"
 #include "vorek/report.h"
 
 namespace vorek {

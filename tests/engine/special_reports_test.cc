@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/field_type.h"
 #include "support/random_report.h"
+#include "vorek/field_type.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

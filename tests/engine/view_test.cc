@@ -5,11 +5,11 @@
 #include "engine/report_control.h"
 #include "engine/report_filter.h"
 #include "grid/column_layout_pass.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
 #include "support/report_columns.h"
 #include "support/scripted_windows.h"
+#include "vorek/field_type.h"
 #include "vorek/report.h"
 
 namespace vorek {

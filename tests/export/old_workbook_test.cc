@@ -14,9 +14,9 @@
 #include "adapters/system/system_files.h"
 #include "export/template_fill.h"
 #include "platform/memory_files.h"
-#include "platform/workbook_converter.h"
 #include "support/random_report.h"
 #include "vorek/system.h"
+#include "vorek/workbook_converter.h"
 #include "vorek/xlsx.h"
 
 namespace vorek {

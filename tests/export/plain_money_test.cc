@@ -8,9 +8,9 @@
 
 #include "export/text_export.h"
 #include "platform/memory_files.h"
-#include "platform/spreadsheet.h"
 #include "support/random_report.h"
 #include "text/cell_text.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek {
 namespace {

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
 #include "support/scripted_windows.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 namespace {

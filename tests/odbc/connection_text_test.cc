@@ -5,7 +5,7 @@
 #include "adapters/odbc/diagnostics.h"
 #include "adapters/odbc/value_text.h"
 #include "adapters/odbc/wide_text.h"
-#include "platform/connection_string.h"
+#include "vorek/connection_string.h"
 #include "vorek/error.h"
 
 namespace vorek::odbc {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek::odbc {
 

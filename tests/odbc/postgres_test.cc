@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "odbc/postgres_server.h"
-#include "platform/field_type.h"
 #include "vorek/error.h"
+#include "vorek/field_type.h"
 
 namespace vorek::odbc {
 namespace {

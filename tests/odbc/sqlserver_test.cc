@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "odbc/postgres_server.h"
-#include "platform/field_type.h"
 #include "vorek/error.h"
+#include "vorek/field_type.h"
 
 namespace vorek::odbc {
 namespace {

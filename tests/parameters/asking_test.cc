@@ -2,10 +2,10 @@
 
 #include "engine/form_ask_user_report.h"
 #include "engine/report_control.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
 #include "support/scripted_windows.h"
+#include "vorek/field_type.h"
 #include "vorek/report.h"
 
 // When a report asks: by its panel or by the dialog, and what goes on behind the dialog.

@@ -1,4 +1,4 @@
-#include "platform/text_pool.h"
+#include "vorek/text_pool.h"
 
 #include <gtest/gtest.h>
 

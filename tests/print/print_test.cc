@@ -3,12 +3,12 @@
 #include <cmath>
 #include <random>
 
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "print/base64.h"
 #include "print/print_document.h"
 #include "print/template_check.h"
 #include "print/template_job.h"
+#include "vorek/field_type.h"
 #include "vorek/xml.h"
 
 namespace vorek::print {

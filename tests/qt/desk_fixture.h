@@ -15,11 +15,11 @@
 #include "adapters/system/system_files.h"
 #include "desk_window.h"
 #include "engine/report_control.h"
-#include "platform/script.h"
 #include "qt_environment.h"
 #include "report_tab.h"
 #include "settings_file.h"
 #include "vorek/qt.h"
+#include "vorek/script.h"
 #include "vorek/sqlite.h"
 
 namespace vorek::qt {

@@ -24,11 +24,11 @@
 #include "messages/form_confirm.h"
 #include "messages/form_error.h"
 #include "messages/form_message.h"
-#include "platform/field_type.h"
 #include "qt_environment.h"
 #include "support/fixed_clock.h"
 #include "totals/form_filter.h"
 #include "totals/form_quick_search.h"
+#include "vorek/field_type.h"
 #include "widgets/basic_controls.h"
 
 namespace vorek::qt {

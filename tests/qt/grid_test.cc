@@ -12,9 +12,9 @@
 #include "adapters/qt/presenter.h"
 #include "catalog/data_session.h"
 #include "grid/summary_label.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "qt_environment.h"
+#include "vorek/field_type.h"
 #include "widgets/basic_controls.h"
 
 namespace vorek::qt {

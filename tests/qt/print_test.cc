@@ -13,8 +13,8 @@
 #include "desk_fixture.h"
 #include "engine/grid_heading.h"
 #include "export/crystal_print.h"
-#include "platform/files.h"
 #include "print/template_job.h"
+#include "vorek/files.h"
 #include "vorek/system.h"
 #include "vorek/xml.h"
 

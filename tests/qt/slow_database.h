@@ -8,7 +8,7 @@
 #include <string_view>
 #include <thread>
 
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek::qt {
 

@@ -8,9 +8,9 @@
 #include <string>
 
 #include "engine/report_control.h"
-#include "platform/database.h"
 #include "sample_database.h"
 #include "text/cell_text.h"
+#include "vorek/database.h"
 #include "vorek/report.h"
 #include "vorek/system.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "adapters/system/system_files.h"
-#include "platform/script.h"
+#include "vorek/script.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
 #include "sample_database.h"
+#include "vorek/database.h"
 #include "vorek/error.h"
 #include "vorek/report.h"
 #include "vorek/sqlite.h"

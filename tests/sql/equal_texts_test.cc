@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "adapters/sqlite/functions.h"
-#include "platform/database.h"
 #include "text/collation.h"
 #include "text/utf8.h"
+#include "vorek/database.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "adapters/sqlite/explain.h"
-#include "platform/database.h"
-#include "platform/field_type.h"
-#include "platform/script.h"
+#include "vorek/database.h"
+#include "vorek/field_type.h"
+#include "vorek/script.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
+#include "vorek/database.h"
 #include "vorek/sqlite.h"
 
 namespace vorek {

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <memory>
 
-#include "platform/script.h"
+#include "vorek/script.h"
 
 namespace vorek {
 namespace {

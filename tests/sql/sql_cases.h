@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek {
 

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
 #include "sql_cases.h"
+#include "vorek/database.h"
 #include "vorek/sqlite.h"
 #ifdef VOREK_WITH_ODBC
 #include "vorek/odbc.h"

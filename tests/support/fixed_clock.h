@@ -1,7 +1,7 @@
 #ifndef VOREK_TESTS_SUPPORT_FIXED_CLOCK_H_
 #define VOREK_TESTS_SUPPORT_FIXED_CLOCK_H_
 
-#include "platform/clock.h"
+#include "vorek/clock.h"
 
 namespace vorek {
 

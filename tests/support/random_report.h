@@ -13,10 +13,10 @@
 #include "grid/expression_columns.h"
 #include "grid/report_context.h"
 #include "grid/summary_label.h"
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "support/fixed_clock.h"
 #include "support/scripted_windows.h"
+#include "vorek/field_type.h"
 
 // Filled reports made at random, two of a kind for each seed, so that a pass can be held against a
 // plain reading of its rules.

@@ -8,10 +8,10 @@
 
 #include "catalog/data_session.h"
 #include "catalog/recordset.h"
-#include "platform/database.h"
-#include "platform/field_type.h"
 #include "text/utf8.h"
+#include "vorek/database.h"
 #include "vorek/error.h"
+#include "vorek/field_type.h"
 
 // One set of cases over every provider: each makes the same three rows of tblItem. A test program
 // includes them and instantiates RecordsetTest for its providers.

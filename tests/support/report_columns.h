@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
+#include "vorek/field_type.h"
 
 namespace vorek {
 

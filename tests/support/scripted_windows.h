@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/no_windows.h"
+#include "vorek/no_windows.h"
 #include "widgets/form.h"
 
 namespace vorek {

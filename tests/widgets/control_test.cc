@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/no_windows.h"
 #include "vorek/error.h"
+#include "vorek/no_windows.h"
 #include "widgets/basic_controls.h"
 #include "widgets/form.h"
 #include "widgets/vorek_date.h"

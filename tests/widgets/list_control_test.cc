@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "platform/field_type.h"
 #include "platform/memory_database.h"
 #include "vorek/error.h"
+#include "vorek/field_type.h"
 #include "widgets/vorek_entity_picker.h"
 #include "widgets/vorek_multi_select.h"
 #include "widgets/vorek_selector.h"

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "adapters/xlsx/archive.h"
-#include "platform/spreadsheet.h"
 #include "vorek/error.h"
+#include "vorek/spreadsheet.h"
 #include "vorek/xlsx.h"
 #include "xlsx/workbook_files.h"
 

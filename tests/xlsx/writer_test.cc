@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/spreadsheet.h"
 #include "vorek/error.h"
+#include "vorek/spreadsheet.h"
 #include "vorek/xlsx.h"
 #include "xlsx/workbook_files.h"
 

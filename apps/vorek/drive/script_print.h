@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/print_job.h"
+#include "vorek/print_job.h"
 
 namespace vorek::drive {
 

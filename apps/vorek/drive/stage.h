@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/clipboard.h"
-#include "platform/clock.h"
-#include "platform/documents.h"
-#include "platform/file_dialogs.h"
-#include "platform/no_windows.h"
+#include "vorek/clipboard.h"
+#include "vorek/clock.h"
+#include "vorek/documents.h"
+#include "vorek/file_dialogs.h"
+#include "vorek/no_windows.h"
 #include "widgets/form.h"
 
 namespace vorek::drive {

@@ -1,4 +1,4 @@
-#include "platform/access_file.h"
+#include "vorek/access_file.h"
 
 #include <algorithm>
 #include <optional>
@@ -6,11 +6,11 @@
 
 #include "adapters/access/jet_append.h"
 #include "adapters/access/schema.h"
-#include "platform/files.h"
 #include "text/number.h"
 #include "text/utf8.h"
 #include "vorek/access.h"
 #include "vorek/error.h"
+#include "vorek/files.h"
 
 namespace vorek {
 namespace {

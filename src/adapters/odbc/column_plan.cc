@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "adapters/odbc/wide_text.h"
-#include "platform/field_type.h"
 #include "text/utf8.h"
+#include "vorek/field_type.h"
 
 namespace vorek::odbc {
 namespace {

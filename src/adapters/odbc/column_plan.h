@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek::odbc {
 

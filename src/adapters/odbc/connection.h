@@ -10,7 +10,7 @@
 
 #include "adapters/odbc/session.h"
 #include "adapters/odbc/worker.h"
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek::odbc {
 

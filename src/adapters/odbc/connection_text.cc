@@ -4,9 +4,9 @@
 #include <array>
 #include <utility>
 
-#include "platform/connection_string.h"
 #include "text/number.h"
 #include "text/utf8.h"
+#include "vorek/connection_string.h"
 #include "vorek/error.h"
 
 namespace vorek::odbc {

@@ -8,7 +8,7 @@
 
 #include "adapters/odbc/connection.h"
 #include "adapters/odbc/wide_text.h"
-#include "platform/database.h"
+#include "vorek/database.h"
 #include "vorek/odbc.h"
 
 namespace vorek {

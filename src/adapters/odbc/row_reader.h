@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "adapters/odbc/column_plan.h"
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek::odbc {
 

@@ -17,7 +17,7 @@
 #include "adapters/odbc/handle.h"
 #include "adapters/odbc/row_reader.h"
 #include "adapters/odbc/watchdog.h"
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek::odbc {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "adapters/qt/busy_screen.h"
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek::qt {
 

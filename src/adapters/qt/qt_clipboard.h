@@ -1,7 +1,7 @@
 #ifndef VOREK_ADAPTERS_QT_QT_CLIPBOARD_H_
 #define VOREK_ADAPTERS_QT_QT_CLIPBOARD_H_
 
-#include "platform/clipboard.h"
+#include "vorek/clipboard.h"
 
 namespace vorek::qt {
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "adapters/qt/busy_screen.h"
-#include "platform/file_dialogs.h"
+#include "vorek/file_dialogs.h"
 
 namespace vorek::qt {
 

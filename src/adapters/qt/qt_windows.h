@@ -6,7 +6,7 @@
 
 #include "adapters/qt/busy_screen.h"
 #include "adapters/qt/form_window.h"
-#include "platform/windows.h"
+#include "vorek/windows.h"
 
 namespace vorek::qt {
 

@@ -12,7 +12,7 @@
 
 #include "adapters/sqlite/runner.h"
 #include "adapters/sqlite/schema.h"
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek::sqlite {
 

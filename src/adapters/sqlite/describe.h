@@ -2,7 +2,7 @@
 #define VOREK_ADAPTERS_SQLITE_DESCRIBE_H_
 
 #include "adapters/sqlite/schema.h"
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek::sqlite {
 

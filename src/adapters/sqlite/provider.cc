@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "adapters/sqlite/connection.h"
-#include "platform/connection_string.h"
-#include "platform/database.h"
 #include "text/utf8.h"
+#include "vorek/connection_string.h"
+#include "vorek/database.h"
 #include "vorek/error.h"
 #include "vorek/sqlite.h"
 

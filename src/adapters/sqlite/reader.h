@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "adapters/sqlite/bind.h"
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 namespace vorek::sqlite {
 

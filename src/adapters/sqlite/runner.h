@@ -14,8 +14,8 @@
 #include "adapters/sqlite/plan.h"
 #include "adapters/sqlite/schema.h"
 #include "adapters/sqlite/syntax.h"
-#include "platform/database.h"
-#include "platform/result_set.h"
+#include "vorek/database.h"
+#include "vorek/result_set.h"
 
 namespace vorek::sqlite {
 

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "platform/field_type.h"
 #include "text/utf8.h"
+#include "vorek/field_type.h"
 
 namespace vorek::sqlite {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/result_set.h"
+#include "vorek/result_set.h"
 
 // The types of the dialect, how they combine, and how SQLite keeps them:
 //   whole numbers, bit       an integer

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/pass_watch.h"
+#include "vorek/pass_watch.h"
 
 namespace vorek {
 

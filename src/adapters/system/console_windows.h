@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "platform/no_windows.h"
+#include "vorek/no_windows.h"
 #include "widgets/form.h"
 
 namespace vorek {

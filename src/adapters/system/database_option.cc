@@ -3,8 +3,8 @@
 #include "adapters/system/settings_folder.h"
 #include "adapters/system/system_files.h"
 #include "platform/connection_secrets.h"
-#include "platform/connection_string.h"
 #include "text/utf8.h"
+#include "vorek/connection_string.h"
 
 namespace vorek {
 namespace {

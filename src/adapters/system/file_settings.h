@@ -5,10 +5,10 @@
 #include <string>
 #include <utility>
 
-#include "platform/files.h"
-#include "platform/settings.h"
 #include "text/key_value_file.h"
+#include "vorek/files.h"
 #include "vorek/property_store.h"
+#include "vorek/settings.h"
 
 namespace vorek {
 

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <thread>
 
-#include "platform/documents.h"
+#include "vorek/documents.h"
 #include "vorek/error.h"
 #include "vorek/system.h"
 

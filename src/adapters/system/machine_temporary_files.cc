@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/temporary_files.h"
 #include "vorek/error.h"
 #include "vorek/system.h"
+#include "vorek/temporary_files.h"
 
 namespace vorek {
 namespace {

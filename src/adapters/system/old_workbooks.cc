@@ -6,9 +6,9 @@
 
 #include "adapters/system/child_process.h"
 #include "adapters/system/system_files.h"
-#include "platform/workbook_converter.h"
 #include "vorek/error.h"
 #include "vorek/system.h"
+#include "vorek/workbook_converter.h"
 
 namespace vorek {
 namespace {

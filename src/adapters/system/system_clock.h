@@ -1,7 +1,7 @@
 #ifndef VOREK_ADAPTERS_SYSTEM_SYSTEM_CLOCK_H_
 #define VOREK_ADAPTERS_SYSTEM_SYSTEM_CLOCK_H_
 
-#include "platform/clock.h"
+#include "vorek/clock.h"
 
 namespace vorek {
 

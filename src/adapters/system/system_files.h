@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files.h"
+#include "vorek/files.h"
 
 namespace vorek {
 

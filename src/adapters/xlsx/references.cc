@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "adapters/xlsx/sheet_xml.h"
-#include "platform/spreadsheet.h"
 #include "text/utf8.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek::xlsx {
 namespace {

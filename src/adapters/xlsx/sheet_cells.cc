@@ -6,8 +6,8 @@
 
 #include "adapters/xlsx/sheet_xml.h"
 #include "adapters/xlsx/xml_tree.h"
-#include "platform/spreadsheet.h"
 #include "vorek/error.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek::xlsx {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "adapters/xlsx/references.h"
-#include "platform/pass_watch.h"
+#include "vorek/pass_watch.h"
 
 namespace vorek::xlsx {
 

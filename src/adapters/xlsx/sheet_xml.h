@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/spreadsheet.h"
+#include "vorek/spreadsheet.h"
 
 // The words of a workbook's XML that new and filled workbooks share.
 namespace vorek::xlsx {

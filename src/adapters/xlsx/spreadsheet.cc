@@ -1,4 +1,4 @@
-#include "platform/spreadsheet.h"
+#include "vorek/spreadsheet.h"
 
 #include <utility>
 

@@ -10,7 +10,7 @@
 
 #include "adapters/xlsx/archive.h"
 #include "adapters/xlsx/sheet_cells.h"
-#include "platform/spreadsheet.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek::xlsx {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "platform/spreadsheet.h"
+#include "vorek/spreadsheet.h"
 
 // The parts of a new workbook beside its sheets.
 namespace vorek::xlsx {

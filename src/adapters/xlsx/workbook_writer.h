@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "adapters/xlsx/zip_writer.h"
-#include "platform/spreadsheet.h"
+#include "vorek/spreadsheet.h"
 
 namespace vorek::xlsx {
 

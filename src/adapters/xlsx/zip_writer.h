@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/output_file.h"
+#include "vorek/output_file.h"
 
 namespace vorek::xlsx {
 

@@ -1,7 +1,7 @@
-#ifndef VOREK_PLATFORM_NO_WINDOWS_H_
-#define VOREK_PLATFORM_NO_WINDOWS_H_
+#ifndef VOREK_NO_WINDOWS_H_
+#define VOREK_NO_WINDOWS_H_
 
-#include "platform/windows.h"
+#include "vorek/windows.h"
 
 namespace vorek {
 
@@ -23,4 +23,4 @@ class NoWindows : public Windows {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_NO_WINDOWS_H_
+#endif  // VOREK_NO_WINDOWS_H_

@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_WINDOWS_H_
-#define VOREK_PLATFORM_WINDOWS_H_
+#ifndef VOREK_WINDOWS_H_
+#define VOREK_WINDOWS_H_
 
 #include <cstdint>
 #include <string_view>
@@ -73,4 +73,4 @@ class Windows {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_WINDOWS_H_
+#endif  // VOREK_WINDOWS_H_

@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_DOCUMENTS_H_
-#define VOREK_PLATFORM_DOCUMENTS_H_
+#ifndef VOREK_DOCUMENTS_H_
+#define VOREK_DOCUMENTS_H_
 
 #include <string>
 
@@ -19,4 +19,4 @@ class Documents {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_DOCUMENTS_H_
+#endif  // VOREK_DOCUMENTS_H_

@@ -1,10 +1,10 @@
-#ifndef VOREK_PLATFORM_PASS_WATCH_H_
-#define VOREK_PLATFORM_PASS_WATCH_H_
+#ifndef VOREK_PASS_WATCH_H_
+#define VOREK_PASS_WATCH_H_
 
 #include <cstdint>
 #include <functional>
 
-#include "platform/windows.h"
+#include "vorek/windows.h"
 
 namespace vorek {
 
@@ -79,4 +79,4 @@ class PassWatch {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_PASS_WATCH_H_
+#endif  // VOREK_PASS_WATCH_H_

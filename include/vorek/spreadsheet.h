@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_SPREADSHEET_H_
-#define VOREK_PLATFORM_SPREADSHEET_H_
+#ifndef VOREK_SPREADSHEET_H_
+#define VOREK_SPREADSHEET_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/output_file.h"
-#include "platform/pass_watch.h"
+#include "vorek/output_file.h"
+#include "vorek/pass_watch.h"
 
 namespace vorek {
 
@@ -140,4 +140,4 @@ class Spreadsheet {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_SPREADSHEET_H_
+#endif  // VOREK_SPREADSHEET_H_

@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_ACCESS_FILE_H_
-#define VOREK_PLATFORM_ACCESS_FILE_H_
+#ifndef VOREK_ACCESS_FILE_H_
+#define VOREK_ACCESS_FILE_H_
 
 #include <cstdint>
 #include <memory>
@@ -49,4 +49,4 @@ class AccessFile {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_ACCESS_FILE_H_
+#endif  // VOREK_ACCESS_FILE_H_

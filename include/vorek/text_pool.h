@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_TEXT_POOL_H_
-#define VOREK_PLATFORM_TEXT_POOL_H_
+#ifndef VOREK_TEXT_POOL_H_
+#define VOREK_TEXT_POOL_H_
 
 #include <array>
 #include <cstddef>
@@ -53,4 +53,4 @@ class TextPool {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_TEXT_POOL_H_
+#endif  // VOREK_TEXT_POOL_H_

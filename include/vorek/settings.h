@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_SETTINGS_H_
-#define VOREK_PLATFORM_SETTINGS_H_
+#ifndef VOREK_SETTINGS_H_
+#define VOREK_SETTINGS_H_
 
 #include <string>
 
@@ -21,4 +21,4 @@ class Settings {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_SETTINGS_H_
+#endif  // VOREK_SETTINGS_H_

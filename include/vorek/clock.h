@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_CLOCK_H_
-#define VOREK_PLATFORM_CLOCK_H_
+#ifndef VOREK_CLOCK_H_
+#define VOREK_CLOCK_H_
 
 #include <string>
 
@@ -23,4 +23,4 @@ class Clock {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_CLOCK_H_
+#endif  // VOREK_CLOCK_H_

@@ -1,9 +1,9 @@
-#ifndef VOREK_PLATFORM_WORKBOOK_CONVERTER_H_
-#define VOREK_PLATFORM_WORKBOOK_CONVERTER_H_
+#ifndef VOREK_WORKBOOK_CONVERTER_H_
+#define VOREK_WORKBOOK_CONVERTER_H_
 
 #include <string>
 
-#include "platform/pass_watch.h"
+#include "vorek/pass_watch.h"
 
 namespace vorek {
 
@@ -24,4 +24,4 @@ class WorkbookConverter {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_WORKBOOK_CONVERTER_H_
+#endif  // VOREK_WORKBOOK_CONVERTER_H_

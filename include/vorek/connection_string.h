@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_CONNECTION_STRING_H_
-#define VOREK_PLATFORM_CONNECTION_STRING_H_
+#ifndef VOREK_CONNECTION_STRING_H_
+#define VOREK_CONNECTION_STRING_H_
 
 #include <initializer_list>
 #include <string>
@@ -29,4 +29,4 @@ std::string ConnectionValue(const std::vector<ConnectionPiece>& pieces,
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_CONNECTION_STRING_H_
+#endif  // VOREK_CONNECTION_STRING_H_

@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_FILE_DIALOGS_H_
-#define VOREK_PLATFORM_FILE_DIALOGS_H_
+#ifndef VOREK_FILE_DIALOGS_H_
+#define VOREK_FILE_DIALOGS_H_
 
 #include <string>
 
@@ -25,4 +25,4 @@ class FileDialogs {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_FILE_DIALOGS_H_
+#endif  // VOREK_FILE_DIALOGS_H_

@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_DATABASE_H_
-#define VOREK_PLATFORM_DATABASE_H_
+#ifndef VOREK_DATABASE_H_
+#define VOREK_DATABASE_H_
 
 #include <cstddef>
 #include <functional>
@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/result_set.h"
 #include "vorek/error.h"
+#include "vorek/result_set.h"
 
 namespace vorek {
 
@@ -67,4 +67,4 @@ class DatabaseProvider {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_DATABASE_H_
+#endif  // VOREK_DATABASE_H_

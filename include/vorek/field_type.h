@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_FIELD_TYPE_H_
-#define VOREK_PLATFORM_FIELD_TYPE_H_
+#ifndef VOREK_FIELD_TYPE_H_
+#define VOREK_FIELD_TYPE_H_
 
 namespace vorek {
 
@@ -39,4 +39,4 @@ enum FieldType : int {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_FIELD_TYPE_H_
+#endif  // VOREK_FIELD_TYPE_H_

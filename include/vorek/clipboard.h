@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_CLIPBOARD_H_
-#define VOREK_PLATFORM_CLIPBOARD_H_
+#ifndef VOREK_CLIPBOARD_H_
+#define VOREK_CLIPBOARD_H_
 
 #include <string>
 
@@ -16,4 +16,4 @@ class Clipboard {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_CLIPBOARD_H_
+#endif  // VOREK_CLIPBOARD_H_

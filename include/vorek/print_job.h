@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_PRINT_JOB_H_
-#define VOREK_PLATFORM_PRINT_JOB_H_
+#ifndef VOREK_PRINT_JOB_H_
+#define VOREK_PRINT_JOB_H_
 
 #include <cstdint>
 #include <memory>
@@ -35,4 +35,4 @@ class PrintJobs {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_PRINT_JOB_H_
+#endif  // VOREK_PRINT_JOB_H_

@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_RESULT_SET_H_
-#define VOREK_PLATFORM_RESULT_SET_H_
+#ifndef VOREK_RESULT_SET_H_
+#define VOREK_RESULT_SET_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text_pool.h"
+#include "vorek/text_pool.h"
 
 namespace vorek {
 
@@ -128,4 +128,4 @@ using ResultSetPtr = std::shared_ptr<const ResultSet>;
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_RESULT_SET_H_
+#endif  // VOREK_RESULT_SET_H_

@@ -1,11 +1,11 @@
-#ifndef VOREK_PLATFORM_FILES_H_
-#define VOREK_PLATFORM_FILES_H_
+#ifndef VOREK_FILES_H_
+#define VOREK_FILES_H_
 
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include "platform/output_file.h"
+#include "vorek/output_file.h"
 
 namespace vorek {
 
@@ -39,4 +39,4 @@ class Files {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_FILES_H_
+#endif  // VOREK_FILES_H_

@@ -1,11 +1,11 @@
-#ifndef VOREK_PLATFORM_SCRIPT_H_
-#define VOREK_PLATFORM_SCRIPT_H_
+#ifndef VOREK_SCRIPT_H_
+#define VOREK_SCRIPT_H_
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/database.h"
+#include "vorek/database.h"
 
 namespace vorek {
 
@@ -35,4 +35,4 @@ std::vector<ResultSetPtr> RunScript(DatabaseConnection& connection, std::string_
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_SCRIPT_H_
+#endif  // VOREK_SCRIPT_H_

@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_ATTACHMENT_MANAGER_H_
-#define VOREK_PLATFORM_ATTACHMENT_MANAGER_H_
+#ifndef VOREK_ATTACHMENT_MANAGER_H_
+#define VOREK_ATTACHMENT_MANAGER_H_
 
 #include <cstdint>
 #include <string>
@@ -23,4 +23,4 @@ class AttachmentManager {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_ATTACHMENT_MANAGER_H_
+#endif  // VOREK_ATTACHMENT_MANAGER_H_

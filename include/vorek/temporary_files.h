@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_TEMPORARY_FILES_H_
-#define VOREK_PLATFORM_TEMPORARY_FILES_H_
+#ifndef VOREK_TEMPORARY_FILES_H_
+#define VOREK_TEMPORARY_FILES_H_
 
 #include <string>
 
@@ -20,4 +20,4 @@ class TemporaryFiles {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_TEMPORARY_FILES_H_
+#endif  // VOREK_TEMPORARY_FILES_H_

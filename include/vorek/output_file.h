@@ -1,5 +1,5 @@
-#ifndef VOREK_PLATFORM_OUTPUT_FILE_H_
-#define VOREK_PLATFORM_OUTPUT_FILE_H_
+#ifndef VOREK_OUTPUT_FILE_H_
+#define VOREK_OUTPUT_FILE_H_
 
 #include <cstdint>
 #include <string_view>
@@ -21,4 +21,4 @@ class OutputFile {
 
 }  // namespace vorek
 
-#endif  // VOREK_PLATFORM_OUTPUT_FILE_H_
+#endif  // VOREK_OUTPUT_FILE_H_
