@@ -13,6 +13,7 @@
 #include "connect_dialog.h"
 #include "desk_style.h"
 #include "desk_window.h"
+#include "report_tab.h"
 #include "settings_file.h"
 #include "vorek/version.h"
 
@@ -64,10 +65,19 @@ QPixmap Picture(DeskWindow& window) {
   return picture;
 }
 
-// Takes the picture when everything has come to rest, and ends the program, also out of a form.
-void RenderLater(DeskWindow& window, const QString& file) {
-  constexpr int kRest = 600;  // milliseconds
-  QTimer::singleShot(kRest, &window, [&window, file] {
+// Nothing is left to come: a form waits for its user, or the report on show has run.
+bool IsAtRest(const DeskWindow& window, bool opened) {
+  if (QApplication::activeModalWidget() != nullptr) return true;
+  const ReportTab* const tab = window.CurrentTab();
+  return opened && (tab == nullptr || !tab->Running());
+}
+
+// Takes the picture when the window was at rest twice, and ends the program, also out of a form.
+void RenderLater(DeskWindow& window, const QString& file, const bool& opened, int rests = 0) {
+  constexpr int kWait = 300;  // milliseconds
+  QTimer::singleShot(kWait, &window, [&window, file, &opened, rests] {
+    const int now = IsAtRest(window, opened) ? rests + 1 : 0;
+    if (now < 2) return RenderLater(window, file, opened, now);
     const bool written = Picture(window).save(file);
     if (!written) QTextStream(stderr) << "vorek-desk: " << file << " can't be written\n";
     QApplication::exit(written ? 0 : 1);
@@ -114,7 +124,8 @@ int Main(const QApplication& app) {
   DeskWindow window(settings, parser.value("forms"));
   TakeSize(window, parser.value("size"));
   window.show();
-  if (render) RenderLater(window, parser.value("render"));
+  bool opened = false;
+  if (render) RenderLater(window, parser.value("render"), opened);
   // Out of the event loop, so that ending the program ends a form too.
   QTimer::singleShot(0, &window, [&] {
     if (!parser.isSet("db")) {
@@ -124,6 +135,7 @@ int Main(const QApplication& app) {
     } else {
       QApplication::exit(1);
     }
+    opened = true;
   });
   return QApplication::exec();
 }

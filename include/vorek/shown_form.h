@@ -8,8 +8,8 @@ namespace vorek {
 
 class Form;
 
-// What a screen of a host's own can tell of a form that it is given (Windows::ShowModal), and what it
-// can do with it. Windows that show every control are in qt.h.
+// What a screen of a host's own can tell of a form that it is given (Windows::ShowModal), and what
+// it can do with it. Windows that show every control are in qt.h.
 struct ShownForm {
   std::string name;     // "FormMessage"
   std::string caption;  // of its window
