@@ -265,9 +265,16 @@ TEST_F(CancelTest, ClosesAWindowThatWasClosedMeanwhile) {
 // A window with a report of 300,000 rows that goes through its passes on the screen's own thread.
 class PassCancelTest : public CancelTest {
  protected:
+  // So many that a pass over them takes longer than the wait between two looks at the keyboard.
+#ifdef NDEBUG
+  static constexpr std::int32_t kRows = 2'000'000;
+#else
+  static constexpr std::int32_t kRows = 300'000;
+#endif
   PassCancelTest() {
     widget->Report().SetUseThisQuery(
-        "select top 300000 a.InvoiceID, a.Quantity, b.Quantity as c, "
+        "select top " + std::to_string(kRows) +
+        " a.InvoiceID, a.Quantity, b.Quantity as c, "
         "a.InvoiceID * 4000 + b.InvoiceID as d, "
         "N'شرح ' + cast(a.InvoiceID * 4000 + b.InvoiceID as nvarchar(20)) as t "
         "from tblSaleInvoiceDetail a cross join tblSaleInvoiceDetail b");
@@ -298,7 +305,7 @@ TEST_F(PassCancelTest, EndsARunInThePassesBehindItsQuery) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
   EXPECT_TRUE(widget->View(224));
-  EXPECT_EQ(Main().Rows(), 300001);
+  EXPECT_EQ(Main().Rows(), kRows + 1);
 }
 
 // Escape that comes before the rows move leaves them.
@@ -313,7 +320,7 @@ TEST_F(PassCancelTest, LeavesTheRowsWhenASortIsCancelled) {
   EXPECT_EQ(Main().TextMatrix(1, 5), first);
   EXPECT_EQ(Main().SortedBy(), SortMark{});
   Main().MouseDown(1, 0, 0, 0);
-  EXPECT_EQ(Main().TextMatrix(1, 5), "شرح 100001");
+  EXPECT_TRUE(Main().TextMatrix(1, 5).starts_with("شرح 1000")) << Main().TextMatrix(1, 5);
 }
 
 // What reads rows in slices doesn't read them while a pass changes them.
