@@ -30,14 +30,6 @@ bool MayHoldControls(std::string_view text) {
                      [](unsigned char c) { return c < 0x20 || c == 0x7F || c == 0xC2; });
 }
 
-std::string Printable(std::string_view text) {
-  if (!MayHoldControls(text)) return std::string(text);
-  std::string out;
-  for (std::size_t at = 0; at < text.size();)
-    text::AppendUtf8(out, Picture(text::DecodeAt(text, at)));
-  return out;
-}
-
 std::string Shown(const CellTable& table, std::size_t row, std::size_t column) {
   std::string scratch;
   const std::optional<std::string_view> cell = table.Cell(row, column, scratch);
@@ -133,6 +125,15 @@ void WriteLines(const CellTable& table, char between, AppendCell append, std::os
 }
 
 }  // namespace
+
+std::string Printable(std::string_view text) {
+  if (!MayHoldControls(text)) return std::string(text);
+  std::string out;
+  for (std::size_t at = 0; at < text.size();) {
+    text::AppendUtf8(out, Picture(text::DecodeAt(text, at)));
+  }
+  return out;
+}
 
 void WriteTable(const CellTable& table, std::ostream& out) {
   const std::vector<TableColumn> columns = MeasureColumns(table);

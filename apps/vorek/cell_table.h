@@ -32,6 +32,9 @@ class CellTable {
 // orders to the terminal. A NULL is NULL, and a text of these four letters 'NULL'.
 void WriteTable(const CellTable& table, std::ostream& out);
 
+// The text as such a table shows it.
+std::string Printable(std::string_view text);
+
 // A line a row, tabs between. In a cell \t, \n, \r and \\ stand for the characters; \N is a NULL.
 void WriteTsv(const CellTable& table, std::ostream& out);
 

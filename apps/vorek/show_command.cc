@@ -24,7 +24,7 @@ void WriteGrid(ReportControl& control, const std::string& format) {
   } else if (format == "json") {
     WriteJson(grid, control.state.ReportID, control.state.Title, std::cout);
   } else {
-    std::cout << control.state.Title << '\n';
+    std::cout << Printable(control.state.Title) << '\n';
     WriteTable(GridTable(grid), std::cout);
   }
 }
