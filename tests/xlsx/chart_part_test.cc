@@ -65,7 +65,7 @@ TEST(ChartPart, EachKindIsDrawnAsSuch) {
   };
   for (const Case& tried : {Case{ChartKind::kStackedBars, "chart BarChart stacked at", 2},
                             Case{ChartKind::kLines, "chart LineChart standard at", 2},
-                            Case{ChartKind::kShares, "chart PieChart  at", 1}}) {
+                            Case{ChartKind::kShares, "chart DoughnutChart  at", 1}}) {
     const std::string read = ReadByOpenpyxl(Written(Sales(tried.kind)));
     EXPECT_NE(read.find(tried.line), std::string::npos) << read;
     std::size_t series = 0;

@@ -107,9 +107,13 @@ std::string SeriesLook(const SheetChart& chart, std::size_t series) {
     xml += "<c:dPt>" + Value("idx", std::to_string(part)) + "<c:bubble3D val=\"0\"/><c:spPr>" +
            Fill(part) + "</c:spPr></c:dPt>";
   }
-  return xml + "<c:dLbls>" + Value("showLegendKey", "0") + Value("showVal", "0") +
-         Value("showCatName", "0") + Value("showSerName", "0") + Value("showPercent", "1") +
-         Value("showBubbleSize", "0") + Value("showLeaderLines", "0") + "</c:dLbls>";
+  return xml +
+         "<c:dLbls><c:txPr><a:bodyPr/><a:p><a:pPr><a:defRPr b=\"1\"><a:solidFill><a:srgbClr "
+         "val=\"FFFFFF\"/></a:solidFill></a:defRPr></a:pPr><a:endParaRPr lang=\"fa-IR\"/></a:p>"
+         "</c:txPr>" +
+         Value("showLegendKey", "0") + Value("showVal", "0") + Value("showCatName", "0") +
+         Value("showSerName", "0") + Value("showPercent", "1") + Value("showBubbleSize", "0") +
+         Value("showLeaderLines", "0") + "</c:dLbls>";
 }
 
 std::string SeriesXml(const SheetChart& chart, const Places& places, std::size_t series) {
@@ -172,8 +176,8 @@ std::string Plot(const SheetChart& chart) {
   const std::string axes = Value("axId", kCategoryAxis) + Value("axId", kValueAxis);
   switch (chart.kind) {
     case ChartKind::kShares:
-      return "<c:pieChart>" + Value("varyColors", "1") + AllSeries(chart) +
-             Value("firstSliceAng", "0") + "</c:pieChart>";
+      return "<c:doughnutChart>" + Value("varyColors", "1") + AllSeries(chart) +
+             Value("firstSliceAng", "0") + Value("holeSize", "55") + "</c:doughnutChart>";
     case ChartKind::kLines:
       return "<c:lineChart>" + Value("grouping", "standard") + Value("varyColors", "0") +
              AllSeries(chart) + Value("marker", "1") + axes + "</c:lineChart>" + Axes(chart);
