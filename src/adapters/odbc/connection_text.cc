@@ -49,29 +49,60 @@ bool IsBare(std::string_view value) {
          value.front() != ' ' && value.back() != ' ';
 }
 
+// Which letters stand for themselves, and what braces do, is every driver's own.
+enum class Dialect { kStandard, kFreeTds, kPostgres };
+
+Dialect DialectOf(std::string_view driver) {
+  if (IsFreeTds(driver)) return Dialect::kFreeTds;
+  const bool postgres = text::ContainsIgnoreCase(driver, "PostgreSQL") ||
+                        text::ContainsIgnoreCase(driver, "psqlodbc");
+  return postgres ? Dialect::kPostgres : Dialect::kStandard;
+}
+
+[[noreturn]] void Refuse(std::string_view driver, std::string_view what, std::string_view key) {
+  throw Error(ErrorNumber::kConnection, std::string(driver) + " takes no \"" + std::string(what) +
+                                            "\" within a value: " + std::string(key) + ".");
+}
+
 // FreeTDS reads up to the first "};", and a doubled brace as two.
 std::string QuoteForFreeTds(std::string_view key, std::string_view value) {
   if (IsBare(value)) return std::string(value);
-  if (text::Contains(value, "};")) {
-    throw Error(ErrorNumber::kConnection,
-                "FreeTDS takes no \"};\" within a value: " + std::string(key) + ".");
-  }
+  if (text::Contains(value, "};")) Refuse("FreeTDS", "};", key);
   return "{" + std::string(value) + "}";
+}
+
+// PostgreSQL's driver knows braces around a password alone.
+std::string QuoteForPostgres(std::string_view key, std::string_view value) {
+  if (text::EqualsIgnoreCase(key, "PWD")) return QuoteOdbc(value);
+  if (text::Contains(value, ";")) Refuse("PostgreSQL's driver", ";", key);
+  return std::string(value);
 }
 
 class Builder {
  public:
-  explicit Builder(bool for_free_tds) : for_free_tds_(for_free_tds) {}
+  explicit Builder(Dialect dialect) : dialect_(dialect) {}
 
   void Add(std::string_view key, std::string_view value) {
     if (value.empty()) return;
-    text_ += std::string(key) + "=" +
-             (for_free_tds_ ? QuoteForFreeTds(key, value) : QuoteOdbc(value)) + ";";
+    const bool driver = text::EqualsIgnoreCase(key, "DRIVER");  // the driver manager reads it
+    text_ += std::string(key) + "=" + (driver ? QuoteOdbc(value) : Quoted(key, value)) + ";";
   }
   std::string Take() { return std::move(text_); }
 
  private:
-  bool for_free_tds_;
+  std::string Quoted(std::string_view key, std::string_view value) const {
+    switch (dialect_) {
+      case Dialect::kFreeTds:
+        return QuoteForFreeTds(key, value);
+      case Dialect::kPostgres:
+        return QuoteForPostgres(key, value);
+      case Dialect::kStandard:
+        break;
+    }
+    return QuoteOdbc(value);
+  }
+
+  Dialect dialect_;
   std::string text_;
 };
 
@@ -134,7 +165,7 @@ std::string SqlServerText(const Pieces& pieces, const std::vector<std::string>& 
   const std::string driver = named.empty() ? ChooseDriver(installed) : named;
   const Server server = SplitServer(
       ConnectionValue(pieces, {"Data Source", "Server", "Address", "Addr", "Network Address"}));
-  Builder odbc(IsFreeTds(driver));
+  Builder odbc(DialectOf(driver));
   odbc.Add("DRIVER", driver);
   IsFreeTds(driver) ? AddFreeTds(pieces, server, odbc) : AddMicrosoft(pieces, server, odbc);
   odbc.Add("DATABASE", ConnectionValue(pieces, {"Initial Catalog", "Database"}));
@@ -161,7 +192,7 @@ std::string_view OdbcName(std::string_view key) {
 std::string PassThroughText(const Pieces& pieces) {
   static constexpr std::array<std::string_view, 5> kNotOdbc = {
       "Provider", "Persist Security Info", "Connect Timeout", "Connection Timeout", "Mode"};
-  Builder odbc(IsFreeTds(ConnectionValue(pieces, {"Driver"})));
+  Builder odbc(DialectOf(ConnectionValue(pieces, {"Driver"})));
   for (const ConnectionPiece& piece : pieces) {
     const bool skipped = std::any_of(kNotOdbc.begin(), kNotOdbc.end(), [&](std::string_view name) {
       return text::EqualsIgnoreCase(piece.key, name);

@@ -15,6 +15,8 @@ namespace vorek::odbc {
 
 namespace {
 
+constexpr std::string_view kNoReason = "The ODBC driver gives no reason.";
+
 constexpr long kIntegrityViolation = -2147217873;  // 80040E2F
 constexpr long kDataOverflow = -2147217833;        // 80040E57
 constexpr long kConversionFailed = -2147217913;    // 80040E07
@@ -60,7 +62,7 @@ Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle, bool unicode) {
     if (!diagnostic->IsInformation()) return *std::move(diagnostic);
     if (!first) first = std::move(diagnostic);
   }
-  return first.value_or(Diagnostic{"HY000", "The ODBC driver gives no reason."});
+  return first.value_or(Diagnostic{"HY000", std::string(kNoReason)});
 }
 
 std::string ServerWords(std::string_view message) {
@@ -106,8 +108,9 @@ long NumberOfState(std::string_view state) {
 }
 
 long NumberOfSqlServer(SQLINTEGER native, std::string_view state) {
-  static constexpr std::array<std::pair<SQLINTEGER, long>, 18> kNumbers = {
-      {{220, kDataOverflow},
+  static constexpr std::array<std::pair<SQLINTEGER, long>, 20> kNumbers = {
+      {{208, static_cast<long>(ErrorNumber::kMissingObject)},
+       {220, kDataOverflow},
        {232, kDataOverflow},
        {235, kConversionFailed},
        {241, kConversionFailed},
@@ -122,6 +125,7 @@ long NumberOfSqlServer(SQLINTEGER native, std::string_view state) {
        {2601, kIntegrityViolation},
        {2627, kIntegrityViolation},
        {2628, kDataOverflow},
+       {2812, static_cast<long>(ErrorNumber::kMissingObject)},  // no such procedure
        {8114, kConversionFailed},
        {8115, kDataOverflow},
        {8152, kDataOverflow}}};
@@ -147,8 +151,11 @@ Error StatementError(SQLHANDLE statement, SQLHANDLE connection, const DriverTrai
                     text::Contains(diagnostic.message, "no connection to the server");
   const long number = traits.is_sql_server ? NumberOfSqlServer(diagnostic.native, diagnostic.state)
                                            : NumberOfState(diagnostic.state);
-  return Error(lost ? static_cast<long>(ErrorNumber::kConnection) : number,
-               ServerWords(diagnostic.message));
+  const std::string words = ServerWords(diagnostic.message);
+  if (!lost) return Error(number, words);
+  // FreeTDS has nothing to say of a connection that it finds dead.
+  const bool says = !words.empty() && words != "Unknown error" && words != kNoReason;
+  return Error(ErrorNumber::kConnection, says ? words : "The connection to the server was lost.");
 }
 
 }  // namespace vorek::odbc

@@ -50,7 +50,7 @@ TEST_F(ErrorsTest, HaveAdosNumbers) {
       {102, 15, -2147217900},                             // a text that can't be read
       {207, 16, -2147217900},                             // no such column
       {229, 14, -2147217900},                             // no right to read
-      {2812, 16, -2147217900},                            // no such procedure
+      {2812, 16, -2147217865},                            // no such procedure
       {8134, 16, -2147217900},                            // a division by zero
       {2627, 14, -2147217873},                            // a key
       {2601, 14, -2147217873},                            // an index that lets none stand twice
