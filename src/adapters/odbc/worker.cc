@@ -70,6 +70,7 @@ void Worker::Serve(const std::shared_ptr<Shared>& shared) {
 bool Worker::Run(std::function<void()> job, Time latest, const Progress& progress,
                  const std::function<bool()>& goes_on) {
   Shared& shared = *shared_;
+  std::exception_ptr thrown;
   std::unique_lock lock(shared.mutex);
   shared.latest = latest;
   shared.failure = nullptr;
@@ -80,7 +81,12 @@ bool Worker::Run(std::function<void()> job, Time latest, const Progress& progres
     if (shared.question) {
       const std::size_t rows = *std::exchange(shared.question, std::nullopt);
       lock.unlock();
-      const bool wanted = progress(rows);
+      bool wanted = false;
+      try {
+        wanted = progress(rows);
+      } catch (...) {
+        thrown = std::current_exception();  // once the job has stopped: it waits for the answer
+      }
       lock.lock();
       shared.answer = wanted;
       shared.for_thread.notify_one();
@@ -95,6 +101,7 @@ bool Worker::Run(std::function<void()> job, Time latest, const Progress& progres
       shared.for_caller.wait_until(lock, next);
     }
   }
+  if (thrown) std::rethrow_exception(thrown);
   if (shared.failure) std::rethrow_exception(std::exchange(shared.failure, nullptr));
   return true;
 }

@@ -81,6 +81,15 @@ TEST_F(CutTest, LosesTheConnectionWhereverItIsCut) {
   EXPECT_TRUE(connection->IsAlive());
 }
 
+TEST_F(CutTest, IsNotAliveWhereTheServerSaysNothing) {
+  const auto connection = ConnectTo(StringFor(server_));
+  EXPECT_TRUE(connection->IsAlive());
+  server_.Told().On("select 1", [](PacketStream& out) { out.AwaitClose(); });
+  const auto begin = steady_clock::now();
+  EXPECT_FALSE(connection->IsAlive());
+  EXPECT_LT(steady_clock::now() - begin, seconds(12));
+}
+
 TEST_F(CutTest, LosesTheConnectionBetweenPackets) {
   std::string tokens = ColumnsToken({{"a", Kind::kNVarChar, 400}});
   const std::vector<Column> columns = {{"a", Kind::kNVarChar, 400}};

@@ -45,7 +45,7 @@ TEST_F(DescribeTest, TellsWhatIsWrong) {
   };
   EXPECT_EQ(fail("select a from tblNowhere").number, -2147217865);
   EXPECT_NE(fail("select a from tblNowhere").words.find("tblNowhere"), std::string::npos);
-  EXPECT_EQ(fail("select a fro t").number, -2147217900);
+  EXPECT_EQ(fail("select a where from t").number, -2147217900);
   EXPECT_EQ(connection_->Execute("select 5 as a", {})->columns[0].Scaled(0), 5);
 }
 

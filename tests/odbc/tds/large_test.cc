@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <fstream>
-#include <iostream>
 #include <string>
 
 #include "odbc/tds/wire.h"
@@ -47,7 +46,6 @@ TEST(LargeTest, ReadsAMillionRows) {
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
   RecordProperty("seconds", std::to_string(seconds.count()));
   RecordProperty("megabytes", std::to_string(PeakMegabytes() - before));
-  std::cout << seconds.count() << " s, " << PeakMegabytes() - before << " MB\n";
   ASSERT_EQ(rows->rows, static_cast<std::size_t>(kRows));
   std::int64_t sum = 0;
   std::int64_t money = 0;

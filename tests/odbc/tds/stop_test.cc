@@ -127,6 +127,14 @@ TEST_F(StopTest, StopsByWhatItsCallerSaysOfTheRows) {
   ExpectUsable();
 }
 
+TEST_F(StopTest, StopsWhenItsCallerThrows) {
+  const Failure failure = FailureOf([&] {
+    connection_->Execute("streams", {0, [](std::size_t) -> bool { throw Error(51, "enough"); }});
+  });
+  EXPECT_EQ(failure.words, "enough");
+  ExpectUsable();
+}
+
 // A cancel that comes when nothing runs, or just before or after an answer, stops nothing else.
 TEST_F(StopTest, CancelsNothingThatComesLater) {
   for (int i = 0; i < 200; ++i) {

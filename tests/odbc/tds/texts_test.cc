@@ -99,8 +99,8 @@ TEST_P(TextsTest, ArriveFromTheCodePage) {
 // A statement of any length reaches the server as it stands.
 TEST_P(TextsTest, ReachTheServer) {
   for (const std::size_t emoji : Sizes({0, 3})) {
-    for (const std::size_t middle : Sizes({2, 128, 4000, 8000, 32700, 32767, 65536, 100000})) {
-      for (std::size_t units = middle - 2; units <= middle + 2; ++units) {
+    for (const std::size_t middle : Sizes({1, 128, 2025, 4000, 32744, 32767})) {
+      for (std::size_t units = middle - 1; units <= middle + 1; ++units) {
         const std::string text = TextOf(units, emoji);
         const ResultSetPtr rows = connection_->Execute("select N'" + text + "' as t", {});
         ASSERT_TRUE(rows->columns[0].Text(0) == text) << units << " units";
