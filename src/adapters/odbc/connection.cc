@@ -16,7 +16,7 @@ using std::chrono::steady_clock;
 constexpr seconds kGrace{5};
 
 // How long a sign of life may take.
-constexpr int kProbeSeconds = 5;
+constexpr int kProbeSeconds = 3;
 
 Error NoAnswer() { return Error(ErrorNumber::kConnection, "The server doesn't answer any more."); }
 

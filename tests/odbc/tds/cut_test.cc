@@ -87,7 +87,7 @@ TEST_F(CutTest, IsNotAliveWhereTheServerSaysNothing) {
   server_.Told().On("select 1", [](PacketStream& out) { out.AwaitClose(); });
   const auto begin = steady_clock::now();
   EXPECT_FALSE(connection->IsAlive());
-  EXPECT_LT(steady_clock::now() - begin, seconds(12));
+  EXPECT_LT(steady_clock::now() - begin, seconds(9));
 }
 
 TEST_F(CutTest, LosesTheConnectionBetweenPackets) {

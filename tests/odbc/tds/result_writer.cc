@@ -38,6 +38,17 @@ Column Binary(const ResultColumn& column) {
   return {column.Name(), Kind::kVarBinary, fits ? kMostBytes : Column::kMax};
 }
 
+// One that 64 bits can't hold comes as texts without a scale.
+int PlacesOf(const ResultColumn& column) {
+  std::size_t most = 0;
+  AllTexts(column, [&](std::string_view digits) {
+    const std::size_t point = digits.find('.');
+    if (point != std::string_view::npos) most = std::max(most, digits.size() - point - 1);
+    return true;
+  });
+  return std::max(column.Scale(), static_cast<int>(most));
+}
+
 Column TimeStamp(const ResultColumn& column) {
   if (AllTexts(column, FitsDateTime)) return {column.Name(), Kind::kDateTime, 8};
   return {column.Name(), Kind::kDateTime2, 0, 0, 7};
@@ -63,7 +74,7 @@ Column Declare(const ResultColumn& column) {
     case kCurrency:
       return {name, Kind::kMoney, 8};
     case kNumeric:
-      return {name, Kind::kDecimal, 17, kMostDigits, column.Scale()};
+      return {name, Kind::kDecimal, 17, kMostDigits, PlacesOf(column)};
     case kDBDate:
       return {name, Kind::kDate, 3};
     case kDBTime:
@@ -77,6 +88,8 @@ Column Declare(const ResultColumn& column) {
       return {name, Kind::kVarBinary, Column::kMax};
     case kChar:
       return Characters(column, Kind::kChar, Kind::kNChar, true);
+    case kWChar:
+      return Characters(column, Kind::kChar, Kind::kNChar, false);
     case kVarChar:
       return Characters(column, Kind::kVarChar, Kind::kNVarChar, true);
     case kLongVarChar: {

@@ -96,6 +96,19 @@ TEST_P(TextsTest, ArriveFromTheCodePage) {
   ExpectArrive({"t", Kind::kVarChar, Column::kMax}, texts);
 }
 
+// Signs that drivers read for themselves outside of literals.
+TEST_P(TextsTest, ReachTheServerWithTheirSigns) {
+  const ResultSetPtr rows = connection_->Execute(
+      "/* ? {call x} 'it' */ select N'a?b {d ''2020-01-01''} {fn now()} %s' as [c?d {e}], "
+      "'{ts}' as t, N'؟?' as q -- ? {fn} 'it\n where 1 = 1 -- '?'",
+      {});
+  ASSERT_EQ(rows->rows, 1u);
+  EXPECT_EQ(rows->columns[0].Name(), "c?d {e}");
+  EXPECT_EQ(rows->columns[0].Text(0), "a?b {d '2020-01-01'} {fn now()} %s");
+  EXPECT_EQ(rows->columns[1].Text(0), "{ts}");
+  EXPECT_EQ(rows->columns[2].Text(0), "؟?");
+}
+
 // A statement of any length reaches the server as it stands.
 TEST_P(TextsTest, ReachTheServer) {
   for (const std::size_t emoji : Sizes({0, 3})) {
