@@ -54,6 +54,8 @@ TEST(ConnectionTextTest, TurnsTheStringsOfHostsIntoThoseOfTheDriver) {
        "Driver={SQLite3};Database=a b.db"},
       {"Provider=MSDASQL;Driver={PostgreSQL Unicode};Servername=h;BoolsAsChar=0", kFreeTds,
        "Driver=PostgreSQL Unicode;Servername=h;BoolsAsChar=0;"},
+      {"Provider=MSDASQL;Driver={PostgreSQL Unicode};Servername=h;User ID=a%41;Password=a+b",
+       kFreeTds, "Driver=PostgreSQL Unicode;Servername=h;UID=a%41;PWD={a+b};"},
   };
   for (const Case& c : cases) EXPECT_EQ(ToOdbc(c.text, c.installed).odbc, c.expected) << c.text;
 }

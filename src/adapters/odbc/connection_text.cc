@@ -75,6 +75,8 @@ std::string QuoteForFreeTds(std::string_view key, std::string_view value) {
 std::string QuoteForPostgres(std::string_view key, std::string_view value) {
   if (text::EqualsIgnoreCase(key, "PWD")) return QuoteOdbc(value);
   if (text::Contains(value, ";")) Refuse("PostgreSQL's driver", ";", key);
+  const bool open = value.starts_with('{') && !text::Contains(value, "}");
+  if (open) Refuse("PostgreSQL's driver", "{", key);
   return std::string(value);
 }
 

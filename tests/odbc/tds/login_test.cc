@@ -50,6 +50,13 @@ TEST(LoginTest, SendsLongPasswords) {
   }
 }
 
+// The password isn't sent in clear to a server that can't do what was asked for.
+TEST(LoginTest, SendsNothingWithoutTheEncryptionAskedFor) {
+  Server server(InMemory());
+  EXPECT_EQ(FailureOf([&] { ConnectTo(StringFor(server, "Encrypt=yes")); }).number, -2147467259);
+  EXPECT_TRUE(server.Told().Logins().empty());
+}
+
 TEST(LoginTest, TellsARefusalWithoutThePassword) {
   Server server(InMemory());
   server.Told().Receive(Welcome::kRefused);
