@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 #include <compare>
+#include <limits>
+#include <system_error>
 #include <utility>
 
 #include "text/number.h"
@@ -78,8 +80,9 @@ struct RecordFilter::Node {
   std::size_t ordinal = 0;
   Op op = Op::kEqual;
   bool null = false;
-  bool whole = false;  // scaled holds the value exactly, in units of the column
+  bool exact = false;  // scaled and rest hold the value, in units of the column
   std::int64_t scaled = 0;
+  int rest = 0;  // 1 for a value a little above scaled, -1 for one below it
   double number = 0;
   std::string text;  // in small letters
 };
@@ -101,6 +104,10 @@ bool TextMatches(const RecordFilter::Node& test, std::string_view value) {
   return Holds(test.op, value.compare(test.text) <=> 0);
 }
 
+std::partial_ordering OrderOf(std::int64_t units, const RecordFilter::Node& test) {
+  return units == test.scaled ? 0 <=> test.rest : units <=> test.scaled;
+}
+
 bool TestMatches(const RecordFilter::Node& test, std::size_t row) {
   const ResultColumn& column = *test.column;
   if (test.null) return column.IsNull(row) == (test.op == Op::kEqual);
@@ -110,7 +117,7 @@ bool TestMatches(const RecordFilter::Node& test, std::size_t row) {
       return TextMatches(test, column.Text(row));
     case ResultColumn::Storage::kScaled:
       if (test.op == Op::kLike) return Like(column.Display(row), test.text);
-      if (test.whole) return Holds(test.op, column.Scaled(row) <=> test.scaled);
+      if (test.exact) return Holds(test.op, OrderOf(column.Scaled(row), test));
       return Holds(test.op, column.Number(row) <=> test.number);
     case ResultColumn::Storage::kDouble:
       if (test.op == Op::kLike) return Like(column.Display(row), test.text);
@@ -297,28 +304,43 @@ class Parser {
 
   void SetNumber(RecordFilter::Node& node) {
     const std::size_t begin = at_;
-    while (at_ < text_.size() && text_[at_] != ' ' && text_[at_] != ')') ++at_;
+    while (at_ < text_.size() && text_[at_] != ' ' && text_[at_] != '\t' && text_[at_] != ')')
+      ++at_;
     const std::string_view number = text_.substr(begin, at_ - begin);
     if (number.empty()) Fail("a value is missing");
     node.text = std::string(number);
     SetParsedNumber(node, number);
   }
 
-  // Keeps the number as a double and, where it is a whole count of the column's units, exactly.
   void SetParsedNumber(RecordFilter::Node& node, std::string_view value) {
     if (value.starts_with('+')) value.remove_prefix(1);
     const char* const end = value.data() + value.size();
-    if (std::from_chars(value.data(), end, node.number).ptr != end || value.empty()) {
+    const auto [read, error] = std::from_chars(value.data(), end, node.number);
+    if (read != end || value.empty() || !std::isfinite(node.number)) {
       Fail("\"" + std::string(value) + "\" is no number, as " + node.column->Name() + " needs");
     }
-    std::int64_t whole = 0;
-    if (node.column->Kind() != ResultColumn::Storage::kScaled) return;
-    if (std::from_chars(value.data(), end, whole).ptr != end) return;
-    node.whole = true;
-    for (int place = 0; place < node.column->Scale(); ++place) {
-      node.whole = node.whole && !__builtin_mul_overflow(whole, std::int64_t{10}, &whole);
+    if (error != std::errc()) Fail("\"" + std::string(value) + "\" is beyond all numbers");
+    const bool plain = value.find_first_not_of("-0123456789.") == std::string_view::npos;
+    if (plain && node.column->Kind() == ResultColumn::Storage::kScaled) SetUnits(node, value);
+  }
+
+  // A plain decimal number, exactly, in units of the column.
+  static void SetUnits(RecordFilter::Node& node, std::string_view value) {
+    const auto scale = static_cast<std::size_t>(node.column->Scale());
+    const std::size_t point = std::min(value.find('.'), value.size());
+    std::string decimals(value.substr(std::min(point + 1, value.size())));
+    if (decimals.size() < scale) decimals.resize(scale, '0');
+    const std::string digits = std::string(value.substr(0, point)) + decimals.substr(0, scale);
+    const bool negative = value.starts_with('-');
+    using Limits = std::numeric_limits<std::int64_t>;
+    const auto error =
+        std::from_chars(digits.data(), digits.data() + digits.size(), node.scaled).ec;
+    const bool beyond = error == std::errc::result_out_of_range;
+    if (beyond) node.scaled = negative ? Limits::min() : Limits::max();
+    if (beyond || decimals.find_first_not_of('0', scale) != std::string::npos) {
+      node.rest = negative ? -1 : 1;
     }
-    node.scaled = whole;
+    node.exact = true;
   }
 
   std::string_view text_;
@@ -338,8 +360,8 @@ RecordFilter& RecordFilter::operator=(RecordFilter&&) noexcept = default;
 bool RecordFilter::Matches(std::size_t row) const { return NodeMatches(*root_, row); }
 
 bool RecordFilter::IsKeyTest(KeyTest& test) const {
-  const bool simple =
-      root_->kind == Kind::kTest && root_->op == Op::kEqual && root_->whole && !root_->null;
+  const bool simple = root_->kind == Kind::kTest && root_->op == Op::kEqual && root_->exact &&
+                      root_->rest == 0 && !root_->null;
   if (simple) test = {root_->ordinal, root_->scaled};
   return simple;
 }

@@ -7,14 +7,19 @@
 namespace vorek {
 namespace {
 
+// Behind the key and its "=": as many letters, which may take other bytes in the other case.
+std::size_t BehindKey(std::string_view list, std::size_t begin, std::string_view key) {
+  return begin + text::ByteOffset(list.substr(begin), text::Length(key) + 1);
+}
+
 // Where the value of the key begins; npos if the key isn't there. A key counts behind "&" anywhere
 // or at the list's very start.
 std::size_t ValueBegin(std::string_view list, std::string_view key) {
   const std::string assigned = std::string(key) + "=";
   const std::size_t inner = text::FindIgnoreCase(list, "&" + assigned);
-  if (inner != std::string_view::npos) return list.find('=', inner + key.size()) + 1;
+  if (inner != std::string_view::npos) return BehindKey(list, inner + 1, key);
   const bool first = text::StartsWithIgnoreCase(list, assigned);
-  return first ? list.find('=') + 1 : std::string_view::npos;
+  return first ? BehindKey(list, 0, key) : std::string_view::npos;
 }
 
 }  // namespace

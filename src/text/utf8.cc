@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <iterator>
 
+#include "text/long_needle.h"
+
 namespace vorek::text {
 namespace {
 
@@ -122,12 +124,11 @@ std::size_t MatchHead(std::string_view s, std::string_view needle) {
   return i;
 }
 
-struct Hit {
-  std::size_t at;
-  std::size_t length;
-};
+using Hit = LongNeedle::Hit;
+constexpr std::size_t kLong = 64;  // bytes: shorter ones are faster tried letter by letter
 
 Hit Search(std::string_view s, std::string_view needle, std::size_t from) {
+  if (needle.size() > kLong) return LongNeedle(needle).In(s, from);
   const char first = needle.empty() ? '\0' : needle[0];
   const bool ascii = static_cast<unsigned char>(first) < 0x80;
   for (std::size_t at = from; at <= s.size(); ++at) {

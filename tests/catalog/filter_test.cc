@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "catalog/filter_case.h"
 #include "platform/memory_database.h"
 #include "vorek/error.h"
 #include "vorek/field_type.h"
@@ -52,14 +55,51 @@ TEST(FilterTest, SelectsRows) {
       {"[Two Words] <= 1", "14"},
       {"ID = 99999999999999999999", ""},
       {"ID = 1.5", ""},
+      {"ID > 1.5 and ID < 99999999999999999999", "234"},
+      {"Price > 12.50005", "2"},
+      {"Price <> 12.50009", "1234"},
+      {"ID = 1\tor ID = 4", "14"},
   };
   for (const auto& c : cases) EXPECT_EQ(Matching(c.text), c.ids) << c.text;
 }
 
+TEST(FilterTest, ComparesNumbersToTheirLastPlace) {
+  // Doubles are apart by more than a unit there.
+  const ResultSetPtr rows = MakeResult({{"Price", kCurrency}},
+                                       {{"900000000000000.0001"}, {"900000000000000.0002"}, {"0"}});
+  const auto matching = [&](const std::string& text) {
+    const RecordFilter filter(text, *rows);
+    return std::to_string(filter.Matches(0)) + std::to_string(filter.Matches(1)) +
+           std::to_string(filter.Matches(2));
+  };
+  EXPECT_EQ(matching("Price = 900000000000000.0001"), "100");
+  EXPECT_EQ(matching("Price > 900000000000000.0001"), "010");
+  EXPECT_EQ(matching("Price = 99999999999999999999"), "000");
+  EXPECT_EQ(matching("Price > -99999999999999999999"), "111");
+  EXPECT_EQ(matching("Price > 900000000000000.00015"), "010");
+}
+
+TEST(FilterTest, SelectsWhatAPlainReadingSelects) {
+  std::mt19937 random(1);
+  int matches = 0;
+  for (int i = 0; i < 20000; ++i) {
+    std::vector<std::uint8_t> bytes(random() % 120);
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
+    const FilterCase made(bytes);
+    const ResultSetPtr rows = made.Result();
+    const RecordFilter filter(made.Text(), *rows);
+    for (std::size_t row = 0; row < rows->rows; ++row) {
+      ASSERT_EQ(filter.Matches(row), made.Matches()[row]) << made.Text() << " row " << row;
+      if (made.Matches()[row]) ++matches;
+    }
+  }
+  EXPECT_GT(matches, 10000);
+}
+
 TEST(FilterTest, RefusesWhatItCantRead) {
-  for (const char* text :
-       {"", "ID", "ID =", "ID = 'x", "Nothing = 1", "ID = x", "[ID = 1", "ID = 1 AND", "(ID = 1",
-        "ID = 1)", "ID > NULL", "ID like", "ID ! 3", "ID = 1 2"}) {
+  for (const char* text : {"", "ID", "ID =", "ID = 'x", "Nothing = 1", "ID = x", "[ID = 1",
+                           "ID = 1 AND", "(ID = 1", "ID = 1)", "ID > NULL", "ID like", "ID ! 3",
+                           "ID = 1 2", "ID = nan", "ID < inf", "ID < 1e999"}) {
     EXPECT_THROW(Matching(text), Error) << text;
   }
   EXPECT_THROW(Matching(std::string(5000, '(')), Error);

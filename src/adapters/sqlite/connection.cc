@@ -15,8 +15,9 @@
 namespace vorek::sqlite {
 namespace {
 
-constexpr int kStepsBetweenQuestions = 20000;  // of SQLite's machine: some tenths of a millisecond
-constexpr std::size_t kBigResult = 100000;     // rows
+// Steps of SQLite's machine: some hundredths of a millisecond, unless a step handles a long text.
+constexpr int kStepsBetweenQuestions = 1000;
+constexpr std::size_t kBigResult = 100000;  // rows
 constexpr std::size_t kKeptBatches = 300;
 constexpr std::size_t kKeptLength = 20000;  // longer texts, as of scripts, aren't kept
 
@@ -68,7 +69,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, 100'000'000);
   sqlite3_progress_handler(db, kStepsBetweenQuestions, OnProgress, this);
   sqlite3_busy_handler(db, OnBusy, this);
-  RegisterFunctions(db);
+  RegisterFunctions(db, [this] { return MustStop(); });
   const auto own = [&](const char* name, int arguments, Function function) {
     // Never from a view or a trigger that the file brings along.
     sqlite3_create_function_v2(db, name, arguments, SQLITE_UTF8 | SQLITE_DIRECTONLY, this, function,
@@ -203,11 +204,12 @@ void Connection::AskProgress(std::size_t rows) {
 }
 
 std::shared_ptr<Batch> Connection::Parse(std::string_view text, int first_line) {
-  if (first_line > 0) return Parser(SourceText(text, first_line)).ParseBatch();
+  const auto checkpoint = [this] { AskProgress(0); };
+  if (first_line > 0) return Parser(SourceText(text, first_line), checkpoint).ParseBatch();
   const std::string key(text);
   const auto found = batches_.find(key);
   if (found != batches_.end()) return found->second;
-  std::shared_ptr<Batch> batch = Parser(text).ParseBatch();
+  std::shared_ptr<Batch> batch = Parser(text, checkpoint).ParseBatch();
   if (batches_.size() >= kKeptBatches) batches_.clear();
   if (key.size() <= kKeptLength) batches_.emplace(key, batch);
   return batch;
@@ -269,7 +271,8 @@ ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& op
 std::optional<ResultSetPtr> Connection::Describe(std::string_view text, int timeout_seconds) {
   const ExecuteOptions options{timeout_seconds, {}};
   return Within(options, [&]() -> std::optional<ResultSetPtr> {
-    return sqlite::Describe(db_.get(), *schema_, *Parser(text).ParseBatch());
+    return sqlite::Describe(db_.get(), *schema_,
+                            *Parser(text, [this] { AskProgress(0); }).ParseBatch());
   });
 }
 

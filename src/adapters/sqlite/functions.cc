@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <exception>
+#include <utility>
 
 #include "text/collation.h"
 #include "text/utf8.h"
@@ -12,7 +14,13 @@ namespace vorek::sqlite {
 namespace {
 
 // What a function knows of how it was registered.
-constexpr int kOnlyTries = 1;
+struct Registered {
+  Function function;
+  std::shared_ptr<WorkMeter> meter;
+  bool twin;
+  const void* data;
+};
+
 constexpr unsigned kBloomFilter = 0x00080000;  // SQLite's number of the optimization
 
 std::string_view WithoutTrailingBlanks(std::string_view s) {
@@ -60,6 +68,40 @@ std::size_t CommonHead(std::string_view a, std::string_view b) {
   return at;
 }
 
+std::size_t BytesOf(int count, sqlite3_value** values) {
+  std::size_t bytes = 0;
+  for (int i = 0; i < count; ++i) {
+    const int type = sqlite3_value_type(values[i]);
+    const bool has_bytes = type == SQLITE_TEXT || type == SQLITE_BLOB;
+    if (has_bytes) bytes += static_cast<std::size_t>(sqlite3_value_bytes(values[i]));
+  }
+  return bytes;
+}
+
+const Registered& RegisteredOf(sqlite3_context* context) {
+  return *static_cast<const Registered*>(sqlite3_user_data(context));
+}
+
+void Enter(sqlite3_context* context, int count, sqlite3_value** values) {
+  constexpr std::size_t kCall = 16;  // bytes that a call is counted as
+  if (MustStop(context, kCall + BytesOf(count, values))) return;
+  try {
+    RegisteredOf(context).function(context, count, values);
+  } catch (const std::exception&) {  // memory: SQLite's own frames can't be unwound
+    sqlite3_result_error_nomem(context);
+  }
+}
+
+void RegisterOne(const Registry& registry, const char* name, int arguments, int flags,
+                 Registered registered) {
+  auto owned = std::make_unique<Registered>(std::move(registered));
+  // SQLite calls the last one also when it takes the function by no means.
+  sqlite3_create_function_v2(registry.db, name, arguments, SQLITE_UTF8 | SQLITE_INNOCUOUS | flags,
+                             owned.release(), Enter, nullptr, nullptr, [](void* p) {
+                               std::unique_ptr<Registered>(static_cast<Registered*>(p)).reset();
+                             });
+}
+
 int Collate(void*, int a_size, const void* a, int b_size, const void* b) {
   return CompareTexts({static_cast<const char*>(a), static_cast<std::size_t>(a_size)},
                       {static_cast<const char*>(b), static_cast<std::size_t>(b_size)});
@@ -82,27 +124,43 @@ int CompareTexts(std::string_view a, std::string_view b) {
   return j < b.size() ? -1 : 0;
 }
 
-void RegisterFunctions(sqlite3* db) {
+void RegisterFunctions(sqlite3* db, std::function<bool()> must_stop) {
   sqlite3_create_collation_v2(db, "VOREK", SQLITE_UTF8, nullptr, Collate, nullptr);
   // A Bloom filter of a join goes by the bytes of a key, and would lose equal texts that are
   // written otherwise.
   sqlite3_test_control(SQLITE_TESTCTRL_OPTIMIZATIONS, db, kBloomFilter);
-  RegisterTextFunctions(db);
-  RegisterNumberFunctions(db);
-  RegisterConversions(db);
-  RegisterDateFunctions(db);
+  const Registry registry{db, std::make_shared<WorkMeter>(std::move(must_stop))};
+  RegisterTextFunctions(registry);
+  RegisterNumberFunctions(registry);
+  RegisterConversions(registry);
+  RegisterDateFunctions(registry);
   RegisterAggregates(db);
-  RegisterLike(db);
+  RegisterLike(registry);
 }
 
-void Register(sqlite3* db, const char* name, int arguments, Function function,
-              const char* try_name) {
-  constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
-  sqlite3_create_function_v2(db, name, arguments, kFlags, nullptr, function, nullptr, nullptr,
-                             nullptr);
-  if (try_name == nullptr) return;
-  sqlite3_create_function_v2(db, try_name, arguments, kFlags, const_cast<int*>(&kOnlyTries),
-                             function, nullptr, nullptr, nullptr);
+void Register(const Registry& registry, const char* name, int arguments, Function function,
+              const char* try_name, const void* data) {
+  const auto add = [&](const char* as, bool twin) {
+    RegisterOne(registry, as, arguments, SQLITE_DETERMINISTIC,
+                {function, registry.meter, twin, data});
+  };
+  add(name, false);
+  if (try_name != nullptr) add(try_name, true);
+}
+
+void RegisterVolatile(const Registry& registry, const char* name, int arguments,
+                      Function function) {
+  RegisterOne(registry, name, arguments, 0, {function, registry.meter, false, nullptr});
+}
+
+bool IsTwin(sqlite3_context* context) { return RegisteredOf(context).twin; }
+
+const void* DataOf(sqlite3_context* context) { return RegisteredOf(context).data; }
+
+bool MustStop(sqlite3_context* context, std::size_t work) {
+  if (!RegisteredOf(context).meter->Spend(work)) return false;
+  sqlite3_result_error_code(context, SQLITE_INTERRUPT);
+  return true;
 }
 
 std::string_view TextOf(sqlite3_value* value) {
@@ -116,7 +174,7 @@ void ResultText(sqlite3_context* context, std::string_view text) {
 }
 
 void Fail(sqlite3_context* context, const std::string& message) {
-  if (sqlite3_user_data(context) == &kOnlyTries) {
+  if (IsTwin(context)) {
     sqlite3_result_null(context);
   } else {
     sqlite3_result_error(context, message.c_str(), -1);
@@ -124,8 +182,11 @@ void Fail(sqlite3_context* context, const std::string& message) {
 }
 
 void FailOverflow(sqlite3_context* context, std::string_view type) {
-  Fail(context,
-       "Arithmetic overflow error converting expression to data type " + std::string(type) + ".");
+  Fail(context, OverflowMessage(type));
+}
+
+std::string OverflowMessage(std::string_view type) {
+  return "Arithmetic overflow error converting expression to data type " + std::string(type) + ".";
 }
 
 void FailDivision(sqlite3_context* context) { sqlite3_result_error(context, kDivideByZero, -1); }

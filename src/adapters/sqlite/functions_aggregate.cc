@@ -105,7 +105,7 @@ void GiveSum(sqlite3_context* context) {
   const auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, 0));
   if (sum == nullptr || sum->count == 0) return sqlite3_result_null(context);
   if (sum->overflow || !HasDigits(sum->Total(), kMostDigits)) {
-    return FailOverflow(context, "numeric");
+    return sqlite3_result_error(context, OverflowMessage("numeric").c_str(), -1);
   }
   ResultWide(context, sum->Total());
 }
@@ -119,9 +119,10 @@ void TakeOne(sqlite3_context* context, int, sqlite3_value** values) {
   auto* one = static_cast<One*>(sqlite3_aggregate_context(context, sizeof(One)));
   if (one == nullptr) return sqlite3_result_error_nomem(context);
   if (one->seen) {
-    return Fail(context,
-                "Subquery returned more than 1 value. This is not permitted when the "
-                "subquery is used as an expression.");
+    return sqlite3_result_error(context,
+                                "Subquery returned more than 1 value. This is not permitted when "
+                                "the subquery is used as an expression.",
+                                -1);
   }
   one->seen = true;
   one->value = sqlite3_value_dup(values[0]);

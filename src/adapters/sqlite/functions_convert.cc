@@ -387,26 +387,26 @@ void Key(sqlite3_context* context, int, sqlite3_value** values) {
 
 }  // namespace
 
-void RegisterConversions(sqlite3* db) {
-  Register(db, "vk_int", 3, TextToInt, "vk_try_int");
-  Register(db, "vk_decimal", 5, TextToDecimal, "vk_try_decimal");
-  Register(db, "vk_float", 2, TextToFloat, "vk_try_float");
-  Register(db, "vk_range", 2, Range, "vk_try_range");
-  Register(db, "vk_whole", 4, Whole, "vk_try_whole");
-  Register(db, "vk_trunc", 2, Trunc, "vk_try_trunc");
-  Register(db, "vk_exact", 4, Exact, "vk_try_exact");
-  Register(db, "vk_fit", 3, Fit, "vk_try_fit");
-  Register(db, "vk_decimal_text", 2, DecimalToText);
-  Register(db, "vk_money_text", 2, MoneyToText);
-  Register(db, "vk_float_text", 2, FloatToText);
-  Register(db, "vk_isnumeric", 1, IsNumeric);
-  Register(db, "vk_guid", 1, Guid, "vk_try_guid");
-  Register(db, "vk_hex", 2, Hex);
-  Register(db, "vk_unhex", 2, Unhex);
-  Register(db, "vk_int_of_bytes", 2, IntOfBytes);
-  Register(db, "vk_bytes_of_int", 4, BytesOfInt);
-  Register(db, "vk_pad_bytes", 2, PadBytes);
-  Register(db, "vk_key", 2, Key);
+void RegisterConversions(const Registry& registry) {
+  Register(registry, "vk_int", 3, TextToInt, "vk_try_int");
+  Register(registry, "vk_decimal", 5, TextToDecimal, "vk_try_decimal");
+  Register(registry, "vk_float", 2, TextToFloat, "vk_try_float");
+  Register(registry, "vk_range", 2, Range, "vk_try_range");
+  Register(registry, "vk_whole", 4, Whole, "vk_try_whole");
+  Register(registry, "vk_trunc", 2, Trunc, "vk_try_trunc");
+  Register(registry, "vk_exact", 4, Exact, "vk_try_exact");
+  Register(registry, "vk_fit", 3, Fit, "vk_try_fit");
+  Register(registry, "vk_decimal_text", 2, DecimalToText);
+  Register(registry, "vk_money_text", 2, MoneyToText);
+  Register(registry, "vk_float_text", 2, FloatToText);
+  Register(registry, "vk_isnumeric", 1, IsNumeric);
+  Register(registry, "vk_guid", 1, Guid, "vk_try_guid");
+  Register(registry, "vk_hex", 2, Hex);
+  Register(registry, "vk_unhex", 2, Unhex);
+  Register(registry, "vk_int_of_bytes", 2, IntOfBytes);
+  Register(registry, "vk_bytes_of_int", 4, BytesOfInt);
+  Register(registry, "vk_pad_bytes", 2, PadBytes);
+  Register(registry, "vk_key", 2, Key);
 }
 
 }  // namespace vorek::sqlite

@@ -182,19 +182,19 @@ void EoMonth(sqlite3_context* context, int count, sqlite3_value** values) {
 
 }  // namespace
 
-void RegisterDateFunctions(sqlite3* db) {
-  Register(db, "vk_date", 3, TextToDate, "vk_try_date");
-  Register(db, "vk_date_kind", 2, DateKind);
-  Register(db, "vk_date_text", 3, DateToText);
-  Register(db, "vk_days", 1, Days);
-  Register(db, "vk_date_of_days", 2, DateOfDays);
-  Register(db, "vk_dateadd", 4, DateAdd);
-  Register(db, "vk_datediff", 3, DateDiff);
-  Register(db, "vk_datepart", 2, DatePart);
-  Register(db, "vk_datename", 2, DateName);
-  Register(db, "vk_date_of_bytes", 2, DateOfBytes);
-  Register(db, "vk_date_of_parts", 3, DateOfParts);
-  Register(db, "vk_eomonth", 2, EoMonth);
+void RegisterDateFunctions(const Registry& registry) {
+  Register(registry, "vk_date", 3, TextToDate, "vk_try_date");
+  Register(registry, "vk_date_kind", 2, DateKind);
+  Register(registry, "vk_date_text", 3, DateToText);
+  Register(registry, "vk_days", 1, Days);
+  Register(registry, "vk_date_of_days", 2, DateOfDays);
+  Register(registry, "vk_dateadd", 4, DateAdd);
+  Register(registry, "vk_datediff", 3, DateDiff);
+  Register(registry, "vk_datepart", 2, DatePart);
+  Register(registry, "vk_datename", 2, DateName);
+  Register(registry, "vk_date_of_bytes", 2, DateOfBytes);
+  Register(registry, "vk_date_of_parts", 3, DateOfParts);
+  Register(registry, "vk_eomonth", 2, EoMonth);
 }
 
 }  // namespace vorek::sqlite

@@ -146,7 +146,7 @@ constexpr std::array<Range, 6> kRanges = {{
 void InRange(sqlite3_context* context, int, sqlite3_value** values) {
   const int type = sqlite3_value_type(values[0]);
   if (type == SQLITE_NULL) return sqlite3_result_null(context);
-  const auto* range = static_cast<const Range*>(sqlite3_user_data(context));
+  const auto* range = static_cast<const Range*>(DataOf(context));
   // SQLite goes on with real numbers where integers leave 63 bits.
   const std::int64_t value = sqlite3_value_int64(values[0]);
   if (type != SQLITE_INTEGER || value < range->least || value > range->most) {
@@ -244,34 +244,32 @@ void Real(sqlite3_context* context, int count, sqlite3_value** values) {
 
 }  // namespace
 
-void RegisterNumberFunctions(sqlite3* db) {
-  Register(db, "vk_plus", 2, Plus);
-  Register(db, "vk_minus", 2, Minus);
-  Register(db, "vk_negate", 1, Negate);
-  Register(db, "vk_abs", 1, Absolute);
-  Register(db, "vk_sign", 1, Sign);
-  Register(db, "vk_quotient", 3, Quotient);
-  Register(db, "vk_times", 3, Times);
-  Register(db, "vk_rescale", 2, Rescale);
-  Register(db, "vk_order", 1, Order);
-  Register(db, "vk_of_order", 1, OfOrder);
-  Register(db, "vk_to_real", 2, ToReal);
-  Register(db, "vk_remainder", 2, Remainder);
-  Register(db, "vk_remainder_real", 2, RemainderOfReals);
-  Register(db, "vk_divide", 2, Divide);
-  Register(db, "vk_xor", 2, Xor);
-  Register(db, "vk_integral", 3, Integral);
-  Register(db, "vk_round_exact", 4, RoundExact);
-  Register(db, "vk_round", 3, Round);
-  Register(db, "vk_power", 2, Power);
-  Register(db, "vk_sqrt", 1, Sqrt);
-  Register(db, "vk_log", 1, Log);
-  Register(db, "vk_log10", 1, Log10);
-  Register(db, "vk_real", 1, Real);
+void RegisterNumberFunctions(const Registry& registry) {
+  Register(registry, "vk_plus", 2, Plus);
+  Register(registry, "vk_minus", 2, Minus);
+  Register(registry, "vk_negate", 1, Negate);
+  Register(registry, "vk_abs", 1, Absolute);
+  Register(registry, "vk_sign", 1, Sign);
+  Register(registry, "vk_quotient", 3, Quotient);
+  Register(registry, "vk_times", 3, Times);
+  Register(registry, "vk_rescale", 2, Rescale);
+  Register(registry, "vk_order", 1, Order);
+  Register(registry, "vk_of_order", 1, OfOrder);
+  Register(registry, "vk_to_real", 2, ToReal);
+  Register(registry, "vk_remainder", 2, Remainder);
+  Register(registry, "vk_remainder_real", 2, RemainderOfReals);
+  Register(registry, "vk_divide", 2, Divide);
+  Register(registry, "vk_xor", 2, Xor);
+  Register(registry, "vk_integral", 3, Integral);
+  Register(registry, "vk_round_exact", 4, RoundExact);
+  Register(registry, "vk_round", 3, Round);
+  Register(registry, "vk_power", 2, Power);
+  Register(registry, "vk_sqrt", 1, Sqrt);
+  Register(registry, "vk_log", 1, Log);
+  Register(registry, "vk_log10", 1, Log10);
+  Register(registry, "vk_real", 1, Real);
   for (const Range& range : kRanges) {
-    sqlite3_create_function_v2(db, range.function, 1,
-                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
-                               const_cast<Range*>(&range), InRange, nullptr, nullptr, nullptr);
+    Register(registry, range.function, 1, InRange, nullptr, &range);
   }
 }
 

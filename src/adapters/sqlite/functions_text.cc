@@ -74,7 +74,8 @@ void ReplaceAll(sqlite3_context* context, int count, sqlite3_value** values) {
       kMostCharacters) {
     return Fail(context, "String or binary data would be truncated.");
   }
-  ResultText(context, text::ReplaceIgnoreCase(s, TextOf(values[1]), put));
+  const std::string out = text::ReplaceIgnoreCase(s, TextOf(values[1]), put);
+  if (!MustStop(context, out.size())) ResultText(context, out);
 }
 
 void Stuff(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -125,7 +126,7 @@ void Replicate(sqlite3_context* context, int count, sqlite3_value** values) {
   std::string out;
   out.reserve(s.size() * static_cast<std::size_t>(times));
   for (std::int64_t i = 0; i < times; ++i) out += s;
-  ResultText(context, out);
+  if (!MustStop(context, out.size())) ResultText(context, out);
 }
 
 // STR(number, length, places): right in its field, stars if it doesn't fit.
@@ -257,27 +258,26 @@ void NewId(sqlite3_context* context, int, sqlite3_value**) {
 
 }  // namespace
 
-void RegisterTextFunctions(sqlite3* db) {
-  Register(db, "vk_substring", 3, Substring);
-  Register(db, "vk_left", 2, LeftOf);
-  Register(db, "vk_right", 2, RightOf);
-  Register(db, "vk_charindex", 3, CharIndex);
-  Register(db, "vk_replace", 3, ReplaceAll);
-  Register(db, "vk_stuff", 4, Stuff);
-  Register(db, "vk_upper", 1, Upper);
-  Register(db, "vk_lower", 1, Lower);
-  Register(db, "vk_reverse", 1, Reverse);
-  Register(db, "vk_replicate", 2, Replicate);
-  Register(db, "vk_str", 3, Str);
-  Register(db, "vk_char", 1, CharOf);
-  Register(db, "vk_nchar", 1, NCharOf);
-  Register(db, "vk_fit_text", 2, FitText);
-  Register(db, "vk_pad", 2, Pad);
-  Register(db, "vk_pad_strict", 2, PadStrict);
-  Register(db, "vk_number_fit", 2, NumberFit);
-  Register(db, "vk_int_text", 2, IntText);
-  sqlite3_create_function_v2(db, "vk_newid", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, nullptr, NewId,
-                             nullptr, nullptr, nullptr);
+void RegisterTextFunctions(const Registry& registry) {
+  Register(registry, "vk_substring", 3, Substring);
+  Register(registry, "vk_left", 2, LeftOf);
+  Register(registry, "vk_right", 2, RightOf);
+  Register(registry, "vk_charindex", 3, CharIndex);
+  Register(registry, "vk_replace", 3, ReplaceAll);
+  Register(registry, "vk_stuff", 4, Stuff);
+  Register(registry, "vk_upper", 1, Upper);
+  Register(registry, "vk_lower", 1, Lower);
+  Register(registry, "vk_reverse", 1, Reverse);
+  Register(registry, "vk_replicate", 2, Replicate);
+  Register(registry, "vk_str", 3, Str);
+  Register(registry, "vk_char", 1, CharOf);
+  Register(registry, "vk_nchar", 1, NCharOf);
+  Register(registry, "vk_fit_text", 2, FitText);
+  Register(registry, "vk_pad", 2, Pad);
+  Register(registry, "vk_pad_strict", 2, PadStrict);
+  Register(registry, "vk_number_fit", 2, NumberFit);
+  Register(registry, "vk_int_text", 2, IntText);
+  RegisterVolatile(registry, "vk_newid", 0, NewId);
 }
 
 }  // namespace vorek::sqlite

@@ -45,7 +45,8 @@ class Pattern {
       } else if (c == U'_') {
         step.kind = Step::Kind::kAnyOne;
       } else if (c == U'[') {
-        if (!ReadSet(letters, at, escape, step)) never_ = true;
+        never_ = !ReadSet(letters, at, escape, step);
+        if (never_) return;
       }
       steps_.push_back(std::move(step));
     }
@@ -53,7 +54,9 @@ class Pattern {
 
   char32_t Escape() const { return escape_; }
 
-  bool Matches(std::u32string_view s) const {
+  // spend adds work and tells whether to give up, with false.
+  template <typename Spend>
+  bool Matches(std::u32string_view s, const Spend& spend) const {
     if (never_) return false;
     // Greedy with one way back: behind the last %, which alone may take more.
     std::size_t i = 0;
@@ -73,9 +76,30 @@ class Pattern {
       } else {
         return false;
       }
+      if (spend(WorkOf(j))) return false;
     }
     while (j < steps_.size() && steps_[j].kind == Step::Kind::kAnyMany) ++j;
     return j == steps_.size();
+  }
+
+  // The first letter from which on the rest matches, s.size() + 1 for none. What stands before the
+  // first % is looked for once: where it fits first, most is left for what stands behind.
+  template <typename Spend>
+  std::size_t FindIn(std::u32string_view s, const Spend& spend) const {
+    const std::size_t none = s.size() + 1;
+    if (never_) return none;
+    std::size_t head = 0;
+    while (head < steps_.size() && steps_[head].kind != Step::Kind::kAnyMany) ++head;
+    if (head > s.size()) return none;
+    if (head == steps_.size()) {
+      const std::size_t last = s.size() - head;
+      return FitsAt(s, last, head, spend) ? last : none;
+    }
+    for (std::size_t at = 0; at + head <= s.size(); ++at) {
+      if (FitsAt(s, at, head, spend)) return Matches(s.substr(at), spend) ? at : none;
+      if (spend(1)) return none;
+    }
+    return none;
   }
 
  private:
@@ -100,6 +124,19 @@ class Pattern {
     }
     if (i >= letters.size()) return false;
     at = i;
+    return true;
+  }
+
+  std::size_t WorkOf(std::size_t step) const {
+    return step < steps_.size() ? 1 + steps_[step].set.size() : 1;
+  }
+
+  // Whether the first `count` steps, each of one letter, fit from `at` on.
+  template <typename Spend>
+  bool FitsAt(std::u32string_view s, std::size_t at, std::size_t count, const Spend& spend) const {
+    for (std::size_t step = 0; step < count; ++step) {
+      if (spend(WorkOf(step)) || !Fits(steps_[step], s[at + step])) return false;
+    }
     return true;
   }
 
@@ -131,6 +168,17 @@ const Pattern* PatternOf(sqlite3_context* context, sqlite3_value* pattern, char3
   return own.get();
 }
 
+// Counts a match's work for the call; once the run has to end, it stays so.
+struct Spender {
+  sqlite3_context* context;
+  mutable bool stopped = false;
+
+  bool operator()(std::size_t work) const {
+    stopped = stopped || MustStop(context, work);
+    return stopped;
+  }
+};
+
 void LikeFunction(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
   char32_t escape = 0;
@@ -147,13 +195,14 @@ void LikeFunction(sqlite3_context* context, int count, sqlite3_value** values) {
   std::unique_ptr<Pattern> own;
   const Pattern* pattern = PatternOf(context, values[1], escape, own);
   const std::u32string s = Folded(TextOf(values[0]));
-  bool matches = pattern->Matches(s);
-  if (!matches && sqlite3_user_data(context) != nullptr && !s.empty() && s.back() == U' ') {
+  Spender spend{context};
+  bool matches = pattern->Matches(s, spend);
+  if (!matches && IsTwin(context) && !s.empty() && s.back() == U' ') {
     // Of texts that aren't national the blanks behind don't count.
     const std::size_t end = s.find_last_not_of(U' ') + 1;
-    matches = pattern->Matches(std::u32string_view(s).substr(0, end));
+    matches = pattern->Matches(std::u32string_view(s).substr(0, end), spend);
   }
-  sqlite3_result_int(context, matches ? 1 : 0);
+  if (!spend.stopped) sqlite3_result_int(context, matches ? 1 : 0);
 }
 
 void PatIndex(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -163,26 +212,24 @@ void PatIndex(sqlite3_context* context, int count, sqlite3_value** values) {
   if (open) pattern.remove_prefix(1);
   const Pattern rest(pattern, 0);
   const std::u32string s = Folded(TextOf(values[1]));
-  for (std::size_t at = 0; at <= s.size(); ++at) {
-    if (rest.Matches(std::u32string_view(s).substr(at))) {
-      return sqlite3_result_int64(context, static_cast<std::int64_t>(at) + 1);
-    }
-    if (!open) break;
-  }
-  sqlite3_result_int64(context, 0);
+  Spender spend{context};
+  const std::size_t none = s.size() + 1;
+  const std::size_t at = open ? rest.FindIn(s, spend) : rest.Matches(s, spend) ? 0 : none;
+  if (spend.stopped) return;
+  sqlite3_result_int64(context, at == none ? 0 : static_cast<std::int64_t>(at) + 1);
 }
 
 }  // namespace
 
 bool Like(std::string_view text, std::string_view pattern, char32_t escape) {
-  return Pattern(pattern, escape).Matches(Folded(text));
+  return Pattern(pattern, escape).Matches(Folded(text), [](std::size_t) { return false; });
 }
 
-void RegisterLike(sqlite3* db) {
+void RegisterLike(const Registry& registry) {
   // The twin is no attempt: it takes blanks behind a text as none.
-  Register(db, "vk_like", 2, LikeFunction, "vk_like_char");
-  Register(db, "vk_like", 3, LikeFunction, "vk_like_char");
-  Register(db, "vk_patindex", 2, PatIndex);
+  Register(registry, "vk_like", 2, LikeFunction, "vk_like_char");
+  Register(registry, "vk_like", 3, LikeFunction, "vk_like_char");
+  Register(registry, "vk_patindex", 2, PatIndex);
 }
 
 }  // namespace vorek::sqlite

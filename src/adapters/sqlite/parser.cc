@@ -40,7 +40,8 @@ bool IsReserved(std::string_view word) {
          std::any_of(kReservedRest.begin(), kReservedRest.end(), same);
 }
 
-Parser::Parser(const SourceText& source) : source_(source), tokens_(Tokenize(source)) {}
+Parser::Parser(const SourceText& source, std::function<void()> checkpoint)
+    : source_(source), tokens_(Tokenize(source, checkpoint)), checkpoint_(std::move(checkpoint)) {}
 
 Parser::Level::Level(Parser& parser) : parser_(parser) {
   if (parser_.depth_ >= kMaxDepth) parser_.RefuseHere("The text is nested too deeply");
@@ -79,6 +80,7 @@ const Token& Parser::Peek(std::size_t ahead) const {
 }
 
 const Token& Parser::Take() {
+  if (checkpoint_ && ++taken_ % kTokensBetweenCheckpoints == 0) checkpoint_();
   const Token& token = Peek();
   if (at_ + 1 < tokens_.size()) ++at_;
   return token;

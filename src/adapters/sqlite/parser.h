@@ -1,6 +1,7 @@
 #ifndef VOREK_ADAPTERS_SQLITE_PARSER_H_
 #define VOREK_ADAPTERS_SQLITE_PARSER_H_
 
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <set>
@@ -17,7 +18,8 @@ namespace vorek::sqlite {
 // nest. Throws Error(kSyntax) with the word that isn't understood, its line and column.
 class Parser {
  public:
-  explicit Parser(const SourceText& source);
+  // checkpoint is called at bounded steps; it throws to stop.
+  explicit Parser(const SourceText& source, std::function<void()> checkpoint = {});
 
   std::shared_ptr<Batch> ParseBatch();
   // The parameters that sp_executesql is told of: "@a int, @b int output".
@@ -183,7 +185,9 @@ class Parser {
   SourceText source_;
   std::vector<Token> tokens_;
   std::size_t at_ = 0;
+  std::size_t taken_ = 0;
   int depth_ = 0;
+  std::function<void()> checkpoint_;
 };
 
 // True for words that can't be names without brackets.

@@ -121,11 +121,12 @@ void Runner::RunExecuteSql(Statement& statement, Frame& frame) {
     return value == nullptr ? std::string() : *value;
   };
   constexpr std::size_t kTexts = 2;  // the statements and the parameters' names
-  const std::shared_ptr<Batch> batch = Parser(text(0)).ParseBatch();
+  const auto checkpoint = [this] { checkpoint_(0); };
+  const std::shared_ptr<Batch> batch = Parser(text(0), checkpoint).ParseBatch();
   const std::string names = text(1);
   Statement definition;
   definition.name.parts = {"sp_executesql"};
-  if (!names.empty()) definition.parameters = Parser(names).ParseParameters();
+  if (!names.empty()) definition.parameters = Parser(names, checkpoint).ParseParameters();
   Frame own = NewFrame(SourceText(batch->source), true);
   TakeArguments(statement, definition, frame, own, kTexts);
   RunModule(batch->statements, own);
@@ -173,7 +174,7 @@ void Runner::RunExecuteText(Statement& statement, Frame& frame) {
   const Cell cell = Evaluate(statement, 0, *statement.expr, &text, frame);
   const auto* source = std::get_if<std::string>(&cell);
   if (source == nullptr) return;
-  const std::shared_ptr<Batch> batch = Parser(*source).ParseBatch();
+  const std::shared_ptr<Batch> batch = Parser(*source, [this] { checkpoint_(0); }).ParseBatch();
   Frame inner = NewFrame(SourceText(batch->source), true);
   RunModule(batch->statements, inner);
 }

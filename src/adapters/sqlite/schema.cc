@@ -283,7 +283,7 @@ const ModuleInfo* Schema::FindModule(const std::string& name) {
   module->name = ColumnText(statement.get(), 0);
   module->kind = ColumnText(statement.get(), 1);
   module->source = ColumnText(statement.get(), 2);
-  module->batch = Parser(module->source).ParseBatch();
+  module->batch = Parser(module->source, checkpoint_).ParseBatch();
   const auto& statements = module->batch->statements;
   if (statements.size() != 1 || statements[0]->kind != StatementKind::kCreateModule ||
       statements[0]->word != module->kind) {

@@ -23,10 +23,14 @@ bool IsBlank(char c) {
 
 class Tokenizer {
  public:
-  explicit Tokenizer(const SourceText& source) : source_(source), text_(source.text) {}
+  Tokenizer(const SourceText& source, const std::function<void()>& checkpoint)
+      : source_(source), text_(source.text), checkpoint_(checkpoint) {}
 
   std::vector<Token> Run() {
-    for (SkipBlanks(); at_ < text_.size(); SkipBlanks()) Next();
+    for (SkipBlanks(); at_ < text_.size(); SkipBlanks()) {
+      Next();
+      if (checkpoint_ && tokens_.size() % kTokensBetweenCheckpoints == 0) checkpoint_();
+    }
     Token end;
     end.begin = end.end = text_.size();
     tokens_.push_back(end);
@@ -152,6 +156,7 @@ class Tokenizer {
 
   SourceText source_;
   std::string_view text_;
+  const std::function<void()>& checkpoint_;
   std::size_t at_ = 0;
   std::vector<Token> tokens_;
 };
@@ -172,7 +177,9 @@ bool Token::IsWord(std::string_view word) const {
   return kind == TokenKind::kName && SameWord(value, word);
 }
 
-std::vector<Token> Tokenize(const SourceText& source) { return Tokenizer(source).Run(); }
+std::vector<Token> Tokenize(const SourceText& source, const std::function<void()>& checkpoint) {
+  return Tokenizer(source, checkpoint).Run();
+}
 
 int LineOf(const SourceText& source, std::size_t offset) {
   const std::string_view head = source.text.substr(0, offset);

@@ -2,6 +2,7 @@
 #define VOREK_ADAPTERS_SQLITE_TOKEN_H_
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,7 +45,9 @@ struct SourceText {
 
 // All tokens of a text, the last one kEnd. Blanks and comments ("--", nested "/* */") are left out.
 // Throws Error(kSyntax) for an open quote or comment and for a character that nothing begins with.
-std::vector<Token> Tokenize(const SourceText& source);
+// checkpoint is called every few hundred tokens; it throws to stop.
+std::vector<Token> Tokenize(const SourceText& source, const std::function<void()>& checkpoint = {});
+inline constexpr std::size_t kTokensBetweenCheckpoints = 256;
 
 // "line 3, column 12" of a byte offset; columns count code points.
 std::string PlaceOf(const SourceText& source, std::size_t offset);
