@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 
 #include "parameters/parameter_text.h"
 #include "text/utf8.h"
@@ -40,8 +39,9 @@ text::TracedText SampleParameters(const ReportDefinition& report) {
   // A call of a procedure has no conditions.
   const bool call = text::StartsWithIgnoreCase(report.Query(), "exec ");
   // A longer number before its head: 12 before 1.
-  for (const DefinedParameter& parameter : std::ranges::reverse_view(report.parameters)) {
-    const ParameterRow& row = parameter.row;
+  for (auto parameter = report.parameters.rbegin(); parameter != report.parameters.rend();
+       ++parameter) {
+    const ParameterRow& row = parameter->row;
     const std::string literal = Literal(row.type, SampleReading(row.control_type));
     traced.ReplaceAll(LiteralReplacements(row.Marker(), literal, call ? "" : kRestricts));
   }

@@ -88,7 +88,8 @@ class FilterCase {
   }
   std::string Name() {
     std::string name;
-    static constexpr const char* kPieces[] = {"a", "A", "b", "ك", "ی", "É", "é", " ", "'", "Z"};
+    static constexpr const char* kPieces[] = {"a", "A", "b", "ك", "ی", "É",
+                                              "é", "Ḁ", "ḁ", " ", "'", "Z"};
     for (std::size_t i = Pick(4); i > 0; --i) name += One(kPieces);
     return name;
   }

@@ -17,11 +17,12 @@ ResultSetPtr Rows() {
                      {"ParentID", kInteger},
                      {"نام", kVarWChar},
                      {"Price", kCurrency},
-                     {"Two Words", kDouble}},
-                    {{"1", std::nullopt, "Ali", "12.5", "1"},
-                     {"2", "1", "ali reza", "12.5001", "2.5"},
-                     {"3", "1", std::nullopt, "-7", "3"},
-                     {"4", "2", "O'Neil", std::nullopt, "0"}});
+                     {"Two Words", kDouble},
+                     {"A_2.b", kInteger}},
+                    {{"1", std::nullopt, "Ali", "12.5", "1", "5"},
+                     {"2", "1", "ali reza", "12.5001", "2.5", "6"},
+                     {"3", "1", std::nullopt, "-7", "3", "7"},
+                     {"4", "2", "O'Neil", std::nullopt, "0", "8"}});
 }
 
 std::string Matching(const std::string& text) {
@@ -55,6 +56,11 @@ TEST(FilterTest, SelectsRows) {
       {"[Two Words] <= 1", "14"},
       {"ID = 99999999999999999999", ""},
       {"ID = 1.5", ""},
+      {"a_2.B = 7", "3"},
+      {"ID = '2'", "2"},
+      {"ID < 3e0", "12"},
+      {"نام = #Ali#", "1"},
+      {"A_2.b like '5*' or [Two Words] like '2.*'", "12"},
       {"ID > 1.5 and ID < 99999999999999999999", "234"},
       {"Price > 12.50005", "2"},
       {"Price <> 12.50009", "1234"},
@@ -97,15 +103,28 @@ TEST(FilterTest, SelectsWhatAPlainReadingSelects) {
 }
 
 TEST(FilterTest, RefusesWhatItCantRead) {
-  for (const char* text : {"", "ID", "ID =", "ID = 'x", "Nothing = 1", "ID = x", "[ID = 1",
-                           "ID = 1 AND", "(ID = 1", "ID = 1)", "ID > NULL", "ID like", "ID ! 3",
-                           "ID = 1 2", "ID = nan", "ID < inf", "ID < 1e999"}) {
+  for (const char* text :
+       {"", "ID", "ID =", "ID = 'x", "Nothing = 1", "ID = x", "[ID = 1", "ID = 1 AND", "(ID = 1",
+        "ID = 1)", "ID > NULL", "ID like", "ID ! 3", "ID = 1 2", "ID = 1 orID = 2", "ID = ''",
+        "ID = nan", "ID < inf", "ID < 1e999"}) {
     EXPECT_THROW(Matching(text), Error) << text;
   }
   EXPECT_THROW(Matching(std::string(5000, '(')), Error);
   std::string chain = "ID = 1";
   for (int i = 0; i < 100000; ++i) chain += " OR ID = 1";
   EXPECT_THROW(Matching(chain), Error);
+}
+
+TEST(FilterTest, KnowsTheTestOfOneKey) {
+  const ResultSetPtr rows = Rows();
+  RecordFilter::KeyTest test{};
+  EXPECT_TRUE(RecordFilter("ParentID = 2", *rows).IsKeyTest(test));
+  EXPECT_EQ(test.column, 1U);
+  EXPECT_EQ(test.key, 2);
+  for (const char* const other : {"ID > 2", "ID = 1 or ID = 2", "ID = 1.5", "ID = NULL", "ID = 1e0",
+                                  "نام = 'a'", "[Two Words] = 1"}) {
+    EXPECT_FALSE(RecordFilter(other, *rows).IsKeyTest(test)) << other;
+  }
 }
 
 TEST(FilterTest, IndexFindsTheSameRowsAsAScan) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
@@ -12,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/qt/print_preview.h"
 #include "adapters/system/system_files.h"
 #include "desk_window.h"
 #include "engine/report_control.h"
@@ -44,6 +46,16 @@ inline const std::string& SampleFile() {
     return path;
   }();
   return file;
+}
+
+// The preview on the screen; null if there is none. findChild knows no classes without a
+// meta-object.
+inline PrintPreview* ShownPreview() {
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    auto* const preview = dynamic_cast<PrintPreview*>(window);
+    if (preview != nullptr && preview->isVisible()) return preview;
+  }
+  return nullptr;
 }
 
 class DeskTest : public testing::Test {

@@ -103,7 +103,7 @@ TEST_F(KeyboardTest, ReachesAllOfTheOtherWindows) {
   ExpectAllReached(*chart, "chart");
   chart->close();
   desk->CurrentTab()->Widget().PrintGrid();
-  auto* const preview = desk->findChild<PrintPreview*>();
+  PrintPreview* const preview = ShownPreview();
   ASSERT_NE(preview, nullptr);
   QWidget* const pages = preview->window();
   ASSERT_TRUE(QTest::qWaitForWindowActive(pages));

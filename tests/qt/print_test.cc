@@ -30,11 +30,7 @@ class PrintTest : public DeskTest {
     ReportContext context = Control().Context();
     PrintCrystal(context, "share/print/invoices.xml");
     QTest::qWait(50);
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
-      auto* const preview = dynamic_cast<PrintPreview*>(window);
-      if (preview != nullptr && preview->isVisible()) return preview;
-    }
-    return nullptr;
+    return ShownPreview();
   }
 };
 
@@ -98,7 +94,7 @@ class GridPrintTest : public DeskTest {
     QTest::qWait(50);
     QTest::keyClick(desk.get(), Qt::Key_P, Qt::ControlModifier);
     QTest::qWait(50);
-    return Shown();
+    return ShownPreview();
   }
   static print::PrintedColumns ColumnsOf(const ReportContext& report) {
     const Grid& grid = report.ActiveGrid();
@@ -108,13 +104,6 @@ class GridPrintTest : public DeskTest {
     std::int32_t col = 0;
     while (grid.TextMatrix(0, col) != "مبلغ") ++col;
     return col;
-  }
-  static PrintPreview* Shown() {
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
-      auto* const preview = dynamic_cast<PrintPreview*>(window);
-      if (preview != nullptr && preview->isVisible()) return preview;
-    }
-    return nullptr;
   }
   // Without blanks, whose places a reader guesses, and marks of direction.
   static QString TextOf(const QString& path) {
@@ -150,18 +139,18 @@ TEST_F(GridPrintTest, OpensThePagesOfTheGridForAnyPaper) {
   SavePicture(*preview, "grid-preview-wide");
   QTest::keyClick(&preview->Pages(), Qt::Key_Escape);
   QTest::qWait(20);
-  EXPECT_EQ(Shown(), nullptr);
+  EXPECT_EQ(ShownPreview(), nullptr);
 }
 
 TEST_F(GridPrintTest, ClosesWhenTheRowsChange) {
   ASSERT_NE(Preview(301), nullptr);
   Control().Context().ActiveGrid().RemoveItem(3);
-  EXPECT_EQ(Shown(), nullptr);
+  EXPECT_EQ(ShownPreview(), nullptr);
   desk->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(desk.get()));
   ASSERT_NE(Preview(301), nullptr);
   desk.reset();
-  EXPECT_EQ(Shown(), nullptr);
+  EXPECT_EQ(ShownPreview(), nullptr);
 }
 
 TEST_F(GridPrintTest, WritesTheGridToAFile) {

@@ -74,6 +74,26 @@ class FloorsTest(Folder):
         self.assertNotEqual(self.check().returncode, 0)
 
 
+class NamedTestsTest(Folder):
+    def check(self, named):
+        self.write("tests/a/a_test.cc", "TEST_F(A, Works) {}\nTEST(B,\n     Works) {}\n")
+        self.write("fuzz/fuzz_x.cc", "")
+        self.write("fuzz/corpus/x/1", "")
+        self.write("docs/security.md", f"| what | shown by |\n| --- | --- |\n| x | {named} |\n")
+        return run(ROOT / "tools/checks/named-tests", self.root)
+
+    def test_each_name(self):
+        for named, reason in (
+                ("`A.Works`, `B.Works`", None), ("`fuzz.x`", None), ("`tests/a/a_test.cc`", None),
+                ("`A.Fails`", "docs/security.md:3: there is no test A.Fails"),
+                ("`fuzz.y`", "no test fuzz.y"), ("`tests/b.cc`", "no test tests/b.cc"),
+                ("", "no test is named")):
+            with self.subTest(named=named):
+                result = self.check(named)
+                self.assertEqual(result.returncode, 1 if reason else 0, result.stdout)
+                self.assertIn(reason or "", result.stdout)
+
+
 class SymbolsTest(Folder):
     def check(self, source):
         path = self.write("a.cc", source)
