@@ -9,6 +9,7 @@
 
 #include "drive/driver.h"
 #include "require.h"
+#include "vorek/database.h"
 #include "vorek/error.h"
 #include "vorek/sqlite.h"
 

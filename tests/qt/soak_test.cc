@@ -46,18 +46,17 @@ class SoakTest : public DeskTest {
 
 TEST_F(SoakTest, LeavesNothingBehind) {
   const char* const asked = std::getenv("VOREK_SOAK");
-  const int rounds = asked == nullptr ? 50 : std::atoi(asked);
-  const int warm_up = rounds / 5;
-  ::alarm(static_cast<unsigned>(60 + 5 * rounds));  // in place of that of a single test
+  const int times = asked == nullptr ? 50 : std::atoi(asked);
+  ::alarm(static_cast<unsigned>(60 + 5 * times));  // in place of that of a single test
+  constexpr int kReports[] = {201, 247, 301};
   Held warm{};
-  for (int round = 0; round < rounds; ++round) {
-    for (const int report : {201, 247, 301}) {
-      ASSERT_NO_FATAL_FAILURE(OpenSortWriteAndClose(report)) << report;
-    }
-    if (round == warm_up) warm = HeldNow();
+  for (int time = 0; time < times; ++time) {
+    const int report = kReports[time % 3];
+    ASSERT_NO_FATAL_FAILURE(OpenSortWriteAndClose(report)) << report;
+    if (time == times / 3) warm = HeldNow();
   }
   const Held now = HeldNow();
-  std::printf("%d rounds: %ld KiB and %ld files, after the warm-up %ld KiB and %ld files\n", rounds,
+  std::printf("%d times: %ld KiB and %ld files, after the warm-up %ld KiB and %ld files\n", times,
               now.kibibytes, now.files, warm.kibibytes, warm.files);
   EXPECT_EQ(now.files, warm.files);
   EXPECT_LT(now.kibibytes, warm.kibibytes * 105 / 100) << "of " << warm.kibibytes;

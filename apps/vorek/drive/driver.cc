@@ -43,6 +43,22 @@ std::int32_t Number(const std::vector<std::string>& words, std::size_t index) {
   return property::FromText<std::int32_t>(word);
 }
 
+// An error of the work names the line, unless it names one already.
+template <typename Work>
+auto InLine(const ScriptLine& line, const Work& work) {
+  try {
+    return work();
+  } catch (const Error& error) {
+    const bool told = error.Description().starts_with("line ");
+    if (told) throw;
+    throw Error(error.Number(), "line " + std::to_string(line.number) + ": " + error.Description());
+  }
+}
+
+std::vector<std::string> WordsOf(const ScriptLine& line) {
+  return InLine(line, [&] { return SplitWords(line.text); });
+}
+
 Menu* EntryWithCaption(const Menu& menu, const std::string& caption) {
   for (Control* child : menu.Children()) {
     auto& entry = dynamic_cast<Menu&>(*child);
@@ -129,7 +145,7 @@ void Driver::RunLine(const std::string& line) {
 
 void Driver::Play(const Block& block) {
   for (std::size_t at = 0; at < block.size(); ++at) {
-    const std::vector<std::string> words = SplitWords(block[at].text);
+    const std::vector<std::string> words = WordsOf(block[at]);
     if (!words.empty() && words[0] == "when") {
       at = ReadWhen(block, at);
     } else {
@@ -139,24 +155,18 @@ void Driver::Play(const Block& block) {
 }
 
 void Driver::PlayLine(const ScriptLine& line) {
-  try {
-    RunLine(line.text);
-  } catch (const Error& error) {
-    const bool told = error.Description().starts_with("line ");
-    if (told) throw;
-    throw Error(error.Number(), "line " + std::to_string(line.number) + ": " + error.Description());
-  }
+  InLine(line, [&] { RunLine(line.text); });
 }
 
 // Queues the lines up to the "end" of this "when"; returns where that stands.
 std::size_t Driver::ReadWhen(const Block& block, std::size_t at) {
   const std::string where = "line " + std::to_string(block[at].number) + ": ";
-  const std::vector<std::string> head = SplitWords(block[at].text);
+  const std::vector<std::string> head = WordsOf(block[at]);
   if (head.size() != 2) Refuse(where + "when FORM");
   Block body;
   int depth = 1;
   for (std::size_t i = at + 1; i < block.size(); ++i) {
-    const std::vector<std::string> words = SplitWords(block[i].text);
+    const std::vector<std::string> words = WordsOf(block[i]);
     if (!words.empty() && words[0] == "when") ++depth;
     if (words.size() == 1 && words[0] == "end" && --depth == 0) {
       stage_->Queue(head[1], std::move(body));
