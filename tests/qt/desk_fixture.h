@@ -7,44 +7,25 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
-#include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "adapters/qt/print_preview.h"
-#include "adapters/system/system_files.h"
 #include "desk_window.h"
 #include "engine/report_control.h"
 #include "qt_environment.h"
 #include "report_tab.h"
+#include "sample/sample_database.h"
 #include "settings_file.h"
 #include "vorek/qt.h"
-#include "vorek/script.h"
 #include "vorek/sqlite.h"
 
 namespace vorek::qt {
 
 // The sample, made once for all tests of a run.
 inline const std::string& SampleFile() {
-  namespace fs = std::filesystem;
-  static const QTemporaryDir folder;
-  static const std::string file = [] {
-    const std::string path = folder.filePath("sample.db").toStdString();
-    const auto connection =
-        SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=" + path + ";Mode=Create");
-    std::vector<fs::path> scripts;
-    for (const fs::directory_entry& entry : fs::directory_iterator("samples")) {
-      if (entry.path().extension() == ".sql") scripts.push_back(entry.path());
-    }
-    std::sort(scripts.begin(), scripts.end());
-    const SystemFiles files;
-    for (const fs::path& script : scripts) {
-      RunScript(*connection, files.Read(script.string()), {.timeout_seconds = 600, .progress = {}});
-    }
-    return path;
-  }();
+  static const SampleDatabase sample;
+  static const std::string file = sample.File();
   return file;
 }
 

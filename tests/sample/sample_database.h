@@ -33,9 +33,8 @@ class SampleDatabase {
   }
   ~SampleDatabase() { std::filesystem::remove_all(folder_); }
 
-  std::string ConnectionString() const {
-    return "Provider=VorekSQLite;Data Source=" + folder_ + "/sample.db";
-  }
+  std::string File() const { return folder_ + "/sample.db"; }
+  std::string ConnectionString() const { return "Provider=VorekSQLite;Data Source=" + File(); }
 
  private:
   std::string folder_;
