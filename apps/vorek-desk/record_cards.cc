@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "messages/persian_reason.h"
 
 namespace vorek::desk {

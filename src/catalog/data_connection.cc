@@ -80,7 +80,11 @@ auto DataConnection::Attempt(const Work& work) {
 
 ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds) {
   return Attempt([&](DatabaseConnection& connection) {
-    return connection.Execute(text, {timeout_seconds, on_progress});
+    ExecuteOptions options;
+    options.timeout_seconds = timeout_seconds;
+    options.progress = on_progress;
+    options.limits = limits;
+    return connection.Execute(text, options);
   });
 }
 

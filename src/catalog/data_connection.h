@@ -82,6 +82,7 @@ class DataConnection {
   std::function<bool(std::size_t rows)> on_progress;
   // Asked by those who go through many rows of a result; null for none.
   PassWatch* watch = nullptr;
+  ResultLimits limits;  // of each statement
 
  private:
   // Opens the connection and does the work on it, noting how it went.

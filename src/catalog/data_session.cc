@@ -19,7 +19,7 @@ std::string ProviderName(const std::string& connection_text) {
 }  // namespace
 
 DataSession DataSession::Sibling() const {
-  DataSession sibling(providers_);
+  DataSession sibling(providers_, limits_);
   sibling.running_ = running_;
   sibling.open_ = open_;
   sibling.progress_ = progress_;
@@ -36,6 +36,7 @@ void DataSession::Renew() {
   dten_ = std::make_unique<DtEn>(providers_, *running_, *open_);
   dten_->cnn.on_progress = progress_;
   dten_->cnn.watch = watch_;
+  dten_->cnn.limits = limits_;
 }
 
 void DataSession::Check(const std::string& connection_text) const {

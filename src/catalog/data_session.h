@@ -33,7 +33,8 @@ struct DtEn {
 // with no filter: nobody may keep one across it.
 class DataSession {
  public:
-  explicit DataSession(ProviderList providers) : providers_(std::move(providers)) {}
+  explicit DataSession(ProviderList providers, ResultLimits limits = {})
+      : providers_(std::move(providers)), limits_(limits) {}
   // A session with slots of its own for the same providers, stopped by the same Cancel and followed
   // by the same progress. Where both are bound to one string they share its connection.
   DataSession Sibling() const;
@@ -65,6 +66,7 @@ class DataSession {
   void Renew();
 
   ProviderList providers_;
+  ResultLimits limits_;
   std::shared_ptr<RunningStatement> running_ = std::make_shared<RunningStatement>();
   std::shared_ptr<OpenConnections> open_ = std::make_shared<OpenConnections>();
   std::function<bool(std::size_t rows)> progress_;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "catalog/report_row.h"
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "engine/form_ask_user_report.h"
 #include "engine/form_report.h"
 #include "engine/query_text.h"

@@ -1,6 +1,6 @@
 #include "engine/export_events.h"
 
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "export/access_export.h"
 #include "export/excel_export.h"
 #include "export/text_export.h"

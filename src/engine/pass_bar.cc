@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 
 namespace vorek {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "catalog/report_row.h"
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "engine/export_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"

@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "engine/report_control.h"
 #include "export/attachment.h"
 #include "export/excel_export.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "engine/pass_bar.h"
 #include "engine/query_text.h"
 #include "engine/rights.h"
@@ -49,8 +49,8 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     ApplyStoredLayout(report_, ignore_errors_);
   });
   if (error) {
-    // Only a lost connection is told: the user would take it for an empty report.
-    if (error->Is(ErrorNumber::kConnection)) {
+    // Only what the user would take for an empty report is told.
+    if (error->Is(ErrorNumber::kConnection) || error->Is(ErrorNumber::kOutOfMemory)) {
       Fail(*error);
     } else {
       state_.StopReason = error->Description();
@@ -82,7 +82,7 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
       Present();
     });
   }
-  if (error && !filled) {
+  if (error && (!filled || error->Is(ErrorNumber::kOutOfMemory))) {
     Fail(*error);
     return false;
   }

@@ -1,4 +1,4 @@
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "engine/entry_points.h"
 #include "engine/property_bag.h"
 #include "engine/report_control.h"

@@ -38,7 +38,7 @@ class Staged {
     open_ = IgnoreErrors([&] { OpenSlot(slot_, "Begin Transaction"); });
   }
   ~Staged() {
-    if (open_) IgnoreErrors([&] { OpenSlot(slot_, "Commit Transaction"); });
+    if (open_) IgnoreAllErrors([&] { OpenSlot(slot_, "Commit Transaction"); });
   }
   Staged(const Staged&) = delete;
   Staged& operator=(const Staged&) = delete;
