@@ -51,6 +51,7 @@ void DataConnection::Open() {
     open_.Keep(provider_, connection_string_, connection_);
   } catch (const Error& error) {
     last_error_ = error.Description();
+    running_.Note(error);
     throw;
   }
 }
@@ -70,6 +71,7 @@ auto DataConnection::Attempt(const Work& work) {
     return result;
   } catch (const Error& error) {
     last_error_ = error.Description();
+    running_.Note(error);
     if (error.Is(ErrorNumber::kConnection)) {
       open_.Drop(connection_);
       connection_.reset();

@@ -29,9 +29,17 @@ class RunningStatement {
   // No effect while nothing runs.
   void Cancel() noexcept;
 
+  // The last error of a statement or a connect that was a lost connection or the end of its time.
+  std::optional<Error>& Interruption() { return interruption_; }
+  void Note(const Error& error) {
+    const bool interrupted = error.Is(ErrorNumber::kConnection) || error.Is(ErrorNumber::kTimeout);
+    if (interrupted) interruption_ = error;
+  }
+
  private:
   std::mutex mutex_;
   DatabaseConnection* connection_ = nullptr;
+  std::optional<Error> interruption_;  // of the thread that runs statements
 };
 
 // The connections that stand, so that data objects with one string share one.

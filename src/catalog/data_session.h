@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "catalog/data_connection.h"
@@ -57,13 +58,18 @@ class DataSession {
   // Stops the statement that runs now; may be called from any thread.
   void Cancel() noexcept { running_->Cancel(); }
 
+  // What a statement met since it was forgotten that its text has no part in: a lost connection,
+  // the end of its time. A step that passes such an error over may have left out anything.
+  void ForgetInterruption() { running_->Interruption().reset(); }
+  std::optional<Error> Interruption() const { return running_->Interruption(); }
+
   // Asked while a report's rows are read; false cancels. Kept over re-bindings.
   void SetProgress(std::function<bool(std::size_t rows)> progress);
   // Asked while the rows of a result are filtered; null for none. Kept over re-bindings.
   void SetWatch(PassWatch* watch);
 
  private:
-  void Renew();
+  void Renew(std::string provider, std::string connection_text);
 
   ProviderList providers_;
   ResultLimits limits_;

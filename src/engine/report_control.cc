@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "catalog/report_row.h"
-#include "platform/attempt.h"
 #include "engine/export_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"
@@ -16,6 +15,7 @@
 #include "engine/report_run.h"
 #include "engine/rights.h"
 #include "engine/shared_helpers.h"
+#include "platform/attempt.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -134,6 +134,7 @@ void ReportControl::ConnectButtons() {
 bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
                          const std::string& caller_value) {
   Process& process = world.process;
+  process.data.ForgetInterruption();
   BindConnection();
   if (!HasReportRight(process, id, state.UserID)) {
     world.messages.ShowMessage("خطا", "شما مجاز به مشاهده اين گزارش نيستيد.");
@@ -143,7 +144,7 @@ bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
   process.data.RebindTwice(process.main.ConnectionText);
   TakeUser();
   BeginReport(id, parameter_string, caller_value);
-  const bool result = Refresh(true, parameter_string, caller_value);
+  const bool result = Run(true, parameter_string);
   process.main.SystemParameter123 = SystemParameter(process.dten().rssqlGeneral1, kReportSwitch);
   EndView();
   return result;
@@ -239,6 +240,11 @@ void ReportControl::EndView() {
 
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
                             const std::string&) {
+  world.process.data.ForgetInterruption();
+  return Run(do_filter, parameter_string);
+}
+
+bool ReportControl::Run(bool do_filter, const std::string& parameter_string) {
   const bool result = ReportRun(*this).Run(do_filter, parameter_string);
   ApplyWidths();
   return result;

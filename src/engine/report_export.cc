@@ -1,6 +1,5 @@
 #include <memory>
 
-#include "platform/attempt.h"
 #include "engine/report_control.h"
 #include "export/attachment.h"
 #include "export/excel_export.h"
@@ -8,6 +7,7 @@
 #include "export/template_fill.h"
 #include "export/text_export.h"
 #include "grid/cross_table_click.h"
+#include "platform/attempt.h"
 #include "text/utf8.h"
 #include "vorek/export.h"
 

@@ -136,7 +136,7 @@ class FaultLoop {
     EXPECT_EQ(outcome.files.size(), Allowed(outcome)) << where << "a file too many or too few";
     for (const auto& [name, bytes] : outcome.files) {
       const bool whole = Is(before_, name, bytes) || Is(reference_, name, bytes);
-      EXPECT_TRUE(whole || name.starts_with("temporary/")) << where << name << " isn't whole";
+      EXPECT_TRUE(whole) << where << name << " isn't whole";
     }
     const bool whole = outcome.shown == before_.shown || outcome.shown == reference_.shown ||
                        IsEmpty(outcome.shown);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "eval/function_file.h"
 #include "export/crystal_print.h"
 #include "export/form_access.h"
 #include "export/form_send_to_text_file.h"
@@ -194,6 +195,7 @@ Operation PrintByMenu() {
     stage.windows->Answers("FormTemplate", [](Form& form) {
       auto& dialog = dynamic_cast<FormTemplate&>(form);
       dialog.SSTab1.Choose(1);
+      if (dialog.cmbCrystalReport.ListCount() > 0) dialog.cmbCrystalReport.SetListIndex(0);
       dialog.cmdOk.Click();
     });
   };
@@ -218,10 +220,11 @@ Operation AppendingToAccess() {
   Operation operation = MenuEntry("access append", 247, 2, &HeaderMenu::mnuSendToAccess);
   operation.begin = [](Stage& stage) {
     Viewed(247)(stage);
-    stage.windows->Answers("FormAccess", [](Form& form) {
+    stage.windows->Answers("FormAccess", [&stage](Form& form) {
       auto& dialog = dynamic_cast<FormAccess&>(form);
       dialog.cmdSave.Click();
-      dialog.cmdOk.Click();
+      // Who is told of a failure goes no further.
+      if (stage.windows->told.empty()) dialog.cmdOk.Click();
     });
   };
   const Step reset = operation.reset;
@@ -287,7 +290,9 @@ Operation SavingParameters() {
 Operation KeepingFunctions() {
   return {"function file", Begin(),
           [](Stage& stage) {
-            SystemFiles().Write(stage.Path("functions.fun"), "first line\r\n\"@OLD\",\"X+1\"\r\n");
+            KeyedList<FunctionClass> functions;
+            ReadFunctions("\n\"@OLD\",\"X+1\"\n", functions);
+            SystemFiles().Write(stage.Path("functions.fun"), WriteFunctions(functions));
           },
           [](Stage& stage) {
             EvaluationClass evaluation({stage.Path("functions.fun"), stage.files.get(), nullptr});
@@ -295,7 +300,8 @@ Operation KeepingFunctions() {
             evaluation.Expresion("@doble(@old(2))");
             if (evaluation.AnalizaExpr().Number() == 6) return;
             const failing_memory::Pause pause;
-            throw Error(ErrorNumber::kInternal, "wrong: " + evaluation.DErr());
+            // A file that can't be read gives no functions.
+            throw Error(ErrorNumber::kPathAccess, evaluation.DErr());
           },
           Everything};
 }

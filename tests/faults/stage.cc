@@ -169,6 +169,7 @@ std::map<std::string, std::string> Stage::Files() const {
   for (const auto& entry : fs::recursive_directory_iterator(folder_)) {
     const std::string name = fs::relative(entry.path(), folder_).string();
     if (!entry.is_regular_file() || name.starts_with("sample.db")) continue;
+    if (name.starts_with("temporary/")) continue;  // copies of stored templates stay there
     found[name] = SystemFiles().Read(entry.path().string());
   }
   return found;

@@ -59,7 +59,7 @@ class Stage {
   ResultSetPtr Query(const std::string& text);
   // What both grids and the panel show, cell by cell.
   std::string Shown();
-  // The names of all files in the folder but those of the database, with a digest of each.
+  // All files in the folder, by name, but those of the database and temporary ones.
   std::map<std::string, std::string> Files() const;
 
   std::shared_ptr<NotedWindows> windows = std::make_shared<NotedWindows>();

@@ -124,7 +124,7 @@ void Connection::Open(const std::string& path, OpenMode mode) {
       nullptr);
   db_.reset(db);
   if (code != SQLITE_OK) {
-    throw Error(ErrorNumber::kConnection,
+    throw Error(code == SQLITE_NOMEM ? ErrorNumber::kOutOfMemory : ErrorNumber::kConnection,
                 "Cannot open the database '" + path +
                     "': " + (db == nullptr ? "out of memory" : sqlite3_errmsg(db)) + ".");
   }
@@ -132,6 +132,7 @@ void Connection::Open(const std::string& path, OpenMode mode) {
     SetUp(path, mode);
   } catch (const Error& error) {
     // Another one who holds the file may let it go.
+    if (error.Is(ErrorNumber::kOutOfMemory)) throw Error(error);
     const bool busy = error.Is(ErrorNumber::kTimeout);
     const std::string why = "Cannot open the database '" + path + "': " + error.Description() + ".";
     throw Error(busy ? ErrorNumber::kTimeout : ErrorNumber::kConnection,

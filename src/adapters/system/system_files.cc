@@ -1,5 +1,6 @@
 #include "adapters/system/system_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/file.h>
@@ -112,15 +113,21 @@ void RemoveUnlessWritten(const std::string& temporary) {
   if (::flock(file.Get(), LOCK_EX | LOCK_NB) == 0) ::unlink(temporary.c_str());
 }
 
+struct FolderCloser {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
 // Takes away what killed programs left of their work on this file.
 void Sweep(const std::string& path) {
   const std::string name = fs::path(path).filename().string();
-  std::error_code failed;
-  for (fs::directory_iterator entry(FolderOf(path), failed), end; !failed && entry != end;
-       entry.increment(failed)) {
-    const pid_t maker = MakerOf(entry->path().filename().string(), name);
+  const std::string folder = FolderOf(path);
+  const std::unique_ptr<DIR, FolderCloser> entries(::opendir(folder.c_str()));
+  while (entries != nullptr) {
+    const dirent* const entry = ::readdir(entries.get());
+    if (entry == nullptr) return;
+    const pid_t maker = MakerOf(entry->d_name, name);
     if (maker == 0 || !IsGone(maker)) continue;
-    IgnoreErrors([&] { RemoveUnlessWritten(entry->path().string()); });
+    IgnoreErrors([&] { RemoveUnlessWritten(folder + "/" + entry->d_name); });
   }
 }
 
