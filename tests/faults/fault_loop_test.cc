@@ -41,6 +41,12 @@ std::vector<Number> Spread(const std::vector<Number>& all, std::size_t most) {
   return some;
 }
 
+std::vector<std::size_t> UpTo(int count) {
+  std::vector<std::size_t> all(static_cast<std::size_t>(count));
+  std::iota(all.begin(), all.end(), 1);
+  return all;
+}
+
 // What a run said, and what it left.
 struct Outcome {
   std::optional<Error> thrown;
@@ -228,9 +234,7 @@ TEST_P(EachOperation, LivesThroughAFailingAllocationOfSqlite) {
   FaultLoop loop(GetParam());
   const int count = loop.Counted([] { failing_sqlite::Arm(0); },
                                  [] { return static_cast<int>(failing_sqlite::Disarm()); });
-  std::vector<std::size_t> all(static_cast<std::size_t>(count));
-  std::iota(all.begin(), all.end(), 1);
-  for (const std::size_t n : Spread(all, MostFaults())) {
+  for (const std::size_t n : Spread(UpTo(count), MostFaults())) {
     loop.With(
         "allocation " + std::to_string(n) + " of SQLite", ErrorNumber::kOutOfMemory,
         [n] { failing_sqlite::Arm(n); },
@@ -248,7 +252,8 @@ TEST_P(EachOperation, LivesThroughAFailingFile) {
   const int count = loop.Counted([&] { files.Arm(0, ""); }, [&] { return files.Disarm(); });
   for (const char* const words :
        {"No space left on device", "Permission denied", "Input/output error"}) {
-    for (int n = 1; n <= count; ++n) {
+    for (const std::size_t number : Spread(UpTo(count), MostFaults() / 3)) {
+      const int n = static_cast<int>(number);
       loop.With(
           "operation " + std::to_string(n) + " on files, " + words, ErrorNumber::kPathAccess,
           [&] { files.Arm(n, words); },
@@ -275,7 +280,8 @@ TEST_P(EachOperation, LivesThroughAFailingDatabase) {
   const int count =
       loop.Counted([&] { database.Arm(Fault::kLost, 0); }, [&] { return database.Disarm(); });
   for (const auto& kind : kinds) {
-    for (int n = 1; n <= count; ++n) {
+    for (const std::size_t number : Spread(UpTo(count), MostFaults() / 3)) {
+      const int n = static_cast<int>(number);
       loop.With(
           "statement " + std::to_string(n) + " " + kind.name, kind.number,
           [&] { database.Arm(kind.fault, n); },
