@@ -35,13 +35,14 @@ bool IsWanted(const Operation& operation) {
 
 template <typename Number>
 std::vector<Number> Spread(const std::vector<Number>& all, std::size_t most) {
+  most = std::max<std::size_t>(most, 1);
   if (all.size() <= most) return all;
   std::vector<Number> some;
   for (std::size_t i = 0; i < most; ++i) some.push_back(all[i * all.size() / most]);
   return some;
 }
 
-std::vector<std::size_t> UpTo(int count) {
+std::vector<std::size_t> NumbersTo(int count) {
   std::vector<std::size_t> all(static_cast<std::size_t>(count));
   std::iota(all.begin(), all.end(), 1);
   return all;
@@ -217,7 +218,7 @@ class EachOperation : public testing::TestWithParam<Operation> {
 
 TEST_P(EachOperation, LivesThroughAFailingAllocation) {
   FaultLoop loop(GetParam());
-  std::vector<std::size_t> numbers = Spread(loop.Places(), MostFaults());
+  std::vector<std::size_t> numbers = Spread(loop.Places(), MostFaults() / GetParam().share);
   for (const std::size_t n : numbers) {
     loop.With(
         "allocation " + std::to_string(n), ErrorNumber::kOutOfMemory,
@@ -234,7 +235,7 @@ TEST_P(EachOperation, LivesThroughAFailingAllocationOfSqlite) {
   FaultLoop loop(GetParam());
   const int count = loop.Counted([] { failing_sqlite::Arm(0); },
                                  [] { return static_cast<int>(failing_sqlite::Disarm()); });
-  for (const std::size_t n : Spread(UpTo(count), MostFaults())) {
+  for (const std::size_t n : Spread(NumbersTo(count), MostFaults() / GetParam().share)) {
     loop.With(
         "allocation " + std::to_string(n) + " of SQLite", ErrorNumber::kOutOfMemory,
         [n] { failing_sqlite::Arm(n); },
@@ -252,7 +253,7 @@ TEST_P(EachOperation, LivesThroughAFailingFile) {
   const int count = loop.Counted([&] { files.Arm(0, ""); }, [&] { return files.Disarm(); });
   for (const char* const words :
        {"No space left on device", "Permission denied", "Input/output error"}) {
-    for (const std::size_t number : Spread(UpTo(count), MostFaults() / 3)) {
+    for (const std::size_t number : Spread(NumbersTo(count), MostFaults() / GetParam().share / 3)) {
       const int n = static_cast<int>(number);
       loop.With(
           "operation " + std::to_string(n) + " on files, " + words, ErrorNumber::kPathAccess,
@@ -280,7 +281,7 @@ TEST_P(EachOperation, LivesThroughAFailingDatabase) {
   const int count =
       loop.Counted([&] { database.Arm(Fault::kLost, 0); }, [&] { return database.Disarm(); });
   for (const auto& kind : kinds) {
-    for (const std::size_t number : Spread(UpTo(count), MostFaults() / 3)) {
+    for (const std::size_t number : Spread(NumbersTo(count), MostFaults() / GetParam().share / 3)) {
       const int n = static_cast<int>(number);
       loop.With(
           "statement " + std::to_string(n) + " " + kind.name, kind.number,

@@ -347,6 +347,11 @@ Operation RunningScript() {
           }};
 }
 
+Operation Slow(Operation operation) {
+  operation.share = 12;
+  return operation;
+}
+
 }  // namespace
 
 std::vector<Operation> Operations() {
@@ -357,7 +362,7 @@ std::vector<Operation> Operations() {
           ViewOf("view with formulas", 220),
           ViewOf("view with rights", 205, "", 4, 5),
           ViewOf("view of a cross table", 227),
-          ViewOf("view of a tree", 401),
+          Slow(ViewOf("view of a tree", 401)),
           ViewOf("view with parameters", 203, "@1=5"),
           ViewOf("view of a panel", 106),
           ViewOf("view of merged rows", 209),
@@ -368,8 +373,8 @@ std::vector<Operation> Operations() {
           Asking(),
           Sorting(),
           CrossTable(),
-          TreeRows(),
-          TreeSorting(),
+          Slow(TreeRows()),
+          Slow(TreeSorting()),
           MenuEntry("sum", 220, 3, &HeaderMenu::mnuSum),
           MenuEntry("average", 220, 3, &HeaderMenu::mnuavg),
           Exporting("a.csv", 220),

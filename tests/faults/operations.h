@@ -20,6 +20,8 @@ struct Operation {
   bool silent = false;
   // The run behind a failed one goes on where that left off; its own start would take it away.
   bool goes_on = false;
+  // A slow one gets one in so many of the faults that others get.
+  std::size_t share = 1;
 };
 
 std::vector<Operation> Operations();
