@@ -45,6 +45,9 @@ AttachmentDialog::AttachmentDialog(DatabaseConnection& connection, std::int32_t 
   list_->setSelectionMode(QAbstractItemView::SingleSelection);
   list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   list_->verticalHeader()->hide();
+  list_->setAccessibleName("پيوستها");
+  // Rows are chosen: Tab goes on to the buttons.
+  list_->setTabKeyNavigation(false);
   list_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(list_);

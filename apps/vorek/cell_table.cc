@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "printable.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -14,21 +15,6 @@ struct TableColumn {
   std::size_t width = 0;
   bool left = false;
 };
-
-// U+2400 begins the pictures of the control characters.
-char32_t Picture(char32_t c) {
-  if (c == '\t' || c == '\n' || c == '\r') return ' ';
-  if (c < 0x20) return 0x2400 + c;
-  if (c == 0x7F) return 0x2421;
-  if (c >= 0x80 && c < 0xA0) return 0xFFFD;
-  return c;
-}
-
-// C1 controls begin with C2 in UTF-8, and so do some letters.
-bool MayHoldControls(std::string_view text) {
-  return std::any_of(text.begin(), text.end(),
-                     [](unsigned char c) { return c < 0x20 || c == 0x7F || c == 0xC2; });
-}
 
 std::string Shown(const CellTable& table, std::size_t row, std::size_t column) {
   std::string scratch;
@@ -125,15 +111,6 @@ void WriteLines(const CellTable& table, char between, AppendCell append, std::os
 }
 
 }  // namespace
-
-std::string Printable(std::string_view text) {
-  if (!MayHoldControls(text)) return std::string(text);
-  std::string out;
-  for (std::size_t at = 0; at < text.size();) {
-    text::AppendUtf8(out, Picture(text::DecodeAt(text, at)));
-  }
-  return out;
-}
 
 void WriteTable(const CellTable& table, std::ostream& out) {
   const std::vector<TableColumn> columns = MeasureColumns(table);

@@ -27,13 +27,9 @@ class CellTable {
   virtual bool ColumnHidden(std::size_t /*column*/) const { return false; }
 };
 
-// Columns side by side with a line below the headers, as wide as a terminal shows them. A line end
-// or a tab is a blank; any other control character stands as its picture, so that no cell can give
-// orders to the terminal. A NULL is NULL, and a text of these four letters 'NULL'.
+// Columns side by side with a line below the headers, as wide as a terminal shows them, in
+// which cells are Printable. A NULL is NULL, and a text of these four letters 'NULL'.
 void WriteTable(const CellTable& table, std::ostream& out);
-
-// The text as such a table shows it.
-std::string Printable(std::string_view text);
 
 // A line a row, tabs between. In a cell \t, \n, \r and \\ stand for the characters; \N is a NULL.
 void WriteTsv(const CellTable& table, std::ostream& out);

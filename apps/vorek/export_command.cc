@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "chart_kinds.h"
 #include "command.h"
 #include "messages/persian_reason.h"
 #include "shown_report.h"
@@ -22,6 +23,8 @@ struct CommandOptions {
   std::string format;
   std::string with_template;
   std::string delimiter = "^t";
+  std::optional<ChartKind> chart;
+  bool turned = false;
   bool no_header = false;
   bool plain = false;
   bool guard = false;
@@ -36,6 +39,8 @@ ExportOptions OptionsFor(const CommandOptions& command) {
   } else {
     options.template_path = command.with_template;
   }
+  options.chart = command.chart;
+  options.chart_turned = command.turned;
   options.header = !command.no_header;
   options.remove_money = command.plain;
   options.guard = command.guard;
@@ -100,6 +105,11 @@ void AddExportCommand(CLI::App& app) {
       ->check(CLI::IsMember({"xlsx", "csv", "tsv", "txt", "json", "html"}));
   command->add_option("--template", options->with_template,
                       "fill a workbook: a file, or the number of a template of the report");
+  command
+      ->add_option("--chart", options->chart,
+                   "add a chart to a new workbook: bars, stacked, lines or shares")
+      ->transform(CLI::CheckedTransformer(ChartKindsByName()));
+  command->add_flag("--turned", options->turned, "change the sides of a cross table's chart");
   command->add_option("--delimiter", options->delimiter,
                       "text behind each cell of .txt; ^t is a tab");
   command->add_flag("--no-header", options->no_header, "leave the header row out of a text file");

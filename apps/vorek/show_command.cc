@@ -4,6 +4,7 @@
 #include "command.h"
 #include "grid/cross_table_click.h"
 #include "grid_writer.h"
+#include "printable.h"
 #include "shown_report.h"
 
 namespace vorek {

@@ -55,6 +55,11 @@ class DatabaseConnection {
 
   // Stops the statement that runs now, from any thread; without one, no effect.
   virtual void Cancel() noexcept = 0;
+
+  // Asks the server for a sign of life, within some seconds; nothing of the caller's runs. False
+  // for a connection that is of no use any more, as after the server was started again. Always true
+  // from a provider without a server.
+  virtual bool IsAlive() { return true; }
 };
 
 inline std::optional<ResultSetPtr> DatabaseConnection::Describe(std::string_view, int) {
@@ -72,7 +77,17 @@ class DatabaseProvider {
   // Opens a connection by the whole connection string. Throws Error with the reason, in which no
   // password stands: kTimeout for a file that another one holds, else kConnection.
   virtual std::unique_ptr<DatabaseConnection> Connect(std::string_view connection_string) = 0;
+
+  // The same, given up with Error(kCancelled) once goes_on says no: it is asked now and then on the
+  // calling thread while a server is waited for. A provider that connects at once needn't ask.
+  virtual std::unique_ptr<DatabaseConnection> ConnectWhile(std::string_view connection_string,
+                                                           const std::function<bool()>& goes_on);
 };
+
+inline std::unique_ptr<DatabaseConnection> DatabaseProvider::ConnectWhile(
+    std::string_view connection_string, const std::function<bool()>&) {
+  return Connect(connection_string);
+}
 
 }  // namespace vorek
 

@@ -2,8 +2,10 @@
 #define VOREK_EXPORT_H_
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "vorek/chart_kind.h"
 #include "vorek/report.h"
 
 namespace vorek {
@@ -23,6 +25,11 @@ struct ExportOptions {
   // none).
   std::string template_path = {};
   std::int32_t template_number = -1;
+
+  // Of a new xlsx: a chart of the report behind its rows, as the office program draws it, with its
+  // numbers beside it. turned: the sides of a cross table change places.
+  std::optional<ChartKind> chart = {};
+  bool chart_turned = false;
 
   // Of csv, tsv and txt.
   bool header = true;

@@ -10,6 +10,7 @@
 
 #include "vorek/output_file.h"
 #include "vorek/pass_watch.h"
+#include "vorek/sheet_chart.h"
 
 namespace vorek {
 
@@ -33,11 +34,12 @@ enum class SheetAlignment {
 
 // How a cell looks.
 struct SheetStyle {
-  std::string font;  // empty for the workbook's own
-  double size = 0;   // points; 0 for the workbook's own
+  std::string font = {};  // empty for the workbook's own
+  double size = 0;        // points; 0 for the workbook's own
   bool bold = false;
   bool text = false;  // the number format "@": what stands in the cell is a text
   SheetAlignment alignment = SheetAlignment::kGeneral;
+  std::string number_format = {};  // of what isn't a text; empty for the general one
 };
 
 // What a protected sheet still allows.
@@ -86,8 +88,12 @@ class WorkbookWriter {
   // A number as plain text, "-12.5"; see IsSheetNumber.
   virtual void Number(std::int32_t column, std::string_view number, std::size_t style) = 0;
   virtual void EndRow() = 0;
+  // Puts a chart and a table of its numbers on a sheet of their own behind the others, locked as
+  // they are. REQUIRES: all rows are written, and no chart is.
+  virtual void AddChart(const SheetChart& chart) = 0;
   virtual void Finish() = 0;
 
+  // Of rows: a chart's sheet isn't counted.
   virtual std::size_t Sheets() const = 0;
 };
 

@@ -1,10 +1,29 @@
 #include "catalog/data_connection.h"
 
 namespace vorek {
+namespace {
+
+// Ends the statement or the connect however the work on it ends.
+struct UntilReturn {
+  RunningStatement& statement;
+  ~UntilReturn() { statement.End(); }
+};
+
+}  // namespace
 
 void RunningStatement::Begin(DatabaseConnection& connection) {
   const std::lock_guard lock(mutex_);
   connection_ = &connection;
+}
+
+void RunningStatement::BeginConnect() {
+  const std::lock_guard lock(mutex_);
+  connect_cancelled_ = false;
+}
+
+bool RunningStatement::ConnectGoesOn() const {
+  const std::lock_guard lock(mutex_);
+  return !connect_cancelled_;
 }
 
 void RunningStatement::End() {
@@ -14,6 +33,7 @@ void RunningStatement::End() {
 
 void RunningStatement::Cancel() noexcept {
   const std::lock_guard lock(mutex_);
+  connect_cancelled_ = true;
   if (connection_ != nullptr) connection_->Cancel();
 }
 
@@ -47,7 +67,11 @@ void DataConnection::Open() {
   connection_ = open_.Find(provider_, connection_string_);
   if (connection_ != nullptr) return;
   try {
-    connection_ = FindProvider(providers_, provider_).Connect(connection_string_);
+    running_.BeginConnect();
+    const UntilReturn until_return{running_};
+    connection_ = FindProvider(providers_, provider_).ConnectWhile(connection_string_, [this] {
+      return running_.ConnectGoesOn();
+    });
     open_.Keep(provider_, connection_string_, connection_);
   } catch (const Error& error) {
     last_error_ = error.Description();
@@ -58,14 +82,10 @@ void DataConnection::Open() {
 
 template <typename Work>
 auto DataConnection::Attempt(const Work& work) {
-  struct Running {
-    RunningStatement& statement;
-    ~Running() { statement.End(); }
-  };
   Open();
   try {
     running_.Begin(*connection_);
-    const Running until_return{running_};
+    const UntilReturn until_return{running_};
     auto result = work(*connection_);
     last_error_.clear();
     return result;
@@ -78,6 +98,17 @@ auto DataConnection::Attempt(const Work& work) {
     }
     throw;
   }
+}
+
+void DataConnection::DropDead() {
+  const std::shared_ptr<DatabaseConnection> standing =
+      connection_ != nullptr ? connection_ : open_.Find(provider_, connection_string_);
+  if (standing == nullptr) return;
+  running_.Begin(*standing);
+  const UntilReturn until_return{running_};
+  if (standing->IsAlive()) return;
+  open_.Drop(standing);
+  connection_.reset();
 }
 
 ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds) {

@@ -21,13 +21,17 @@ using ProviderList = std::vector<std::shared_ptr<DatabaseProvider>>;
 // The one that answers to the name. Throws Error(kConnection) if nobody does.
 DatabaseProvider& FindProvider(const ProviderList& providers, const std::string& name);
 
-// The connection whose statement runs now, so that it can be cancelled from another thread.
+// The connection whose statement runs now, or that one is being opened, so that it can be cancelled
+// from another thread.
 class RunningStatement {
  public:
   void Begin(DatabaseConnection& connection);
+  void BeginConnect();
   void End();
   // No effect while nothing runs.
   void Cancel() noexcept;
+  // False once the connect that is under way was cancelled.
+  bool ConnectGoesOn() const;
 
   // The last error of a statement or a connect that was a lost connection or the end of its time.
   std::optional<Error>& Interruption() { return interruption_; }
@@ -37,8 +41,9 @@ class RunningStatement {
   }
 
  private:
-  std::mutex mutex_;
+  mutable std::mutex mutex_;
   DatabaseConnection* connection_ = nullptr;
+  bool connect_cancelled_ = false;
   std::optional<Error> interruption_;  // of the thread that runs statements
 };
 
@@ -71,10 +76,14 @@ class DataConnection {
 
   // Connects if it isn't connected, unless a connection of that string stands. Throws
   // Error(kConnection) for a provider that nobody answers to, an empty string, or with the
-  // provider's own reason.
+  // provider's own reason; Error(kCancelled).
   void Open();
   void Close() { connection_.reset(); }
   bool IsOpen() const { return connection_ != nullptr; }
+
+  // Drops a connection that doesn't answer any more, so that the next statement connects anew: a
+  // statement that fails by it may have begun, and can't be run again.
+  void DropDead();
 
   // Runs a text; see DatabaseConnection::Execute. A lost connection is dropped, so that a later
   // statement connects anew.

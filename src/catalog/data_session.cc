@@ -57,6 +57,10 @@ void DataSession::RebindTwice(const std::string& connection_text) {
   Renew(dten_->cnn.Provider(), connection_text);
 }
 
+void DataSession::DropDead() {
+  if (dten_ != nullptr) dten_->cnn.DropDead();
+}
+
 void DataSession::SetProgress(std::function<bool(std::size_t rows)> progress) {
   progress_ = std::move(progress);
   if (dten_ != nullptr) dten_->cnn.on_progress = progress_;

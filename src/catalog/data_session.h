@@ -52,6 +52,10 @@ class DataSession {
   // The double pass of the entry points: the same, and once more without naming the provider.
   void RebindTwice(const std::string& connection_text);
 
+  // Asks the connection in force, if one stands, whether its server still answers; see
+  // DataConnection::DropDead. For the beginning of what a user asks for.
+  void DropDead();
+
   // Another number after each re-binding.
   std::uint32_t Binding() const { return binding_; }
 

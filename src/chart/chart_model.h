@@ -8,10 +8,9 @@
 
 #include "text/cell_text.h"
 #include "totals/fixed_total.h"
+#include "vorek/chart_kind.h"
 
 namespace vorek {
-
-enum class ChartKind { kBars, kStackedBars, kLines, kShares };
 
 // A value in ten-thousandths, of minutes where the chart shows times; none where a cell shows none.
 using ChartValue = std::optional<FixedPoint>;

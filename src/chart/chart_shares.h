@@ -15,6 +15,9 @@ struct ChartShare {
   double part = 0;  // of 1
 };
 
+// How many parts a chart of shares has at most.
+constexpr std::size_t kMostShares = 8;
+
 // The categories of a series by their size, the largest first and equals in their order; beyond
 // `most` the smallest are joined into a last one, which tells how many they are. Empty ones are
 // left out. REQUIRES: the chart has no refusal for shares of the series; most is at least 2.

@@ -134,8 +134,9 @@ void ReportControl::ConnectButtons() {
 bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
                          const std::string& caller_value) {
   Process& process = world.process;
-  process.data.ForgetInterruption();
   BindConnection();
+  process.data.DropDead();
+  process.data.ForgetInterruption();
   if (!HasReportRight(process, id, state.UserID)) {
     world.messages.ShowMessage("خطا", "شما مجاز به مشاهده اين گزارش نيستيد.");
     return false;
@@ -144,7 +145,7 @@ bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
   process.data.RebindTwice(process.main.ConnectionText);
   TakeUser();
   BeginReport(id, parameter_string, caller_value);
-  const bool result = Run(true, parameter_string);
+  const bool result = RunReport(true, parameter_string);
   process.main.SystemParameter123 = SystemParameter(process.dten().rssqlGeneral1, kReportSwitch);
   EndView();
   return result;
@@ -238,13 +239,15 @@ void ReportControl::EndView() {
   if (state.ShowFlatternParameters) IgnoreErrors([&] { VorekParameters1.FillInitially(); });
 }
 
+// What can't be asked now, the run itself will tell.
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
                             const std::string&) {
+  IgnoreErrors([&] { world.process.data.DropDead(); });
   world.process.data.ForgetInterruption();
-  return Run(do_filter, parameter_string);
+  return RunReport(do_filter, parameter_string);
 }
 
-bool ReportControl::Run(bool do_filter, const std::string& parameter_string) {
+bool ReportControl::RunReport(bool do_filter, const std::string& parameter_string) {
   const bool result = ReportRun(*this).Run(do_filter, parameter_string);
   ApplyWidths();
   return result;

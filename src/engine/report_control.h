@@ -128,7 +128,7 @@ class ReportControl : public Frame {
   void ConnectEvents();
   void ConnectButtons();
   void BindConnection();
-  bool Run(bool do_filter, const std::string& parameter_string);
+  bool RunReport(bool do_filter, const std::string& parameter_string);
   void TakeUser();
   void BeginReport(std::int32_t id, const std::string& parameter_string,
                    const std::string& caller_value);

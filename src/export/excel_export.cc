@@ -19,8 +19,9 @@ constexpr int kHourglass = 11;
 void ExportNewWorkbook(ReportContext& report, PlainMoney& money, bool formatted) {
   report.process.windows().SetMousePointer(kHourglass);
   const FinishedWorkbook file(report);
-  const std::size_t sheets =
-      WriteNewWorkbook(report, money, {formatted, report.state.LockPrintPreview}, file.Create());
+  const std::size_t sheets = WriteNewWorkbook(
+      report, money, {.formatted = formatted, .locked = report.state.LockPrintPreview},
+      file.Create());
   report.process.windows().SetMousePointer(0);
   money.PutBack();
   if (sheets > 1) {

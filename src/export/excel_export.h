@@ -9,6 +9,7 @@
 #include "export/plain_money.h"
 #include "grid/report_context.h"
 #include "vorek/output_file.h"
+#include "vorek/sheet_chart.h"
 
 namespace vorek {
 
@@ -26,11 +27,13 @@ bool ExcelCellFormatting(Process& process);
 
 // How the workbook of a report is written.
 struct NewWorkbookOptions {
-  bool formatted = true;  // cells get their formats: all are texts then
-  bool locked = false;    // the sheet is protected
+  bool formatted = true;              // cells get their formats: all are texts then
+  bool locked = false;                // the sheet is protected
+  const SheetChart* chart = nullptr;  // comes behind the rows, on a sheet of its own
 };
 
-// Writes the active grid into a new workbook. Returns the count of its sheets. Throws Error.
+// Writes the active grid into a new workbook. Returns the count of its sheets of rows. Throws
+// Error.
 std::size_t WriteNewWorkbook(ReportContext& report, const PlainMoney& money,
                              const NewWorkbookOptions& options, std::unique_ptr<OutputFile> out);
 

@@ -20,7 +20,9 @@ class LongWork {
 
   // The next row begins. Throws Error(kCancelled) when the user doesn't want to wait.
   void Step() { watch_.At(done_++, rows_); }
-  // The same for work that has no rows to count.
+  // The same for a piece of the work that begins with that row.
+  void At(std::int32_t row) { watch_.At(row - row % PassWatch::kRowsBetweenQuestions, rows_); }
+  // And for work that has no rows to count.
   void Ask() { watch_.At(0); }
 
  private:

@@ -153,6 +153,7 @@ std::size_t WriteNewWorkbook(ReportContext& report, const PlainMoney& money,
   const std::unique_ptr<WorkbookWriter> book =
       spreadsheet->NewWorkbook(std::move(out), rows.Look(options.locked));
   rows.Write(*book);
+  if (options.chart != nullptr) book->AddChart(*options.chart);
   book->Finish();
   return book->Sheets();
 }

@@ -6,7 +6,7 @@
 
 #include "export/long_work.h"
 #include "export/markup.h"
-#include "export/text_output.h"
+#include "export/row_blocks.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -31,13 +31,42 @@ std::string Json(std::string_view text) {
   return out + '"';
 }
 
-void PutJsonColumns(const Grid& grid, TextOutput& text) {
+std::string JsonColumns(const Grid& grid) {
+  std::string text;
   for (std::int32_t col = 0; col < grid.Cols(); ++col) {
-    text.Put((col > 0 ? ",\n  " : "\n  ") + ("{\"column\": " + std::to_string(col)) +
-             ", \"header\": " + Json(grid.TextMatrix(0, col)) +
-             ", \"width\": " + std::to_string(grid.ColWidth(col)) +
-             ", \"alignment\": " + std::to_string(grid.ColAlignment(col)) +
-             ", \"hidden\": " + (grid.ColWidth(col) == 0 ? "true}" : "false}"));
+    text += (col > 0 ? ",\n  " : "\n  ") + ("{\"column\": " + std::to_string(col)) +
+            ", \"header\": " + Json(grid.TextMatrix(0, col)) +
+            ", \"width\": " + std::to_string(grid.ColWidth(col)) +
+            ", \"alignment\": " + std::to_string(grid.ColAlignment(col)) +
+            ", \"hidden\": " + (grid.ColWidth(col) == 0 ? "true}" : "false}");
+  }
+  return text;
+}
+
+void AppendJsonRows(const Grid& grid, RowRange rows, std::string& text) {
+  std::string scratch;
+  for (std::int32_t row = rows.first; row < rows.end; ++row) {
+    text += row > 1 ? ",\n  [" : "\n  [";
+    for (std::int32_t col = 0; col < grid.Cols(); ++col) {
+      if (col > 0) text += ", ";
+      text += Json(grid.CellView(row, col, scratch));
+    }
+    text += "]";
+  }
+}
+
+void AppendHtmlRows(const Grid& grid, const std::vector<std::int32_t>& columns, RowRange rows,
+                    std::string& text) {
+  std::string scratch;
+  for (std::int32_t row = rows.first; row < rows.end; ++row) {
+    if (row > 0 && grid.RowHeight(row) == 0) continue;
+    text += "<tr>";
+    for (const std::int32_t col : columns) {
+      text += row == 0 ? "<th>" : "<td>";
+      text += HtmlText(text::ValidUtf8(grid.CellView(row, col, scratch)));
+      text += row == 0 ? "</th>" : "</td>";
+    }
+    text += "</tr>\n";
   }
 }
 
@@ -58,50 +87,27 @@ constexpr std::string_view kStyle =
 
 void WriteJsonFile(ReportContext& report, OutputFile& out) {
   const Grid& grid = report.ActiveGrid();
-  TextOutput text(out, TextOutput::Encoding::kUtf8);
-  text.Put("{\"report\": " + std::to_string(report.state.ReportID) +
-           ", \"title\": " + Json(report.state.Title) + ",\n \"columns\": [");
-  PutJsonColumns(grid, text);
-  text.Put("],\n \"rows\": [");
+  out.Write("{\"report\": " + std::to_string(report.state.ReportID) +
+            ", \"title\": " + Json(report.state.Title) + ",\n \"columns\": [" + JsonColumns(grid) +
+            "],\n \"rows\": [");
   LongWork work(report, grid.Rows());
-  std::string scratch;
-  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
-    text.Put(row > 1 ? ",\n  [" : "\n  [");
-    for (std::int32_t col = 0; col < grid.Cols(); ++col) {
-      if (col > 0) text.Put(", ");
-      text.Put(Json(grid.CellView(row, col, scratch)));
-    }
-    text.Put("]");
-    work.Step();
-  }
-  text.Put("]}\n");
-  text.Finish();
+  WriteInBlocks({1, grid.Rows()}, out, work,
+                [&grid](RowRange rows, std::string& text) { AppendJsonRows(grid, rows, text); });
+  out.Write("]}\n");
 }
 
 void WriteHtmlFile(ReportContext& report, OutputFile& out) {
   const Grid& grid = report.ActiveGrid();
   const std::string title = HtmlText(report.state.Title);
-  TextOutput text(out, TextOutput::Encoding::kUtf8);
-  text.Put("<!DOCTYPE html>\n<html lang=\"fa\" dir=\"rtl\"><head><meta charset=\"utf-8\"><title>" +
-           title + "</title>" + std::string(kStyle) + "</head>\n<body><h1>" + title +
-           "</h1>\n<table>\n");
+  out.Write("<!DOCTYPE html>\n<html lang=\"fa\" dir=\"rtl\"><head><meta charset=\"utf-8\"><title>" +
+            title + "</title>" + std::string(kStyle) + "</head>\n<body><h1>" + title +
+            "</h1>\n<table>\n");
   const std::vector<std::int32_t> columns = VisibleColumns(grid);
   LongWork work(report, grid.Rows());
-  std::string scratch;
-  for (std::int32_t row = 0; row < grid.Rows(); ++row) {
-    work.Step();
-    if (row > 0 && grid.RowHeight(row) == 0) continue;
-    const char* const end = row == 0 ? "</th>" : "</td>";
-    text.Put("<tr>");
-    for (const std::int32_t col : columns) {
-      text.Put(row == 0 ? "<th>" : "<td>");
-      text.Put(HtmlText(text::ValidUtf8(grid.CellView(row, col, scratch))));
-      text.Put(end);
-    }
-    text.Put("</tr>\n");
-  }
-  text.Put("</table></body></html>\n");
-  text.Finish();
+  WriteInBlocks({0, grid.Rows()}, out, work, [&](RowRange rows, std::string& text) {
+    AppendHtmlRows(grid, columns, rows, text);
+  });
+  out.Write("</table></body></html>\n");
 }
 
 }  // namespace vorek

@@ -7,9 +7,10 @@
 #include "export/form_send_to_text_file.h"
 #include "export/long_work.h"
 #include "export/plain_money.h"
-#include "export/text_output.h"
+#include "export/row_blocks.h"
 #include "platform/attempt.h"
 #include "text/character_set.h"
+#include "text/utf16.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 #include "vorek/spreadsheet.h"
@@ -21,38 +22,48 @@ using Kind = TextFileOptions::Kind;
 
 constexpr int kHourglass = 11;
 
-// One row after the other, cell by cell.
-class RowsAsText {
+// Rows of a grid as a text file holds them, in UTF-8.
+class TextRows {
  public:
-  RowsAsText(const TextFileOptions& options, OutputFile& out)
-      : options_(options),
-        delimiter_(text::ValidUtf8(options.delimiter)),
-        runs_together_(options.kind == Kind::kDelimited && options.delimiter.empty()),
-        text_(out, options.kind == Kind::kDelimited ? TextOutput::Encoding::kUtf16
-                                                    : TextOutput::Encoding::kUtf8) {
-    if (options.kind != Kind::kTab) text_.Put("\uFEFF");
-  }
+  TextRows(const Grid& grid, const TextFileOptions& options, const PlainMoney* money)
+      : grid_(grid),
+        columns_(ExportedColumns(grid, money)),
+        options_(options),
+        delimiter_(options.kind == Kind::kDelimited ? text::ValidUtf8(options.delimiter) : ""),
+        between_(options.kind == Kind::kComma ? ","
+                 : options.kind == Kind::kTab ? "\t"
+                                              : ""),
+        runs_together_(options.kind == Kind::kDelimited && options.delimiter.empty()) {}
 
-  void Cell(const ExportedColumn& column, std::uint32_t handle) {
-    if (column.ShowsNumber(handle) && !options_.guard) {
-      column.Append(handle, text_.Buffer());
-    } else {
-      PutText(column.Text(handle, scratch_));
+  RowRange Rows() const { return {options_.header ? 0 : 1, grid_.Rows()}; }
+  void Append(RowRange rows, std::string& out) const {
+    std::string scratch;
+    for (std::int32_t row = rows.first; row < rows.end; ++row) {
+      AppendCells(grid_.RowHandle(row), scratch, out);
+      if (row < grid_.Rows() - 1 || options_.new_line) out += "\r\n";
     }
-    if (options_.kind == Kind::kDelimited) text_.Put(delimiter_);
   }
-  void Between() {
-    if (options_.kind != Kind::kDelimited) text_.Put(options_.kind == Kind::kComma ? "," : "\t");
-  }
-  void LineBreak() { text_.Put("\r\n"); }
-  void End() { text_.Finish(); }
 
  private:
-  void PutText(std::string_view text) {
+  void AppendCells(std::uint32_t handle, std::string& scratch, std::string& out) const {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      if (i > 0) out += between_;
+      if (columns_[i].ShowsNumber(handle) && !options_.guard) {
+        columns_[i].Append(handle, out);
+      } else {
+        AppendText(columns_[i].Text(handle, scratch), out);
+      }
+      out += delimiter_;
+    }
+  }
+  void AppendText(std::string_view text, std::string& out) const {
     const bool odd = NeedsWork(text);
-    if (!odd && !runs_together_) return text_.Put(text);
+    if (!odd && !runs_together_) {
+      out += text;
+      return;
+    }
     const std::string worked = odd ? Worked(text) : std::string(text);
-    text_.Put(runs_together_ ? text::ValidUtf8(worked) : worked);
+    out += runs_together_ ? text::ValidUtf8(worked) : worked;
   }
   bool NeedsWork(std::string_view text) const {
     if (text.empty()) return false;
@@ -82,27 +93,29 @@ class RowsAsText {
     return quoted ? "\"" + out + "\"" : out;
   }
 
+  const Grid& grid_;
+  std::vector<ExportedColumn> columns_;
   const TextFileOptions& options_;
-  std::string delimiter_;
-  bool runs_together_;  // nothing stands between two cells
-  TextOutput text_;
-  std::string scratch_;
+  std::string delimiter_;  // behind each cell
+  std::string between_;    // two cells
+  bool runs_together_;     // nothing stands between two cells
 };
 
-void WriteRows(ReportContext& report, const TextFileOptions& options, const PlainMoney* money,
-               RowsAsText& rows) {
-  const Grid& grid = report.ActiveGrid();
-  const std::vector<ExportedColumn> columns = ExportedColumns(grid, money);
-  LongWork work(report, grid.Rows());
-  for (std::int32_t row = options.header ? 0 : 1; row < grid.Rows(); ++row) {
-    const std::uint32_t handle = grid.RowHandle(row);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-      if (i > 0) rows.Between();
-      rows.Cell(columns[i], handle);
-    }
-    if (row < grid.Rows() - 1 || options.new_line) rows.LineBreak();
-    work.Step();
-  }
+void WriteUtf16(const TextRows& rows, OutputFile& out, LongWork& work) {
+  std::string mark;
+  text::AppendUtf16("\uFEFF", mark);
+  out.Write(mark);
+  WriteInBlocks(rows.Rows(), out, work, [&rows](RowRange block, std::string& text) {
+    std::string utf8;
+    rows.Append(block, utf8);
+    text::AppendUtf16(utf8, text);
+  });
+}
+
+void WriteUtf8(const TextRows& rows, bool mark, OutputFile& out, LongWork& work) {
+  if (mark) out.Write("\uFEFF");
+  WriteInBlocks(rows.Rows(), out, work,
+                [&rows](RowRange block, std::string& text) { rows.Append(block, text); });
 }
 
 std::string Refusal(ReportContext& report, const std::string& file_name, const Error& error) {
@@ -124,9 +137,16 @@ void WriteNamedFile(ReportContext& report, const TextFileOptions& options,
 void WriteTextFile(ReportContext& report, const TextFileOptions& options, OutputFile& out) {
   std::unique_ptr<PlainMoney> money;
   if (options.remove_money) money = std::make_unique<PlainMoney>(report);
-  RowsAsText rows(options, out);
-  WriteRows(report, options, money.get(), rows);
-  rows.End();
+  const Grid& grid = report.ActiveGrid();
+  const TextRows rows(grid, options, money.get());
+  {
+    LongWork work(report, grid.Rows());
+    if (options.kind == Kind::kDelimited) {
+      WriteUtf16(rows, out, work);
+    } else {
+      WriteUtf8(rows, options.kind == Kind::kComma, out, work);
+    }
+  }
   if (money != nullptr) money->PutBack();
 }
 

@@ -160,6 +160,14 @@ std::string ExactNumber(std::string_view s) {
   return out;
 }
 
+double DoubleOf(float value) {
+  std::array<char, 64> digits{};
+  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+  double read = value;
+  std::from_chars(digits.data(), written.ptr, read);
+  return read;
+}
+
 double RoundHalfEven(double value) {
   const double below = std::floor(value);
   const double rest = value - below;

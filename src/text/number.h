@@ -27,6 +27,9 @@ void AppendPlainNumber(double value, std::string& out);
 void AppendExactNumber(std::string_view s, std::string& out);
 std::string ExactNumber(std::string_view s);
 
+// The double that is written as a single is: 0.1, where the bare conversion gives 0.10000000149.
+double DoubleOf(float value);
+
 // Half goes to the even neighbour: 0.5 gives 0, 1.5 gives 2.
 double RoundHalfEven(double value);
 

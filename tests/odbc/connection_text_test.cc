@@ -44,13 +44,18 @@ TEST(ConnectionTextTest, TurnsTheStringsOfHostsIntoThoseOfTheDriver) {
       // Quotes of both kinds, and characters that an ODBC string has to put in braces.
       {"Provider=SQLOLEDB;Data Source=db1;User ID='o''hara';Password=\"a;b\"\"c}d\"", kFreeTds,
        "DRIVER=FreeTDS;SERVER=db1;PORT=1433;TDS_Version=7.4;ClientCharset=UTF-8;UID={o'hara};"
-       "PWD={a;b\"c}}d};"},
+       "PWD={a;b\"c}d};"},
+      {"Provider=MSOLEDBSQL;Server=db1;Database=b;UID=u;Password=a}b%+", kBoth,
+       "DRIVER=ODBC Driver 18 for SQL Server;SERVER=db1;Encrypt=no;DATABASE=b;UID=u;"
+       "PWD={a}}b%+};"},
       {"Provider=MSDASQL;DSN=books;User ID=u;Password={p;}}w}", kFreeTds,
        "DSN=books;UID=u;PWD={p;}}w};"},
       {"Provider=MSDASQL.1;Extended Properties=\"Driver={SQLite3};Database=a b.db\"", kFreeTds,
        "Driver={SQLite3};Database=a b.db"},
       {"Provider=MSDASQL;Driver={PostgreSQL Unicode};Servername=h;BoolsAsChar=0", kFreeTds,
        "Driver=PostgreSQL Unicode;Servername=h;BoolsAsChar=0;"},
+      {"Provider=MSDASQL;Driver={PostgreSQL Unicode};Servername=h;User ID=a%41;Password=a+b",
+       kFreeTds, "Driver=PostgreSQL Unicode;Servername=h;UID=a%41;PWD={a+b};"},
   };
   for (const Case& c : cases) EXPECT_EQ(ToOdbc(c.text, c.installed).odbc, c.expected) << c.text;
 }
@@ -77,6 +82,10 @@ TEST(ConnectionTextTest, RefusesWhatNoDriverCanDo) {
   EXPECT_EQ(number_of("Provider=SQLOLEDB;Data Source=d;Integrated Security=SSPI", kFreeTds),
             kRefused);
   EXPECT_EQ(number_of("Provider=SQLOLEDB;Data Source=d;Password='s3cret", kFreeTds), kRefused);
+  EXPECT_EQ(number_of("Provider=SQLOLEDB;Data Source=d;Password='s3cret};x'", kFreeTds), kRefused);
+  EXPECT_EQ(number_of("Provider=SQLOLEDB;Data Source=d;Password='s3cret};x'", kBoth), 0);
+  const std::string endless = "Provider=SQLOLEDB;Data Source=d;APP=" + std::string(40000, 'x');
+  EXPECT_EQ(number_of(endless.c_str(), kFreeTds), kRefused);
 }
 
 TEST(ConnectionTextTest, AnswersToTheNamesOfSqlServersProviders) {

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "odbc/postgres_server.h"
+#include "text/utf8.h"
+#include "vorek/connection_string.h"
 #include "vorek/error.h"
 #include "vorek/field_type.h"
 
@@ -38,6 +40,35 @@ class PostgresTest : public testing::Test {
   std::unique_ptr<DatabaseConnection> connection_ = ConnectTo(SharedPostgres().ConnectionString());
   std::string description_;
 };
+
+// Each text as the password of a role that has to give it, and as the name of another one.
+TEST_F(PostgresTest, TakesNamesAndPasswordsAsTheyAre) {
+  const std::string server = SharedPostgres().ConnectionString();
+  const auto with = [&](const std::string& user, const std::string& password) {
+    std::vector<ConnectionPiece> pieces = ParseConnectionString(server);
+    std::erase_if(pieces, [](const ConnectionPiece& piece) { return piece.key == "User ID"; });
+    pieces.push_back({"User ID", user});
+    pieces.push_back({"Password", password});
+    return FormatConnectionString(pieces);
+  };
+  Run("create role checked login");
+  for (const char* text : {"secret", "100%", "%41%25", "a+b", "a b", "a;b", "{a", "a}", "a}}b",
+                           "{a}", "'", "=", "گذرواژه", "ي+ك%20;{}'", " x ", "\\", "};UID=x;"}) {
+    const std::string literal = text::Replace(text, "'", "''");
+    Run("alter role checked password '" + literal + "'");
+    EXPECT_NO_THROW(ConnectTo(with("checked", text))) << text;
+    EXPECT_THROW(ConnectTo(with("checked", std::string(text) + "%")), Error) << text;
+    if (text::Contains(text, ";") || std::string_view(text) == "{a") {
+      EXPECT_THROW(ConnectTo(with(text, "any")), Error) << text;
+      continue;
+    }
+    Run("create role \"" + std::string(text) + "\" login");
+    EXPECT_NO_THROW({
+      const auto named = ConnectTo(with(text, "any"));
+      EXPECT_EQ(named->Execute("select current_user as u", {})->columns[0].Text(0), text);
+    }) << text;
+  }
+}
 
 TEST_F(PostgresTest, KeepsTypesAndValues) {
   struct Case {

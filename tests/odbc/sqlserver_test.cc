@@ -95,9 +95,9 @@ TEST_F(SqlServerTest, KeepsPersianTextsWithoutN) {
 
 TEST_F(SqlServerTest, GivesAdosNumbers) {
   ExpectNumber("select * from tblNowhere", ErrorNumber::kMissingObject);
-  ExpectNumber("selec 1", ErrorNumber::kSyntax);
+  ExpectNumber("select 1 1 1", ErrorNumber::kSyntax);
   ExpectNumber("select 1/0", ErrorNumber::kSyntax);
-  ExpectNumber("exec spNowhere", ErrorNumber::kSyntax);
+  ExpectNumber("exec spNowhere", ErrorNumber::kMissingObject);
   ExpectNumber("waitfor delay '00:00:20'", ErrorNumber::kTimeout, 1);
   std::thread other([this] {
     std::this_thread::sleep_for(std::chrono::milliseconds(500));

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QSvgRenderer>
 #include <QToolButton>
@@ -14,6 +15,7 @@
 #include "adapters/qt/chart_view.h"
 #include "adapters/qt/colors.h"
 #include "desk_fixture.h"
+#include "xlsx/workbook_files.h"
 
 // The chart of a report, as its user sees it.
 namespace vorek::qt {
@@ -103,6 +105,23 @@ TEST_F(ChartTest, KeepsItsPicture) {
   ASSERT_TRUE(view.Canvas().Save(svg));
   EXPECT_TRUE(QSvgRenderer(svg).isValid());
   EXPECT_FALSE(view.Canvas().Save(folder.filePath("none/chart.svg")));
+}
+
+TEST_F(ChartTest, GoesIntoAWorkbookAsItShows) {
+  ChartView& view = Open(208);
+  Press(view, "lines");
+  view.Canvas().Toggle(0);
+  const QString path = folder.filePath("نمودار.xlsx");
+  When(ModalWindow, [&](QWidget* window) {
+    window->findChild<QLineEdit*>("fileNameEdit")->setText(path);
+    QMetaObject::invokeMethod(window, "accept");
+  });
+  QTest::keyClick(&view, Qt::Key_X, Qt::AltModifier);
+  const std::string read = ReadByOpenpyxl(path.toStdString());
+  EXPECT_NE(read.find("sheet Sheet1 rtl True\n"), std::string::npos) << read;
+  EXPECT_NE(read.find("chart LineChart standard"), std::string::npos) << read;
+  EXPECT_NE(read.find("!$E$2:$E$13"), std::string::npos) << read;
+  EXPECT_EQ(read.find("!$F$2"), std::string::npos) << read;
 }
 
 TEST_F(ChartTest, FollowsTheRowsAndSaysWhatItCannotShow) {

@@ -11,6 +11,7 @@
 #include "adapters/qt/grid_area.h"
 #include "adapters/qt/paper_bar.h"
 #include "adapters/qt/print_preview.h"
+#include "attachment_dialog.h"
 #include "connect_dialog.h"
 #include "desk_fixture.h"
 #include "desk_toolbar.h"
@@ -136,6 +137,34 @@ TEST_F(KeyboardTest, ReachesAllOfTheForms) {
     });
     EXPECT_TRUE(looked) << entry;
   }
+}
+
+// By the keyboard from the row on: its report, its record, and the files kept with a report.
+TEST_F(KeyboardTest, ReachesAllOfWhatARowLeadsTo) {
+  struct Case {
+    std::int32_t report;
+    std::int32_t row;
+    std::int32_t col;
+    const char* what;
+  };
+  for (const Case& way : {Case{101, 3, 3, "related report"}, Case{243, 1, 2, "record"}}) {
+    desk->OpenReport(way.report);
+    QTest::qWait(20);
+    auto* const area = Child<GridArea>("flxMain");
+    area->setFocus();
+    area->GoTo(way.row, way.col);
+    QTest::keyClick(area, Qt::Key_Return);
+    QTest::qWait(30);
+    QWidget* const window = QApplication::activeWindow();
+    ASSERT_NE(window, desk.get()) << way.what;
+    ExpectAllReached(*window, way.what);
+    window->close();
+  }
+  const auto connection = SqliteProvider()->Connect("Data Source=" + SampleFile());
+  desk::AttachmentDialog attachments(*connection, 2302, 201, desk.get());
+  attachments.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&attachments));
+  ExpectAllReached(attachments, "attachments");
 }
 
 // The tip of a button tells its key.

@@ -230,6 +230,21 @@ TEST_F(CancelTest, EndsARunWithALine) {
   }
 }
 
+// A server that accepts and says nothing holds nobody until the time-out.
+TEST_F(CancelTest, EndsAConnect) {
+  const QString file = QString::fromStdString(SampleFile());
+  widget->SetOleConnectionString("Provider=VorekSQLite;Data Source=" + file + ";APP=slow_view");
+  When([this] { return Panel(); }, [&](QWidget*) { QTest::keyClick(&host, Qt::Key_Escape); });
+  When(ModalWindow, [](QWidget* window) { window->close(); });
+  bool shown = true;
+  IgnoreErrors([&] { shown = widget->View(101); });
+  EXPECT_FALSE(shown && widget->Report().QueryRecordCount() > 0);
+  EXPECT_EQ(Panel(), nullptr);
+  widget->SetOleConnectionString("Provider=VorekSQLite;Data Source=" + file);
+  widget->Report().SetUseThisQuery("");
+  EXPECT_TRUE(widget->View(101));
+}
+
 TEST_F(CancelTest, TellsTheTimeThatHasGoneBy) {
   QString first;
   QString later;

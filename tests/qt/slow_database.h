@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,7 +13,8 @@
 
 namespace vorek::qt {
 
-// Another provider whose statements that hold a word take as long as nobody cancels them.
+// Another provider whose statements that hold a word take as long as nobody cancels them; so does a
+// connect by a string that holds it.
 class SlowProvider : public DatabaseProvider {
  public:
   SlowProvider(std::shared_ptr<DatabaseProvider> provider, std::string slow_word)
@@ -21,6 +23,13 @@ class SlowProvider : public DatabaseProvider {
   bool Answers(std::string_view name) const override { return provider_->Answers(name); }
   std::unique_ptr<DatabaseConnection> Connect(std::string_view text) override {
     return std::make_unique<Connection>(provider_->Connect(text), slow_word_);
+  }
+  std::unique_ptr<DatabaseConnection> ConnectWhile(std::string_view text,
+                                                   const std::function<bool()>& goes_on) override {
+    const bool slow = text.find(slow_word_) != std::string_view::npos;
+    while (slow && goes_on()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    if (slow) throw Error(ErrorNumber::kCancelled, "The connect was cancelled.");
+    return Connect(text);
   }
 
  private:

@@ -12,6 +12,11 @@ def quoted(value):
     return ascii(value)
 
 
+def place_of(source):
+    reference = source and (getattr(source, "strRef", None) or getattr(source, "numRef", None))
+    return quoted(reference.f) if reference else "none"
+
+
 def main(path):
     book = openpyxl.load_workbook(path)
     for sheet in book.worksheets:
@@ -28,6 +33,14 @@ def main(path):
                       place.horizontal or "general", place.vertical or "bottom")
         for merged in sorted(str(area) for area in sheet.merged_cells.ranges):
             print("merged", merged)
+        for chart in sheet._charts:
+            print("chart", type(chart).__name__, getattr(chart, "grouping", ""),
+                  "at", chart.anchor._from.col + 1, chart.anchor._from.row + 1)
+            for axis in (chart.x_axis, chart.y_axis) if hasattr(chart, "x_axis") else ():
+                print("axis", type(axis).__name__, axis.scaling.orientation,
+                      axis.numFmt.formatCode)
+            for series in chart.series:
+                print("series", place_of(series.tx), place_of(series.cat), place_of(series.val))
         lock = sheet.protection
         if lock.sheet:
             print("protected", lock.password,

@@ -1,9 +1,8 @@
 #include "drive/chart_text.h"
 
-#include <map>
-
 #include "chart/chart_axis.h"
 #include "chart/chart_shares.h"
+#include "chart_kinds.h"
 #include "drive/words.h"
 #include "vorek/error.h"
 
@@ -14,10 +13,7 @@ constexpr int kTicks = 6;
 constexpr std::size_t kShares = 10;
 
 ChartKind KindOf(const std::string& word) {
-  static const std::map<std::string, ChartKind> kinds = {{"bars", ChartKind::kBars},
-                                                         {"stacked", ChartKind::kStackedBars},
-                                                         {"lines", ChartKind::kLines},
-                                                         {"shares", ChartKind::kShares}};
+  const std::map<std::string, ChartKind>& kinds = ChartKindsByName();
   const auto found = kinds.find(word);
   if (found != kinds.end()) return found->second;
   throw Error(ErrorNumber::kInvalidCall, "no kind of chart is called " + word);

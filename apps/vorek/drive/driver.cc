@@ -17,6 +17,7 @@
 #include "engine/report_head.h"
 #include "print/grid_print.h"
 #include "print/page_text.h"
+#include "printable.h"
 #include "text/utf8.h"
 #include "vorek/system.h"
 #include "widgets/property.h"
@@ -182,7 +183,7 @@ void Driver::RaiseFailure() {
 
 void Driver::Print(const std::string& line) {
   last_line_ = line;
-  out_ << line << '\n';
+  out_ << PrintableLines(line) << '\n';
 }
 
 // --- Finding what a line speaks of

@@ -99,6 +99,10 @@ std::vector<ColumnDescription> DescribeColumns(SQLHANDLE statement, SQLSMALLINT 
   return columns;
 }
 
+bool IsExact(const ColumnPlan& plan) {
+  return plan.c_type == SQL_C_CHAR && plan.storage == ResultColumn::Storage::kScaled;
+}
+
 bool IsVariable(const ColumnPlan& plan) {
   return plan.c_type == SQL_C_WCHAR || plan.c_type == SQL_C_BINARY ||
          (plan.c_type == SQL_C_CHAR && plan.storage == ResultColumn::Storage::kText);
@@ -118,7 +122,7 @@ ColumnPlan PlanColumn(const ColumnDescription& column, bool unicode) {
     case SQL_BIGINT:
       return Whole(kBigInt);
     case SQL_REAL:
-      return Floating(kSingle);
+      return {kSingle, ResultColumn::Storage::kDouble, 0, SQL_C_FLOAT, sizeof(float), false};
     case SQL_FLOAT:
     case SQL_DOUBLE:
       return Floating(kDouble);
@@ -137,13 +141,13 @@ ColumnPlan PlanColumn(const ColumnDescription& column, bool unicode) {
     case SQL_BINARY:
       return Bytes(kBinary, column.size);
     case SQL_VARBINARY:
-      return Bytes(kVarBinary, column.size);
+      return Bytes(column.size == 0 ? kLongVarBinary : kVarBinary, column.size);
     case SQL_LONGVARBINARY:
       return Bytes(kLongVarBinary, column.size);
     case SQL_CHAR:
       return Text(kChar, column.size, unicode);
     case SQL_VARCHAR:
-      return Text(kVarChar, column.size, unicode);
+      return Text(column.size == 0 ? kLongVarChar : kVarChar, column.size, unicode);
     case SQL_LONGVARCHAR:
       return Text(kLongVarChar, column.size, unicode);
     case SQL_WCHAR:
@@ -151,6 +155,8 @@ ColumnPlan PlanColumn(const ColumnDescription& column, bool unicode) {
     case SQL_WLONGVARCHAR:
     case kSqlServerXml:
       return Text(kLongVarWChar, column.size, unicode);
+    case SQL_WVARCHAR:
+      return Text(column.size == 0 ? kLongVarWChar : kVarWChar, column.size, unicode);
     case kSqlServerVariant:
     default:
       return Text(kVarWChar, column.size, unicode);

@@ -33,6 +33,9 @@ struct ColumnPlan {
   bool is_long = false;   // can't be bound whole: read piece by piece
 };
 
+// True for a decimal, which comes as a text; its column may have become one of texts.
+bool IsExact(const ColumnPlan& plan);
+
 // True if a value's length varies and its buffer may be too short for it.
 bool IsVariable(const ColumnPlan& plan);
 

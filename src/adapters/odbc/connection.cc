@@ -15,18 +15,30 @@ using std::chrono::steady_clock;
 // How long a server may take to stop what it was told to stop.
 constexpr seconds kGrace{5};
 
+// How long a sign of life may take.
+constexpr int kProbeSeconds = 3;
+
 Error NoAnswer() { return Error(ErrorNumber::kConnection, "The server doesn't answer any more."); }
 
 }  // namespace
 
-Connection::Connection(std::shared_ptr<Environment> environment, const ConnectionText& text)
+Connection::Connection(std::shared_ptr<Environment> environment, const ConnectionText& text,
+                       const std::function<bool()>& goes_on)
     : session_(std::make_shared<Session>(std::move(environment))) {
   const auto latest = text.login_seconds == 0
                           ? Worker::Time::max()
                           : steady_clock::now() + seconds(text.login_seconds) + kGrace;
-  if (!worker_.Run([session = session_, text] { session->Open(text); }, latest, {})) {
-    throw NoAnswer();
+  bool given_up = false;
+  const auto asked = [&] {
+    given_up = !goes_on();
+    return !given_up;
+  };
+  if (worker_.Run([session = session_, text] { session->Open(text); }, latest, {},
+                  goes_on ? std::function<bool()>(asked) : nullptr)) {
+    return;
   }
+  if (given_up) throw Error(ErrorNumber::kCancelled, "Operation was cancelled.");
+  throw NoAnswer();
 }
 
 void Connection::Await(std::function<void()> work, int timeout_seconds,
@@ -60,6 +72,16 @@ std::optional<ResultSetPtr> Connection::Describe(std::string_view text, int time
 
 void Connection::Cancel() noexcept {
   if (!lost_ && session_->Cancel()) worker_.GiveUpAt(steady_clock::now() + kGrace);
+}
+
+// A server that refuses the text answers too.
+bool Connection::IsAlive() {
+  try {
+    Execute("select 1", {kProbeSeconds, {}});
+  } catch (const Error& error) {
+    return !error.Is(ErrorNumber::kConnection) && !error.Is(ErrorNumber::kTimeout);
+  }
+  return true;
 }
 
 }  // namespace vorek::odbc

@@ -18,11 +18,14 @@ namespace vorek::odbc {
 // seconds after a cancel, is given up as lost.
 class Connection final : public DatabaseConnection {
  public:
-  Connection(std::shared_ptr<Environment> environment, const ConnectionText& text);
+  // Throws Error(kCancelled) once goes_on says no, if there is one.
+  Connection(std::shared_ptr<Environment> environment, const ConnectionText& text,
+             const std::function<bool()>& goes_on);
 
   ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) override;
   std::optional<ResultSetPtr> Describe(std::string_view text, int timeout_seconds) override;
   void Cancel() noexcept override;
+  bool IsAlive() override;
 
  private:
   // Has the worker do it within the time, or gives the connection up as lost.

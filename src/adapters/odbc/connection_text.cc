@@ -42,15 +42,69 @@ std::string ChooseDriver(const std::vector<std::string>& installed) {
   throw Error(ErrorNumber::kConnection, "No ODBC driver for SQL Server is installed.");
 }
 
+// Letters that some driver takes for its own: PostgreSQL's reads "%41" and "+" outside of braces as
+// an address of the web has them.
+bool IsBare(std::string_view value) {
+  return value.find_first_of("[]{}(),;?*=!@\"'%+") == std::string_view::npos && !value.empty() &&
+         value.front() != ' ' && value.back() != ' ';
+}
+
+// Which letters stand for themselves, and what braces do, is every driver's own.
+enum class Dialect { kStandard, kFreeTds, kPostgres };
+
+Dialect DialectOf(std::string_view driver) {
+  if (IsFreeTds(driver)) return Dialect::kFreeTds;
+  const bool postgres = text::ContainsIgnoreCase(driver, "PostgreSQL") ||
+                        text::ContainsIgnoreCase(driver, "psqlodbc");
+  return postgres ? Dialect::kPostgres : Dialect::kStandard;
+}
+
+[[noreturn]] void Refuse(std::string_view driver, std::string_view what, std::string_view key) {
+  throw Error(ErrorNumber::kConnection, std::string(driver) + " takes no \"" + std::string(what) +
+                                            "\" within a value: " + std::string(key) + ".");
+}
+
+// FreeTDS reads up to the first "};", and a doubled brace as two.
+std::string QuoteForFreeTds(std::string_view key, std::string_view value) {
+  if (IsBare(value)) return std::string(value);
+  if (text::Contains(value, "};")) Refuse("FreeTDS", "};", key);
+  return "{" + std::string(value) + "}";
+}
+
+// PostgreSQL's driver knows braces around a password alone.
+std::string QuoteForPostgres(std::string_view key, std::string_view value) {
+  if (text::EqualsIgnoreCase(key, "PWD")) return QuoteOdbc(value);
+  if (text::Contains(value, ";")) Refuse("PostgreSQL's driver", ";", key);
+  const bool open = value.starts_with('{') && !text::Contains(value, "}");
+  if (open) Refuse("PostgreSQL's driver", "{", key);
+  return std::string(value);
+}
+
 class Builder {
  public:
+  explicit Builder(Dialect dialect) : dialect_(dialect) {}
+
   void Add(std::string_view key, std::string_view value) {
     if (value.empty()) return;
-    text_ += std::string(key) + "=" + QuoteOdbc(value) + ";";
+    const bool driver = text::EqualsIgnoreCase(key, "DRIVER");  // the driver manager reads it
+    text_ += std::string(key) + "=" + (driver ? QuoteOdbc(value) : Quoted(key, value)) + ";";
   }
   std::string Take() { return std::move(text_); }
 
  private:
+  std::string Quoted(std::string_view key, std::string_view value) const {
+    switch (dialect_) {
+      case Dialect::kFreeTds:
+        return QuoteForFreeTds(key, value);
+      case Dialect::kPostgres:
+        return QuoteForPostgres(key, value);
+      case Dialect::kStandard:
+        break;
+    }
+    return QuoteOdbc(value);
+  }
+
+  Dialect dialect_;
   std::string text_;
 };
 
@@ -113,7 +167,7 @@ std::string SqlServerText(const Pieces& pieces, const std::vector<std::string>& 
   const std::string driver = named.empty() ? ChooseDriver(installed) : named;
   const Server server = SplitServer(
       ConnectionValue(pieces, {"Data Source", "Server", "Address", "Addr", "Network Address"}));
-  Builder odbc;
+  Builder odbc(DialectOf(driver));
   odbc.Add("DRIVER", driver);
   IsFreeTds(driver) ? AddFreeTds(pieces, server, odbc) : AddMicrosoft(pieces, server, odbc);
   odbc.Add("DATABASE", ConnectionValue(pieces, {"Initial Catalog", "Database"}));
@@ -140,7 +194,7 @@ std::string_view OdbcName(std::string_view key) {
 std::string PassThroughText(const Pieces& pieces) {
   static constexpr std::array<std::string_view, 5> kNotOdbc = {
       "Provider", "Persist Security Info", "Connect Timeout", "Connection Timeout", "Mode"};
-  Builder odbc;
+  Builder odbc(DialectOf(ConnectionValue(pieces, {"Driver"})));
   for (const ConnectionPiece& piece : pieces) {
     const bool skipped = std::any_of(kNotOdbc.begin(), kNotOdbc.end(), [&](std::string_view name) {
       return text::EqualsIgnoreCase(piece.key, name);
@@ -150,6 +204,15 @@ std::string PassThroughText(const Pieces& pieces) {
   }
   // A whole ODBC string in one piece.
   return odbc.Take() + ConnectionValue(pieces, {"Extended Properties"});
+}
+
+// Its length is handed over in a small whole number; what is behind would be left out.
+void CheckLength(const std::string& odbc) {
+  constexpr std::size_t kMost = 32767;
+  if (odbc.size() <= kMost) return;  // a unit takes a byte at least
+  throw Error(ErrorNumber::kConnection, "The connection string is longer than a driver takes: " +
+                                            std::to_string(odbc.size()) + " bytes, " +
+                                            std::to_string(kMost) + " at most.");
 }
 
 }  // namespace
@@ -168,9 +231,7 @@ bool IsPassThroughProvider(std::string_view provider) {
 }
 
 std::string QuoteOdbc(std::string_view value) {
-  const bool bare = value.find_first_of("[]{}(),;?*=!@\"'") == std::string_view::npos &&
-                    !value.empty() && value.front() != ' ' && value.back() != ' ';
-  if (bare) return std::string(value);
+  if (IsBare(value)) return std::string(value);
   return "{" + text::Replace(value, "}", "}}") + "}";
 }
 
@@ -181,6 +242,7 @@ ConnectionText ToOdbc(std::string_view connection_string,
   result.odbc = IsPassThroughProvider(ConnectionValue(pieces, {"Provider"}))
                     ? PassThroughText(pieces)
                     : SqlServerText(pieces, installed);
+  CheckLength(result.odbc);
   result.password = ConnectionValue(pieces, {"Password", "PWD"});
   if (result.password.empty()) {
     const std::string whole = ConnectionValue(pieces, {"Extended Properties"});

@@ -19,8 +19,8 @@ bool IsSqlServerProvider(std::string_view provider);
 bool IsPassThroughProvider(std::string_view provider);
 
 // Turns "Provider=...;..." into an ODBC string. installed are the drivers' names as the driver
-// manager lists them. Throws Error(kConnection) if there is no driver for SQL Server, or for what
-// the driver can't do.
+// manager lists them. Throws Error(kConnection) if there is no driver for SQL Server, for what the
+// driver can't do, or for a string longer than the 32,767 units that the driver manager takes.
 ConnectionText ToOdbc(std::string_view connection_string,
                       const std::vector<std::string>& installed);
 

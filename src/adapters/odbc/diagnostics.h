@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/odbc/driver_traits.h"
 #include "vorek/error.h"
 
 namespace vorek::odbc {
@@ -14,7 +15,12 @@ namespace vorek::odbc {
 struct Diagnostic {
   std::string state;  // five characters
   std::string message;
+  SQLINTEGER native = 0;  // the server's own number
+
+  // What PRINT tells, warnings and notices.
+  bool IsInformation() const;
 };
+// The first that is an error; without one the first at all.
 Diagnostic ReadDiagnostic(SQLSMALLINT kind, SQLHANDLE handle, bool unicode);
 
 // The server's own words: without the bracketed names of driver and server in front, and without
@@ -23,12 +29,14 @@ std::string ServerWords(std::string_view message);
 
 // The number by which ADO knows a state.
 long NumberOfState(std::string_view state);
+// The same for an error of SQL Server, whose states its drivers don't all give alike.
+long NumberOfSqlServer(SQLINTEGER native, std::string_view state);
 
 // The message without the password, should a driver repeat it.
 std::string WithoutPassword(std::string message, const std::string& password);
 
 // The error of a statement; kConnection if its connection is dead, whatever the state says.
-Error StatementError(SQLHANDLE statement, SQLHANDLE connection, bool unicode);
+Error StatementError(SQLHANDLE statement, SQLHANDLE connection, const DriverTraits& traits);
 
 }  // namespace vorek::odbc
 

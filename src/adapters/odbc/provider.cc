@@ -1,6 +1,7 @@
 #include <sqlext.h>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -21,9 +22,15 @@ class Provider final : public DatabaseProvider {
   }
 
   std::unique_ptr<DatabaseConnection> Connect(std::string_view connection_string) override {
+    return ConnectWhile(connection_string, nullptr);
+  }
+
+  std::unique_ptr<DatabaseConnection> ConnectWhile(std::string_view connection_string,
+                                                   const std::function<bool()>& goes_on) override {
     const std::shared_ptr<odbc::Environment> environment = OpenEnvironment();
     return std::make_unique<odbc::Connection>(
-        environment, odbc::ToOdbc(connection_string, InstalledDrivers(environment->Get())));
+        environment, odbc::ToOdbc(connection_string, InstalledDrivers(environment->Get())),
+        goes_on);
   }
 
  private:

@@ -7,6 +7,7 @@
 #include "adapters/odbc/handle.h"
 #include "adapters/odbc/value_text.h"
 #include "adapters/odbc/wide_text.h"
+#include "text/number.h"
 
 namespace vorek::odbc {
 namespace {
@@ -29,8 +30,8 @@ std::size_t EndBytes(const ColumnPlan& plan) {
 
 }  // namespace
 
-RowReader::RowReader(SQLHANDLE statement, const DriverTraits& traits, std::function<void()> fail)
-    : statement_(statement), traits_(traits), fail_(std::move(fail)) {}
+RowReader::RowReader(SQLHANDLE statement, const DriverTraits& traits, OnTrouble on_trouble)
+    : statement_(statement), traits_(traits), on_trouble_(std::move(on_trouble)) {}
 
 // The statement outlives the buffers that it would write to.
 RowReader::~RowReader() {
@@ -39,7 +40,7 @@ RowReader::~RowReader() {
 }
 
 void RowReader::Check(SQLRETURN code) const {
-  if (!SQL_SUCCEEDED(code)) fail_();
+  if (!SQL_SUCCEEDED(code)) on_trouble_(code);
 }
 
 ResultSetPtr RowReader::Read(SQLSMALLINT columns, const OnBlock& on_block) {
@@ -49,7 +50,8 @@ ResultSetPtr RowReader::Read(SQLSMALLINT columns, const OnBlock& on_block) {
   for (;;) {
     const SQLRETURN code = SQLFetchScroll(statement_, SQL_FETCH_NEXT, 0);
     if (code == SQL_NO_DATA) break;
-    Check(code);
+    // An error behind the first rows of a block comes as information about those.
+    if (code != SQL_SUCCESS) on_trouble_(code);
     AppendBlock(static_cast<std::size_t>(fetched_));
     on_block(result_->rows);
   }
@@ -77,7 +79,7 @@ void RowReader::ChooseBlock() {
   bool whole = true;
   for (const Column& column : columns_) {
     row_bytes += column.plan.width + sizeof(SQLLEN);
-    const bool may_be_cut = IsVariable(column.plan) && !traits_.exact_sizes &&
+    const bool may_be_cut = IsVariable(column.plan) && !traits_.is_sql_server &&
                             !(traits_.get_in_block && traits_.get_bound_columns);
     if (!column.bound || may_be_cut) whole = false;
   }
@@ -140,13 +142,15 @@ void RowReader::AppendDecoded(const ColumnPlan& plan, const unsigned char* value
       return out.AppendScaled(ReadAs<SQLBIGINT>(value));
     case SQL_C_DOUBLE:
       return out.AppendDouble(ReadAs<double>(value));
+    case SQL_C_FLOAT:
+      return out.AppendDouble(text::DoubleOf(ReadAs<float>(value)));
     case SQL_C_CHAR: {
       const std::string_view digits(reinterpret_cast<const char*>(value), length);
       if (out.Kind() == ResultColumn::Storage::kScaled) {
         if (const auto scaled = ScaledOf(digits, plan.scale)) return out.AppendScaled(*scaled);
         out.ConvertToText();
       }
-      return out.AppendText(digits);
+      return out.AppendText(IsExact(plan) ? WithoutEndingZeros(digits) : digits);
     }
     case SQL_C_TYPE_TIMESTAMP:
       AppendTimestamp(ReadAs<SQL_TIMESTAMP_STRUCT>(value), text_);

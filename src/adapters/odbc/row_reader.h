@@ -10,18 +10,10 @@
 #include <vector>
 
 #include "adapters/odbc/column_plan.h"
+#include "adapters/odbc/driver_traits.h"
 #include "vorek/result_set.h"
 
 namespace vorek::odbc {
-
-// How the driver lets values be read again that a bound buffer couldn't take.
-struct DriverTraits {
-  bool unicode = true;             // texts as UTF-16; else their bytes, taken for UTF-8
-  bool get_any_column = false;     // also of columns in front of bound ones
-  bool get_bound_columns = false;  // also of bound columns
-  bool get_in_block = false;       // of any row of a block
-  bool exact_sizes = false;        // no value is longer than its column's size
-};
 
 // Reads the row set that stands open on a statement, block by block.
 class RowReader {
@@ -29,8 +21,10 @@ class RowReader {
   // Called after each block with the rows read so far; it throws to stop.
   using OnBlock = std::function<void(std::size_t rows)>;
 
-  // fail throws what the statement says of its last call.
-  RowReader(SQLHANDLE statement, const DriverTraits& traits, std::function<void()> fail);
+  // Throws what the statement says of its last call, unless that is mere information.
+  using OnTrouble = std::function<void(SQLRETURN code)>;
+
+  RowReader(SQLHANDLE statement, const DriverTraits& traits, OnTrouble on_trouble);
   ~RowReader();
 
   ResultSetPtr Read(SQLSMALLINT columns, const OnBlock& on_block);
@@ -57,7 +51,7 @@ class RowReader {
 
   SQLHANDLE statement_;
   DriverTraits traits_;
-  std::function<void()> fail_;
+  OnTrouble on_trouble_;
   std::vector<Column> columns_;
   std::size_t block_ = 1;
   SQLULEN fetched_ = 0;

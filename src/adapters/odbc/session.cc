@@ -76,7 +76,7 @@ void Session::ReadTraits() {
   SQLGetInfoW(handle_.Get(), SQL_DBMS_NAME, name.data(), static_cast<SQLSMALLINT>(sizeof name),
               nullptr);
   traits_.unicode = KnowsUnicode();
-  traits_.exact_sizes = text::ContainsIgnoreCase(FromDriver(name, traits_.unicode), "SQL Server");
+  traits_.is_sql_server = text::ContainsIgnoreCase(FromDriver(name, traits_.unicode), "SQL Server");
 }
 
 // A driver without Unicode gets its texts from the driver manager cut to bytes, which this shows:
@@ -134,9 +134,17 @@ bool Session::IsOverdue() const {
 // server that keeps the time-out itself may be ahead of the watchdog, and says "cancelled".
 void Session::Fail(SQLHANDLE statement) const {
   ThrowIfStopped();
-  const Error error = StatementError(statement, handle_.Get(), traits_.unicode);
+  const Error error = StatementError(statement, handle_.Get(), traits_);
   if (error.Is(ErrorNumber::kCancelled) && IsOverdue()) throw TimeoutError();
   throw error;
+}
+
+// A call that goes through may still hold an error, of a later row or a later statement.
+void Session::Check(SQLRETURN code, SQLHANDLE statement) const {
+  if (code == SQL_SUCCESS) return;
+  const bool informs = code == SQL_SUCCESS_WITH_INFO &&
+                       ReadDiagnostic(SQL_HANDLE_STMT, statement, traits_.unicode).IsInformation();
+  if (!informs) Fail(statement);
 }
 
 SQLRETURN Session::ExecuteDirect(SQLHANDLE statement, std::string_view text) {
@@ -183,7 +191,7 @@ ResultSetPtr Session::Execute(std::string_view text, int timeout_seconds,
   const Statement statement(handle_.Get());
   const Running running(*this, statement.Get(), timeout_seconds);
   const SQLRETURN code = ExecuteDirect(statement.Get(), text);
-  if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) Fail(statement.Get());
+  if (code != SQL_NO_DATA) Check(code, statement.Get());
   ResultSetPtr rows = ReadFirstRows(statement.Get(), progress);
   if (rows != nullptr) FinishRest(statement.Get());
   return rows;
@@ -195,7 +203,8 @@ ResultSetPtr Session::ReadFirstRows(SQLHANDLE statement, const Progress& progres
     SQLSMALLINT columns = 0;
     SQLNumResultCols(statement, &columns);
     if (columns > 0) {
-      RowReader reader(statement, traits_, [this, statement] { Fail(statement); });
+      RowReader reader(statement, traits_,
+                       [this, statement](SQLRETURN code) { Check(code, statement); });
       return reader.Read(columns, [this, &progress](std::size_t rows) {
         if (progress && !progress(rows)) Cancel();
         ThrowIfStopped();
@@ -203,7 +212,7 @@ ResultSetPtr Session::ReadFirstRows(SQLHANDLE statement, const Progress& progres
     }
     const SQLRETURN code = SQLMoreResults(statement);
     if (code == SQL_NO_DATA) return nullptr;
-    if (!SQL_SUCCEEDED(code)) Fail(statement);
+    Check(code, statement);
   }
 }
 
@@ -213,7 +222,7 @@ void Session::FinishRest(SQLHANDLE statement) {
   for (;;) {
     const SQLRETURN code = SQLMoreResults(statement);
     if (code == SQL_NO_DATA) return;
-    if (!SQL_SUCCEEDED(code)) Fail(statement);
+    Check(code, statement);
   }
 }
 

@@ -67,6 +67,7 @@ class Session {
   void CancelRunning() noexcept;
   void ThrowIfStopped() const;
   bool IsOverdue() const;
+  void Check(SQLRETURN code, SQLHANDLE statement) const;
   [[noreturn]] void Fail(SQLHANDLE statement) const;
   ResultSetPtr ReadFirstRows(SQLHANDLE statement, const Progress& progress);
   void FinishRest(SQLHANDLE statement);

@@ -56,6 +56,13 @@ std::optional<std::int64_t> ScaledOf(std::string_view text, int scale) {
   return -value;
 }
 
+std::string_view WithoutEndingZeros(std::string_view decimal) {
+  if (decimal.find('.') == std::string_view::npos) return decimal;
+  decimal.remove_suffix(decimal.size() - 1 - decimal.find_last_not_of('0'));
+  if (decimal.ends_with('.')) decimal.remove_suffix(1);
+  return decimal;
+}
+
 void AppendDate(const SQL_DATE_STRUCT& value, std::string& out) {
   AppendPadded(static_cast<unsigned>(value.year), 4, out);
   out += '-';

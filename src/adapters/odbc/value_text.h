@@ -16,6 +16,9 @@ namespace vorek::odbc {
 // nothing if it doesn't fit: too many digits before or behind the point, or no number at all.
 std::optional<std::int64_t> ScaledOf(std::string_view text, int scale);
 
+// A decimal's text without the zeros that its scale puts behind it.
+std::string_view WithoutEndingZeros(std::string_view decimal);
+
 // Dates and times as the system keeps them: "2025-03-21 08:30:00", with ".123" behind it only if
 // there is a fraction; "2025-03-21"; "08:30:00".
 void AppendTimestamp(const SQL_TIMESTAMP_STRUCT& value, std::string& out);

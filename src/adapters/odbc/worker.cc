@@ -9,6 +9,11 @@
 #include <utility>
 
 namespace vorek::odbc {
+namespace {
+
+constexpr std::chrono::milliseconds kAskEvery{20};
+
+}  // namespace
 
 // What the caller and the thread tell each other; it lives as long as either.
 struct Worker::Shared {
@@ -62,8 +67,10 @@ void Worker::Serve(const std::shared_ptr<Shared>& shared) {
   }
 }
 
-bool Worker::Run(std::function<void()> job, Time latest, const Progress& progress) {
+bool Worker::Run(std::function<void()> job, Time latest, const Progress& progress,
+                 const std::function<bool()>& goes_on) {
   Shared& shared = *shared_;
+  std::exception_ptr thrown;
   std::unique_lock lock(shared.mutex);
   shared.latest = latest;
   shared.failure = nullptr;
@@ -74,19 +81,27 @@ bool Worker::Run(std::function<void()> job, Time latest, const Progress& progres
     if (shared.question) {
       const std::size_t rows = *std::exchange(shared.question, std::nullopt);
       lock.unlock();
-      const bool goes_on = progress(rows);
+      bool wanted = false;
+      try {
+        wanted = progress(rows);
+      } catch (...) {
+        thrown = std::current_exception();  // once the job has stopped: it waits for the answer
+      }
       lock.lock();
-      shared.answer = goes_on;
+      shared.answer = wanted;
       shared.for_thread.notify_one();
-    } else if (std::chrono::steady_clock::now() >= shared.latest) {
+    } else if (std::chrono::steady_clock::now() >= shared.latest || (goes_on && !goes_on())) {
       shared.left_behind = true;
       shared.thread.detach();
       shared.for_thread.notify_one();
       return false;
     } else {
-      shared.for_caller.wait_until(lock, shared.latest);
+      Time next = shared.latest;
+      if (goes_on) next = std::min(next, std::chrono::steady_clock::now() + kAskEvery);
+      shared.for_caller.wait_until(lock, next);
     }
   }
+  if (thrown) std::rethrow_exception(thrown);
   if (shared.failure) std::rethrow_exception(std::exchange(shared.failure, nullptr));
   return true;
 }

@@ -22,9 +22,11 @@ class Worker {
   Worker& operator=(const Worker&) = delete;
 
   // Runs the job there and throws what it throws. While it runs, progress answers its Ask here, on
-  // the calling thread. False if it hasn't ended by `latest`: it is left behind with all that it
-  // holds. A job must hold what it uses. REQUIRES: no job was left behind before.
-  bool Run(std::function<void()> job, Time latest, const Progress& progress);
+  // the calling thread, and so does goes_on every few milliseconds, if there is one. False if the
+  // job hasn't ended by `latest` or goes_on says no: it is left behind with all that it holds. A
+  // job must hold what it uses. REQUIRES: no job was left behind before.
+  bool Run(std::function<void()> job, Time latest, const Progress& progress,
+           const std::function<bool()>& goes_on = nullptr);
 
   // From within the job: what the caller's progress says; false once the job is left behind.
   // The result outlives the worker.

@@ -85,8 +85,17 @@ class BackgroundConnection : public DatabaseConnection {
     worker_.Wait();
   }
 
-  void Open(DatabaseProvider& provider, std::string_view connection_string) {
-    Run([&] { inner_ = provider.Connect(connection_string); }, nullptr);
+  void Open(DatabaseProvider& provider, std::string_view connection_string,
+            const std::function<bool()>& goes_on) {
+    Run(
+        [&] {
+          auto opened =
+              provider.ConnectWhile(connection_string, [this] { return !cancelled_.load(); });
+          const std::lock_guard lock(cancel_mutex_);
+          inner_ = std::move(opened);
+        },
+        goes_on ? [&goes_on](std::size_t) { return goes_on(); }
+                : std::function<bool(std::size_t)>());
   }
 
   ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) override {
@@ -108,6 +117,12 @@ class BackgroundConnection : public DatabaseConnection {
     std::optional<ResultSetPtr> columns;
     Run([&] { columns = inner_->Describe(text, timeout_seconds); }, nullptr);
     return columns;
+  }
+
+  bool IsAlive() override {
+    bool alive = true;
+    Run([&] { alive = inner_->IsAlive(); }, nullptr);
+    return alive;
   }
 
   void Cancel() noexcept override {
@@ -143,7 +158,9 @@ class BackgroundConnection : public DatabaseConnection {
   void Await(const std::function<bool(std::size_t)>& progress) {
     if (worker_.Wait(kMoment)) return;
     if (!OnScreenThread()) {
-      worker_.Wait();
+      while (!worker_.Wait(kMoment)) {
+        if (progress && !progress(rows_)) Cancel();
+      }
       return;
     }
     busy_->Await({.done =
@@ -166,10 +183,10 @@ class BackgroundConnection : public DatabaseConnection {
 
 }  // namespace
 
-std::unique_ptr<DatabaseConnection> BackgroundProvider::Connect(
-    std::string_view connection_string) {
+std::unique_ptr<DatabaseConnection> BackgroundProvider::ConnectWhile(
+    std::string_view connection_string, const std::function<bool()>& goes_on) {
   auto connection = std::make_unique<BackgroundConnection>(busy_);
-  connection->Open(*provider_, connection_string);
+  connection->Open(*provider_, connection_string, goes_on);
   return connection;
 }
 

@@ -1,6 +1,7 @@
 #ifndef VOREK_ADAPTERS_QT_BACKGROUND_PROVIDER_H_
 #define VOREK_ADAPTERS_QT_BACKGROUND_PROVIDER_H_
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,7 +22,11 @@ class BackgroundProvider : public DatabaseProvider {
   bool Answers(std::string_view provider_name) const override {
     return provider_->Answers(provider_name);
   }
-  std::unique_ptr<DatabaseConnection> Connect(std::string_view connection_string) override;
+  std::unique_ptr<DatabaseConnection> Connect(std::string_view connection_string) override {
+    return ConnectWhile(connection_string, nullptr);
+  }
+  std::unique_ptr<DatabaseConnection> ConnectWhile(std::string_view connection_string,
+                                                   const std::function<bool()>& goes_on) override;
 
  private:
   std::shared_ptr<DatabaseProvider> provider_;

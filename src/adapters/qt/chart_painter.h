@@ -44,9 +44,6 @@ class ChartPainter {
   QString TextAt(const QPointF& point) const;
   std::size_t LegendSize() const { return static_cast<std::size_t>(Names().size()); }
 
-  // How many entries a share chart has at most.
-  static constexpr std::size_t kMostShares = 8;
-
  private:
   QStringList Names() const;
   QBrush Fill(std::size_t index) const;

@@ -18,6 +18,9 @@
 
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/theme.h"
+#include "export/chart_sheet.h"
+#include "messages/persian_reason.h"
+#include "vorek/error.h"
 
 namespace vorek::qt {
 namespace {
@@ -65,6 +68,10 @@ void ChartCanvas::Toggle(std::size_t entry) {
   if (entry >= look_.shown.size()) return;
   look_.shown[entry] = !look_.shown[entry];
   Changed(false);
+}
+
+SheetChart ChartCanvas::ForSheet() const {
+  return SheetChartOf(*chart_, look_.kind, look_.shown, look_.shared);
 }
 
 QString ChartCanvas::Refusal() const { return ToQt(chart_->Refusal(look_.kind, look_.shared)); }
@@ -166,9 +173,9 @@ bool ChartCanvas::event(QEvent* event) {
 
 // --- The window ----------------------------------------------------------------------------------
 
-ChartView::ChartView(std::function<ChartModel(bool)> read, QWidget* parent)
+ChartView::ChartView(Source source, QWidget* parent)
     : QWidget(parent, Qt::Window),
-      read_(std::move(read)),
+      source_(std::move(source)),
       canvas_(new ChartCanvas(this)),
       shared_(new QComboBox(this)) {
   setObjectName("chartView");
@@ -240,13 +247,15 @@ void ChartView::AddRest(QHBoxLayout& row) {
   add("refresh", "از نو، از انتخاب جاري", QKeySequence(Qt::Key_F5), [this] { Read(); });
   add("copy", "كپي تصوير", QKeySequence::Copy,
       [this] { QApplication::clipboard()->setImage(canvas_->Picture()); });
-  add("save", "ذخيره تصوير PNG", QKeySequence::Save, [this] { Save("png"); });
-  add("vector", "ذخيره تصوير SVG", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { Save("svg"); });
+  add("save", "ذخيره تصوير PNG", QKeySequence::Save, [this] { SavePicture("png"); });
+  add("vector", "ذخيره تصوير SVG", Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+      [this] { SavePicture("svg"); });
+  add("workbook", "ذخيره گزارش و نمودار در اكسل", Qt::ALT | Qt::Key_X, [this] { SaveWorkbook(); });
   add("close", "بستن", Qt::Key_Escape, [this] { close(); });
 }
 
 void ChartView::Read() {
-  auto chart = std::make_shared<const ChartModel>(read_(turn_->isChecked()));
+  auto chart = std::make_shared<const ChartModel>(source_.read(turn_->isChecked()));
   setWindowTitle("نمودار - " + ToQt(chart->title));
   turn_->setEnabled(chart->cross_table);
   OfferSeries(*chart);
@@ -261,16 +270,35 @@ void ChartView::OfferSeries(const ChartModel& chart) {
   shared_->setVisible(canvas_->Kind() == ChartKind::kShares && shared_->count() > 1);
 }
 
-void ChartView::Save(const QString& ending) {
+QString ChartView::AskForFile(const QString& ending) {
   QFileDialog dialog(this, "ذخيره نمودار");
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(ending);
   dialog.setNameFilter(ending.toUpper() + " (*." + ending + ")");
-  if (dialog.exec() != QDialog::Accepted) return;
-  const QString file = dialog.selectedFiles().value(0);
-  if (!canvas_->Save(file)) {
-    QMessageBox::warning(this, "اشکال", "فايل «" + file + "» نوشته نشد.");
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+void ChartView::SavePicture(const QString& ending) {
+  const QString file = AskForFile(ending);
+  if (!file.isEmpty() && !canvas_->Save(file)) Tell("فايل «" + file.toStdString() + "» نوشته نشد.");
+}
+
+void ChartView::SaveWorkbook() {
+  // The table is written as it is now.
+  Read();
+  try {
+    const SheetChart chart = canvas_->ForSheet();
+    const QString file = AskForFile("xlsx");
+    if (file.isEmpty()) return;
+    const std::string note = source_.write_workbook(file.toStdString(), chart);
+    if (!note.empty()) Tell(note);
+  } catch (const Error& error) {
+    Tell(PersianReason(error.Description()));
   }
+}
+
+void ChartView::Tell(const std::string& reason) {
+  QMessageBox::warning(this, "اشکال", ToQt(reason));
 }
 
 void ChartView::changeEvent(QEvent* event) {

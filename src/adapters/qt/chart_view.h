@@ -11,6 +11,7 @@
 #include "adapters/qt/chart_painter.h"
 #include "adapters/qt/icon_buttons.h"
 #include "chart/chart_model.h"
+#include "vorek/sheet_chart.h"
 
 class QAction;
 class QComboBox;
@@ -25,6 +26,8 @@ class ChartCanvas : public QWidget {
  public:
   explicit ChartCanvas(QWidget* parent);
 
+  // The chart as a workbook holds it. Throws Error for what it can't.
+  SheetChart ForSheet() const;
   // A chart of other series shows all of them.
   void Show(std::shared_ptr<const ChartModel> chart);
   void SetKind(ChartKind kind);
@@ -62,9 +65,14 @@ class ChartCanvas : public QWidget {
 // A window with the chart of a report.
 class ChartView : public QWidget {
  public:
-  // read gives the chart of the report as it is shown now; its argument says whether a cross
-  // table's sides change places.
-  ChartView(std::function<ChartModel(bool turned)> read, QWidget* parent);
+  struct Source {
+    // The chart of the report as it is shown now; turned: a cross table's sides change places.
+    std::function<ChartModel(bool turned)> read;
+    // Writes the report with the chart into a workbook, tells the user if it can't, and returns
+    // what else he should know.
+    std::function<std::string(const std::string& path, const SheetChart& chart)> write_workbook;
+  };
+  ChartView(Source source, QWidget* parent);
 
   // Reads the chart anew.
   void Read();
@@ -79,9 +87,13 @@ class ChartView : public QWidget {
   void AddKinds(QHBoxLayout& row);
   void AddRest(QHBoxLayout& row);
   void OfferSeries(const ChartModel& chart);
-  void Save(const QString& ending);
+  // The file that the user chose; empty for none.
+  QString AskForFile(const QString& ending);
+  void SavePicture(const QString& ending);
+  void SaveWorkbook();
+  void Tell(const std::string& reason);
 
-  std::function<ChartModel(bool)> read_;
+  Source source_;
   ChartCanvas* canvas_;
   QComboBox* shared_;  // the series of a share chart
   QAction* turn_ = nullptr;

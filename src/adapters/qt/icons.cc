@@ -25,6 +25,7 @@ const QHash<QString, QByteArray>& Shapes() {
       {"turn", "<path d='M7 4v13M4 7l3-3 3 3M20 17H8M17 14l3 3-3 3'/>"},
       {"save", "<path d='M5 4h11l3 3v13H5zM8 4v5h7V4M8 20v-6h8v6'/>"},
       {"vector", "<path d='M6 18C6 10 18 14 18 6M4 16h4v4H4zM16 4h4v4h-4z'/>"},
+      {"workbook", "<path d='M5 4h14v16H5zM5 9h14M5 14.5h14M11 9v11'/>"},
       {"export", "<path d='M12 4v11M8 11l4 4 4-4M5 20h14'/>"},
       {"print", "<path d='M7 9V4h10v5M7 17H5v-7h14v7h-2M8 14h8v6H8z'/>"},
       {"back", "<path d='M5 12h14M13 6l6 6-6 6'/>"},

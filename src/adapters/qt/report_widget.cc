@@ -26,6 +26,7 @@
 #include "chart/chart_reader.h"
 #include "engine/grid_heading.h"
 #include "engine/report_control.h"
+#include "engine/report_export.h"
 #include "vorek/qt.h"
 
 namespace vorek {
@@ -143,6 +144,14 @@ struct VorekReportWidget::Parts {
       chart = ReadChart(context, area == nullptr ? own : area->Geometry().Arrangement(), turned);
     });
     return chart;
+  }
+
+  // Returns what the user should know.
+  std::string WriteWithChart(const std::string& path, const SheetChart& chart) {
+    if (Busy()) return "گزارش در حال اجرا است.";
+    std::string note;
+    presenter.Feed([&] { note = ExportWithChart(Control(), path, chart); });
+    return note;
   }
 
   void ShowResult(const ResultLine& line) {
@@ -377,7 +386,11 @@ void VorekReportWidget::ShowFindBar() { parts_->find->Open(); }
 void VorekReportWidget::ShowChart() {
   if (parts_->chart_view == nullptr) {
     parts_->chart_view =
-        new qt::ChartView([this](bool turned) { return parts_->Chart(turned); }, this);
+        new qt::ChartView({[this](bool turned) { return parts_->Chart(turned); },
+                           [this](const std::string& path, const SheetChart& chart) {
+                             return parts_->WriteWithChart(path, chart);
+                           }},
+                          this);
   }
   parts_->chart_view->Read();
   parts_->chart_view->show();

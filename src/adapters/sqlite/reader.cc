@@ -10,6 +10,7 @@
 
 #include "adapters/sqlite/exact.h"
 #include "adapters/sqlite/handle.h"
+#include "text/number.h"
 #include "vorek/error.h"
 
 namespace vorek::sqlite {
@@ -67,7 +68,8 @@ class ColumnReader {
       ReadText(value, kind);
     } else if (storage_ == Storage::kDouble && kind != SQLITE_TEXT) {
       const double number = sqlite3_value_double(value);
-      column_.AppendDouble(type_.kind == TypeKind::kReal ? Shortest(number) : number);
+      const bool single = type_.kind == TypeKind::kReal;
+      column_.AppendDouble(single ? text::DoubleOf(static_cast<float>(number)) : number);
     } else if (storage_ == Storage::kScaled && kind == SQLITE_INTEGER) {
       const std::int64_t number = sqlite3_value_int64(value);
       if (number < limits_.least || number > limits_.most) ThrowOverflow(type_);
@@ -78,14 +80,6 @@ class ColumnReader {
   }
 
  private:
-  // The double that is written as the real number is: 0.1, not 0.10000000149.
-  static double Shortest(double value) {
-    std::array<char, 64> digits{};
-    const auto written =
-        std::to_chars(digits.data(), digits.data() + digits.size() - 1, static_cast<float>(value));
-    return written.ec == std::errc() ? std::strtod(digits.data(), nullptr) : value;
-  }
-
   void ReadText(sqlite3_value* value, int kind) {
     if (type_.IsDecimal()) return ReadWide(value);
     if (kind == SQLITE_BLOB) return ReadBytes(value);

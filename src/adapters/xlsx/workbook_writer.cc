@@ -80,6 +80,7 @@ void StreamedWorkbook::AddColumns() {
 void StreamedWorkbook::EndSheet() {
   buffer_ += "</sheetData>";
   if (look_.protection != nullptr) buffer_ += ProtectionXml(*look_.protection);
+  if (chart_.has_value()) buffer_ += kDrawingElement;
   buffer_ += "</worksheet>";
   Pack();
   AwaitPacking();
@@ -158,11 +159,57 @@ void StreamedWorkbook::Number(std::int32_t column, std::string_view number, std:
   buffer_.append(number).append("</v></c>");
 }
 
+std::size_t StreamedWorkbook::AddStyle(SheetStyle style) {
+  look_.styles.push_back(std::move(style));
+  const std::size_t number = look_.styles.size();
+  words_.insert(words_.end() - 1, WordsFor(" s=\"" + std::to_string(number) + "\""));
+  return number - 1;
+}
+
+void StreamedWorkbook::WriteNumbersOf(const SheetChart& chart) {
+  const std::size_t header = AddStyle({.bold = true, .text = true});
+  const std::size_t words = AddStyle({.text = true});
+  const std::size_t numbers = AddStyle({.number_format = chart.number_format});
+  BeginRow();
+  Text(1, chart.category_title, header);
+  std::int32_t column = 1;
+  for (const SheetChart::Series& series : chart.series) Text(++column, series.name, header);
+  EndRow();
+  for (std::size_t row = 0; row < chart.categories.size(); ++row) {
+    BeginRow();
+    Text(1, chart.categories[row], words);
+    column = 1;
+    for (const SheetChart::Series& series : chart.series) {
+      ++column;
+      if (!series.values[row].empty()) Number(column, series.values[row], numbers);
+    }
+    EndRow();
+  }
+}
+
+void StreamedWorkbook::AddChart(const SheetChart& chart) {
+  EndSheet();
+  row_words_.clear();
+  look_.column_widths.assign(chart.series.size() + 1, kChartColumnWidth);
+  BeginSheet();
+  WriteNumbersOf(chart);
+  chart_ = PartsOf(chart);
+}
+
+void StreamedWorkbook::AddChartParts() {
+  zip_.AddEntry("xl/worksheets/_rels/sheet" + std::to_string(sheets_) + ".xml.rels",
+                SheetDrawingXml());
+  zip_.AddEntry("xl/drawings/drawing1.xml", chart_->drawing);
+  zip_.AddEntry("xl/drawings/_rels/drawing1.xml.rels", DrawingChartXml());
+  zip_.AddEntry("xl/charts/chart1.xml", chart_->chart);
+}
+
 void StreamedWorkbook::Finish() {
   EndSheet();
-  zip_.AddEntry("[Content_Types].xml", ContentTypesXml(sheets_));
+  if (chart_.has_value()) AddChartParts();
+  zip_.AddEntry("[Content_Types].xml", ContentTypesXml(sheets_, chart_.has_value()));
   zip_.AddEntry("_rels/.rels", PackageRelationsXml());
-  zip_.AddEntry("xl/workbook.xml", WorkbookXml(sheets_));
+  zip_.AddEntry("xl/workbook.xml", WorkbookXml(sheets_, chart_.has_value() ? chart_->sheet : ""));
   zip_.AddEntry("xl/_rels/workbook.xml.rels", WorkbookRelationsXml(sheets_));
   zip_.AddEntry("xl/styles.xml", StylesXml(look_));
   zip_.Finish();

@@ -3,9 +3,11 @@
 
 #include <future>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "adapters/xlsx/chart_part.h"
 #include "adapters/xlsx/zip_writer.h"
 #include "vorek/spreadsheet.h"
 
@@ -20,8 +22,9 @@ class StreamedWorkbook : public WorkbookWriter {
   void Text(std::int32_t column, std::string_view text, std::size_t style) override;
   void Number(std::int32_t column, std::string_view number, std::size_t style) override;
   void EndRow() override;
+  void AddChart(const SheetChart& chart) override;
   void Finish() override;
-  std::size_t Sheets() const override { return sheets_; }
+  std::size_t Sheets() const override { return sheets_ - (chart_.has_value() ? 1 : 0); }
 
  private:
   // What a cell is written of behind its row's number, in as few pieces as can be.
@@ -38,6 +41,10 @@ class StreamedWorkbook : public WorkbookWriter {
   void BeginSheet();
   void EndSheet();
   void AddColumns();
+  // Returns its number, as rows are written with it.
+  std::size_t AddStyle(SheetStyle style);
+  void WriteNumbersOf(const SheetChart& chart);
+  void AddChartParts();
   static Words WordsFor(const std::string& style);
   const Words& WordsOf(std::size_t style) const {
     return style == WorkbookLook::kNoStyle ? words_.back() : words_[style];
@@ -58,6 +65,7 @@ class StreamedWorkbook : public WorkbookWriter {
   std::string packed_;    // is being deflated by another thread
   std::int32_t row_ = 0;  // of the sheet
   std::size_t sheets_ = 0;
+  std::optional<ChartParts> chart_;
   std::future<void> packing_;  // the last one: its end is awaited before all else goes
 };
 

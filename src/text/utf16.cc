@@ -1,11 +1,11 @@
-#include "export/text_output.h"
+#include "text/utf16.h"
 
 #include <cstdint>
 #include <cstring>
 
 #include "text/utf8.h"
 
-namespace vorek {
+namespace vorek::text {
 namespace {
 
 char* PutUnit(char* to, unsigned unit) {
@@ -36,8 +36,9 @@ char* PutUtf16(std::string_view text, char* to) {
   for (std::size_t at = 0; at < text.size();) {
     const auto byte = static_cast<unsigned char>(text[at]);
     if (at + kEight <= text.size() && AreEightAscii(text.data() + at)) {
-      for (std::size_t i = 0; i < kEight; ++i)
+      for (std::size_t i = 0; i < kEight; ++i) {
         to = PutUnit(to, static_cast<unsigned>(text[at + i]));
+      }
       at += kEight;
     } else if (byte < 0x80) {
       to = PutUnit(to, byte);
@@ -47,7 +48,7 @@ char* PutUtf16(std::string_view text, char* to) {
       to = PutUnit(to, ((byte & 0x1FU) << 6U) | (next & 0x3FU));
       at += 2;
     } else {
-      to = PutLetter(to, static_cast<unsigned>(text::DecodeAt(text, at)));
+      to = PutLetter(to, static_cast<unsigned>(DecodeAt(text, at)));
     }
   }
   return to;
@@ -55,30 +56,11 @@ char* PutUtf16(std::string_view text, char* to) {
 
 }  // namespace
 
-void TextOutput::HandOn() {
-  Await();
-  leaving_.swap(buffer_);
-  buffer_.clear();
-  // Where no other thread can be had, the wait does the work.
-  constexpr auto kHow = std::launch::async | std::launch::deferred;
-  writing_ = std::async(kHow, [this] { WriteLeaving(); });
+void AppendUtf16(std::string_view utf8, std::string& out) {
+  const std::size_t before = out.size();
+  out.resize(before + utf8.size() * 2);  // a byte makes one unit at most
+  const char* const end = PutUtf16(utf8, out.data() + before);
+  out.resize(static_cast<std::size_t>(end - out.data()));
 }
 
-void TextOutput::Await() {
-  if (writing_.valid()) writing_.get();
-}
-
-void TextOutput::Finish() {
-  HandOn();
-  Await();
-}
-
-void TextOutput::WriteLeaving() {
-  if (leaving_.empty()) return;
-  if (encoding_ == Encoding::kUtf8) return out_.Write(leaving_);
-  encoded_.resize(leaving_.size() * 2);  // a byte makes one unit at most
-  const char* const end = PutUtf16(leaving_, encoded_.data());
-  out_.Write(std::string_view(encoded_).substr(0, static_cast<std::size_t>(end - encoded_.data())));
-}
-
-}  // namespace vorek
+}  // namespace vorek::text
