@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "engine/attempt.h"
 #include "messages/persian_reason.h"
+#include "platform/attempt.h"
 
 namespace vorek::desk {
 namespace {

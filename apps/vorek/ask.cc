@@ -111,14 +111,18 @@ bool AskParameters(VorekParameters& panel, std::istream& in, std::ostream& out) 
       << ": an empty answer keeps what stands in brackets, - empties it; behind an answer that "
          "isn't "
          "taken only another one or - goes on.\n";
-  do {
+  for (;;) {
+    bool asked = false;
     for (const VorekParameters::Field& field : panel.Fields()) {
-      const bool asked = field.row.visible && field.widget->Name() != "lbl";
-      if (asked && !AskField(field, in, out)) return false;
+      if (!field.row.visible || field.widget->Name() == "lbl") continue;
+      if (!AskField(field, in, out)) return false;
+      asked = true;
     }
     panel.cmdOk.Click();
-  } while (!panel.result);
-  return true;
+    if (panel.result) return true;
+    // Nothing that could be answered in another way.
+    if (!asked) return false;
+  }
 }
 
 }  // namespace vorek

@@ -18,6 +18,7 @@ void AddReportOptions(CLI::App& command, ReportOptions& options) {
   command.add_option("--params", options.parameters,
                      "values of the parameters as SQL texts: \"@1=5&@2='x'\"");
   command.add_flag("--ask", options.ask, "ask for the parameters at the terminal");
+  AddLimitOptions(command, options.limits);
 }
 
 bool IsTemplateNumber(const std::string& text) {
@@ -28,6 +29,7 @@ bool IsTemplateNumber(const std::string& text) {
 ShownReport::ShownReport(const ReportOptions& options, WorldOptions with, CalculationTrace* trace)
     : options_(options), windows_(std::make_shared<TerminalWindows>(options.ask)) {
   with.windows = windows_;
+  with.limits = options.limits.Limits();
   world_ = std::make_unique<World>(std::move(with));
   report_ = std::make_unique<VorekReport1>(*world_);
   Connect();

@@ -8,6 +8,7 @@
 #include "command.h"
 #include "engine/report_control.h"
 #include "interrupt_watch.h"
+#include "limit_options.h"
 #include "terminal_windows.h"
 
 namespace vorek {
@@ -18,6 +19,7 @@ struct ReportOptions {
   std::int32_t report = -1;
   std::string parameters;
   bool ask = false;
+  LimitOptions limits = {};
 };
 void AddReportOptions(CLI::App& command, ReportOptions& options);
 

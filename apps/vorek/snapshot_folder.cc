@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -77,16 +78,20 @@ class NewFolder {
  public:
   explicit NewFolder(const std::string& path) : path_(Resolved(path)) {
     Refuse();
+    Sweep();
     std::string pattern = path_ + ".new-XXXXXX";
     if (::mkdtemp(pattern.data()) == nullptr) Fail(path, errno);
     made_ = pattern;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::chmod(made_.c_str(), 0777 & ~mask);
+    lock_ = ::open(made_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (lock_ >= 0) ::flock(lock_, LOCK_EX | LOCK_NB);
+    // mkdtemp's folder is for its owner alone; one that is replaced gives its rights on.
+    struct stat old {};
+    if (::stat(path_.c_str(), &old) == 0) ::chmod(made_.c_str(), old.st_mode & 07777U);
   }
   ~NewFolder() {
     std::error_code ignored;
     if (!made_.empty()) fs::remove_all(made_, ignored);
+    if (lock_ >= 0) ::close(lock_);
   }
   NewFolder(const NewFolder&) = delete;
   NewFolder& operator=(const NewFolder&) = delete;
@@ -145,8 +150,33 @@ class NewFolder {
     made_ = old;
   }
 
+  // What runs left that were killed: nobody holds it any more.
+  void Sweep() const {
+    const fs::path path(path_);
+    const std::string head = path.filename().string() + ".new-";
+    constexpr std::size_t kRandom = 6;  // letters of mkdtemp
+    std::error_code none;
+    const fs::path beside = path.has_parent_path() ? path.parent_path() : ".";
+    for (const fs::directory_entry& entry : fs::directory_iterator(beside, none)) {
+      const std::string name = entry.path().filename().string();
+      const bool ours = name.starts_with(head) && name.size() == head.size() + kRandom;
+      if (ours && entry.is_directory(none) && IsHeldByNobody(entry.path())) {
+        fs::remove_all(entry.path(), none);
+      }
+    }
+  }
+
+  static bool IsHeldByNobody(const fs::path& folder) {
+    const int held = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (held < 0) return false;
+    const bool free = ::flock(held, LOCK_EX | LOCK_NB) == 0;
+    ::close(held);
+    return free;
+  }
+
   std::string path_;
   std::string made_;
+  int lock_ = -1;  // the folder that is being made
 };
 
 std::map<std::string, std::int64_t> ReadTimes(const std::string& path) {

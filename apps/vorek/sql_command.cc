@@ -11,6 +11,7 @@
 #include "catalog/data_connection.h"
 #include "command.h"
 #include "interrupt_watch.h"
+#include "limit_options.h"
 #include "progress_line.h"
 #include "result_writer.h"
 #include "text/utf8.h"
@@ -27,6 +28,7 @@ struct SqlOptions {
   bool explain = false;
   bool create = false;
   int timeout = 0;
+  LimitOptions limits;
 };
 
 std::string ReadAll(std::istream& in) {
@@ -90,6 +92,7 @@ void RunSql(const SqlOptions& options) {
   }
   ExecuteOptions execute;
   execute.timeout_seconds = options.timeout;
+  execute.limits = options.limits.Limits();
   WriteResults(RunUntilInterrupted(*connection, script, execute), options.format);
 }
 
@@ -108,6 +111,7 @@ void AddSqlCommand(CLI::App& app) {
   command->add_flag("--create", options->create,
                     "make the file of an embedded database if it isn't there");
   command->add_option("--timeout", options->timeout, "seconds for each piece; 0 waits for ever");
+  AddLimitOptions(*command, options->limits);
   command->callback([options] { RunSql(*options); });
 }
 

@@ -14,6 +14,13 @@
 
 namespace vorek {
 
+// How much one statement may bring into memory, so that a query without an end is refused before
+// the machine has nothing left. 0 for no bound.
+struct ResultLimits {
+  std::size_t rows = 5'000'000;
+  std::size_t bytes = std::size_t{2} << 30U;  // of its values, as they are held
+};
+
 // How one statement is run.
 struct ExecuteOptions {
   int timeout_seconds = 30;  // from the call to the last row; 0 waits for ever
@@ -27,6 +34,8 @@ struct ExecuteOptions {
   // database tells both; a provider that doesn't leaves them out.
   std::function<void(ResultSetPtr rows)> more_rows = nullptr;
   std::function<void(std::string_view text)> message = nullptr;
+  // A result beyond them is Error(kOutOfMemory). Asked every few thousand rows.
+  ResultLimits limits = {};
 };
 
 // An open connection. Used from one thread, save for Cancel.
@@ -65,8 +74,8 @@ class DatabaseProvider {
   // True if the provider answers to this name ("VorekSQLite", "SQLOLEDB.1"), in any case.
   virtual bool Answers(std::string_view provider_name) const = 0;
 
-  // Opens a connection by the whole connection string. Throws Error(kConnection) with the reason,
-  // in which no password stands.
+  // Opens a connection by the whole connection string. Throws Error with the reason, in which no
+  // password stands: kTimeout for a file that another one holds, else kConnection.
   virtual std::unique_ptr<DatabaseConnection> Connect(std::string_view connection_string) = 0;
 
   // The same, given up with Error(kCancelled) once goes_on says no: it is asked now and then on the

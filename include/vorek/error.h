@@ -2,6 +2,7 @@
 #define VOREK_ERROR_H_
 
 #include <exception>
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -51,8 +52,26 @@ class Error : public std::runtime_error {
 };
 
 // Runs one statement whose failure the system ignores by design. Returns true if it went through.
+// Want of memory is no such failure: it may leave out anything, and is thrown on.
 template <typename Statement>
 bool IgnoreErrors(Statement&& statement) {
+  try {
+    statement();
+    return true;
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const Error& error) {
+    if (error.Is(ErrorNumber::kOutOfMemory)) throw;
+    return false;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
+// The same where nothing can be thrown any more: in a destructor, behind another failure, and
+// behind what is done already.
+template <typename Statement>
+bool IgnoreAllErrors(Statement&& statement) noexcept {
   try {
     statement();
     return true;

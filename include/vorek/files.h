@@ -9,6 +9,12 @@
 
 namespace vorek {
 
+// A place in a file system that is kept from others as long as it lives.
+class FileLock {
+ public:
+  virtual ~FileLock() = default;
+};
+
 // Whole files by their UTF-8 paths. Failures are Error: kFileNotFound if the file isn't there,
 // kPathAccess with the system's words for everything else.
 class Files {
@@ -32,6 +38,11 @@ class Files {
   // A file of any size, written piece by piece, with the same promise. Unless a file system has a
   // way of its own, the pieces are gathered in memory.
   virtual std::unique_ptr<OutputFile> Create(const std::string& path);
+
+  // Keeps other programs and threads that ask the same away from the path's file while it is read,
+  // changed and written. Its folder has to be there. Waits for some seconds, then throws
+  // kPathAccess. Null where a file system has no such thing.
+  virtual std::unique_ptr<FileLock> Lock(const std::string& /*path*/) { return nullptr; }
 
   // Makes the folders that the path's file lies in, as far as they are missing.
   virtual void MakeFoldersFor(const std::string& path) = 0;

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "vorek/database.h"
+
 namespace vorek {
 
 class AttachmentManager;
@@ -12,7 +14,6 @@ class Clipboard;
 class AccessFile;
 class Clock;
 class Components;
-class DatabaseProvider;
 class Documents;
 class FileDialogs;
 class Files;
@@ -52,6 +53,8 @@ struct WorldOptions {
   std::shared_ptr<TemporaryFiles> temporary_files = {};  // for copies of stored templates
   std::shared_ptr<AttachmentManager> attachments = {};   // the host's, behind cmdMedia
   std::shared_ptr<AccessFile> access_file = {};          // see access.h
+  // How much the query of a report may bring into memory.
+  ResultLimits limits = {};
 };
 
 // The state that controls share: the connection, the user, the column layouts. The last View of any

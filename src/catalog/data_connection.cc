@@ -75,6 +75,7 @@ void DataConnection::Open() {
     open_.Keep(provider_, connection_string_, connection_);
   } catch (const Error& error) {
     last_error_ = error.Description();
+    running_.Note(error);
     throw;
   }
 }
@@ -90,6 +91,7 @@ auto DataConnection::Attempt(const Work& work) {
     return result;
   } catch (const Error& error) {
     last_error_ = error.Description();
+    running_.Note(error);
     if (error.Is(ErrorNumber::kConnection)) {
       open_.Drop(connection_);
       connection_.reset();
@@ -111,7 +113,11 @@ void DataConnection::DropDead() {
 
 ResultSetPtr DataConnection::Execute(std::string_view text, int timeout_seconds) {
   return Attempt([&](DatabaseConnection& connection) {
-    return connection.Execute(text, {timeout_seconds, on_progress});
+    ExecuteOptions options;
+    options.timeout_seconds = timeout_seconds;
+    options.progress = on_progress;
+    options.limits = limits;
+    return connection.Execute(text, options);
   });
 }
 

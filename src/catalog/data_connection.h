@@ -33,10 +33,18 @@ class RunningStatement {
   // False once the connect that is under way was cancelled.
   bool ConnectGoesOn() const;
 
+  // The last error of a statement or a connect that was a lost connection or the end of its time.
+  std::optional<Error>& Interruption() { return interruption_; }
+  void Note(const Error& error) {
+    const bool interrupted = error.Is(ErrorNumber::kConnection) || error.Is(ErrorNumber::kTimeout);
+    if (interrupted) interruption_ = error;
+  }
+
  private:
   mutable std::mutex mutex_;
   DatabaseConnection* connection_ = nullptr;
   bool connect_cancelled_ = false;
+  std::optional<Error> interruption_;  // of the thread that runs statements
 };
 
 // The connections that stand, so that data objects with one string share one.
@@ -91,6 +99,7 @@ class DataConnection {
   std::function<bool(std::size_t rows)> on_progress;
   // Asked by those who go through many rows of a result; null for none.
   PassWatch* watch = nullptr;
+  ResultLimits limits;  // of each statement
 
  private:
   // Opens the connection and does the work on it, noting how it went.

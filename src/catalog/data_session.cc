@@ -19,7 +19,7 @@ std::string ProviderName(const std::string& connection_text) {
 }  // namespace
 
 DataSession DataSession::Sibling() const {
-  DataSession sibling(providers_);
+  DataSession sibling(providers_, limits_);
   sibling.running_ = running_;
   sibling.open_ = open_;
   sibling.progress_ = progress_;
@@ -27,15 +27,20 @@ DataSession DataSession::Sibling() const {
 }
 
 DtEn& DataSession::Get() {
-  if (dten_ == nullptr) Renew();
+  if (dten_ == nullptr) Renew("", "");
   return *dten_;
 }
 
-void DataSession::Renew() {
+// The one in force stays until the new one is whole.
+void DataSession::Renew(std::string provider, std::string connection_text) {
+  auto dten = std::make_unique<DtEn>(providers_, *running_, *open_);
+  dten->cnn.on_progress = progress_;
+  dten->cnn.watch = watch_;
+  dten->cnn.limits = limits_;
+  dten->cnn.SetProvider(std::move(provider));
+  dten->cnn.SetConnectionString(std::move(connection_text));
+  dten_ = std::move(dten);
   ++binding_;
-  dten_ = std::make_unique<DtEn>(providers_, *running_, *open_);
-  dten_->cnn.on_progress = progress_;
-  dten_->cnn.watch = watch_;
 }
 
 void DataSession::Check(const std::string& connection_text) const {
@@ -43,19 +48,13 @@ void DataSession::Check(const std::string& connection_text) const {
 }
 
 void DataSession::Rebind(const std::string& connection_text) {
-  std::string provider = ProviderName(connection_text);
-  Renew();
-  dten_->cnn.SetProvider(std::move(provider));
-  dten_->cnn.SetConnectionString(connection_text);
+  Renew(ProviderName(connection_text), connection_text);
 }
 
 void DataSession::RebindTwice(const std::string& connection_text) {
   Rebind(connection_text);
   // The second pass names no provider: the object keeps the one of the first.
-  std::string provider = dten_->cnn.Provider();
-  Renew();
-  dten_->cnn.SetProvider(std::move(provider));
-  dten_->cnn.SetConnectionString(connection_text);
+  Renew(dten_->cnn.Provider(), connection_text);
 }
 
 void DataSession::DropDead() {

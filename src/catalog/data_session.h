@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "catalog/data_connection.h"
@@ -33,7 +34,8 @@ struct DtEn {
 // with no filter: nobody may keep one across it.
 class DataSession {
  public:
-  explicit DataSession(ProviderList providers) : providers_(std::move(providers)) {}
+  explicit DataSession(ProviderList providers, ResultLimits limits = {})
+      : providers_(std::move(providers)), limits_(limits) {}
   // A session with slots of its own for the same providers, stopped by the same Cancel and followed
   // by the same progress. Where both are bound to one string they share its connection.
   DataSession Sibling() const;
@@ -60,15 +62,21 @@ class DataSession {
   // Stops the statement that runs now; may be called from any thread.
   void Cancel() noexcept { running_->Cancel(); }
 
+  // What a statement met since it was forgotten that its text has no part in: a lost connection,
+  // the end of its time. A step that passes such an error over may have left out anything.
+  void ForgetInterruption() { running_->Interruption().reset(); }
+  std::optional<Error> Interruption() const { return running_->Interruption(); }
+
   // Asked while a report's rows are read; false cancels. Kept over re-bindings.
   void SetProgress(std::function<bool(std::size_t rows)> progress);
   // Asked while the rows of a result are filtered; null for none. Kept over re-bindings.
   void SetWatch(PassWatch* watch);
 
  private:
-  void Renew();
+  void Renew(std::string provider, std::string connection_text);
 
   ProviderList providers_;
+  ResultLimits limits_;
   std::shared_ptr<RunningStatement> running_ = std::make_shared<RunningStatement>();
   std::shared_ptr<OpenConnections> open_ = std::make_shared<OpenConnections>();
   std::function<bool(std::size_t rows)> progress_;

@@ -50,7 +50,7 @@ void Recordset::Open() {
   if (result_ == nullptr || filter_ == "0") return;
   try {
     records_ = Select(filter_);
-  } catch (const Error&) {
+  } catch (const std::exception&) {
     Close();
     throw;
   }

@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "catalog/report_row.h"
-#include "engine/attempt.h"
 #include "engine/form_ask_user_report.h"
 #include "engine/form_report.h"
 #include "engine/query_text.h"
 #include "engine/shared_helpers.h"
+#include "platform/attempt.h"
 #include "text/number.h"
 #include "text/utf8.h"
 

@@ -1,9 +1,9 @@
 #include "engine/export_events.h"
 
-#include "engine/attempt.h"
 #include "export/access_export.h"
 #include "export/excel_export.h"
 #include "export/text_export.h"
+#include "platform/attempt.h"
 
 namespace vorek {
 

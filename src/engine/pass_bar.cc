@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 
 namespace vorek {
 
@@ -24,6 +24,19 @@ PassBar::~PassBar() {
   control_.world.process.watch.on_progress = std::move(outer_);
 }
 
+void ChangeRows(ReportControl& control, const std::function<void()>& work) {
+  control.world.process.data.ForgetInterruption();
+  std::optional<Error> error = Attempt(work);
+  const bool passed_over = !error && control.world.process.data.Interruption();
+  if (passed_over) error = control.world.process.data.Interruption();
+  if (!error) return;
+  if (passed_over || error->Is(ErrorNumber::kOutOfMemory)) {
+    IgnoreAllErrors([&] { control.EmptyGrids(); });
+    control.state.FoundRows = -1;
+  }
+  throw Error(*error);
+}
+
 void RunPass(ReportControl& control, const std::function<void()>& work) {
   PassWatch& watch = control.world.process.watch;
   const PassWatch::Pass pass(watch, PassWatch::Leaves::kAll);
@@ -31,7 +44,7 @@ void RunPass(ReportControl& control, const std::function<void()>& work) {
   const std::optional<Error> error = Attempt([&] {
     const Grid::Hold main(control.flxMain);
     const Grid::Hold cross_table(control.flxTranspose);
-    work();
+    ChangeRows(control, work);
   });
   const bool cancelled = watch.Cancelled() || (error && error->Is(ErrorNumber::kCancelled));
   if (cancelled) {

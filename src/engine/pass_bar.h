@@ -22,8 +22,13 @@ class PassBar {
   std::function<void(std::int32_t)> outer_;
 };
 
-// Does what a user started by hand on the rows on show. A user who cancels it gets the rows as they
-// were and a line that says so; other errors are thrown.
+// Does something with the rows on show and throws its errors. Where the memory ended in the midst
+// of it, or a step was passed over because the database was lost, nobody knows what the rows are:
+// none of them stay.
+void ChangeRows(ReportControl& control, const std::function<void()>& work);
+
+// ChangeRows for what a user started by hand. A user who cancels it gets the rows as they were and
+// a line that says so; other errors are thrown.
 void RunPass(ReportControl& control, const std::function<void()>& work);
 
 }  // namespace vorek

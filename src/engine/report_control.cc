@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "catalog/report_row.h"
-#include "engine/attempt.h"
 #include "engine/export_events.h"
 #include "engine/flx_main_events.h"
 #include "engine/flx_transpose_events.h"
@@ -16,6 +15,7 @@
 #include "engine/report_run.h"
 #include "engine/rights.h"
 #include "engine/shared_helpers.h"
+#include "platform/attempt.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -136,6 +136,7 @@ bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
   Process& process = world.process;
   BindConnection();
   process.data.DropDead();
+  process.data.ForgetInterruption();
   if (!HasReportRight(process, id, state.UserID)) {
     world.messages.ShowMessage("خطا", "شما مجاز به مشاهده اين گزارش نيستيد.");
     return false;
@@ -242,6 +243,7 @@ void ReportControl::EndView() {
 bool ReportControl::Refresh(bool do_filter, const std::string& parameter_string,
                             const std::string&) {
   IgnoreErrors([&] { world.process.data.DropDead(); });
+  world.process.data.ForgetInterruption();
   return RunReport(do_filter, parameter_string);
 }
 

@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "chart/chart_reader.h"
-#include "engine/attempt.h"
 #include "engine/report_control.h"
 #include "export/attachment.h"
 #include "export/chart_sheet.h"
@@ -13,6 +12,7 @@
 #include "export/template_fill.h"
 #include "export/text_export.h"
 #include "grid/cross_table_click.h"
+#include "platform/attempt.h"
 #include "text/utf8.h"
 #include "vorek/export.h"
 

@@ -1,7 +1,7 @@
 #include "engine/report_filter.h"
 
 #include "catalog/filter.h"
-#include "engine/attempt.h"
+#include "platform/attempt.h"
 #include "text/utf8.h"
 #include "totals/form_filter.h"
 

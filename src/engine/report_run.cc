@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "engine/attempt.h"
 #include "engine/pass_bar.h"
 #include "engine/query_text.h"
 #include "engine/rights.h"
@@ -15,6 +14,7 @@
 #include "grid/merged_rows.h"
 #include "grid/tree_rows.h"
 #include "grid/tree_sort.h"
+#include "platform/attempt.h"
 #include "text/number.h"
 #include "text/utf8.h"
 #include "totals/group_totals.h"
@@ -48,9 +48,12 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     PutTokens();
     ApplyStoredLayout(report_, ignore_errors_);
   });
+  // A dialog that couldn't be made asks nothing.
+  if (!error && decision == Decision::kStop) error = process_.data.Interruption();
   if (error) {
-    // Only a lost connection is told: the user would take it for an empty report.
-    if (error->Is(ErrorNumber::kConnection)) {
+    // Only what the user would take for an empty report is told.
+    if (error->Is(ErrorNumber::kConnection) || error->Is(ErrorNumber::kTimeout) ||
+        error->Is(ErrorNumber::kOutOfMemory)) {
       Fail(*error);
     } else {
       state_.StopReason = error->Description();
@@ -82,12 +85,17 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
       Present();
     });
   }
-  if (error && !filled) {
+  if (error && (!filled || error->Is(ErrorNumber::kOutOfMemory))) {
     Fail(*error);
     return false;
   }
   if (watch.Cancelled()) {
     Fail(Error(ErrorNumber::kCancelled, "اجراي گزارش لغو شد."));
+    return false;
+  }
+  // A step that was passed over for want of the database may be a column or a total.
+  if (const auto lost = process_.data.Interruption(); lost && !error) {
+    Fail(*lost);
     return false;
   }
   if (!error) return true;

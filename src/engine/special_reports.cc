@@ -199,7 +199,7 @@ class Transaction {
     open_ = IgnoreErrors([&] { Say("BEGIN TRANSACTION"); });
   }
   ~Transaction() {
-    if (open_) IgnoreErrors([&] { Say("ROLLBACK TRANSACTION"); });
+    if (open_) IgnoreAllErrors([&] { Say("ROLLBACK TRANSACTION"); });
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;

@@ -1,10 +1,11 @@
-#include "engine/attempt.h"
 #include "engine/entry_points.h"
+#include "engine/pass_bar.h"
 #include "engine/property_bag.h"
 #include "engine/report_control.h"
 #include "grid/column_layout_pass.h"
 #include "grid/column_sort.h"
 #include "grid/merged_rows.h"
+#include "platform/attempt.h"
 #include "totals/summary_rows.h"
 #include "vorek/report.h"
 
@@ -34,7 +35,7 @@ void VorekReport1::ObjectEvent(const std::string& name) {
 
 void VorekReport1::AlignFlexes(bool RetriveFromDB) {
   ReportContext report = impl_->Context();
-  ForHost([&] { vorek::AlignFlexes(report, RetriveFromDB); });
+  ChangeRows(*impl_, [&] { vorek::AlignFlexes(report, RetriveFromDB); });
 }
 
 bool VorekReport1::ShowWithParams(std::int32_t ID) {
@@ -59,12 +60,12 @@ bool VorekReport1::DropUnusedrows() { return DropUnusedRows(*impl_); }
 
 void VorekReport1::SortflxMain(std::int32_t column) {
   ReportContext report = impl_->Context();
-  ForHost([&] { vorek::SortflxMain(report, column); });
+  ChangeRows(*impl_, [&] { vorek::SortflxMain(report, column); });
 }
 
 void VorekReport1::MakeFlexMerged() {
   ReportContext report = impl_->Context();
-  ForHost([&] { vorek::MakeFlexMerged(report); });
+  ChangeRows(*impl_, [&] { vorek::MakeFlexMerged(report); });
 }
 
 bool VorekReport1::SetSharedFilters() {
@@ -74,7 +75,7 @@ bool VorekReport1::SetSharedFilters() {
 
 void VorekReport1::mnuAvg_Click() {
   ReportContext report = impl_->Context();
-  ForHost([&] { vorek::mnuAvg_Click(report); });
+  ChangeRows(*impl_, [&] { vorek::mnuAvg_Click(report); });
 }
 
 void VorekReport1::InitProperties() { vorek::InitProperties(*impl_); }

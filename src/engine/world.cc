@@ -15,14 +15,23 @@ Services ServicesFrom(WorldOptions options) {
     throw Error(ErrorNumber::kInvalidCall, "A world needs a clock.");
   }
   if (options.windows == nullptr) options.windows = std::make_shared<NoWindows>();
-  return {std::move(options.providers),     std::move(options.windows),
-          std::move(options.clock),         std::move(options.files),
-          std::move(options.function_file), std::move(options.settings),
-          std::move(options.file_dialogs),  std::move(options.components),
-          std::move(options.print_jobs),    std::move(options.spreadsheet),
-          std::move(options.converter),     std::move(options.documents),
-          std::move(options.clipboard),     std::move(options.temporary_files),
-          std::move(options.attachments),   std::move(options.access_file)};
+  return {std::move(options.providers),
+          std::move(options.windows),
+          std::move(options.clock),
+          std::move(options.files),
+          std::move(options.function_file),
+          std::move(options.settings),
+          std::move(options.file_dialogs),
+          std::move(options.components),
+          std::move(options.print_jobs),
+          std::move(options.spreadsheet),
+          std::move(options.converter),
+          std::move(options.documents),
+          std::move(options.clipboard),
+          std::move(options.temporary_files),
+          std::move(options.attachments),
+          std::move(options.access_file),
+          options.limits};
 }
 
 }  // namespace

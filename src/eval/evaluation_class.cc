@@ -7,6 +7,7 @@
 #include "eval/name_scan.h"
 #include "eval/substitution.h"
 #include "text/utf8.h"
+#include "vorek/error.h"
 
 namespace vorek {
 
@@ -24,7 +25,9 @@ EvaluationClass::EvaluationClass(const EvaluationOptions& options)
   state_->ReadFile();
 }
 
-EvaluationClass::~EvaluationClass() { state_->GuardaFunciones(); }
+EvaluationClass::~EvaluationClass() {
+  IgnoreAllErrors([this] { state_->GuardaFunciones(); });
+}
 
 const std::string& EvaluationClass::Expresion() const { return state_->expresion; }
 void EvaluationClass::Expresion(const std::string& expresion) { state_->expresion = expresion; }

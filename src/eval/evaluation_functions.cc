@@ -22,9 +22,40 @@ void EvaluationClass::State::ReadFile() {
 void EvaluationClass::State::GuardaFunciones() {
   if (!keeps_file) return;
   IgnoreErrors([&] {
-    options.files->MakeFoldersFor(options.function_file);
-    options.files->Write(options.function_file, WriteFunctions(functions));
+    const std::string& path = options.function_file;
+    options.files->MakeFoldersFor(path);
+    const std::unique_ptr<FileLock> lock = options.files->Lock(path);
+    const std::string before = options.files->Exists(path) ? options.files->Read(path) : "";
+    // What isn't a function file any more holds nothing of others.
+    options.files->Write(path, WriteFunctions(IsFunctionFile(before) ? Merged(before) : functions));
+    changed.clear();
   });
+}
+
+// Both the list and what was noted, or neither, change.
+void EvaluationClass::State::Note(const std::string& name, std::optional<FunctionClass> function,
+                                  const std::function<void()>& change) {
+  std::map<std::string, std::optional<FunctionClass>> noted;
+  noted.emplace(name, std::move(function));
+  change();
+  changed.erase(noted.begin()->first);
+  changed.merge(noted);
+}
+
+KeyedList<FunctionClass> EvaluationClass::State::Merged(const std::string& file) const {
+  KeyedList<FunctionClass> merged;
+  ReadFunctions(file, merged);
+  for (const auto& [name, function] : changed) {
+    const std::size_t position = merged.Position(name);
+    if (position == 0) {
+      if (function) merged.Add(name, *function);
+    } else if (function) {
+      merged.At(position) = *function;
+    } else {
+      merged.Remove(position);
+    }
+  }
+  return merged;
 }
 
 std::size_t EvaluationClass::State::FindVariable(const DynamicValue& variable) const {
@@ -51,9 +82,10 @@ void EvaluationClass::NuevaFuncion(const std::string& Nombre, const std::string&
   function.Definicion(text::ToUpper(text::TrimView(Definicion)));
   if (function.Definicion().empty()) {
     state.code = evaluation_code::kDefinition;
-  } else if (!state.functions.Add(name, std::move(function))) {
+  } else if (state.functions.Position(name) != 0) {
     state.code = evaluation_code::kFunctionExists;
   } else {
+    state.Note(name, function, [&] { state.functions.Add(name, std::move(function)); });
     state.GuardaFunciones();
   }
 }
@@ -62,7 +94,8 @@ void EvaluationClass::RemFuncion(const DynamicValue& Nombre) {
   const std::size_t position = state_->FindFunction(Nombre);
   state_->code = position == 0 ? evaluation_code::kNoFunction : evaluation_code::kNone;
   if (position == 0) return;
-  state_->functions.Remove(position);
+  state_->Note(state_->functions.Key(position), std::nullopt,
+               [&] { state_->functions.Remove(position); });
   state_->GuardaFunciones();
 }
 
@@ -78,7 +111,10 @@ void EvaluationClass::ModiFuncion(const DynamicValue& Nombre, std::string& Defin
   } else if (position == 0) {
     state.code = evaluation_code::kNoFunction;
   } else {
-    state.functions.At(position).Definicion(Definicion);
+    FunctionClass function = state.functions.At(position);
+    function.Definicion(Definicion);
+    state.Note(state.functions.Key(position), function,
+               [&] { state.functions.At(position) = std::move(function); });
     state.GuardaFunciones();
   }
 }

@@ -41,6 +41,8 @@ void AppendField(std::string& out, const std::string& field) {
 
 }  // namespace
 
+bool IsFunctionFile(std::string_view text) { return TakeLine(text) == kFirstLine; }
+
 void ReadFunctions(std::string_view text, KeyedList<FunctionClass>& functions) {
   TakeLine(text);
   while (!text.empty()) ReadLine(TakeLine(text), functions);

@@ -16,6 +16,9 @@ namespace vorek {
 // becomes the empty text. Line ends without CR are read as well.
 void ReadFunctions(std::string_view text, KeyedList<FunctionClass>& functions);
 
+// True for a text that begins as WriteFunctions does.
+bool IsFunctionFile(std::string_view text);
+
 std::string WriteFunctions(const KeyedList<FunctionClass>& functions);
 
 }  // namespace vorek

@@ -20,8 +20,13 @@ class KeyedList {
  public:
   // No effect if the key is there. Returns true if the item was added.
   bool Add(std::string_view key, Item item) {
-    if (!positions_.emplace(text::ToUpper(key), items_.size() + 1).second) return false;
-    keys_.push_back(text::ToUpper(key));
+    std::string upper = text::ToUpper(key);
+    if (positions_.count(upper) > 0) return false;
+    // All of it or nothing: what follows the entry needs no memory.
+    MakeRoom(keys_);
+    MakeRoom(items_);
+    positions_.emplace(upper, items_.size() + 1);
+    keys_.push_back(std::move(upper));
     items_.push_back(std::move(item));
     return true;
   }
@@ -45,10 +50,13 @@ class KeyedList {
   const std::string& Key(std::size_t position) const { return keys_[position - 1]; }
 
   void Remove(std::size_t position) {
+    std::unordered_map<std::string, std::size_t> positions;
+    for (std::size_t i = 1; i <= keys_.size(); ++i) {
+      if (i != position) positions.emplace(keys_[i - 1], i < position ? i : i - 1);
+    }
     items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(position - 1));
     keys_.erase(keys_.begin() + static_cast<std::ptrdiff_t>(position - 1));
-    positions_.clear();
-    for (std::size_t i = 0; i < keys_.size(); ++i) positions_.emplace(keys_[i], i + 1);
+    positions_ = std::move(positions);
   }
 
   void Clear() {
@@ -62,6 +70,11 @@ class KeyedList {
   auto end() const { return items_.end(); }
 
  private:
+  template <typename Value>
+  static void MakeRoom(std::vector<Value>& list) {
+    if (list.size() == list.capacity()) list.reserve(list.size() * 2 + 4);
+  }
+
   std::vector<Item> items_;
   std::vector<std::string> keys_;
   std::unordered_map<std::string, std::size_t> positions_;

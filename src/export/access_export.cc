@@ -7,6 +7,7 @@
 
 #include "export/form_access.h"
 #include "export/plain_money.h"
+#include "platform/attempt.h"
 #include "text/cell_text.h"
 #include "text/number.h"
 #include "text/utf8.h"
@@ -90,11 +91,11 @@ void Send(ReportContext& report) {
   if (!form.getAccessFileTemplate(file_name, table)) return;
   const std::vector<Filled> fields = FilledFields(grid, report.process.main.ColumnMapping);
   const auto connection = report.process.services.access_file->Open(ConnectionOf(file_name));
-  try {
-    InsertRows(grid, fields, table, *connection);
-  } catch (const std::exception&) {
-    connection->Close();  // a failure of its own is told instead: the file is then as it was
-    throw;
+  if (const auto error = Attempt([&] { InsertRows(grid, fields, table, *connection); })) {
+    // The rows before a refused one stay; a failure of Close is told instead: the file is then as
+    // it was. What stopped in the midst of a row for want of memory isn't written.
+    if (!error->Is(ErrorNumber::kOutOfMemory)) connection->Close();
+    throw Error(*error);
   }
   connection->Close();
   report.notices.ShowMessage("موفقيت", "عمل انتقال به اکسس با موفقيت انجام شد.");
@@ -103,16 +104,15 @@ void Send(ReportContext& report) {
 }  // namespace
 
 void ExportAccess(ReportContext& report) {
-  try {
+  const auto error = Attempt([&] {
     const Grid& grid = report.flxMain;
     if (grid.Rows() < 2 || grid.TextMatrix(1, 0).empty()) {
       report.notices.ShowMessage("اشکال", "گزارش بدون محتوا است!");
       return;
     }
     Send(report);
-  } catch (const std::exception& error) {
-    report.notices.ShowMessage("اشکال در انتقال به اکسس", error.what());
-  }
+  });
+  if (error) report.notices.ShowMessage("اشکال در انتقال به اکسس", error->Description());
 }
 
 }  // namespace vorek

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "catalog/report_row.h"
+#include "platform/attempt.h"
 #include "text/persian_date.h"
 #include "text/utf8.h"
 #include "vorek/print_job.h"
@@ -38,7 +39,15 @@ class Staged {
     open_ = IgnoreErrors([&] { OpenSlot(slot_, "Begin Transaction"); });
   }
   ~Staged() {
-    if (open_) IgnoreErrors([&] { OpenSlot(slot_, "Commit Transaction"); });
+    if (open_) IgnoreAllErrors([this] { Commit(); });
+  }
+  // Rows that nobody keeps would print as none. A transaction that can't end keeps others waiting.
+  void Commit() {
+    if (!std::exchange(open_, false)) return;
+    if (const auto error = Attempt([this] { OpenSlot(slot_, "Commit Transaction"); })) {
+      IgnoreAllErrors([this] { OpenSlot(slot_, "Rollback Transaction"); });
+      throw Error(*error);
+    }
   }
   Staged(const Staged&) = delete;
   Staged& operator=(const Staged&) = delete;
@@ -57,10 +66,11 @@ class Staging {
         slot_(report.process.dten().rssqlGeneral1) {}
 
   void Run() {
-    const Staged staged(slot_);
+    Staged staged(slot_);
     OpenSlot(slot_, std::string("Delete ") + kRowTable + " Where UserID=" + User());
     StageHeader();
     StageRows();
+    staged.Commit();
   }
 
  private:

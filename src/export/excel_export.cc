@@ -70,9 +70,9 @@ class ScreenPutBack {
   ScreenPutBack(const ScreenPutBack&) = delete;
   ScreenPutBack& operator=(const ScreenPutBack&) = delete;
   ~ScreenPutBack() {
-    IgnoreErrors([this] { report_.process.windows().SetMousePointer(0); });
+    IgnoreAllErrors([this] { report_.process.windows().SetMousePointer(0); });
     for (Grid* const grid : {&report_.flxMain, &report_.flxTranspose}) {
-      IgnoreErrors([grid] { grid->SetRedraw(true); });
+      IgnoreAllErrors([grid] { grid->SetRedraw(true); });
     }
   }
 

@@ -99,7 +99,7 @@ PlainMoney::PlainMoney(ReportContext& report)
 }
 
 PlainMoney::~PlainMoney() {
-  IgnoreErrors([this] { PutBack(); });
+  IgnoreAllErrors([this] { PutBack(); });
 }
 
 void PlainMoney::TakeMoneyFields() {

@@ -8,6 +8,7 @@
 #include "export/long_work.h"
 #include "export/plain_money.h"
 #include "export/row_blocks.h"
+#include "platform/attempt.h"
 #include "text/character_set.h"
 #include "text/utf16.h"
 #include "text/utf8.h"
@@ -159,16 +160,14 @@ void ExportTextFile(ReportContext& report) {
   }
   Windows& windows = report.process.windows();
   windows.SetMousePointer(kHourglass);
-  try {
-    WriteNamedFile(report, options, file_name);
-  } catch (const Error& error) {
-    windows.SetMousePointer(0);
+  const auto error = Attempt([&] { WriteNamedFile(report, options, file_name); });
+  windows.SetMousePointer(0);
+  if (error) {
     const bool told =
-        error.Is(ErrorNumber::kCancelled) && windows.TellCancelled("ساختن فايل لغو شد.");
-    if (!told) report.notices.ShowMessage("خطا", Refusal(report, file_name, error));
+        error->Is(ErrorNumber::kCancelled) && windows.TellCancelled("ساختن فايل لغو شد.");
+    if (!told) report.notices.ShowMessage("خطا", Refusal(report, file_name, *error));
     return;
   }
-  windows.SetMousePointer(0);
   report.notices.ShowMessage("اطلاع", "فايل متني با نام «" + file_name + "» ذخيره شد.");
 }
 

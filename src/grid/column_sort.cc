@@ -57,7 +57,7 @@ class ColumnSort {
     try {
       grid_.SetCol(column_);
       grid_.Sort(Order(code));
-    } catch (const Error&) {
+    } catch (const std::exception&) {
       if (IsMoneyField(type_)) FormMoney();
       throw;
     }
@@ -150,6 +150,21 @@ void NumberAgain(Grid& grid) {
   for (const std::int32_t row : averages) grid.WriteCell(row, 0, kAverageLabel);
 }
 
+// A grid draws again as it did, whatever happens.
+class RedrawPutBack {
+ public:
+  explicit RedrawPutBack(Grid& grid) : grid_(grid), redraw_(grid.Redraw()) {}
+  ~RedrawPutBack() {
+    if (!grid_.Redraw()) IgnoreAllErrors([this] { grid_.SetRedraw(redraw_); });
+  }
+  RedrawPutBack(const RedrawPutBack&) = delete;
+  RedrawPutBack& operator=(const RedrawPutBack&) = delete;
+
+ private:
+  Grid& grid_;
+  bool redraw_;
+};
+
 }  // namespace
 
 void SortflxMain(ReportContext& report, std::int32_t column) {
@@ -157,13 +172,12 @@ void SortflxMain(ReportContext& report, std::int32_t column) {
   const bool same = column == state.SortColumn;
   if (column == 0) column = state.SortColumn;
   if (column < 1 || column > report.flxMain.Cols() - 1) return;
-  const bool redraw = report.flxMain.Redraw();
+  const RedrawPutBack redraw(report.flxMain);
   report.flxMain.SetRedraw(false);
   IgnoreErrors([&] {
     ColumnSort(report, column).Run(same);
     report.flxMain.SetRedraw(true);
   });
-  if (!report.flxMain.Redraw()) report.flxMain.SetRedraw(redraw);
 }
 
 void SortByHeader(ReportContext& report, std::int32_t column) {

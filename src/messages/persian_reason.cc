@@ -18,12 +18,15 @@ struct KnownReason {
 constexpr KnownReason kReasons[] = {
     // connections
     {"Cannot open the database '%': %.", "پايگاه داده %1 باز نشد: %2."},
+    {"Cannot open the database '%': %", "پايگاه داده %1 باز نشد: %2"},
     {"the file doesn't exist", "فايل وجود ندارد"},
     {"file is not a database", "فايل پايگاه داده نيست"},
     {"database disk image is malformed", "فايل آسيب ديده است"},
     {"unable to open database file", "فايل خوانده نمي شود"},
     {"attempt to write a readonly database", "فايل فقط خواندني است"},
     {"it can't be written", "فايل قابل نوشتن نيست"},
+    {"a program ended while it wrote, and only who may write the file can put it right",
+     "برنامه اي در ميان نوشتن قطع شده است و فقط كاربري كه اجازه نوشتن دارد آن را درست مي كند"},
     {"database is locked", "پايگاه داده در اختيار برنامه ديگري است"},
     {"out of memory", "حافظه كافي نيست"},
     {"Out of memory", "حافظه كافي نيست."},
@@ -37,6 +40,8 @@ constexpr KnownReason kReasons[] = {
      "رشته اتصال فايلي را نام نمي برد: \u2066Data Source\u2069 داده نشده است."},
     {"Mode=% isn't one of ReadWrite, ReadOnly and Create.",
      "مقدار %1 براي \u2066Mode\u2069 پذيرفته نيست."},
+    {"Connect Timeout=% isn't a number of seconds.",
+     "مقدار %1 براي \u2066Connect Timeout\u2069 پذيرفته نيست."},
     {"No ODBC driver for SQL Server is installed.",
      "راه انداز \u2066ODBC\u2069 براي \u2066SQL Server\u2069 نصب نشده است."},
     {"The server doesn't answer any more.", "سرور ديگر پاسخ نمي دهد."},
@@ -52,6 +57,9 @@ constexpr KnownReason kReasons[] = {
     {"Operation was cancelled", "اجرا لغو شد."},
     {"Operation was cancelled.", "اجرا لغو شد."},
     {"interrupted", "اجرا لغو شد."},
+    {"The result has more than % rows.", "نتيجه بيش از %1 سطر دارد. گزارش را محدودتر كنيد."},
+    {"The result takes more than % megabytes of memory.",
+     "نتيجه بيش از %1 مگابايت حافظه مي گيرد. گزارش را محدودتر كنيد."},
     // statements
     {"Invalid object name '%'", "جدول يا نماي %1 وجود ندارد"},
     {"Invalid object name: %", "جدول يا نماي %1 وجود ندارد."},
@@ -122,6 +130,7 @@ constexpr KnownReason kReasons[] = {
     {"%: No such file or directory", "%1: فايل پيدا نشد."},
     {"%: Permission denied", "%1: اجازه دسترسي نيست."},
     {"%: No space left on device", "%1: جاي خالي نمانده است."},
+    {"%: Resource temporarily unavailable", "%1: در اختيار برنامه ديگري است."},
     {"%: Is a directory", "%1: پوشه است."},
 };
 

@@ -186,9 +186,9 @@ std::vector<ResultSetPtr> RunScript(DatabaseConnection& connection, std::string_
   try {
     for (const ScriptBatch& batch : batches) collector.Run(connection, batch);
     connection.Execute("COMMIT TRANSACTION", options);
-  } catch (const Error& error) {
-    IgnoreErrors([&] { connection.Execute("ROLLBACK TRANSACTION", options); });
-    throw Error(error.Number(), error.Description());
+  } catch (const std::exception&) {
+    IgnoreAllErrors([&] { connection.Execute("ROLLBACK TRANSACTION", options); });
+    throw;
   }
   return collector.Take();
 }

@@ -72,7 +72,7 @@ char* TextPool::Room(std::size_t bytes, std::uint32_t& place) {
   if (used_ + bytes > kBlock) {
     constexpr std::size_t kMostBlocks = (std::size_t{1} << (32 - kBlockBits)) - 1;
     if (blocks_.size() >= kMostBlocks || bytes > UINT32_MAX) {
-      throw Error(ErrorNumber::kOutOfMemory, "حافظه کافي نيست.");
+      throw Error(ErrorNumber::kOutOfMemory, "حافظه كافي نيست.");
     }
     const std::size_t size = std::max(bytes, kBlock);
     blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));

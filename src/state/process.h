@@ -44,13 +44,16 @@ struct Services {
   std::shared_ptr<TemporaryFiles> temporary_files = {};
   std::shared_ptr<AttachmentManager> attachments = {};
   std::shared_ptr<AccessFile> access_file = {};
+  ResultLimits limits = {};  // of each query
 };
 
 // The process-wide state: made once by a host and handed to its controls. Two of them are two
 // worlds that know nothing of each other.
 struct Process {
   explicit Process(Services with)
-      : services(std::move(with)), data(services.providers), watch(*services.windows) {
+      : services(std::move(with)),
+        data(services.providers, services.limits),
+        watch(*services.windows) {
     data.SetWatch(&watch);
   }
   // A process for a window of its own: the same parts of the world outside, nothing else shared but

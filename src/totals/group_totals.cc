@@ -160,7 +160,7 @@ std::vector<std::string> Prepare(Grid& grid, GroupTotals& totals) {
   const std::vector<std::string> sum = TakeSumRowsOut(grid);
   try {
     if (grid.Rows() > 1) totals.SortRows();
-  } catch (const Error&) {
+  } catch (const std::exception&) {
     if (!sum.empty()) PutSumRowLast(grid, sum);
     throw;
   }

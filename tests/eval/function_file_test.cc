@@ -53,6 +53,22 @@ TEST_F(FunctionFileTest, EachChangeIsWritten) {
   EXPECT_EQ(File(), kFirst + "\"@SQ\",\"X^2\"\r\n");
 }
 
+TEST_F(FunctionFileTest, TwoProgramsKeepEachOthersChanges) {
+  File() = kFirst + "\"@A\",\"X\"\r\n\"@B\",\"X\"\r\n\"@C\",\"X\"\r\n";
+  {
+    EvaluationClass one(Options());
+    EvaluationClass other(Options());
+    one.NuevaFuncion("one", "x+1");
+    other.NuevaFuncion("other", "x+2");
+    one.RemFuncion("@a");
+    other.ModiFuncion("@b", "x*9");
+    EXPECT_EQ(Read(), "@B=X*9 @C=X @ONE=X+1 @OTHER=X+2 ");
+    EXPECT_EQ(one.CuentaFuncion(), 3);  // of its own
+  }
+  // Neither end brings back what the other one had changed.
+  EXPECT_EQ(Read(), "@B=X*9 @C=X @ONE=X+1 @OTHER=X+2 ");
+}
+
 TEST_F(FunctionFileTest, ReadsWhatIsWhole) {
   const struct {
     std::string file;

@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <thread>
 
 #include "adapters/system/file_settings.h"
 #include "platform/memory_files.h"
@@ -113,6 +116,68 @@ TEST_F(SystemFilesTest, KeepsPermissionsAndFollowsALink) {
   EXPECT_TRUE(fs::is_symlink(At("link")));
   EXPECT_EQ(files_.Read(At("real")), "new");
   EXPECT_EQ(fs::status(At("real")).permissions(), fs::perms(0640));
+}
+
+TEST_F(SystemFilesTest, WhatIsNewIsForItsOwnerAlone) {
+  const auto mode = [&](const char* name) {
+    return fs::status(At(name)).permissions() & fs::perms::all;
+  };
+  const mode_t mask = ::umask(0);
+  files_.MakeFoldersFor(At("a/b/file"));
+  files_.Write(At("a/b/file"), "x");
+  const auto out = files_.Create(At("export.csv"));
+  EXPECT_EQ(fs::status(fs::directory_iterator(folder_)->path()).permissions() & fs::perms(077),
+            fs::perms::none);
+  out->Commit();
+  ::umask(mask);
+  EXPECT_EQ(mode("a"), fs::perms(0700));
+  EXPECT_EQ(mode("a/b"), fs::perms(0700));
+  EXPECT_EQ(mode("a/b/file"), fs::perms(0600));
+  EXPECT_EQ(mode("export.csv"), fs::perms(0600));
+  ASSERT_EQ(::chmod(At("export.csv").c_str(), 0644), 0);
+  files_.Create(At("export.csv"))->Commit();
+  EXPECT_EQ(mode("export.csv"), fs::perms(0644));
+}
+
+// Leaves off in the midst of a file, as a program that is killed.
+void LeaveHalfAFile(const std::string& path) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const auto out = SystemFiles().Create(path);
+    out->Write("half");
+    ::_exit(0);
+  }
+  ::waitpid(child, nullptr, 0);
+}
+
+TEST_F(SystemFilesTest, SweepsWhatAKilledProgramLeft) {
+  files_.Write(At("a"), "old");
+  LeaveHalfAFile(At("a"));
+  LeaveHalfAFile(At("other"));
+  const auto written = files_.Create(At("a"));
+  EXPECT_EQ(FilesInFolder(), 3U);  // a, its new one, and what is left of the other
+  std::ofstream(At("a.1-0.tmp"));  // of a program that runs
+  std::ofstream(At("a.999999999-0.tmp.txt"));
+  std::ofstream(At("a.x-0.tmp"));
+  files_.Write(At("a"), "new");
+  EXPECT_EQ(FilesInFolder(), 6U);
+  written->Commit();
+  files_.Write(At("other"), "x");
+  EXPECT_EQ(FilesInFolder(), 5U);
+}
+
+TEST_F(SystemFilesTest, ALockKeepsOthersOut) {
+  constexpr int kTimes = 200;
+  const auto add = [&](const std::string& key) {
+    FileSettings settings(std::make_shared<SystemFiles>(), At("settings.conf"));
+    for (int i = 0; i < kTimes; ++i) settings.Save(key, std::to_string(i), "x");
+  };
+  std::thread other([&] { add("other"); });
+  add("one");
+  other.join();
+  const text::Sections sections = text::ParseKeyValues(files_.Read(At("settings.conf")));
+  EXPECT_EQ(sections.at("one").size(), 200U);
+  EXPECT_EQ(sections.at("other").size(), 200U);
 }
 
 TEST_F(SystemFilesTest, WritesSettingsAtOnceForTheirOwnerAlone) {

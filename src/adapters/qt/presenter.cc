@@ -11,6 +11,7 @@
 #include "adapters/qt/field_names.h"
 #include "adapters/qt/key_codes.h"
 #include "adapters/qt/view_registry.h"
+#include "platform/attempt.h"
 #include "widgets/basic_controls.h"
 #include "widgets/form.h"
 
@@ -100,11 +101,9 @@ void Presenter::SyncLater() {
 void Presenter::Feed(const std::function<void()>& event) {
   if (Locked()) return;
   const BusyScreen::Errand errand(screen_.get());
-  try {
-    event();
-  } catch (const Error& error) {
-    if (on_failure) on_failure(ToQt(error.Description()));
-  }
+  // Nothing may go through the toolkit's own frames.
+  const auto error = Attempt(event);
+  if (error && on_failure) on_failure(ToQt(error->Description()));
 }
 
 bool Presenter::KeyDown(Control& control, const QKeyEvent& event) {

@@ -1,12 +1,18 @@
 #include "adapters/sqlite/connection.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "adapters/sqlite/describe.h"
+#include "adapters/sqlite/file_place.h"
 #include "adapters/sqlite/functions.h"
 #include "adapters/sqlite/handle.h"
 #include "adapters/sqlite/parser.h"
@@ -33,27 +39,109 @@ int FlagsOf(OpenMode mode) {
   return SQLITE_OPEN_READWRITE;
 }
 
+// True if a read failed for what a program left that ended while it wrote: the file is whole again
+// only when somebody who may write has opened it.
+bool WantsWriter(sqlite3* db) {
+  const int code = db == nullptr ? SQLITE_OK : sqlite3_extended_errcode(db);
+  return code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY ||
+         code == SQLITE_READONLY_CANTINIT;
+}
+
+[[noreturn]] void ThrowUnfinished(const std::string& path) {
+  throw Error(ErrorNumber::kConnection,
+              "Cannot open the database '" + path +
+                  "': a program ended while it wrote, and only who may write the file can put it "
+                  "right.");
+}
+
+// A file that isn't there yet, for its user alone; SQLite itself would let others read it. What
+// can't be made is told by the opening.
+void MakePrivate(const std::string& path) {
+  if (path == ":memory:") return;
+  const int made = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (made >= 0) ::close(made);
+}
+
+// The file's URI for one that can't change: SQLite then needs no files beside it.
+std::string FixedFile(const std::string& path) {
+  std::string uri = "file:";
+  for (const char c : path) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '%' || c == '?' || c == '#') {
+      (uri += '%').append(1, kDigits[byte >> 4U]).append(1, kDigits[byte & 15U]);
+    } else {
+      uri += c;
+    }
+  }
+  return uri + "?immutable=1";
+}
+
+// A file that can't change would be read without what still stands in these.
+void RefuseUnfinished(const std::string& path) {
+  for (const char* const ending : {"-wal", "-journal"}) {
+    std::error_code none;
+    const std::uintmax_t size = std::filesystem::file_size(path + ending, none);
+    if (!none && size > 0) ThrowUnfinished(path);
+  }
+}
+
+// Takes back, or to its end, what such a program left.
+void PutRight(const std::string& path) {
+  constexpr int kPatience = 30000;  // milliseconds
+  sqlite3* db = nullptr;
+  int code = sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr);
+  if (code == SQLITE_OK) code = sqlite3_busy_timeout(db, kPatience);
+  if (code == SQLITE_OK) {
+    code = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+  }
+  sqlite3_close(db);
+  if (code != SQLITE_OK) ThrowUnfinished(path);
+}
+
 }  // namespace
 
-Connection::Connection(const std::string& path, OpenMode mode) {
+Connection::Connection(const std::string& path, OpenMode mode, std::chrono::seconds patience)
+    : patience_(patience) {
+  try {
+    Open(path, mode);
+  } catch (const Error& error) {
+    if (mode != OpenMode::kReadOnly || !WantsWriter(db_.get())) throw Error(error);
+    PutRight(path);
+    Open(path, mode);
+  }
+}
+
+void Connection::Open(const std::string& path, OpenMode mode) {
+  runner_.reset();
+  schema_.reset();
   sqlite3* db = nullptr;
+  if (mode == OpenMode::kCreate) MakePrivate(path);
+  const bool fixed = mode == OpenMode::kReadOnly && IsOnReadOnlyDisk(path);
+  if (fixed) RefuseUnfinished(path);
   const int code = sqlite3_open_v2(
-      path.c_str(), &db, FlagsOf(mode) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+      fixed ? FixedFile(path).c_str() : path.c_str(), &db,
+      FlagsOf(mode) | (fixed ? SQLITE_OPEN_URI : 0) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE,
+      nullptr);
   db_.reset(db);
   if (code != SQLITE_OK) {
-    throw Error(ErrorNumber::kConnection,
+    throw Error(code == SQLITE_NOMEM ? ErrorNumber::kOutOfMemory : ErrorNumber::kConnection,
                 "Cannot open the database '" + path +
                     "': " + (db == nullptr ? "out of memory" : sqlite3_errmsg(db)) + ".");
   }
   try {
     SetUp(path, mode);
   } catch (const Error& error) {
-    throw Error(ErrorNumber::kConnection,
-                "Cannot open the database '" + path + "': " + error.Description() + ".");
+    // Another one who holds the file may let it go.
+    if (error.Is(ErrorNumber::kOutOfMemory)) throw Error(error);
+    const bool busy = error.Is(ErrorNumber::kTimeout);
+    const std::string why = "Cannot open the database '" + path + "': " + error.Description() + ".";
+    throw Error(busy ? ErrorNumber::kTimeout : ErrorNumber::kConnection,
+                busy ? "Timeout expired: " + why : why);
   }
 }
 
-void Connection::SetUp(const std::string&, OpenMode mode) {
+void Connection::SetUp(const std::string& path, OpenMode mode) {
   sqlite3* db = db_.get();
   if (sqlite3_compileoption_used("UNTESTABLE") != 0) {
     throw Error(ErrorNumber::kConnection, "this build of SQLite can't switch off Bloom filters");
@@ -81,7 +169,7 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
   own("vk_object_id", 1, OnObjectId);
   own("vk_object_property", 2, OnObjectProperty);
   has_deadline_ = true;
-  deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  deadline_ = std::chrono::steady_clock::now() + patience_;
   Run(db, "PRAGMA foreign_keys = ON");
   Run(db, "PRAGMA cache_size = -32768");  // kibibytes: joins over an index halve their time by it
   schema_ = std::make_unique<Schema>(db);
@@ -92,6 +180,17 @@ void Connection::SetUp(const std::string&, OpenMode mode) {
     throw Error(ErrorNumber::kConnection, "it can't be written");
   }
   runner_ = std::make_unique<Runner>(db, *schema_);
+  wants_log_ = sqlite3_db_readonly(db, "main") == 0 && IsOnLocalDisk(path);
+}
+
+// Readers and a writer don't wait for each other where the file has a write-ahead log, which it
+// keeps from then on. One that is being read in another way just now gets it another time.
+void Connection::TakeLog() {
+  wants_log_ = false;
+  sqlite3* db = db_.get();
+  sqlite3_busy_handler(db, nullptr, nullptr);
+  sqlite3_exec(db, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+  sqlite3_busy_handler(db, OnBusy, this);
 }
 
 bool Connection::MustStop() {
@@ -116,15 +215,35 @@ bool Connection::MustStop() {
   return false;
 }
 
+// What a question throws can't go through SQLite's own frames: it ends the statement, and goes on
+// behind it.
+bool Connection::MustStopOrFailed() noexcept {
+  try {
+    return MustStop();
+  } catch (const std::exception&) {
+    failure_ = std::current_exception();
+    return true;
+  }
+}
+
 int Connection::OnProgress(void* self) {
-  return static_cast<Connection*>(self)->MustStop() ? 1 : 0;
+  return static_cast<Connection*>(self)->MustStopOrFailed() ? 1 : 0;
 }
 
 int Connection::OnBusy(void* self, int count) {
   auto* connection = static_cast<Connection*>(self);
-  if (connection->MustStop()) return 0;
+  if (connection->MustStopOrFailed()) return 0;
   std::this_thread::sleep_for(std::chrono::milliseconds(std::min(1 + count, 25)));
   return 1;
+}
+
+// The statement fails with what its function threw.
+void Connection::FailCall(sqlite3_context* context, const std::exception& error) noexcept {
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
+    sqlite3_result_error_nomem(context);
+  } else {
+    sqlite3_result_error(context, error.what(), -1);
+  }
 }
 
 void Connection::OnCall(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -136,19 +255,27 @@ void Connection::OnCall(sqlite3_context* context, int count, sqlite3_value** val
     ResultCell(context,
                connection->runner_->Call(std::string(TextOf(values[0])), std::move(arguments)));
   } catch (const std::exception& error) {
-    sqlite3_result_error(context, error.what(), -1);
+    FailCall(context, error);
   }
 }
 
 void Connection::OnVariable(sqlite3_context* context, int, sqlite3_value** values) {
   auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
-  ResultCell(context, connection->runner_->Current(std::string(TextOf(values[0]))));
+  try {
+    ResultCell(context, connection->runner_->Current(std::string(TextOf(values[0]))));
+  } catch (const std::exception& error) {
+    FailCall(context, error);
+  }
 }
 
 void Connection::OnAssign(sqlite3_context* context, int, sqlite3_value** values) {
   auto* connection = static_cast<Connection*>(sqlite3_user_data(context));
-  connection->runner_->Assign(std::string(TextOf(values[0])), CellOf(values[1]));
-  sqlite3_result_value(context, values[1]);
+  try {
+    connection->runner_->Assign(std::string(TextOf(values[0])), CellOf(values[1]));
+    sqlite3_result_value(context, values[1]);
+  } catch (const std::exception& error) {
+    FailCall(context, error);
+  }
 }
 
 void Connection::OnObjectId(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -166,7 +293,7 @@ void Connection::OnObjectId(sqlite3_context* context, int count, sqlite3_value**
     const bool found = schema.FindTable(name) != nullptr || schema.FindModule(name) != nullptr;
     found ? sqlite3_result_int(context, ObjectId(name)) : sqlite3_result_null(context);
   } catch (const std::exception& error) {
-    sqlite3_result_error(context, error.what(), -1);
+    FailCall(context, error);
   }
 }
 
@@ -193,7 +320,7 @@ void Connection::OnObjectProperty(sqlite3_context* context, int count, sqlite3_v
     }
     sqlite3_result_null(context);
   } catch (const std::exception& error) {
-    sqlite3_result_error(context, error.what(), -1);
+    FailCall(context, error);
   }
 }
 
@@ -216,6 +343,9 @@ std::shared_ptr<Batch> Connection::Parse(std::string_view text, int first_line) 
 }
 
 void Connection::Rethrow(const Error& error) {
+  if (failure_) {
+    ErrorOfMemory([this] { std::rethrow_exception(std::exchange(failure_, nullptr)); });
+  }
   if (stop_ == Stop::kTimeout || (error.Is(ErrorNumber::kTimeout) && stop_ != Stop::kCancelled)) {
     throw Error(ErrorNumber::kTimeout, error.Is(ErrorNumber::kTimeout)
                                            ? "Timeout expired: " + error.Description() + "."
@@ -243,6 +373,7 @@ auto Connection::Within(const ExecuteOptions& options, const Work& work) {
   } const guard(*this);
   cancelled_ = false;
   stop_ = Stop::kNone;
+  failure_ = nullptr;
   rows_ = 0;
   options_ = &options;
   has_deadline_ = options.timeout_seconds > 0;
@@ -250,8 +381,10 @@ auto Connection::Within(const ExecuteOptions& options, const Work& work) {
   deadline_ = now + std::chrono::seconds(options.timeout_seconds);
   next_question_ = now;
   try {
-    schema_->Refresh();
-    return work();
+    return ErrorOfMemory([&] {
+      schema_->Refresh();
+      return work();
+    });
   } catch (const Error& error) {
     Rethrow(error);
   }
@@ -260,6 +393,9 @@ auto Connection::Within(const ExecuteOptions& options, const Work& work) {
 ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& options) {
   return Within(options, [&] {
     const std::shared_ptr<Batch> batch = Parse(text, options.script_line);
+    if (wants_log_ && sqlite3_get_autocommit(db_.get()) != 0 && !OnlyReads(batch->statements)) {
+      TakeLog();
+    }
     ResultSetPtr result =
         runner_->Run(*batch, options, [this](std::size_t rows) { AskProgress(rows); });
     // Who takes a big result needs the memory more than the pages that it was read from.

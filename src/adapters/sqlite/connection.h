@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,8 +22,8 @@ enum class OpenMode { kReadWrite, kReadOnly, kCreate };
 // A connection to one file.
 class Connection : public DatabaseConnection {
  public:
-  // Throws Error(kConnection), naming the file.
-  Connection(const std::string& path, OpenMode mode);
+  // Throws Error, naming the file: kTimeout if another one holds it, else kConnection.
+  Connection(const std::string& path, OpenMode mode, std::chrono::seconds patience);
   ~Connection() override = default;
 
   ResultSetPtr Execute(std::string_view text, const ExecuteOptions& options) override;
@@ -44,8 +45,12 @@ class Connection : public DatabaseConnection {
   static void OnAssign(sqlite3_context* context, int count, sqlite3_value** values);
   static void OnObjectProperty(sqlite3_context* context, int count, sqlite3_value** values);
   static void OnObjectId(sqlite3_context* context, int count, sqlite3_value** values);
+  void Open(const std::string& path, OpenMode mode);
   void SetUp(const std::string& path, OpenMode mode);
+  void TakeLog();
   bool MustStop();
+  bool MustStopOrFailed() noexcept;
+  static void FailCall(sqlite3_context* context, const std::exception& error) noexcept;
   void AskProgress(std::size_t rows);
   // Does a piece of work on the schema and the database within the time.
   template <typename Work>
@@ -61,12 +66,15 @@ class Connection : public DatabaseConnection {
   std::unique_ptr<Schema> schema_;
   std::unordered_map<std::string, std::shared_ptr<Batch>> batches_;
   std::unique_ptr<Runner> runner_;
+  bool wants_log_ = false;  // before the first text that writes
 
   // Of the text that runs now.
   std::atomic<bool> cancelled_{false};
   bool executing_ = false;
   Stop stop_ = Stop::kNone;
+  std::exception_ptr failure_;  // of a question that SQLite asked
   bool has_deadline_ = false;
+  std::chrono::seconds patience_;  // at the opening
   Time deadline_;
   Time next_question_;
   std::size_t rows_ = 0;

@@ -80,7 +80,7 @@ class Describer {
 
   ResultSetPtr WithoutRows(const std::vector<OutputColumn>& columns) {
     const PreparedPtr none = Prepare(db_, "SELECT 1 WHERE 0");
-    return ReadRows(db_, none.get(), columns, [](std::size_t) {});
+    return ReadRows(db_, none.get(), columns, [](const ResultSet&) {});
   }
 
   bool Declare(const Statement& statement) {

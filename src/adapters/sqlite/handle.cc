@@ -34,6 +34,8 @@ long NumberOfCode(int code, std::string_view message) {
       return static_cast<long>(ErrorNumber::kTimeout);
     case SQLITE_INTERRUPT:
       return static_cast<long>(ErrorNumber::kCancelled);
+    case SQLITE_NOMEM:
+      return static_cast<long>(ErrorNumber::kOutOfMemory);
     case SQLITE_CONSTRAINT:
       return kIntegrityViolation;
     case SQLITE_NOTADB:
@@ -42,7 +44,6 @@ long NumberOfCode(int code, std::string_view message) {
     case SQLITE_IOERR:
     case SQLITE_FULL:
     case SQLITE_PERM:
-    case SQLITE_NOMEM:
       return static_cast<long>(ErrorNumber::kConnection);
     default:
       return NumberOf(message);
@@ -98,8 +99,8 @@ AllOrNothing::AllOrNothing(sqlite3* db, bool writes)
 
 AllOrNothing::~AllOrNothing() {
   if (kept_) return;
-  IgnoreErrors([&] { Run(db_, whole_ ? "ROLLBACK" : "ROLLBACK TO piece"); });
-  if (!whole_) IgnoreErrors([&] { Run(db_, "RELEASE piece"); });
+  IgnoreAllErrors([&] { Run(db_, whole_ ? "ROLLBACK" : "ROLLBACK TO piece"); });
+  if (!whole_) IgnoreAllErrors([&] { Run(db_, "RELEASE piece"); });
 }
 
 void AllOrNothing::Keep() {
@@ -114,8 +115,9 @@ std::string ColumnText(sqlite3_stmt* statement, int column) {
 }
 
 void BindText(sqlite3_stmt* statement, int index, std::string_view text) {
-  sqlite3_bind_text64(statement, index, text.data() == nullptr ? "" : text.data(), text.size(),
-                      SQLITE_TRANSIENT, SQLITE_UTF8);
+  const int code = sqlite3_bind_text64(statement, index, text.data() == nullptr ? "" : text.data(),
+                                       text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+  if (code != SQLITE_OK) ThrowDatabaseError(sqlite3_db_handle(statement), code);
 }
 
 }  // namespace vorek::sqlite

@@ -4,8 +4,11 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
+
+#include "vorek/error.h"
 
 // SQLite's handles with an owner, and its errors as the system's Error.
 namespace vorek::sqlite {
@@ -26,6 +29,16 @@ PreparedPtr Prepare(sqlite3* db, std::string_view sql);
 bool Step(sqlite3* db, sqlite3_stmt* statement);
 // Prepares, runs to the end and lets go.
 void Run(sqlite3* db, std::string_view sql);
+// Runs a part of the work; what it can't get memory for ends as the Error that it stands for, so
+// that all who put something back behind an Error do.
+template <typename Part>
+auto ErrorOfMemory(const Part& part) {
+  try {
+    return part();
+  } catch (const std::bad_alloc&) {
+    throw Error(ErrorNumber::kOutOfMemory, "Out of memory");
+  }
+}
 // A piece of work that stays as a whole or not at all, within a transaction or without one. Rolled
 // back unless it is kept.
 class AllOrNothing {
@@ -47,6 +60,7 @@ class AllOrNothing {
 
 // The text of a row's column; "" for NULL.
 std::string ColumnText(sqlite3_stmt* statement, int column);
+// Throws Error(kOutOfMemory), so that no NULL is bound for a text.
 void BindText(sqlite3_stmt* statement, int index, std::string_view text);
 
 }  // namespace vorek::sqlite

@@ -1,3 +1,5 @@
+#include <charconv>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -26,6 +28,16 @@ sqlite::OpenMode ModeOf(const std::string& word) {
               "Mode=" + word + " isn't one of ReadWrite, ReadOnly and Create.");
 }
 
+// Seconds that the opening waits for a file which another one holds.
+std::chrono::seconds PatienceOf(const std::string& word) {
+  if (word.empty()) return std::chrono::seconds(30);
+  int seconds = 0;
+  const auto read = std::from_chars(word.data(), word.data() + word.size(), seconds);
+  const bool whole = read.ec == std::errc() && read.ptr == word.data() + word.size();
+  if (whole && seconds > 0) return std::chrono::seconds(seconds);
+  throw Error(ErrorNumber::kConnection, "Connect Timeout=" + word + " isn't a number of seconds.");
+}
+
 class Provider : public DatabaseProvider {
  public:
   bool Answers(std::string_view provider_name) const override {
@@ -46,7 +58,8 @@ class Provider : public DatabaseProvider {
       throw Error(ErrorNumber::kConnection,
                   "Cannot open the database '" + path + "': the file doesn't exist.");
     }
-    return std::make_unique<sqlite::Connection>(path, mode);
+    return std::make_unique<sqlite::Connection>(
+        path, mode, PatienceOf(ConnectionValue(pieces, {"Connect Timeout"})));
   }
 };
 

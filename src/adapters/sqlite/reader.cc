@@ -47,14 +47,17 @@ Limits LimitsOf(const Type& type) {
 // Reads one column of the rows, for the life of a statement.
 class ColumnReader {
  public:
-  ColumnReader(sqlite3_stmt* statement, int index, const Type& type, ResultColumn& column)
+  // taken grows by the bytes of the texts that are read.
+  ColumnReader(sqlite3_stmt* statement, int index, const Type& type, ResultColumn& column,
+               std::size_t& taken)
       : statement_(statement),
         index_(index),
         type_(type),
         limits_(LimitsOf(type)),
         storage_(column.Kind()),
         moment_(type.IsDate() && type.kind != TypeKind::kDate),
-        column_(column) {}
+        column_(column),
+        taken_(taken) {}
 
   void Read() {
     sqlite3_value* const value = sqlite3_column_value(statement_, index_);
@@ -84,6 +87,7 @@ class ColumnReader {
     std::string_view s(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
     if (moment_ && s.size() > 4 && s.substr(s.size() - 4) == ".000") s.remove_suffix(4);
     column_.AppendText(s);
+    taken_ += s.size();
   }
 
   void ReadBytes(sqlite3_value* value) {
@@ -97,6 +101,7 @@ class ColumnReader {
       text += kDigits[bytes[i] & 15U];
     }
     column_.AppendText(text);
+    taken_ += text.size();
   }
 
   // A value that isn't what the column's type lets expect: a decimal beyond 63 bits, or what
@@ -125,28 +130,34 @@ class ColumnReader {
   Storage storage_;
   bool moment_;
   ResultColumn& column_;
+  std::size_t& taken_;
 };
 
 }  // namespace
 
 ResultSetPtr ReadRows(sqlite3* db, sqlite3_stmt* statement,
                       const std::vector<OutputColumn>& columns,
-                      const std::function<void(std::size_t)>& checkpoint) {
+                      const std::function<void(const ResultSet&)>& checkpoint) {
   auto result = std::make_shared<ResultSet>();
   result->columns.reserve(columns.size());
   std::vector<ColumnReader> readers;
   readers.reserve(columns.size());
+  std::size_t taken = 0;
   for (const OutputColumn& column : columns) {
     result->columns.emplace_back(column.name, AdoType(column.type), StorageOf(column.type),
                                  column.type.scale);
     readers.emplace_back(statement, static_cast<int>(readers.size()), column.type,
-                         result->columns.back());
+                         result->columns.back(), taken);
   }
   constexpr std::size_t kCheckRows = 4096;
+  constexpr std::size_t kCheckBytes = std::size_t{16} << 20U;
   while (Step(db, statement)) {
     for (ColumnReader& reader : readers) reader.Read();
-    if (++result->rows % kCheckRows == 0) checkpoint(result->rows);
+    if (++result->rows % kCheckRows != 0 && taken < kCheckBytes) continue;
+    taken = 0;
+    checkpoint(*result);
   }
+  checkpoint(*result);
   return result;
 }
 

@@ -12,11 +12,11 @@
 namespace vorek::sqlite {
 
 // Steps a statement to its end and keeps its rows, each column typed as its translation says.
-// checkpoint is called every few thousand rows with their count; it throws to stop. Throws Error
-// for a number that its type can't hold.
+// checkpoint is called every few thousand rows with them; it throws to stop. Throws Error for a
+// number that its type can't hold.
 ResultSetPtr ReadRows(sqlite3* db, sqlite3_stmt* statement,
                       const std::vector<OutputColumn>& columns,
-                      const std::function<void(std::size_t)>& checkpoint);
+                      const std::function<void(const ResultSet&)>& checkpoint);
 
 }  // namespace vorek::sqlite
 

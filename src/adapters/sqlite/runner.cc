@@ -8,6 +8,7 @@
 #include "adapters/sqlite/moment.h"
 #include "adapters/sqlite/parser.h"
 #include "adapters/sqlite/reader.h"
+#include "platform/result_limit.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 
@@ -42,7 +43,8 @@ const Select* IntoOf(const Query& query) {
   return select != nullptr && !select->into.Empty() ? select : nullptr;
 }
 
-// True for what surely changes nothing in the file.
+}  // namespace
+
 bool OnlyReads(const std::vector<StatementPtr>& statements) {
   return std::all_of(statements.begin(), statements.end(), [](const StatementPtr& statement) {
     switch (statement->kind) {
@@ -70,8 +72,6 @@ bool OnlyReads(const std::vector<StatementPtr>& statements) {
     }
   });
 }
-
-}  // namespace
 
 Runner::Runner(sqlite3* db, Schema& schema) : db_(db), schema_(schema) {}
 
@@ -105,7 +105,7 @@ ResultSetPtr Runner::Run(Batch& batch, const ExecuteOptions& options,
     frame_ = &frame;
     own_identity_ = frame.identity;
     if (schema_.CurrentSession().ends_transactions) Rollback();
-    IgnoreErrors([&] { DropVariables(frame); });
+    IgnoreAllErrors([&] { DropVariables(frame); });
     if (!pending_) throw Error(error.Number(), error.Description());
   }
   DropVariables(frame);
@@ -148,7 +148,7 @@ Runner::Flow Runner::RunAll(std::vector<StatementPtr>& statements, Frame& frame)
 Runner::Flow Runner::RunOne(Statement& statement, Frame& frame) {
   passing_ = false;
   try {
-    const Flow flow = RunFlow(statement, frame);
+    const Flow flow = ErrorOfMemory([&] { return RunFlow(statement, frame); });
     const bool holds_others =
         statement.kind == StatementKind::kIf || statement.kind == StatementKind::kWhile ||
         statement.kind == StatementKind::kBlock || statement.kind == StatementKind::kTry;
@@ -161,8 +161,9 @@ Runner::Flow Runner::RunOne(Statement& statement, Frame& frame) {
     if (!std::exchange(passing_, true)) failed_ = FailureOf(error, statement, frame);
     last_error_ = failed_.number;
     const bool ends_statement = raised_ ? !raised_->ends_batch : EndsStatementOnly(last_error_);
-    const bool goes_on = ends_statement && tries_ == 0 && functions_ == 0 && filling_.empty() &&
-                         !tell_lines_ && !schema_.CurrentSession().ends_transactions;
+    const bool goes_on = ends_statement && !error.Is(ErrorNumber::kOutOfMemory) && tries_ == 0 &&
+                         functions_ == 0 && filling_.empty() && !tell_lines_ &&
+                         !schema_.CurrentSession().ends_transactions;
     const std::string line = " (line " + std::to_string(LineOf(frame.source, statement.at)) + ")";
     const Error named(error.Number(), error.Description() + (outermost && !told ? line : ""));
     if (!goes_on) throw Error(named);
@@ -358,7 +359,11 @@ void Runner::RunQuery(Statement& statement, Frame& frame) {
   const Translation& translation = compiled.translation;
   if (translation.assigned.empty() && sink_ != nullptr) return TakeRows(compiled);
   if (translation.assigned.empty() && (collect_ || options_.more_rows) && functions_ == 0) {
-    ResultSetPtr rows = ReadRows(db_, compiled.prepared.get(), translation.columns, checkpoint_);
+    ResultSetPtr rows =
+        ReadRows(db_, compiled.prepared.get(), translation.columns, [this](const ResultSet& read) {
+          checkpoint_(read.rows);
+          RefuseBeyond(options_.limits, read);
+        });
     row_count_ = static_cast<std::int64_t>(rows->rows);
     if (!std::exchange(collect_, false)) return options_.more_rows(std::move(rows));
     result_ = std::move(rows);
@@ -401,7 +406,9 @@ void Runner::TakeRows(Compiled& compiled) {
       row.push_back(CellOf(compiled.prepared.get(), static_cast<int>(i)));
     }
     sink_->rows.push_back(std::move(row));
-    if (++row_count_ % 4096 == 0) checkpoint_(0);
+    if (++row_count_ % 4096 != 0) continue;
+    checkpoint_(0);
+    RefuseBeyond(options_.limits, sink_->rows.size());
   }
 }
 

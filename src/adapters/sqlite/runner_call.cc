@@ -229,7 +229,7 @@ void Runner::RunModule(std::vector<StatementPtr>& statements, Frame& frame) {
   try {
     RunAll(statements, frame);
   } catch (const Error& error) {
-    IgnoreErrors([&] { LeaveModule(frame); });
+    IgnoreAllErrors([&] { LeaveModule(frame); });
     throw Error(error.Number(), error.Description());
   }
   LeaveModule(frame);

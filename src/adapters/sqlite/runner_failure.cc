@@ -81,7 +81,8 @@ Runner::Flow Runner::RunTry(Statement& statement, Frame& frame) {
     tries_ = tries;
     // Neither the end of the time nor a text that names what isn't there is caught beside it.
     const bool ends = error.Is(ErrorNumber::kCancelled) || error.Is(ErrorNumber::kTimeout) ||
-                      error.Is(ErrorNumber::kConnection) || untranslated_ == &frame;
+                      error.Is(ErrorNumber::kConnection) || error.Is(ErrorNumber::kOutOfMemory) ||
+                      untranslated_ == &frame;
     if (ends) throw Error(error.Number(), error.Description());
     caught_.push_back(failed_);
     raised_.reset();

@@ -81,7 +81,7 @@ void Runner::RunFilling(const Filled& filled, Statement& definition, Frame& fram
     vorek::sqlite::Run(db_, "DELETE FROM " + rows);
     vorek::sqlite::Run(db_, "INSERT INTO " + rows + " SELECT * FROM temp." + QuoteName(from));
   } catch (const Error& error) {
-    IgnoreErrors([&] { LeaveModule(frame); });
+    IgnoreAllErrors([&] { LeaveModule(frame); });
     throw Error(error.Number(), error.Description());
   }
   LeaveModule(frame);

@@ -24,11 +24,12 @@ void FileSettings::Save(const std::string& section, const std::string& key,
 }
 
 void FileSettings::SaveAll(const text::Sections& changed) {
+  files_->MakeFoldersFor(path_);
+  const std::unique_ptr<FileLock> lock = files_->Lock(path_);
   text::Sections sections = Read();
   for (const auto& [section, values] : changed) {
     for (const auto& [key, value] : values) sections[section][key] = value;
   }
-  files_->MakeFoldersFor(path_);
   files_->WritePrivate(path_, text::FormatKeyValues(sections));
 }
 

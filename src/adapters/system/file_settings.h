@@ -13,7 +13,8 @@
 namespace vorek {
 
 // Settings in a text file that its owner alone may read. It is read at each question, so that
-// programs may share it, and written whole, beside the old one and by a rename.
+// programs may share it, and written whole, beside the old one and by a rename, under a lock that
+// keeps what others write at the same time.
 class FileSettings : public Settings {
  public:
   FileSettings(std::shared_ptr<Files> files, std::string path)

@@ -1,5 +1,5 @@
-#ifndef VOREK_ENGINE_ATTEMPT_H_
-#define VOREK_ENGINE_ATTEMPT_H_
+#ifndef VOREK_PLATFORM_ATTEMPT_H_
+#define VOREK_PLATFORM_ATTEMPT_H_
 
 #include <new>
 #include <optional>
@@ -17,7 +17,7 @@ std::optional<Error> Attempt(const Part& part) {
   } catch (const Error& error) {
     return error;
   } catch (const std::bad_alloc&) {
-    return Error(ErrorNumber::kOutOfMemory, "حافظه کافي نيست.");
+    return Error(ErrorNumber::kOutOfMemory, "حافظه كافي نيست.");
   } catch (const std::exception& error) {
     return Error(ErrorNumber::kInternal, error.what());
   }
@@ -32,4 +32,4 @@ void ForHost(const Member& member) {
 
 }  // namespace vorek
 
-#endif  // VOREK_ENGINE_ATTEMPT_H_
+#endif  // VOREK_PLATFORM_ATTEMPT_H_
