@@ -55,9 +55,10 @@ ResultSetPtr Connection::Execute(std::string_view text, const ExecuteOptions& op
   if (lost_) throw NoAnswer();
   const auto result = std::make_shared<ResultSetPtr>();
   const Worker::Progress progress = options.progress ? worker_.Ask() : nullptr;
-  Await([session = session_, statement = std::string(text), timeout = options.timeout_seconds,
-         progress, result] { *result = session->Execute(statement, timeout, progress); },
-        options.timeout_seconds, options.progress);
+  const auto run = [session = session_, statement = std::string(text),
+                    timeout = options.timeout_seconds, limits = options.limits, progress,
+                    result] { *result = session->Execute(statement, timeout, limits, progress); };
+  Await(run, options.timeout_seconds, options.progress);
   return *result;
 }
 

@@ -53,7 +53,7 @@ ResultSetPtr RowReader::Read(SQLSMALLINT columns, const OnBlock& on_block) {
     // An error behind the first rows of a block comes as information about those.
     if (code != SQL_SUCCESS) on_trouble_(code);
     AppendBlock(static_cast<std::size_t>(fetched_));
-    on_block(result_->rows);
+    on_block(*result_);
   }
   return std::move(result_);
 }

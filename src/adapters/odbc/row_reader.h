@@ -18,8 +18,8 @@ namespace vorek::odbc {
 // Reads the row set that stands open on a statement, block by block.
 class RowReader {
  public:
-  // Called after each block with the rows read so far; it throws to stop.
-  using OnBlock = std::function<void(std::size_t rows)>;
+  // Called after each block with what is read so far; it throws to stop.
+  using OnBlock = std::function<void(const ResultSet& read)>;
 
   // Throws what the statement says of its last call, unless that is mere information.
   using OnTrouble = std::function<void(SQLRETURN code)>;

@@ -8,6 +8,7 @@
 
 #include "adapters/odbc/diagnostics.h"
 #include "adapters/odbc/wide_text.h"
+#include "platform/result_limit.h"
 #include "text/utf8.h"
 
 namespace vorek::odbc {
@@ -187,27 +188,33 @@ ResultSetPtr Session::Describe(std::string_view text, int timeout_seconds) {
 }
 
 ResultSetPtr Session::Execute(std::string_view text, int timeout_seconds,
-                              const Progress& progress) {
+                              const ResultLimits& limits, const Progress& progress) {
   const Statement statement(handle_.Get());
   const Running running(*this, statement.Get(), timeout_seconds);
   const SQLRETURN code = ExecuteDirect(statement.Get(), text);
   if (code != SQL_NO_DATA) Check(code, statement.Get());
-  ResultSetPtr rows = ReadFirstRows(statement.Get(), progress);
+  ResultSetPtr rows = ReadFirstRows(statement.Get(), limits, progress);
   if (rows != nullptr) FinishRest(statement.Get());
   return rows;
 }
 
 // The first result that has columns; those of statements in front of it are passed over.
-ResultSetPtr Session::ReadFirstRows(SQLHANDLE statement, const Progress& progress) {
+ResultSetPtr Session::ReadFirstRows(SQLHANDLE statement, const ResultLimits& limits,
+                                    const Progress& progress) {
+  constexpr std::size_t kUnweighed = 64;  // rows between two looks at the memory
+  std::size_t weighed = 0;
   for (;;) {
     SQLSMALLINT columns = 0;
     SQLNumResultCols(statement, &columns);
     if (columns > 0) {
       RowReader reader(statement, traits_,
                        [this, statement](SQLRETURN code) { Check(code, statement); });
-      return reader.Read(columns, [this, &progress](std::size_t rows) {
-        if (progress && !progress(rows)) Cancel();
+      return reader.Read(columns, [&](const ResultSet& read) {
+        if (progress && !progress(read.rows)) Cancel();
         ThrowIfStopped();
+        if (read.rows < weighed + kUnweighed) return RefuseBeyond(limits, read.rows);
+        weighed = read.rows;
+        RefuseBeyond(limits, read);
       });
     }
     const SQLRETURN code = SQLMoreResults(statement);

@@ -17,6 +17,7 @@
 #include "adapters/odbc/handle.h"
 #include "adapters/odbc/row_reader.h"
 #include "adapters/odbc/watchdog.h"
+#include "vorek/database.h"
 #include "vorek/result_set.h"
 
 namespace vorek::odbc {
@@ -37,7 +38,8 @@ class Session {
   void Open(const ConnectionText& text);
 
   // As DatabaseConnection::Execute. progress may be empty.
-  ResultSetPtr Execute(std::string_view text, int timeout_seconds, const Progress& progress);
+  ResultSetPtr Execute(std::string_view text, int timeout_seconds, const ResultLimits& limits,
+                       const Progress& progress);
   // As DatabaseConnection::Describe.
   ResultSetPtr Describe(std::string_view text, int timeout_seconds);
 
@@ -69,7 +71,8 @@ class Session {
   bool IsOverdue() const;
   void Check(SQLRETURN code, SQLHANDLE statement) const;
   [[noreturn]] void Fail(SQLHANDLE statement) const;
-  ResultSetPtr ReadFirstRows(SQLHANDLE statement, const Progress& progress);
+  ResultSetPtr ReadFirstRows(SQLHANDLE statement, const ResultLimits& limits,
+                             const Progress& progress);
   void FinishRest(SQLHANDLE statement);
 
   std::shared_ptr<Environment> environment_;

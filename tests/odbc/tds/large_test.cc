@@ -73,5 +73,34 @@ TEST(LargeTest, ReadsAMillionRows) {
   EXPECT_LT(PeakMegabytes() - before, memory / (1024 * 1024) + 40);
 }
 
+// A query without an end is left where its limit is, and the connection goes on.
+TEST(LargeTest, IsRefusedBeyondTheLimits) {
+  Server server(InMemory());
+  server.Told().On("million", RowsAnswer({{"n", Kind::kInt, 4},
+                                          {"t", Kind::kNVarChar, 100},
+                                          {"m", Kind::kMoney, 8},
+                                          {"r", Kind::kFloat, 8}},
+                                         PutAMillion));
+  const auto connection = ConnectTo(StringFor(server));
+  for (const ResultLimits& limits :
+       {ResultLimits{5000, 0}, ResultLimits{0, std::size_t{1} << 20U}}) {
+    ExecuteOptions options;
+    options.limits = limits;
+    std::size_t rows = 0;
+    options.progress = [&rows](std::size_t read) {
+      rows = read;
+      return true;
+    };
+    try {
+      connection->Execute("million", options);
+      ADD_FAILURE() << limits.rows;
+    } catch (const Error& error) {
+      EXPECT_TRUE(error.Is(ErrorNumber::kOutOfMemory)) << error.Description();
+    }
+    EXPECT_LT(rows, 100'000U);
+    EXPECT_EQ(connection->Execute("select 7 as n", {})->columns[0].Scaled(0), 7);
+  }
+}
+
 }  // namespace
 }  // namespace vorek::tds
