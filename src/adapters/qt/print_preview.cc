@@ -190,6 +190,8 @@ PrintPreview::PrintPreview(std::shared_ptr<const print::Pages> document, const Q
   middle->addWidget(pages_, 1);
   layout->addLayout(middle, 1);
   pages_->on_moved = [this] { Told(); };
+  pages_->setAccessibleName("صفحه ها");
+  search_->setAccessibleName("جستجو در صفحه ها");
   new QShortcut(Qt::Key_Escape, this, [this] { close(); });
   new QShortcut(QKeySequence::Print, this, [this] { Print(); });
   new QShortcut(QKeySequence::Find, this, [this] { search_->setFocus(); });
@@ -273,6 +275,7 @@ void PrintPreview::SetUpFields() {
 QWidget* PrintPreview::MakeThumbnails() {
   thumbnails_->setUniformItemSizes(true);
   thumbnails_->setFixedWidth(150);
+  thumbnails_->setAccessibleName("نماي صفحه ها");
   connect(thumbnails_, &QListView::clicked, this, [this](const QModelIndex& index) {
     pages_->GoTo(static_cast<std::size_t>(index.row()));
   });
