@@ -161,7 +161,7 @@ void ByHand(benchmark::State& state, const Query& query) {
       }
       columns.push_back({column.Name(), type, true, false});
     }
-    benchmark::DoNotOptimize(sqlite::ReadRows(db, statement.get(), columns, [](std::size_t) {}));
+    benchmark::DoNotOptimize(sqlite::ReadRows(db, statement.get(), columns, [](const vorek::ResultSet&) {}));
   }
 }
 

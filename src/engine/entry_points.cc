@@ -99,8 +99,14 @@ void ViewRepotRelations(ReportControl& control, std::int32_t id,
   AskSwitch(process);
   const bool filled = !text::Contains(query, "@");
   if (filled) state.QueryText = query;
+  process.data.ForgetInterruption();
   const bool confirmed = NewDialog(control, parameter_string).View(id, query);
-  if (confirmed || filled) control.Refresh(false, "", "");
+  if (confirmed || filled) {
+    control.Refresh(false, "", "");
+  } else if (const auto lost = process.data.Interruption()) {
+    // A dialog that couldn't be made asks nothing.
+    throw Error(*lost);
+  }
 }
 
 void ViewReportWithoutParameters(ReportControl& control, std::int32_t called,

@@ -35,7 +35,8 @@ std::string TimeOfDay(const DateTime& now) {
 // database without transactions goes without.
 class Staged {
  public:
-  explicit Staged(Recordset& slot) : slot_(slot) {
+  Staged(DataSession& data, Recordset& slot) : data_(data), slot_(slot) {
+    data_.ForgetInterruption();
     open_ = IgnoreErrors([&] { OpenSlot(slot_, "Begin Transaction"); });
   }
   ~Staged() {
@@ -46,13 +47,15 @@ class Staged {
     if (!std::exchange(open_, false)) return;
     if (const auto error = Attempt([this] { OpenSlot(slot_, "Commit Transaction"); })) {
       IgnoreAllErrors([this] { OpenSlot(slot_, "Rollback Transaction"); });
-      throw Error(*error);
+      // A connection that was lost on the way took its transaction along.
+      throw Error(data_.Interruption().value_or(*error));
     }
   }
   Staged(const Staged&) = delete;
   Staged& operator=(const Staged&) = delete;
 
  private:
+  DataSession& data_;
   Recordset& slot_;
   bool open_;
 };
@@ -66,7 +69,7 @@ class Staging {
         slot_(report.process.dten().rssqlGeneral1) {}
 
   void Run() {
-    Staged staged(slot_);
+    Staged staged(report_.process.data, slot_);
     OpenSlot(slot_, std::string("Delete ") + kRowTable + " Where UserID=" + User());
     StageHeader();
     StageRows();

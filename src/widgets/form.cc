@@ -18,10 +18,16 @@ void Form::Activate() {
   if (on_activate) on_activate();
 }
 
+// One that fails has loaded nothing: the next one begins anew.
 void Form::Load() {
   if (loaded_) return;
   loaded_ = true;
-  if (on_load) on_load();
+  try {
+    if (on_load) on_load();
+  } catch (...) {
+    loaded_ = false;
+    throw;
+  }
 }
 
 void Form::ShowModal() {

@@ -8,6 +8,7 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "faults/failing_memory.h"
@@ -77,6 +78,19 @@ class FaultLoop {
     const Outcome outcome = Run(arm, [&] { fired = disarm(); });
     const std::string where = operation_.name + ", " + fault + ": ";
     if (fired) Judge(where, number, outcome);
+    ExpectGoesOn(where);
+  }
+
+  // With rows that are other ones than before: what is made of them is told or shown, and nothing
+  // of it is left for the next run.
+  template <typename Arm, typename Disarm>
+  void WithOtherRows(const std::string& fault, const Arm& arm, const Disarm& disarm) {
+    Start();
+    Run(arm, disarm);
+    ExpectGoesOn(operation_.name + ", " + fault + ": ");
+  }
+
+  void ExpectGoesOn(const std::string& where) {
     if (!operation_.goes_on) Start();
     const Outcome again = Run([] {}, [] {});
     EXPECT_FALSE(again.thrown) << where << "later " << again.thrown->Description();
@@ -291,6 +305,23 @@ TEST_P(EachOperation, LivesThroughAFailingDatabase) {
             database.Disarm();
             return fired;
           });
+    }
+  }
+}
+
+TEST_P(EachOperation, LivesThroughOtherColumns) {
+  using Fault = FaultyDatabase::Fault;
+  FaultLoop loop(GetParam());
+  FaultyDatabase& database = *loop.On().database;
+  const int count =
+      loop.Counted([&] { database.Arm(Fault::kFewColumns, 0); }, [&] { return database.Disarm(); });
+  for (const auto& [fault, name] : {std::pair(Fault::kFewColumns, " with a column less"),
+                                    std::pair(Fault::kOtherType, " with texts alone")}) {
+    for (const std::size_t number : Spread(NumbersTo(count), MostFaults() / GetParam().share / 2)) {
+      loop.WithOtherRows(
+          "statement " + std::to_string(number) + name,
+          [&, wanted = fault] { database.Arm(wanted, static_cast<int>(number)); },
+          [&] { database.Disarm(); });
     }
   }
 }

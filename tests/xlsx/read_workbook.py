@@ -38,7 +38,7 @@ def main(path):
                   "at", chart.anchor._from.col + 1, chart.anchor._from.row + 1)
             for axis in (chart.x_axis, chart.y_axis) if hasattr(chart, "x_axis") else ():
                 print("axis", type(axis).__name__, axis.scaling.orientation,
-                      axis.numFmt.formatCode)
+                      axis.numFmt.formatCode if axis.numFmt else "")
             for series in chart.series:
                 print("series", place_of(series.tx), place_of(series.cat), place_of(series.val))
         lock = sheet.protection
