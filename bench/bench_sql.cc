@@ -161,7 +161,8 @@ void ByHand(benchmark::State& state, const Query& query) {
       }
       columns.push_back({column.Name(), type, true, false});
     }
-    benchmark::DoNotOptimize(sqlite::ReadRows(db, statement.get(), columns, [](const vorek::ResultSet&) {}));
+    benchmark::DoNotOptimize(
+        sqlite::ReadRows(db, statement.get(), columns, [](const vorek::ResultSet&) {}));
   }
 }
 
