@@ -2,6 +2,7 @@
 #define VOREK_TESTS_FAULTS_OPERATIONS_H_
 
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,9 @@ struct Operation {
 };
 
 std::vector<Operation> Operations();
+
+// Failures tell an operation by its name.
+inline void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
 
 }  // namespace vorek
 

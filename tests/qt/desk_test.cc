@@ -136,6 +136,20 @@ TEST_F(DeskTest, KeepsFilesByTheirAbsolutePaths) {
   EXPECT_TRUE(desk::RecentList(settings).All().front().contains("Data Source=" + sample));
 }
 
+// By what the user wrote, and by what is kept of it for the next start.
+TEST_F(DeskTest, OpensAFileOfAnyName) {
+  for (const char* const name :
+       {"a;b.db", "it's.db", "x={y};z.db", "Password=1;.db", "فروش ۱.db"}) {
+    desk::Login login = Owner();
+    login.db = folder.filePath(name);
+    ASSERT_TRUE(QFile::copy(QString::fromStdString(SampleFile()), login.db));
+    ASSERT_TRUE(desk->Connect(login)) << name;
+    login.db = desk::RecentList(settings).All().front();
+    ASSERT_TRUE(desk->Connect(login)) << name;
+    EXPECT_NE(desk->OpenReport(201), nullptr) << name;
+  }
+}
+
 TEST_F(DeskTest, SearchesAnewAndSaysWhenNothingIsFound) {
   auto* const search = desk->findChild<QLineEdit*>("search");
   const auto* const nothing = desk->findChild<QLabel*>("nothingFound");
