@@ -22,44 +22,36 @@ struct FileClosed {
 
 }  // namespace
 
+void Archive::Discarded::operator()(struct zip* archive) const { zip_discard(archive); }
+
 Archive::Archive(std::string bytes, std::string name)
     : bytes_(std::move(bytes)), name_(std::move(name)) {
   zip_error_t error;
   zip_error_init(&error);
   zip_source_t* const source = zip_source_buffer_create(bytes_.data(), bytes_.size(), 0, &error);
-  if (source != nullptr) zip_ = zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error);
-  if (zip_ == nullptr && source != nullptr) {
-    // A consistent archive is asked for first; others write headers that differ in what we don't
-    // use.
-    zip_ = zip_open_from_source(source, ZIP_RDONLY, &error);
+  // A consistent archive is asked for first; others write headers that differ in what we don't use.
+  for (const int flags : {ZIP_RDONLY | ZIP_CHECKCONS, ZIP_RDONLY}) {
+    if (source != nullptr && zip_ == nullptr) {
+      zip_.reset(zip_open_from_source(source, flags, &error));
+    }
   }
-  if (zip_ == nullptr) {
-    if (source != nullptr) zip_source_free(source);
-    zip_error_fini(&error);
-    Refuse("باز نمي شود: فايل آسيب ديده است.");
-  }
+  if (zip_ == nullptr && source != nullptr) zip_source_free(source);
   zip_error_fini(&error);
-  try {
-    CheckSizes();
-  } catch (const Error&) {
-    zip_discard(zip_);
-    throw;
-  }
+  if (zip_ == nullptr) Refuse("باز نمي شود: فايل آسيب ديده است.");
+  CheckSizes();
 }
-
-Archive::~Archive() { zip_discard(zip_); }
 
 void Archive::Refuse(const std::string& reason) const {
   throw Error(ErrorNumber::kInvalidCall, "الگوي «" + name_ + "» " + reason);
 }
 
 void Archive::CheckSizes() {
-  const zip_int64_t count = zip_get_num_entries(zip_, 0);
+  const zip_int64_t count = zip_get_num_entries(zip_.get(), 0);
   if (count > kMostParts) Refuse("بيش از اندازه بزرگ است.");
   std::uint64_t whole = 0;
   for (zip_int64_t i = 0; i < count; ++i) {
     zip_stat_t stat;
-    if (zip_stat_index(zip_, static_cast<zip_uint64_t>(i), 0, &stat) != 0) continue;
+    if (zip_stat_index(zip_.get(), static_cast<zip_uint64_t>(i), 0, &stat) != 0) continue;
     whole += stat.size;
     const bool bomb =
         stat.size > kSmall && stat.size / std::max<std::uint64_t>(stat.comp_size, 1) > kMostGrowth;
@@ -70,7 +62,7 @@ void Archive::CheckSizes() {
 }
 
 std::int64_t Archive::Find(const std::string& part) const {
-  return zip_name_locate(zip_, part.c_str(), ZIP_FL_NOCASE);
+  return zip_name_locate(zip_.get(), part.c_str(), ZIP_FL_NOCASE);
 }
 
 bool Archive::Has(const std::string& part) const { return Find(part) >= 0; }
@@ -78,7 +70,7 @@ bool Archive::Has(const std::string& part) const { return Find(part) >= 0; }
 std::string Archive::ReadEntry(std::int64_t index, std::uint32_t flags, std::uint64_t size,
                                const std::string& part) const {
   const std::unique_ptr<zip_file_t, FileClosed> file(
-      zip_fopen_index(zip_, static_cast<zip_uint64_t>(index), flags));
+      zip_fopen_index(zip_.get(), static_cast<zip_uint64_t>(index), flags));
   std::string bytes(static_cast<std::size_t>(size), '\0');
   std::uint64_t got = 0;
   while (file != nullptr && got < size) {
@@ -96,7 +88,7 @@ std::string Archive::ReadEntry(std::int64_t index, std::uint32_t flags, std::uin
 std::string Archive::Read(const std::string& part) const {
   const std::int64_t index = Find(part);
   zip_stat_t stat;
-  if (index < 0 || zip_stat_index(zip_, static_cast<zip_uint64_t>(index), 0, &stat) != 0) {
+  if (index < 0 || zip_stat_index(zip_.get(), static_cast<zip_uint64_t>(index), 0, &stat) != 0) {
     Refuse("ناقص است: بخش " + part + " را ندارد.");
   }
   return ReadEntry(index, 0, stat.size, part);
@@ -105,7 +97,8 @@ std::string Archive::Read(const std::string& part) const {
 void Archive::CopyTo(ZipWriter& out, const std::string& part) const {
   const std::int64_t index = Find(part);
   zip_stat_t stat;
-  if (index < 0 || zip_stat_index(zip_, static_cast<zip_uint64_t>(index), 0, &stat) != 0) return;
+  if (index < 0 || zip_stat_index(zip_.get(), static_cast<zip_uint64_t>(index), 0, &stat) != 0)
+    return;
   out.AddPacked(part, stat.comp_method, stat.crc, stat.size,
                 ReadEntry(index, ZIP_FL_COMPRESSED, stat.comp_size, part));
 }

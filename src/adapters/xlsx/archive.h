@@ -19,9 +19,6 @@ class Archive {
   // Throws Error(kInvalidCall), in Persian, for what is no archive and for one beyond all measure:
   // of too many parts, or with parts that grow too large. The name stands in messages.
   Archive(std::string bytes, std::string name);
-  ~Archive();
-  Archive(const Archive&) = delete;
-  Archive& operator=(const Archive&) = delete;
 
   const std::vector<std::string>& Names() const { return names_; }
   bool Has(const std::string& part) const;
@@ -38,9 +35,13 @@ class Archive {
                         const std::string& part) const;
   void CheckSizes();
 
-  std::string bytes_;
+  struct Discarded {
+    void operator()(struct zip* archive) const;
+  };
+
+  std::string bytes_;  // read by zip_ as long as that lives
   std::string name_;
-  struct zip* zip_ = nullptr;
+  std::unique_ptr<struct zip, Discarded> zip_;
   std::vector<std::string> names_;
 };
 
