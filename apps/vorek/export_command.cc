@@ -105,11 +105,11 @@ void AddExportCommand(CLI::App& app) {
       ->check(CLI::IsMember({"xlsx", "csv", "tsv", "txt", "json", "html"}));
   command->add_option("--template", options->with_template,
                       "fill a workbook: a file, or the number of a template of the report");
-  command
-      ->add_option("--chart", options->chart,
-                   "add a chart to a new workbook: bars, stacked, lines or shares")
-      ->transform(CLI::CheckedTransformer(ChartKindsByName()));
-  command->add_flag("--turned", options->turned, "change the sides of a cross table's chart");
+  CLI::Option* const chart = command->add_option(
+      "--chart", options->chart, "add a chart to a new workbook: bars, stacked, lines or shares");
+  chart->transform(CLI::CheckedTransformer(ChartKindsByName()));
+  command->add_flag("--turned", options->turned, "change the sides of a cross table's chart")
+      ->needs(chart);
   command->add_option("--delimiter", options->delimiter,
                       "text behind each cell of .txt; ^t is a tab");
   command->add_flag("--no-header", options->no_header, "leave the header row out of a text file");

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "text/collation.h"
@@ -87,8 +88,10 @@ void Enter(sqlite3_context* context, int count, sqlite3_value** values) {
   if (MustStop(context, kCall + BytesOf(count, values))) return;
   try {
     RegisteredOf(context).function(context, count, values);
-  } catch (const std::exception&) {  // memory: SQLite's own frames can't be unwound
+  } catch (const std::bad_alloc&) {  // SQLite's own frames can't be unwound
     sqlite3_result_error_nomem(context);
+  } catch (const std::exception& error) {
+    sqlite3_result_error(context, error.what(), -1);
   }
 }
 

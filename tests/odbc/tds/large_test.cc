@@ -32,13 +32,17 @@ std::size_t PutAMillion(const std::vector<Column>& columns, PacketStream& out) {
   return static_cast<std::size_t>(kRows);
 }
 
+auto AMillion() {
+  return RowsAnswer({{"n", Kind::kInt, 4},
+                     {"t", Kind::kNVarChar, 100},
+                     {"m", Kind::kMoney, 8},
+                     {"r", Kind::kFloat, 8}},
+                    PutAMillion);
+}
+
 TEST(LargeTest, ReadsAMillionRows) {
   Server server(InMemory());
-  server.Told().On("million", RowsAnswer({{"n", Kind::kInt, 4},
-                                          {"t", Kind::kNVarChar, 100},
-                                          {"m", Kind::kMoney, 8},
-                                          {"r", Kind::kFloat, 8}},
-                                         PutAMillion));
+  server.Told().On("million", AMillion());
   const auto connection = ConnectTo(StringFor(server));
   const std::size_t before = PeakMegabytes();
   const auto begin = std::chrono::steady_clock::now();
@@ -78,11 +82,7 @@ TEST(LargeTest, ReadsAMillionRows) {
 // A query without an end is left where its limit is, and the connection goes on.
 TEST(LargeTest, IsRefusedBeyondTheLimits) {
   Server server(InMemory());
-  server.Told().On("million", RowsAnswer({{"n", Kind::kInt, 4},
-                                          {"t", Kind::kNVarChar, 100},
-                                          {"m", Kind::kMoney, 8},
-                                          {"r", Kind::kFloat, 8}},
-                                         PutAMillion));
+  server.Told().On("million", AMillion());
   const auto connection = ConnectTo(StringFor(server));
   for (const ResultLimits& limits :
        {ResultLimits{5000, 0}, ResultLimits{0, std::size_t{1} << 20U}}) {
