@@ -11,6 +11,7 @@ struct DriverTraits {
   bool get_bound_columns = false;  // also of bound columns
   bool get_in_block = false;       // of any row of a block
   bool is_sql_server = false;      // no value is longer than its column's size
+  bool cancels_into_text = false;  // a cancel while a text is being sent gets mixed up with it
 };
 
 }  // namespace vorek::odbc

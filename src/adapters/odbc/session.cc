@@ -3,7 +3,6 @@
 #include <sqlext.h>
 
 #include <array>
-#include <chrono>
 #include <utility>
 
 #include "adapters/odbc/diagnostics.h"
@@ -12,34 +11,6 @@
 #include "text/utf8.h"
 
 namespace vorek::odbc {
-namespace {
-
-Error TimeoutError() { return Error(ErrorNumber::kTimeout, "Query timeout expired"); }
-
-}  // namespace
-
-Session::Running::Running(Session& session, SQLHANDLE statement, int timeout_seconds)
-    : session_(session) {
-  {
-    const std::lock_guard lock(session_.running_mutex_);
-    session_.running_ = statement;
-    session_.stop_ = Stop::kNone;
-  }
-  session_.deadline_.reset();
-  if (timeout_seconds <= 0) return;
-  session_.deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(timeout_seconds);
-  // The server's own time-out is asked for too: it frees the server when we are gone.
-  SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
-                 AttributeNumber(static_cast<std::size_t>(timeout_seconds)), 0);
-  session_.watchdog_.Arm(*session_.deadline_, [&session] { session.StopAtDeadline(); });
-}
-
-Session::Running::~Running() {
-  session_.watchdog_.Disarm();
-  const std::lock_guard lock(session_.running_mutex_);
-  session_.running_ = SQL_NULL_HANDLE;
-}
-
 Session::Session(std::shared_ptr<Environment> environment)
     : environment_(std::move(environment)), handle_(environment_->Get()) {}
 
@@ -73,11 +44,15 @@ void Session::ReadTraits() {
   traits_.get_any_column = (extensions & SQL_GD_ANY_COLUMN) != 0;
   traits_.get_bound_columns = (extensions & SQL_GD_BOUND) != 0;
   traits_.get_in_block = (extensions & SQL_GD_BLOCK) != 0;
-  std::array<SQLWCHAR, 64> name{};
-  SQLGetInfoW(handle_.Get(), SQL_DBMS_NAME, name.data(), static_cast<SQLSMALLINT>(sizeof name),
-              nullptr);
   traits_.unicode = KnowsUnicode();
-  traits_.is_sql_server = text::ContainsIgnoreCase(FromDriver(name, traits_.unicode), "SQL Server");
+  traits_.is_sql_server = text::ContainsIgnoreCase(Name(SQL_DBMS_NAME), "SQL Server");
+  traits_.cancels_into_text = text::ContainsIgnoreCase(Name(SQL_DRIVER_NAME), "tdsodbc");
+}
+
+std::string Session::Name(SQLUSMALLINT kind) const {
+  std::array<SQLWCHAR, 64> name{};
+  SQLGetInfoW(handle_.Get(), kind, name.data(), static_cast<SQLSMALLINT>(sizeof name), nullptr);
+  return FromDriver(name, traits_.unicode);
 }
 
 // A driver without Unicode gets its texts from the driver manager cut to bytes, which this shows:
@@ -92,51 +67,11 @@ bool Session::KnowsUnicode() {
   return !SQL_SUCCEEDED(code) || same[1] == text[1];
 }
 
-// The driver is told by the watchdog's thread: it may wait for a server that is gone.
-bool Session::Cancel() noexcept {
-  {
-    const std::unique_lock lock(running_mutex_, std::try_to_lock);
-    if (!lock.owns_lock()) return true;  // it is being told right now
-    if (running_ == SQL_NULL_HANDLE) return false;
-    Stop none = Stop::kNone;
-    if (!stop_.compare_exchange_strong(none, Stop::kCancelled)) return true;
-  }
-  watchdog_.Arm(std::chrono::steady_clock::now(), [this] { CancelRunning(); });
-  return true;
-}
-
-void Session::CancelRunning() noexcept {
-  const std::lock_guard lock(running_mutex_);
-  if (running_ != SQL_NULL_HANDLE && stop_ != Stop::kNone) SQLCancel(running_);
-}
-
-void Session::StopAtDeadline() noexcept {
-  const std::lock_guard lock(running_mutex_);
-  Stop none = Stop::kNone;
-  if (running_ != SQL_NULL_HANDLE && stop_.compare_exchange_strong(none, Stop::kTimeout)) {
-    SQLCancel(running_);
-  }
-}
-
-void Session::ThrowIfStopped() const {
-  if (stop_ == Stop::kTimeout) throw TimeoutError();
-  if (stop_ == Stop::kCancelled) {
-    throw Error(ErrorNumber::kCancelled, "Operation was cancelled.");
-  }
-}
-
-// The server's clock and ours may differ by a little.
-bool Session::IsOverdue() const {
-  constexpr std::chrono::milliseconds kLeeway{250};
-  return deadline_ && std::chrono::steady_clock::now() + kLeeway >= *deadline_;
-}
-
-// A statement that was told to stop fails with words about that; it is the reason that counts. A
-// server that keeps the time-out itself may be ahead of the watchdog, and says "cancelled".
+// A statement that was told to stop fails with words about that; it is the reason that counts.
 void Session::Fail(SQLHANDLE statement) const {
-  ThrowIfStopped();
+  stopper_.ThrowIfStopped();
   const Error error = StatementError(statement, handle_.Get(), traits_);
-  if (error.Is(ErrorNumber::kCancelled) && IsOverdue()) throw TimeoutError();
+  stopper_.ThrowIfOverdue(error);
   throw error;
 }
 
@@ -173,7 +108,8 @@ SQLRETURN Session::Prepare(SQLHANDLE statement, std::string_view text) {
 // Many drivers put the preparation off until the columns are asked for.
 ResultSetPtr Session::Describe(std::string_view text, int timeout_seconds) {
   const Statement statement(handle_.Get());
-  const Running running(*this, statement.Get(), timeout_seconds);
+  const Stopper::Running running(stopper_, statement.Get(), timeout_seconds,
+                                 traits_.cancels_into_text);
   SQLSMALLINT count = 0;
   const bool prepared = SQL_SUCCEEDED(Prepare(statement.Get(), text)) &&
                         SQL_SUCCEEDED(SQLNumResultCols(statement.Get(), &count));
@@ -190,11 +126,13 @@ ResultSetPtr Session::Describe(std::string_view text, int timeout_seconds) {
 ResultSetPtr Session::Execute(std::string_view text, int timeout_seconds,
                               const ResultLimits& limits, const Progress& progress) {
   const Statement statement(handle_.Get());
-  const Running running(*this, statement.Get(), timeout_seconds);
+  Stopper::Running running(stopper_, statement.Get(), timeout_seconds, traits_.cancels_into_text);
   const SQLRETURN code = ExecuteDirect(statement.Get(), text);
+  running.Sent();
   if (code != SQL_NO_DATA) Check(code, statement.Get());
   ResultSetPtr rows = ReadFirstRows(statement.Get(), limits, progress);
   if (rows != nullptr) FinishRest(statement.Get());
+  stopper_.ThrowIfStopped();  // rows that a cancel cut off may look like all of them
   return rows;
 }
 
@@ -211,7 +149,7 @@ ResultSetPtr Session::ReadFirstRows(SQLHANDLE statement, const ResultLimits& lim
                        [this, statement](SQLRETURN code) { Check(code, statement); });
       return reader.Read(columns, [&](const ResultSet& read) {
         if (progress && !progress(read.rows)) Cancel();
-        ThrowIfStopped();
+        stopper_.ThrowIfStopped();
         if (read.rows < weighed + kUnweighed) return RefuseBeyond(limits, read.rows);
         weighed = read.rows;
         RefuseBeyond(limits, read);

@@ -3,20 +3,16 @@
 
 #include <sql.h>
 
-#include <atomic>
-#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "adapters/odbc/connection_text.h"
 #include "adapters/odbc/handle.h"
 #include "adapters/odbc/row_reader.h"
-#include "adapters/odbc/watchdog.h"
+#include "adapters/odbc/stopper.h"
 #include "vorek/database.h"
 #include "vorek/result_set.h"
 
@@ -43,32 +39,16 @@ class Session {
   // As DatabaseConnection::Describe.
   ResultSetPtr Describe(std::string_view text, int timeout_seconds);
 
-  // From any thread; doesn't wait for the driver. True if a statement runs.
-  bool Cancel() noexcept;
+  // As Stopper::Cancel.
+  bool Cancel() noexcept { return stopper_.Cancel(); }
 
  private:
-  // Why a statement was told to stop.
-  enum class Stop { kNone, kCancelled, kTimeout };
-
-  // A statement while it runs: known to Cancel, and to the watchdog while it has a time-out.
-  class Running {
-   public:
-    Running(Session& session, SQLHANDLE statement, int timeout_seconds);
-    ~Running();
-
-   private:
-    Session& session_;
-  };
-
   void Connect(const ConnectionText& text);
   void ReadTraits();
   bool KnowsUnicode();
+  std::string Name(SQLUSMALLINT kind) const;
   SQLRETURN ExecuteDirect(SQLHANDLE statement, std::string_view text);
   SQLRETURN Prepare(SQLHANDLE statement, std::string_view text);
-  void StopAtDeadline() noexcept;
-  void CancelRunning() noexcept;
-  void ThrowIfStopped() const;
-  bool IsOverdue() const;
   void Check(SQLRETURN code, SQLHANDLE statement) const;
   [[noreturn]] void Fail(SQLHANDLE statement) const;
   ResultSetPtr ReadFirstRows(SQLHANDLE statement, const ResultLimits& limits,
@@ -79,11 +59,7 @@ class Session {
   ConnectionHandle handle_;
   bool open_ = false;
   DriverTraits traits_;
-  std::mutex running_mutex_;
-  SQLHANDLE running_ = SQL_NULL_HANDLE;
-  std::atomic<Stop> stop_{Stop::kNone};
-  std::optional<std::chrono::steady_clock::time_point> deadline_;  // of the running statement
-  Watchdog watchdog_;
+  Stopper stopper_;
 };
 
 }  // namespace vorek::odbc

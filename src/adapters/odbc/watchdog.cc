@@ -15,7 +15,7 @@ Watchdog::~Watchdog() {
   thread_.join();
 }
 
-void Watchdog::Arm(std::chrono::steady_clock::time_point moment, std::function<void()> action) {
+void Watchdog::Arm(Time moment, Action action) {
   {
     const std::lock_guard lock(mutex_);
     moment_ = moment;
@@ -39,8 +39,7 @@ void Watchdog::Watch() {
     } else if (std::chrono::steady_clock::now() < *moment_) {
       changed_.wait_until(lock, *moment_);
     } else {
-      moment_.reset();
-      std::exchange(action_, nullptr)();  // under the lock, so that Disarm waits for it
+      moment_ = action_();  // under the lock, so that Disarm waits for it
     }
   }
 }

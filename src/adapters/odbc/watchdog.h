@@ -14,12 +14,16 @@ namespace vorek::odbc {
 // neither the fetch of the rows nor a network that is gone.
 class Watchdog {
  public:
+  using Time = std::chrono::steady_clock::time_point;
+  // Tells when it wants to be called again, if it does.
+  using Action = std::function<std::optional<Time>()>;
+
   Watchdog();
   ~Watchdog();
   Watchdog(const Watchdog&) = delete;
   Watchdog& operator=(const Watchdog&) = delete;
 
-  void Arm(std::chrono::steady_clock::time_point moment, std::function<void()> action);
+  void Arm(Time moment, Action action);
 
   // The action doesn't run any more when this returns.
   void Disarm();
@@ -29,8 +33,8 @@ class Watchdog {
 
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::optional<std::chrono::steady_clock::time_point> moment_;
-  std::function<void()> action_;
+  std::optional<Time> moment_;
+  Action action_;
   bool ends_ = false;
   std::thread thread_;  // the last member: it uses the others
 };

@@ -149,6 +149,21 @@ TEST_F(StopTest, CancelsNothingThatComesLater) {
   }
 }
 
+// A long text takes a while to be sent: a cancel within that time must not get into it.
+TEST_F(StopTest, CancelsWhileATextIsBeingSent) {
+  const std::string text = "select 5 as a -- " + std::string(100'000, 'x');
+  for (int i = 0; i < 200; ++i) {
+    std::thread other([&, i] {
+      std::this_thread::sleep_for(std::chrono::microseconds(i * 20));
+      connection_->Cancel();
+    });
+    const Failure failure = FailureOf([&] { connection_->Execute(text, {}); });
+    other.join();
+    EXPECT_TRUE(failure.number == 0 || failure.number == kCancelledNumber) << failure.words;
+    ASSERT_EQ(FailureOf([&] { ExpectUsable(); }).number, 0) << i;
+  }
+}
+
 TEST(ConnectTest, EndsWithinItsTime) {
   for (const Welcome welcome : {Welcome::kSilent, Welcome::kSilentAtLogin}) {
     Server server(InMemory());

@@ -1,0 +1,66 @@
+#ifndef VOREK_ADAPTERS_ODBC_STOPPER_H_
+#define VOREK_ADAPTERS_ODBC_STOPPER_H_
+
+#include <sql.h>
+
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <optional>
+
+#include "adapters/odbc/thread_wait.h"
+#include "adapters/odbc/watchdog.h"
+#include "vorek/error.h"
+
+namespace vorek::odbc {
+
+// Tells the driver to stop the statement that runs: when somebody cancels it, and at its deadline.
+class Stopper {
+ public:
+  // A statement while it runs. Made, told and ended by the thread that calls the driver.
+  class Running {
+   public:
+    // No deadline for timeout_seconds <= 0. cancels_into_text is that of DriverTraits.
+    Running(Stopper& stopper, SQLHANDLE statement, int timeout_seconds, bool cancels_into_text);
+    ~Running();
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+    // The driver has sent all that it sends for this statement.
+    void Sent() noexcept { stopper_.sending_ = false; }
+
+   private:
+    Stopper& stopper_;
+  };
+
+  // From any thread; doesn't wait for the driver. True if a statement runs.
+  bool Cancel() noexcept;
+
+  // Throws Error(kTimeout) or Error(kCancelled) if the statement was told to stop: what it gave
+  // isn't the whole any more, whatever the driver says of it.
+  void ThrowIfStopped() const;
+
+  // Throws Error(kTimeout) in place of "cancelled" by a server that keeps the time-out itself.
+  void ThrowIfOverdue(const Error& error) const;
+
+ private:
+  enum class Reason { kNone, kCancelled, kTimeout };
+  using Clock = std::chrono::steady_clock;
+
+  std::optional<Clock::time_point> StopAtDeadline() noexcept;
+  std::optional<Clock::time_point> Stop() noexcept;
+  bool MayStop();
+
+  std::mutex mutex_;
+  SQLHANDLE statement_ = SQL_NULL_HANDLE;
+  std::atomic<Reason> reason_{Reason::kNone};
+  std::atomic<bool> sending_{false};  // in a driver that mixes a cancel up with what it sends
+  std::optional<ThreadWait> thread_;  // the one that calls the driver
+  Clock::time_point begin_;
+  std::optional<Clock::time_point> deadline_;
+  Watchdog watchdog_;  // the last member: its thread uses the others
+};
+
+}  // namespace vorek::odbc
+
+#endif  // VOREK_ADAPTERS_ODBC_STOPPER_H_
