@@ -16,14 +16,15 @@ struct SampleOptions {
   std::string from;
 };
 
-// An Access file that reports can be sent to; one that has rows already begins anew.
+// An Access file that reports can be sent to, its user's alone as the database is; one that has
+// rows already begins anew.
 void CopyAccessFiles(const fs::path& from, const fs::path& to) {
   std::error_code failed;
   for (const fs::directory_entry& entry : fs::directory_iterator(from, failed)) {
     if (entry.path().extension() != ".mdb") continue;
     const fs::path copy = to / entry.path().filename();
     fs::copy_file(entry.path(), copy, fs::copy_options::overwrite_existing);
-    fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
+    fs::permissions(copy, fs::perms::owner_read | fs::perms::owner_write);
   }
 }
 
