@@ -355,6 +355,19 @@ std::string DamagedFile(std::string bytes, std::mt19937& random) {
   return bytes;
 }
 
+// A row would get a place for each of them.
+TEST_F(AccessTest, RefusesMoreVariableFieldsThanATableHas) {
+  constexpr std::size_t kPage = 4096;
+  constexpr std::size_t kVariableFields = 43;
+  std::string bytes = Keyed().Bytes();
+  for (std::size_t page = 3 * kPage; page < bytes.size(); page += kPage) {
+    if (bytes[page] == '\x02') bytes.replace(page + kVariableFields, 2, "\x00\x01", 2);
+  }
+  Put(bytes);
+  EXPECT_NE(Refusal({"Id"}, {"1"}), "");
+  EXPECT_TRUE(Got() == bytes);
+}
+
 TEST_F(AccessTest, EndsADamagedFileInAPersianRefusal) {
   Put(Keyed().Bytes());
   ASSERT_EQ(Refusal({"Id", "Name", "Amount"}, {"1", "'a'", "5"}), "");

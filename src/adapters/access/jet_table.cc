@@ -28,7 +28,8 @@ Table::Table(JetFile& file, std::uint32_t page) : file_(file) {
   if (pages_.empty()) Damaged();
   const std::size_t count = Get16(45);
   const std::size_t indexes = Get32(51);
-  if (count > kMostColumns || indexes > kMostIndexes || MostColumns() > kMostColumns) Damaged();
+  if (std::max({count, MostColumns(), VariableColumns()}) > kMostColumns) Damaged();
+  if (indexes > kMostIndexes) Damaged();
   const std::size_t first = kColumnsAt + kCountSize * indexes;
   for (std::size_t i = 0; i < count; ++i) columns_.push_back(ReadColumn(first + kColumnSize * i));
   std::size_t at = first + kColumnSize * count;
