@@ -46,7 +46,7 @@ void Session::ReadTraits() {
   traits_.get_in_block = (extensions & SQL_GD_BLOCK) != 0;
   traits_.unicode = KnowsUnicode();
   traits_.is_sql_server = text::ContainsIgnoreCase(Name(SQL_DBMS_NAME), "SQL Server");
-  traits_.cancels_into_text = text::ContainsIgnoreCase(Name(SQL_DRIVER_NAME), "tdsodbc");
+  traits_.cancel_needs_a_wait = text::ContainsIgnoreCase(Name(SQL_DRIVER_NAME), "tdsodbc");
 }
 
 std::string Session::Name(SQLUSMALLINT kind) const {
@@ -105,11 +105,36 @@ SQLRETURN Session::Prepare(SQLHANDLE statement, std::string_view text) {
   return SQLPrepareW(statement, wide.data(), SQL_NTS);
 }
 
-// Many drivers put the preparation off until the columns are asked for.
-ResultSetPtr Session::Describe(std::string_view text, int timeout_seconds) {
+// What a cancel that came late may stop: a statement that nobody misses.
+void Session::Settle() {
+  if (!traits_.cancel_needs_a_wait || !stopper_.WasTold()) return;
   const Statement statement(handle_.Get());
-  const Stopper::Running running(stopper_, statement.Get(), timeout_seconds,
-                                 traits_.cancels_into_text);
+  ExecuteDirect(statement.Get(), "select 1");
+}
+
+template <typename Work>
+ResultSetPtr Session::Settled(Work work) {
+  try {
+    return work();
+  } catch (...) {
+    Settle();
+    throw;
+  }
+}
+
+ResultSetPtr Session::Describe(std::string_view text, int timeout_seconds) {
+  return Settled([&] { return RunDescribe(text, timeout_seconds); });
+}
+
+ResultSetPtr Session::Execute(std::string_view text, int timeout_seconds,
+                              const ResultLimits& limits, const Progress& progress) {
+  return Settled([&] { return RunExecute(text, timeout_seconds, limits, progress); });
+}
+
+// Many drivers put the preparation off until the columns are asked for.
+ResultSetPtr Session::RunDescribe(std::string_view text, int timeout_seconds) {
+  const Statement statement(handle_.Get());
+  const Stopper::Running running(stopper_, statement.Get(), timeout_seconds, traits_);
   SQLSMALLINT count = 0;
   const bool prepared = SQL_SUCCEEDED(Prepare(statement.Get(), text)) &&
                         SQL_SUCCEEDED(SQLNumResultCols(statement.Get(), &count));
@@ -123,10 +148,10 @@ ResultSetPtr Session::Describe(std::string_view text, int timeout_seconds) {
   return columns;
 }
 
-ResultSetPtr Session::Execute(std::string_view text, int timeout_seconds,
-                              const ResultLimits& limits, const Progress& progress) {
+ResultSetPtr Session::RunExecute(std::string_view text, int timeout_seconds,
+                                 const ResultLimits& limits, const Progress& progress) {
   const Statement statement(handle_.Get());
-  Stopper::Running running(stopper_, statement.Get(), timeout_seconds, traits_.cancels_into_text);
+  Stopper::Running running(stopper_, statement.Get(), timeout_seconds, traits_);
   const SQLRETURN code = ExecuteDirect(statement.Get(), text);
   running.Sent();
   if (code != SQL_NO_DATA) Check(code, statement.Get());
@@ -134,6 +159,14 @@ ResultSetPtr Session::Execute(std::string_view text, int timeout_seconds,
   if (rows != nullptr) FinishRest(statement.Get());
   stopper_.ThrowIfStopped();  // rows that a cancel cut off may look like all of them
   return rows;
+}
+
+// To the next result of the text; false behind the last one.
+bool Session::NextResult(SQLHANDLE statement) {
+  stopper_.ThrowIfStopped();
+  const SQLRETURN code = SQLMoreResults(statement);
+  if (code != SQL_NO_DATA) Check(code, statement);
+  return code != SQL_NO_DATA;
 }
 
 // The first result that has columns; those of statements in front of it are passed over.
@@ -155,20 +188,14 @@ ResultSetPtr Session::ReadFirstRows(SQLHANDLE statement, const ResultLimits& lim
         RefuseBeyond(limits, read);
       });
     }
-    const SQLRETURN code = SQLMoreResults(statement);
-    if (code == SQL_NO_DATA) return nullptr;
-    Check(code, statement);
+    if (!NextResult(statement)) return nullptr;
   }
 }
 
 // What stands behind the first rows in the same text is carried out, and its failure is one of the
 // whole; its rows are nobody's.
 void Session::FinishRest(SQLHANDLE statement) {
-  for (;;) {
-    const SQLRETURN code = SQLMoreResults(statement);
-    if (code == SQL_NO_DATA) return;
-    Check(code, statement);
-  }
+  while (NextResult(statement)) continue;
 }
 
 }  // namespace vorek::odbc

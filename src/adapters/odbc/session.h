@@ -49,6 +49,13 @@ class Session {
   std::string Name(SQLUSMALLINT kind) const;
   SQLRETURN ExecuteDirect(SQLHANDLE statement, std::string_view text);
   SQLRETURN Prepare(SQLHANDLE statement, std::string_view text);
+  void Settle();
+  template <typename Work>
+  ResultSetPtr Settled(Work work);
+  ResultSetPtr RunDescribe(std::string_view text, int timeout_seconds);
+  ResultSetPtr RunExecute(std::string_view text, int timeout_seconds, const ResultLimits& limits,
+                          const Progress& progress);
+  bool NextResult(SQLHANDLE statement);
   void Check(SQLRETURN code, SQLHANDLE statement) const;
   [[noreturn]] void Fail(SQLHANDLE statement) const;
   ResultSetPtr ReadFirstRows(SQLHANDLE statement, const ResultLimits& limits,

@@ -11,35 +11,40 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// How often it is looked whether a text has been sent.
-constexpr milliseconds kLookEvery{2};
+// Between two looks at a thread, both of which have to find it in the same wait.
+constexpr milliseconds kLookEvery{3};
 
-// How long sending a text may take, where the system doesn't tell what a thread does.
-constexpr milliseconds kSendsWithin{500};
+// How long a thread may be looked at in vain; it reads what comes without a break, then.
+constexpr milliseconds kLookFor{1000};
+
+constexpr int kLater = 2;  // seconds
 
 Error TimeoutError() { return Error(ErrorNumber::kTimeout, "Query timeout expired"); }
 
 }  // namespace
 
 Stopper::Running::Running(Stopper& stopper, SQLHANDLE statement, int timeout_seconds,
-                          bool cancels_into_text)
+                          const DriverTraits& traits)
     : stopper_(stopper) {
   {
     const std::lock_guard lock(stopper.mutex_);
     stopper.statement_ = statement;
     stopper.reason_ = Reason::kNone;
-    stopper.sending_ = cancels_into_text;
-    stopper.begin_ = Clock::now();
+    stopper.told_ = false;
+    stopper.sending_ = true;
+    stopper.asked_.reset();
     stopper.thread_.reset();
-    if (cancels_into_text) stopper.thread_.emplace();
+    if (traits.cancel_needs_a_wait) stopper.thread_.emplace();
   }
   stopper.deadline_.reset();
   if (timeout_seconds <= 0) return;
   stopper.deadline_ = Clock::now() + std::chrono::seconds(timeout_seconds);
-  // The server's own time-out is asked for too: it frees the server when we are gone.
-  SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
-                 AttributeNumber(static_cast<std::size_t>(timeout_seconds)), 0);
   stopper.watchdog_.Arm(*stopper.deadline_, [&stopper] { return stopper.StopAtDeadline(); });
+  // The server's own time-out is asked for too: it frees the server when we are gone. FreeTDS keeps
+  // it by itself; it mustn't stop the statement beside us, but gives up a server that stays silent.
+  const int theirs = timeout_seconds + (traits.cancel_needs_a_wait ? kLater : 0);
+  SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
+                 AttributeNumber(static_cast<std::size_t>(theirs)), 0);
 }
 
 Stopper::Running::~Running() {
@@ -71,18 +76,24 @@ std::optional<Stopper::Clock::time_point> Stopper::StopAtDeadline() noexcept {
 std::optional<Stopper::Clock::time_point> Stopper::Stop() noexcept {
   const std::lock_guard lock(mutex_);
   if (statement_ == SQL_NULL_HANDLE || reason_ == Reason::kNone) return std::nullopt;
-  if (!MayStop()) return Clock::now() + kLookEvery;
+  const Clock::time_point now = Clock::now();
+  if (!MayTell(now)) return now + kLookEvery;
+  told_ = true;
   SQLCancel(statement_);
   return std::nullopt;
 }
 
-// FreeTDS writes a cancel from another thread into the buffer that the text is being put in: what
-// the server gets then is neither, or an assertion ends the program. Once its thread waits, the
-// text is on its way; when the call for it has returned, the rest is reading. Source:
-// tds_send_cancel and tds_dataout_stream_write of FreeTDS 1.3.
-bool Stopper::MayStop() {
-  if (!sending_) return true;
-  return thread_->Waits().value_or(Clock::now() >= begin_ + kSendsWithin);
+// FreeTDS is safe to be told from another thread only while its own waits for the server. While it
+// sends, the cancel goes into the buffer that the text is being put in: the server gets neither, or
+// an assertion ends the program. While it reads, its thread may never be woken again, or the next
+// statement is cancelled; our own loop over the rows stops then, and as a last resort it is told.
+// Source: tds_send_cancel, tds_connection_network and tds_dataout_stream_write of FreeTDS 1.3.
+bool Stopper::MayTell(Clock::time_point now) {
+  if (!thread_) return true;
+  if (!asked_) asked_ = now;
+  const std::optional<bool> waits = thread_->WaitsSinceLastLook();
+  if (waits.value_or(false)) return true;
+  return !(waits && sending_) && now >= *asked_ + kLookFor;
 }
 
 void Stopper::ThrowIfStopped() const {

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <optional>
 
+#include "adapters/odbc/driver_traits.h"
 #include "adapters/odbc/thread_wait.h"
 #include "adapters/odbc/watchdog.h"
 #include "vorek/error.h"
@@ -20,8 +21,8 @@ class Stopper {
   // A statement while it runs. Made, told and ended by the thread that calls the driver.
   class Running {
    public:
-    // No deadline for timeout_seconds <= 0. cancels_into_text is that of DriverTraits.
-    Running(Stopper& stopper, SQLHANDLE statement, int timeout_seconds, bool cancels_into_text);
+    // No deadline for timeout_seconds <= 0.
+    Running(Stopper& stopper, SQLHANDLE statement, int timeout_seconds, const DriverTraits& traits);
     ~Running();
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
@@ -40,6 +41,9 @@ class Stopper {
   // isn't the whole any more, whatever the driver says of it.
   void ThrowIfStopped() const;
 
+  // True if the driver was told to stop the last statement.
+  bool WasTold() const { return told_; }
+
   // Throws Error(kTimeout) in place of "cancelled" by a server that keeps the time-out itself.
   void ThrowIfOverdue(const Error& error) const;
 
@@ -49,14 +53,15 @@ class Stopper {
 
   std::optional<Clock::time_point> StopAtDeadline() noexcept;
   std::optional<Clock::time_point> Stop() noexcept;
-  bool MayStop();
+  bool MayTell(Clock::time_point now);
 
   std::mutex mutex_;
   SQLHANDLE statement_ = SQL_NULL_HANDLE;
   std::atomic<Reason> reason_{Reason::kNone};
-  std::atomic<bool> sending_{false};  // in a driver that mixes a cancel up with what it sends
-  std::optional<ThreadWait> thread_;  // the one that calls the driver
-  Clock::time_point begin_;
+  std::atomic<bool> told_{false};
+  std::atomic<bool> sending_{false};
+  std::optional<ThreadWait> thread_;        // the one that calls the driver, where that has to wait
+  std::optional<Clock::time_point> asked_;  // when the driver should have been told
   std::optional<Clock::time_point> deadline_;
   Watchdog watchdog_;  // the last member: its thread uses the others
 };

@@ -1,21 +1,26 @@
 #include "adapters/odbc/thread_wait.h"
 
-#include <string>
+#include <string_view>
 
 namespace vorek::odbc {
 
 // The file stays that of the thread that opened it, whoever reads it.
-ThreadWait::ThreadWait() : status_("/proc/thread-self/stat") {}
+ThreadWait::ThreadWait() : status_("/proc/thread-self/status") {}
 
-// The program's name in brackets comes before the state, and may hold any letter.
-std::optional<bool> ThreadWait::Waits() {
+std::optional<bool> ThreadWait::WaitsSinceLastLook() {
+  constexpr std::string_view kState = "State:\t";
+  constexpr std::string_view kSwitches = "voluntary_ctxt_switches:\t";
   status_.clear();
   status_.seekg(0);
-  std::string line;
-  if (!std::getline(status_, line)) return std::nullopt;
-  const std::size_t name_end = line.rfind(')');
-  if (name_end == std::string::npos || name_end + 2 >= line.size()) return std::nullopt;
-  return line[name_end + 2] == 'S';
+  bool waits = false;
+  for (std::string line; std::getline(status_, line);) {
+    if (line.starts_with(kState)) waits = line[kState.size()] == 'S';
+    if (!line.starts_with(kSwitches)) continue;
+    const bool same = line == switches_;
+    switches_ = std::move(line);
+    return waits && same;
+  }
+  return std::nullopt;
 }
 
 }  // namespace vorek::odbc

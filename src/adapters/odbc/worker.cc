@@ -13,6 +13,23 @@ namespace {
 
 constexpr std::chrono::milliseconds kAskEvery{20};
 
+// Lets go of a lock for a call, and takes it again also when that throws.
+class Unlock {
+ public:
+  explicit Unlock(std::unique_lock<std::mutex>& lock) : lock_(lock) { lock_.unlock(); }
+  ~Unlock() { lock_.lock(); }
+  Unlock(const Unlock&) = delete;
+  Unlock& operator=(const Unlock&) = delete;
+
+ private:
+  std::unique_lock<std::mutex>& lock_;
+};
+
+bool Unlocked(std::unique_lock<std::mutex>& lock, const std::function<bool()>& question) {
+  const Unlock unlocked(lock);
+  return question();
+}
+
 }  // namespace
 
 // What the caller and the thread tell each other; it lives as long as either.
@@ -29,6 +46,32 @@ struct Worker::Shared {
   std::optional<std::size_t> question;
   std::optional<bool> answer;
   Time latest;
+
+  void Begin(std::function<void()> work, Time moment) {
+    latest = moment;
+    failure = nullptr;
+    running = true;
+    job = std::move(work);
+    for_thread.notify_one();
+  }
+  // What progress throws is kept until the job has stopped: it waits for the answer.
+  void Answer(std::unique_lock<std::mutex>& lock, const Progress& progress,
+              std::exception_ptr& thrown) {
+    const std::size_t rows = *std::exchange(question, std::nullopt);
+    bool wanted = false;
+    try {
+      wanted = Unlocked(lock, [&] { return progress(rows); });
+    } catch (...) {
+      thrown = std::current_exception();
+    }
+    answer = wanted;
+    for_thread.notify_one();
+  }
+  void LeaveBehind() {
+    left_behind = true;
+    thread.detach();
+    for_thread.notify_one();
+  }
 };
 
 Worker::Worker() : shared_(std::make_shared<Shared>()) {
@@ -72,34 +115,22 @@ bool Worker::Run(std::function<void()> job, Time latest, const Progress& progres
   Shared& shared = *shared_;
   std::exception_ptr thrown;
   std::unique_lock lock(shared.mutex);
-  shared.latest = latest;
-  shared.failure = nullptr;
-  shared.running = true;
-  shared.job = std::move(job);
-  shared.for_thread.notify_one();
+  shared.Begin(std::move(job), latest);
   while (shared.running) {
     if (shared.question) {
-      const std::size_t rows = *std::exchange(shared.question, std::nullopt);
-      lock.unlock();
-      bool wanted = false;
-      try {
-        wanted = progress(rows);
-      } catch (...) {
-        thrown = std::current_exception();  // once the job has stopped: it waits for the answer
-      }
-      lock.lock();
-      shared.answer = wanted;
-      shared.for_thread.notify_one();
-    } else if (std::chrono::steady_clock::now() >= shared.latest || (goes_on && !goes_on())) {
-      shared.left_behind = true;
-      shared.thread.detach();
-      shared.for_thread.notify_one();
-      return false;
-    } else {
-      Time next = shared.latest;
-      if (goes_on) next = std::min(next, std::chrono::steady_clock::now() + kAskEvery);
-      shared.for_caller.wait_until(lock, next);
+      shared.Answer(lock, progress, thrown);
+      continue;
     }
+    // Asked without the lock: who says so may hold a lock of his own while he calls GiveUpAt.
+    const bool wanted = !goes_on || Unlocked(lock, goes_on);
+    if (!shared.running || shared.question) continue;
+    if (!wanted || std::chrono::steady_clock::now() >= shared.latest) {
+      shared.LeaveBehind();
+      return false;
+    }
+    Time next = shared.latest;
+    if (goes_on) next = std::min(next, std::chrono::steady_clock::now() + kAskEvery);
+    shared.for_caller.wait_until(lock, next);
   }
   if (thrown) std::rethrow_exception(thrown);
   if (shared.failure) std::rethrow_exception(std::exchange(shared.failure, nullptr));
