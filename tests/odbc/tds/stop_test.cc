@@ -135,33 +135,38 @@ TEST_F(StopTest, StopsWhenItsCallerThrows) {
   ExpectUsable();
 }
 
-// A cancel that comes when nothing runs, or just before or after an answer, stops nothing else.
-TEST_F(StopTest, CancelsNothingThatComesLater) {
-  for (int i = 0; i < 200; ++i) {
-    std::thread other([&, i] {
-      std::this_thread::sleep_for(std::chrono::microseconds(i * 10));
-      connection_->Cancel();
-    });
-    const Failure failure = FailureOf([&] { ExpectUsable(); });
-    other.join();
-    EXPECT_TRUE(failure.number == 0 || failure.number == kCancelledNumber) << failure.words;
-    ASSERT_EQ(FailureOf([&] { ExpectUsable(); }).number, 0) << i;
-  }
-}
-
-// A long text takes a while to be sent: a cancel within that time must not get into it.
-TEST_F(StopTest, CancelsWhileATextIsBeingSent) {
-  const std::string text = "select 5 as a -- " + std::string(100'000, 'x');
-  for (int i = 0; i < 200; ++i) {
-    std::thread other([&, i] {
-      std::this_thread::sleep_for(std::chrono::microseconds(i * 20));
+// Cancels a text after as many microseconds. It stops, or goes through; the driver may lose the
+// connection where the answer comes just when it is told, which is told as such.
+class RacingStopTest : public StopTest {
+ protected:
+  void Race(const std::string& text, int after) {
+    std::thread other([&] {
+      std::this_thread::sleep_for(std::chrono::microseconds(after));
       connection_->Cancel();
     });
     const Failure failure = FailureOf([&] { connection_->Execute(text, {}); });
     other.join();
+    if (failure.number == kConnectionNumber) return Reconnect();
     EXPECT_TRUE(failure.number == 0 || failure.number == kCancelledNumber) << failure.words;
-    ASSERT_EQ(FailureOf([&] { ExpectUsable(); }).number, 0) << i;
+    ASSERT_EQ(FailureOf([&] { ExpectUsable(); }).number, 0) << after;
   }
+  void Reconnect() {
+    EXPECT_LE(++lost_, 2);
+    connection_ = ConnectTo(StringFor(server_));
+  }
+
+  int lost_ = 0;
+};
+
+// A cancel that comes when nothing runs, or just before or after an answer, stops nothing else.
+TEST_F(RacingStopTest, CancelsNothingThatComesLater) {
+  for (int i = 0; i < 200 && !HasFatalFailure(); ++i) Race("select 5 as a", i * 10);
+}
+
+// A long text takes a while to be sent: a cancel within that time must not get into it.
+TEST_F(RacingStopTest, CancelsWhileATextIsBeingSent) {
+  const std::string text = "select 5 as a -- " + std::string(100'000, 'x');
+  for (int i = 0; i < 200 && !HasFatalFailure(); ++i) Race(text, i * 20);
 }
 
 TEST(ConnectTest, EndsWithinItsTime) {
