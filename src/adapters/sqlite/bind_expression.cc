@@ -397,8 +397,9 @@ Bound Binder::BindUnary(const Expr& expr) {
   if (expr.text == "~") {
     if (!value.type.IsWhole()) Refuse(expr.at, "'~' takes whole numbers only");
     value = Checked(std::move(value));
-    if (value.type.kind == TypeKind::kBit) {
-      return MakeBound("1 - " + Wrap(value, kAdditive + 1), value.type, kAdditive);
+    if (value.type.kind == TypeKind::kBit || value.type.kind == TypeKind::kTinyInt) {
+      const char* const all = value.type.kind == TypeKind::kBit ? "1 - " : "255 - ";
+      return MakeBound(all + Wrap(value, kAdditive + 1), value.type, kAdditive);
     }
     return MakeBound("~" + Wrap(value, kPrefix), value.type, kPrefix);
   }

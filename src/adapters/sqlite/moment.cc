@@ -104,6 +104,10 @@ class Reader {
       day_ = value % 100;
       return true;
     }
+    if (IsDigits() && pieces_.size() == 1 && pieces_[at_].text.size() == 4) {
+      year_ = pieces_[at_++].number;
+      return true;
+    }
     if (IsDigits() && IsSeparator(1)) return ReadThreeNumbers();
     return ReadNamedMonth();
   }
