@@ -133,7 +133,7 @@ TEST_F(ProviderTest, TellsErrorsByTheirNumbers) {
       {"select cast('x' as int)", -2147217913},
   };
   for (const auto& [text, number] : cases) {
-    EXPECT_EQ(NumberOf([&] { Run(*connection, text); }), number) << text;
+    EXPECT_EQ(NumberOf([&, &text = text] { Run(*connection, text); }), number) << text;
   }
   EXPECT_EQ(Run(*connection, "select 1")->rows, 1U) << "usable after errors";
 }
@@ -258,7 +258,7 @@ TEST_F(ProviderTest, RunsAScriptAsAWholeAndTellsTheLineThatFailed) {
   };
   for (const auto& [script, place] : bad) {
     std::string text;
-    EXPECT_NE(NumberOf([&] { RunScript(*connection, script, {}); }, &text), 0);
+    EXPECT_NE(NumberOf([&, &script = script] { RunScript(*connection, script, {}); }, &text), 0);
     EXPECT_NE(text.find(place), std::string::npos) << text;
     EXPECT_EQ(Run(*connection, "select A from t")->rows, 3U) << "all or nothing";
   }
@@ -275,7 +275,8 @@ TEST_F(ProviderTest, AScriptStaysWhole) {
   };
   for (const auto& [script, place] : bad) {
     std::string text;
-    EXPECT_NE(NumberOf([&] { RunScript(*connection, script, {}); }, &text), 0) << script;
+    EXPECT_NE(NumberOf([&, &script = script] { RunScript(*connection, script, {}); }, &text), 0)
+        << script;
     EXPECT_NE(text.find(place), std::string::npos) << text;
     EXPECT_EQ(Run(*connection, "select A from t")->rows, 0U) << script;
   }
@@ -367,7 +368,7 @@ TEST_F(ProviderTest, TellsDeepAndCyclicTextsFromThoseItCanRun) {
   };
   for (const std::string& text : deep) {
     // "--" begins a comment: that text is only short of an expression.
-    EXPECT_NE(NumberOf([&] { Run(*connection, text); }), 0) << text.substr(0, 60);
+    EXPECT_NE(NumberOf([&, &text = text] { Run(*connection, text); }), 0) << text.substr(0, 60);
   }
   Run(*connection, "create table t (A int)");
   Run(*connection, "create view a as select A from t");

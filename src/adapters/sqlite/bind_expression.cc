@@ -620,10 +620,12 @@ Bound Binder::BindCast(const Expr& expr) {
   int style = 0;
   if (expr.operands.size() == 2) {
     const Bound given = BindValue(*expr.operands[1]);
-    if (given.literal != Bound::Literal::kNumber || !given.type.IsWhole()) {
+    if (given.literal != Bound::Literal::kNumber || !given.type.IsWhole() ||
+        given.value[0] == '-') {
       Refuse(expr.operands[1]->at, "The style of CONVERT must be a number as it stands");
     }
     style = std::atoi(given.value.c_str());
+    if (style == 0 && value.type.IsDate()) style = 100;  // the same, and not that of the kind
   }
   const Mode mode = expr.text.rfind("try_", 0) == 0 ? Mode::kTry : Mode::kCast;
   Bound result = Convert(std::move(value), expr.type, mode, expr.at, style);

@@ -204,7 +204,7 @@ Bound Binder::TextToText(Bound value, const Type& to, Mode mode) {
 Bound Binder::ToText(Bound value, const Type& to, Mode mode, std::size_t at, int style) {
   const Type from = value.type;
   if (from.IsText()) return TextToText(std::move(value), to, mode);
-  const std::string how = std::to_string(style);
+  const std::string how = std::to_string(style == 0 && from.IsDate() ? kOwnStyle : style);
   const Type made =
       MakeText(to.IsNational() ? TypeKind::kNVarChar : TypeKind::kVarChar, TextLength(from));
   Bound text;

@@ -42,7 +42,10 @@ std::string StoredMoment(Moment moment, std::string_view kind);
 // The other way; nothing for a text that isn't one.
 std::optional<Moment> ReadStored(std::string_view text);
 
-// The text by a CONVERT style; nothing for a style that isn't known.
+// The style of a text for which none is told: that of the kind.
+inline constexpr int kOwnStyle = -4;
+
+// The text by a CONVERT style; nothing for a style that isn't known, or shows nothing of the kind.
 std::optional<std::string> FormatMoment(const Moment& moment, int style, std::string_view kind);
 
 // DATEPART, DATEDIFF and DATEADD by the part's full name ("day").
