@@ -159,7 +159,8 @@ Bound Binder::ToFloat(Bound value, const Type& to, Mode mode, std::size_t at) {
   const Type from = value.type;
   const Type wide = Make(TypeKind::kFloat);
   if (to.kind == TypeKind::kReal && from.kind != TypeKind::kReal) {
-    return CallOf("vk_real", {ToFloat(std::move(value), wide, mode, at).sql}, to);
+    return CallOf(mode == Mode::kTry ? "vk_try_real" : "vk_real",
+                  {ToFloat(std::move(value), wide, mode, at).sql}, to);
   }
   if (from.IsFloat()) {
     value.type = to;
@@ -297,8 +298,8 @@ Bound Binder::ToBinary(Bound value, const Type& to, Mode mode, std::size_t at, i
                   to);
   }
   if (from.IsText() && (style == 1 || style == 2)) {
-    value = CallOf("vk_unhex", {value.sql, std::to_string(style)},
-                   MakeText(TypeKind::kVarBinary, Type::kMax));
+    value = CallOf(mode == Mode::kTry ? "vk_try_unhex" : "vk_unhex",
+                   {value.sql, std::to_string(style)}, MakeText(TypeKind::kVarBinary, Type::kMax));
   } else if (from.IsText() && !from.IsNational()) {
     value = CallOf("vk_bytes", {value.sql}, MakeText(TypeKind::kVarBinary, Type::kMax));
   } else if (!from.IsBinary()) {

@@ -402,7 +402,7 @@ void RegisterConversions(const Registry& registry) {
   Register(registry, "vk_isnumeric", 1, IsNumeric);
   Register(registry, "vk_guid", 1, Guid, "vk_try_guid");
   Register(registry, "vk_hex", 2, Hex);
-  Register(registry, "vk_unhex", 2, Unhex);
+  Register(registry, "vk_unhex", 2, Unhex, "vk_try_unhex");
   Register(registry, "vk_int_of_bytes", 2, IntOfBytes);
   Register(registry, "vk_bytes_of_int", 4, BytesOfInt);
   Register(registry, "vk_pad_bytes", 2, PadBytes);

@@ -259,7 +259,7 @@ void RegisterNumberFunctions(const Registry& registry) {
   Register(registry, "vk_sqrt", 1, Sqrt);
   Register(registry, "vk_log", 1, Log);
   Register(registry, "vk_log10", 1, Log10);
-  Register(registry, "vk_real", 1, Real);
+  Register(registry, "vk_real", 1, Real, "vk_try_real");
   for (const Range& range : kRanges) {
     Register(registry, range.function, 1, InRange, nullptr, &range);
   }
