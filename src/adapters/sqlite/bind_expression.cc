@@ -386,9 +386,7 @@ Bound Binder::BindUnary(const Expr& expr) {
   // "-2147483648" is an int although its digits alone aren't.
   if (literal && expr.text == "-") return BindNumber(operand, true);
   Bound value = BindOperand(operand);
-  if (value.type.IsText()) {
-    value = Convert(std::move(value), Make(TypeKind::kInt), Mode::kImplicit, expr.at);
-  }
+  if (expr.text == "+" && value.type.IsText()) return value;
   if (!value.type.IsNumber() && !value.type.IsNull()) {
     Refuse(expr.at, "The data type " + TypeName(value.type) + " is invalid for the operator '" +
                         expr.text + "'");

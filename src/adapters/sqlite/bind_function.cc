@@ -30,8 +30,8 @@ struct Binder::Call {
   Bound As(std::size_t i, TypeKind kind) {
     return binder.Convert(arguments[i], Make(kind), Mode::kImplicit, expr.at);
   }
-  Bound Whole(std::size_t i) {
-    if (arguments[i].type.IsWhole()) return arguments[i];
+  Bound Whole(std::size_t i) { return arguments[i].type.IsWhole() ? arguments[i] : Int(i); }
+  Bound Int(std::size_t i) {
     return binder.Convert(arguments[i], Make(TypeKind::kInt), Mode::kCast, expr.at);
   }
   Bound Moment(std::size_t i) {
@@ -327,7 +327,7 @@ struct FunctionRules {
   static Bound DateAdd(Call& call) {
     const Bound moment = call.Moment(2);
     return CallOf("vk_dateadd",
-                  {Step(call, 2), call.Whole(1).sql, moment.sql, QuoteText(TypeName(moment.type))},
+                  {Step(call, 2), call.Int(1).sql, moment.sql, QuoteText(TypeName(moment.type))},
                   moment.type);
   }
   static Bound DateDiff(Call& call) {
@@ -356,7 +356,7 @@ struct FunctionRules {
     return MakeBound(call.binder.Parameter("@@utcnow"), Make(TypeKind::kDateTime));
   }
   static Bound EoMonth(Call& call) {
-    const std::string months = call.Count() > 1 ? call.Whole(1).sql : "0";
+    const std::string months = call.Count() > 1 ? call.Int(1).sql : "0";
     return CallOf("vk_eomonth", {call.Moment(0).sql, months}, Make(TypeKind::kDate));
   }
   static Bound IsDate(Call& call) {

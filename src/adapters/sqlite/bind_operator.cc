@@ -22,12 +22,6 @@ Type Held(int precision, int scale) {
   return MakeDecimal(precision, scale);
 }
 
-Type Widest(const Bound& a, const Bound& b) {
-  Type type = CommonType(a.type, b.type);
-  if (type.kind == TypeKind::kBit) type = Make(TypeKind::kInt);
-  return type;
-}
-
 bool IsLiteral(const Expr& expr) {
   if (expr.kind == ExprKind::kUnary) return IsLiteral(*expr.operands[0]);
   return expr.kind == ExprKind::kNumber || expr.kind == ExprKind::kText;
@@ -121,8 +115,11 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
     return DateArithmetic(expr, op, std::move(a), std::move(b));
   }
   if (a.type.IsNull() && b.type.IsNull()) a.type = b.type = Make(TypeKind::kInt);
-  const Type common = Widest(a, b);
-  if (!common.IsNumber()) RefuseOperands(expr, a, b);
+  const Type common = CommonType(a.type, b.type);
+  const bool bitwise = op == "&" || op == "|" || op == "^";
+  if (!common.IsNumber() || (common.kind == TypeKind::kBit && !bitwise)) {
+    RefuseOperands(expr, a, b);
+  }
   // A text takes the type of the number beside it.
   if (a.type.IsText() || a.type.IsNull()) a = Convert(a, common, Mode::kImplicit, expr.at);
   if (b.type.IsText() || b.type.IsNull()) b = Convert(b, common, Mode::kImplicit, expr.at);
@@ -131,7 +128,7 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
     a = Checked(std::move(a));
     b = Checked(std::move(b));
   }
-  if (op == "&" || op == "|" || op == "^") {
+  if (bitwise) {
     if (!common.IsWhole()) RefuseOperands(expr, a, b);
     if (op == "^") return CallOf("vk_xor", {a.sql, b.sql}, common);
     return MakeBound(Wrap(a, kBitwise) + " " + op + " " + Wrap(b, kBitwise + 1), common, kBitwise);

@@ -265,6 +265,9 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
                   {value.sql, kind, std::to_string(style)}, to);
   }
   if (from.IsDate()) {
+    const bool apart = (from.kind == TypeKind::kTime && to.kind == TypeKind::kDate) ||
+                       (from.kind == TypeKind::kDate && to.kind == TypeKind::kTime);
+    if (apart) RefuseConversion(value, to, at);
     const bool same = from.kind >= TypeKind::kSmallDateTime && from.kind <= to.kind;
     if (same) {
       value.type = to;

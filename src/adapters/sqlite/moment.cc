@@ -69,8 +69,9 @@ class Reader {
   std::optional<Moment> Read() {
     if (pieces_.empty()) return Moment{};
     if (!AtTime() && !ReadDate()) return std::nullopt;
-    if (Is("T") || Is("t")) ++at_;
-    if (at_ < pieces_.size() && !ReadTime()) return std::nullopt;
+    const bool joined = Is("T");
+    if (joined) ++at_;
+    if ((joined || at_ < pieces_.size()) && !ReadTime()) return std::nullopt;
     if (at_ != pieces_.size()) return std::nullopt;
     if (year_ < 1 || year_ > 9999 || month_ < 1 || month_ > 12 || day_ < 1 ||
         day_ > text::GregorianMonthLength(year_, month_)) {
@@ -473,13 +474,12 @@ std::int64_t Difference(const Moment& from, const Moment& to, std::string_view p
   return count(to) - count(from);
 }
 
-std::optional<Moment> Added(const Moment& moment, std::int64_t count, std::string_view part) {
+std::optional<Moment> Added(const Moment& moment, std::int32_t count, std::string_view part) {
   Moment result = moment;
   const std::int64_t unit = Unit(part);
   if (unit == 0) {
     const std::int64_t step = part == "year" ? 12 : part == "quarter" ? 3 : 1;
-    if (count > 120000 || count < -120000) return std::nullopt;
-    const std::int64_t months = Months(moment) + count * step;
+    const std::int64_t months = Months(moment) + std::int64_t{count} * step;
     if (months < 12 || months >= 120000) return std::nullopt;
     Calendar date = CalendarOf(moment.day);
     date.year = static_cast<int>(months / 12);
@@ -488,8 +488,7 @@ std::optional<Moment> Added(const Moment& moment, std::int64_t count, std::strin
     result.day = DayOf(date);
     return result;
   }
-  if (count > INT64_MAX / unit / 2 || count < -(INT64_MAX / unit / 2)) return std::nullopt;
-  const std::int64_t total = moment.millisecond + count * unit;
+  const std::int64_t total = moment.millisecond + std::int64_t{count} * unit;
   result.day = moment.day + FloorDiv(total, kDayMs);
   result.millisecond = total - FloorDiv(total, kDayMs) * kDayMs;
   if (result.day < kFirstDay || result.day > kLastDay) return std::nullopt;

@@ -52,7 +52,7 @@ std::optional<std::string> FormatMoment(const Moment& moment, int style, std::st
 std::int64_t PartOf(const Moment& moment, std::string_view part);
 std::int64_t Difference(const Moment& from, const Moment& to, std::string_view part);
 // Nothing if the result lies outside of the years 1 to 9999.
-std::optional<Moment> Added(const Moment& moment, std::int64_t count, std::string_view part);
+std::optional<Moment> Added(const Moment& moment, std::int32_t count, std::string_view part);
 
 std::string_view MonthName(int month);
 std::string_view WeekdayName(std::int64_t day);
