@@ -401,6 +401,9 @@ Bound Binder::BindUnary(const Expr& expr) {
     }
     return MakeBound("~" + Wrap(value, kPrefix), value.type, kPrefix);
   }
+  if (value.type.kind == TypeKind::kTinyInt) {  // which has no negative ones
+    value = Convert(std::move(value), Make(TypeKind::kSmallInt), Mode::kImplicit, expr.at);
+  }
   return Negated(std::move(value));
 }
 

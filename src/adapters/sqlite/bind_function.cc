@@ -115,15 +115,16 @@ struct FunctionRules {
   }
 
   static Bound Len(Call& call) {
-    return CallOf("length", {"rtrim(" + call.Text(0).sql + ", ' ')"}, Make(TypeKind::kInt));
+    return CallOf("vk_len", {call.Text(0).sql}, Make(TypeKind::kInt));
   }
 
   static Bound DataLength(Call& call) {
     const Type& type = call[0].type;
     const Type whole = Make(TypeKind::kInt);
     if (type.IsText()) {
-      if (!type.IsNational()) return CallOf("length", {call[0].sql}, whole);
-      return MakeBound("length(" + call[0].sql + ") * 2", whole, kMultiplicative);
+      const Bound letters = CallOf("vk_letters", {call[0].sql}, whole);
+      if (!type.IsNational()) return letters;
+      return MakeBound(letters.sql + " * 2", whole, kMultiplicative);
     }
     if (type.IsBinary()) return CallOf("length", {call[0].sql}, whole);
     call.binder.Refuse(call.expr.at, "DATALENGTH of " + TypeName(type) + " is not supported");

@@ -52,6 +52,19 @@ void SubBytes(sqlite3_context* context, int count, sqlite3_value** values) {
   sqlite3_result_blob64(context, part.data(), part.size(), SQLITE_TRANSIENT);
 }
 
+// SQLite's own length ends at a NUL. The blanks behind a text don't count for LEN.
+void Letters(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  sqlite3_result_int64(context, static_cast<std::int64_t>(text::Length(TextOf(values[0]))));
+}
+
+void Len(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view s = TextOf(values[0]);
+  const std::string_view shown = s.substr(0, s.find_last_not_of(' ') + 1);
+  sqlite3_result_int64(context, static_cast<std::int64_t>(text::Length(shown)));
+}
+
 bool TakeCount(sqlite3_context* context, sqlite3_value* value, const char* function,
                std::size_t& count) {
   const std::int64_t given = sqlite3_value_int64(value);
@@ -320,6 +333,8 @@ void NewId(sqlite3_context* context, int, sqlite3_value**) {
 void RegisterTextFunctions(const Registry& registry) {
   Register(registry, "vk_substring", 3, Substring);
   Register(registry, "vk_subbytes", 3, SubBytes);
+  Register(registry, "vk_letters", 1, Letters);
+  Register(registry, "vk_len", 1, Len);
   Register(registry, "vk_left", 2, LeftOf);
   Register(registry, "vk_right", 2, RightOf);
   Register(registry, "vk_charindex", 3, CharIndex);
