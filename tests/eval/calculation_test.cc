@@ -250,6 +250,8 @@ TEST(Calculation, UserFunctions) {
   evaluation.NuevaFuncion("e", "@EXP(X)");
   evaluation.NuevaFuncion("abs", "X+100");
   evaluation.NuevaFuncion("open", "(X+1");
+  evaluation.NuevaFuncion("gap", "5 -X^2");
+  evaluation.NuevaFuncion("front", "(  -X^2)");
   Check(evaluation, {"@SQ(-3)", "9"});
   Check(evaluation, {"@less(3)", "-5"});
   Check(evaluation, {"@LESS(-3)", "7"});
@@ -258,6 +260,8 @@ TEST(Calculation, UserFunctions) {
   Check(evaluation, {"@E(1)", "0", 11});  // the X of @EXP is replaced too
   Check(evaluation, {"@ABS(-1)", "1"});   // a built-in comes first
   Check(evaluation, {"1+@OPEN(1)", "1", 6});
+  Check(evaluation, {"@GAP(3)", "-4"});
+  Check(evaluation, {"@FRONT(3)", "9"});
 }
 
 TEST(Calculation, Variables) {
@@ -276,6 +280,8 @@ TEST(Calculation, Variables) {
   evaluation.NuevaVar("", 3);
   Check(evaluation, {"5+7", "-2"});
   Check(evaluation, {"{A}", "0"});
+  evaluation.NuevaVar("BA", 3);
+  Check(evaluation, {"A+BA", "-2"});
 }
 
 TEST(Calculation, NamesOfOtherSignsAreLookedForAnew) {
@@ -284,8 +290,8 @@ TEST(Calculation, NamesOfOtherSignsAreLookedForAnew) {
   Check(evaluation, {"(+)*(+)", "4"});
   evaluation.NuevaVar("*-", -7);
   Check(evaluation, {"(*-)", "-7"});
-  evaluation.NuevaVar("-.", -0.25);  // its value holds it
-  Check(evaluation, {"(-.)", "-0.25"});
+  evaluation.NuevaVar(".", 0.5);  // its value holds it
+  Check(evaluation, {"(.)*(.)", "0.25"});
 }
 
 TEST(Calculation, ValuesThatGrowBeyondATextEnd) {

@@ -93,7 +93,7 @@ TEST_F(FunctionFileTest, ReadsWhatIsWhole) {
       {kFirst + "\"@A\",\"Y+1\"\r\n\"@B\",\"X\"\r\n", "@A= @B=X "},
       {kFirst + "\"@A\",\"X\"\r\n\"@a\",\"X+1\"\r\n", "@A=X "},
       {kFirst + "@A,X\r\n\"@B\"\r\n\"\r\n\"\"\r\n\r\n\"@C\",\"X\r\n\"@D\",\"X\"\r\n", "@D=X "},
-      {kFirst + "\"@A\";\"X\"\r\n\"@BCD\r\n\"@D\",\"X\"\r\n", "@D=X "},
+      {kFirst + "@ABCDE,X\r\n\"@A\";\"X\"\r\n\"@BCD\r\n\"@D\",\"X\"\r\n", "@D=X "},
       {kFirst + "\"@\xFF\",\"X+\xC3\"\r\n\"@گ\",\"X\"\r\n", "@\xFF=X+\xC3 @گ=X "},
   };
   for (const auto& c : cases) {
