@@ -166,6 +166,11 @@ TEST_F(ProviderTest, LooksUpATextWithoutRunningIt) {
       {"declare @a int; set @a = 1; select A from t where A = @a", "A:3 "},
       {"if exists (select * from t) select A from t else select M from t", "A:3 "},
       {"select x from dbo.f(1)", "x:3 "},
+      {"update t set A = 2; while 1 = 0 begin print 'x' set nocount on end; select M from t",
+       "M:6 "},
+      {"declare @a int; select @a = A from t; select A from t; select M from t", "A:3 "},
+      {"insert into t exec p 1", "?"},
+      {"exec sp_rename 'a', 'b'", "?"},
       {"exec p 1", "?"},
       {"exec p @a = 1", "?"},
       {"delete t", "?"},
@@ -180,6 +185,30 @@ TEST_F(ProviderTest, LooksUpATextWithoutRunningIt) {
                                  "exec nothere", "select A from t; select A from", "print 1 +"}) {
     EXPECT_NE(NumberOf([&] { connection->Describe(text, 30); }), 0) << text;
   }
+}
+
+TEST_F(ProviderTest, ExplainsEachStatement) {
+  const auto connection = Open("a.db", ";Mode=Create");
+  Run(*connection, "create table t (A int, M money)");
+  const struct {
+    const char* text;
+    const char* shown;
+  } cases[] = {
+      {"select M as m, A + 1 from t", "--   m money, ADO type 6\n--   (no name) int, ADO type 3\n"},
+      {"insert t values (1, 2)", "INSERT INTO"},
+      {"insert t exec ('select 1, 2')", "-- insert t exec ('select 1, 2')\n"},
+      {"update t set M = 1.5", "15000"},
+      {"delete t where A = 1", "DELETE FROM"},
+      {"declare @a int\nset @a = 2\nselect A from t where A = @a", "--   ?1 is @a\n"},
+      {"if exists (select 1 from t) delete t", "-- if "},
+      {"while 1 = 0 begin select A from t end", "--   A int, ADO type 3\n"},
+      {"print 'one\ntwo'", "-- print 'one\n-- two'\n"},
+  };
+  for (const auto& c : cases) {
+    const std::string shown = sqlite::Explain(*connection, c.text);
+    EXPECT_NE(shown.find(c.shown), std::string::npos) << c.text << "\n" << shown;
+  }
+  EXPECT_EQ(Run(*connection, "select A from t")->rows, 0U) << "something ran";
 }
 
 TEST_F(ProviderTest, StopsAtTheTimeOut) {
