@@ -111,8 +111,8 @@ TEST(FilterTest, RefusesWhatItCantRead) {
   for (const char* text : {"",          "ID",       "ID =",       "ID = 'x",    "Nothing = 1",
                            "ID = x",    "[ID = 1",  "ID = 1 AND", "(ID = 1",    "ID = 1)",
                            "ID > NULL", "ID like",  "ID ! 3",     "ID = 1 2",   "ID = 1 orID = 2",
-                           "ID = ''",   "ID = nan", "ID < inf",   "ID < 1e999", "ID = +-2", "ID{ = 1",
-                           "ID = -",    "ID = 1e",  "ID < 1e-999"}) {
+                           "ID = ''",   "ID = nan", "ID < inf",   "ID < 1e999", "ID = +-2",
+                           "ID{ = 1",   "ID = -",   "ID = 1e",    "ID < 1e-999"}) {
     EXPECT_THROW(Matching(text), Error) << text;
   }
   EXPECT_THROW(Matching(std::string(5000, '(')), Error);
