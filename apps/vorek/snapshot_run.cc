@@ -73,7 +73,8 @@ Snapshot SnapshotRun::All(const SnapshotPlan& plan) {
   DataSession& data = world_->State().process.data;
   data.Rebind(connection_string_);
   const std::vector<CatalogEntry> catalogue = ReadCatalog(data.Get().rssqlGeneral1);
-  for (const auto& [report, entry] : plan.entries) {
+  for (const auto& entry : plan.entries) {
+    const std::int32_t report = entry.first;
     const bool there = std::any_of(catalogue.begin(), catalogue.end(),
                                    [&](const CatalogEntry& row) { return row.id == report; });
     if (there) continue;

@@ -80,9 +80,8 @@ struct RecordFilter::Node {
   std::size_t ordinal = 0;
   Op op = Op::kEqual;
   bool null = false;
-  bool exact = false;  // scaled and rest hold the value, in units of the column
-  std::int64_t scaled = 0;
-  int rest = 0;  // 1 for a value a little above scaled, -1 for one below it
+  std::int64_t scaled = 0;  // the value in units of the column, if that keeps such
+  int rest = 0;             // 1 for a value a little above scaled, -1 for one below it
   double number = 0;
   std::string text;  // in small letters
 };
@@ -117,8 +116,7 @@ bool TestMatches(const RecordFilter::Node& test, std::size_t row) {
       return TextMatches(test, column.Text(row));
     case ResultColumn::Storage::kScaled:
       if (test.op == Op::kLike) return Like(column.Display(row), test.text);
-      if (test.exact) return Holds(test.op, OrderOf(column.Scaled(row), test));
-      return Holds(test.op, column.Number(row) <=> test.number);
+      return Holds(test.op, OrderOf(column.Scaled(row), test));
     case ResultColumn::Storage::kDouble:
       if (test.op == Op::kLike) return Like(column.Display(row), test.text);
       return Holds(test.op, column.Double(row) <=> test.number);
@@ -313,15 +311,33 @@ class Parser {
   }
 
   void SetParsedNumber(RecordFilter::Node& node, std::string_view value) {
-    if (value.starts_with('+')) value.remove_prefix(1);
+    if (value.starts_with('+') && !value.starts_with("+-")) value.remove_prefix(1);
     const char* const end = value.data() + value.size();
     const auto [read, error] = std::from_chars(value.data(), end, node.number);
     if (read != end || value.empty() || !std::isfinite(node.number)) {
       Fail("\"" + std::string(value) + "\" is no number, as " + node.column->Name() + " needs");
     }
     if (error != std::errc()) Fail("\"" + std::string(value) + "\" is beyond all numbers");
-    const bool plain = value.find_first_not_of("-0123456789.") == std::string_view::npos;
-    if (plain && node.column->Kind() == ResultColumn::Storage::kScaled) SetUnits(node, value);
+    if (node.column->Kind() != ResultColumn::Storage::kScaled) return;
+    SetUnits(node, node.number == 0 ? "0" : WithoutExponent(value));
+  }
+
+  static std::string WithoutExponent(std::string_view value) {
+    const std::size_t mark = value.find_first_of("eE");
+    if (mark == std::string_view::npos) return std::string(value);
+    const std::string_view sign = value.starts_with('-') ? "-" : "";
+    std::string digits(value.substr(sign.size(), mark - sign.size()));
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    digits.erase(point, 1);
+    std::string_view exponent = value.substr(mark + 1);
+    if (exponent.starts_with('+')) exponent.remove_prefix(1);
+    std::int64_t at = 0;
+    std::from_chars(exponent.data(), exponent.data() + exponent.size(), at);
+    at += static_cast<std::int64_t>(point);
+    if (at < 0) digits.insert(0, static_cast<std::size_t>(-at), '0');
+    const auto whole = static_cast<std::size_t>(std::max<std::int64_t>(at, 0));
+    if (digits.size() < whole) digits.resize(whole, '0');
+    return std::string(sign) + digits.insert(whole, ".");
   }
 
   // A plain decimal number, exactly, in units of the column.
@@ -340,7 +356,6 @@ class Parser {
     if (beyond || decimals.find_first_not_of('0', scale) != std::string::npos) {
       node.rest = negative ? -1 : 1;
     }
-    node.exact = true;
   }
 
   std::string_view text_;
@@ -360,8 +375,8 @@ RecordFilter& RecordFilter::operator=(RecordFilter&&) noexcept = default;
 bool RecordFilter::Matches(std::size_t row) const { return NodeMatches(*root_, row); }
 
 bool RecordFilter::IsKeyTest(KeyTest& test) const {
-  const bool simple = root_->kind == Kind::kTest && root_->op == Op::kEqual && root_->exact &&
-                      root_->rest == 0 && !root_->null;
+  const bool simple = root_->kind == Kind::kTest && root_->op == Op::kEqual && !root_->null &&
+                      root_->column->Kind() == ResultColumn::Storage::kScaled && root_->rest == 0;
   if (simple) test = {root_->ordinal, root_->scaled};
   return simple;
 }

@@ -47,7 +47,6 @@ std::size_t Choose(std::string_view text, char first, char second) {
 // What goes in front of a result whose left operand took over a "-" from inside the text, at
 // `begin`, and which doesn't bring a "-" of its own. A subtracted power stays subtracted: 5-1^2.
 std::string_view SignInFront(std::string_view text, std::size_t begin, char sign, bool computed) {
-  if (sign == '-') return "";
   if (sign != '^') return "+";
   return computed && NumberEndsBefore(text, begin) ? "-" : "";
 }

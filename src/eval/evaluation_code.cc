@@ -23,7 +23,7 @@ std::string_view Description(std::int16_t code) {
       "اشكال در تابع",
   };
   const auto index = static_cast<std::size_t>(code);
-  return code >= 0 && index < kTexts.size() ? kTexts[index] : std::string_view();
+  return index < kTexts.size() ? kTexts[index] : std::string_view();
 }
 
 }  // namespace vorek::evaluation_code

@@ -80,7 +80,7 @@ class Reader {
 
   char Peek() const { return at_ < text_.size() ? text_[at_] : '\0'; }
   bool Accept(char c) {
-    if (Peek() != c || at_ == text_.size()) return false;
+    if (Peek() != c) return false;
     ++at_;
     return true;
   }

@@ -59,10 +59,8 @@ std::string SustituyeVar(std::string_view formula, const KeyedList<VariableClass
   std::string text = text::ToUpper(formula);
   for (std::size_t i = 1; i <= variables.Size(); ++i) {
     const std::string& name = variables.Key(i);
-    const DynamicValue& value = variables.At(i).Valor();
-    const bool none = value.IsNull() || value.IsEmpty();
-    const std::string put = none ? std::string() : NumberText(value.Number());
-    if (!name.empty()) Replacement(name, put, text).Run();
+    if (name.empty()) continue;
+    Replacement(name, NumberText(variables.At(i).Valor().Number()), text).Run();
   }
   return text;
 }

@@ -147,7 +147,9 @@ class FilterCase {
     const bool between = column == 1 && Pick(4) == 0;  // finer than the column
     if (between) wanted += 1;
     const std::string sign = wanted >= 0 && Pick(5) == 0 ? "+" : "";
-    return {name + Blanks(false) + kOperators[op] + Blanks(false) + sign + Written(wanted),
+    const bool exponent = Pick(5) == 0;
+    const std::string number = exponent ? Written(wanted * kUnit) + "e-8" : Written(wanted);
+    return {name + Blanks(false) + kOperators[op] + Blanks(false) + sign + number,
             [column, op, wanted](const Row& row) {
               const auto& value = row.numbers[column];
               if (!value) return op == 1;

@@ -83,6 +83,11 @@ TEST(FilterTest, ComparesNumbersToTheirLastPlace) {
   EXPECT_EQ(matching("Price = 99999999999999999999"), "000");
   EXPECT_EQ(matching("Price > -99999999999999999999"), "111");
   EXPECT_EQ(matching("Price > 900000000000000.00015"), "010");
+  EXPECT_EQ(matching("Price = 9.000000000000000001e14"), "100");
+  EXPECT_EQ(matching("Price = 9000000000000000002E-4"), "010");
+  EXPECT_EQ(matching("Price > -1e-320"), "111");
+  EXPECT_EQ(matching("Price < 1e+300"), "111");
+  EXPECT_EQ(matching("Price = 0e999999999"), "001");
 }
 
 TEST(FilterTest, SelectsWhatAPlainReadingSelects) {
@@ -103,10 +108,11 @@ TEST(FilterTest, SelectsWhatAPlainReadingSelects) {
 }
 
 TEST(FilterTest, RefusesWhatItCantRead) {
-  for (const char* text :
-       {"", "ID", "ID =", "ID = 'x", "Nothing = 1", "ID = x", "[ID = 1", "ID = 1 AND", "(ID = 1",
-        "ID = 1)", "ID > NULL", "ID like", "ID ! 3", "ID = 1 2", "ID = 1 orID = 2", "ID = ''",
-        "ID = nan", "ID < inf", "ID < 1e999"}) {
+  for (const char* text : {"",          "ID",       "ID =",       "ID = 'x",    "Nothing = 1",
+                           "ID = x",    "[ID = 1",  "ID = 1 AND", "(ID = 1",    "ID = 1)",
+                           "ID > NULL", "ID like",  "ID ! 3",     "ID = 1 2",   "ID = 1 orID = 2",
+                           "ID = ''",   "ID = nan", "ID < inf",   "ID < 1e999", "ID = +-2",
+                           "ID{ = 1",   "ID = -",   "ID = 1e",    "ID < 1e-999"}) {
     EXPECT_THROW(Matching(text), Error) << text;
   }
   EXPECT_THROW(Matching(std::string(5000, '(')), Error);
@@ -121,8 +127,10 @@ TEST(FilterTest, KnowsTheTestOfOneKey) {
   EXPECT_TRUE(RecordFilter("ParentID = 2", *rows).IsKeyTest(test));
   EXPECT_EQ(test.column, 1U);
   EXPECT_EQ(test.key, 2);
-  for (const char* const other : {"ID > 2", "ID = 1 or ID = 2", "ID = 1.5", "ID = NULL", "ID = 1e0",
-                                  "نام = 'a'", "[Two Words] = 1"}) {
+  EXPECT_TRUE(RecordFilter("ID = 0.3e1", *rows).IsKeyTest(test));
+  EXPECT_EQ(test.key, 3);
+  for (const char* const other : {"ID > 2", "ID = 1 or ID = 2", "ID = 1.5", "ID = NULL",
+                                  "ID like '1'", "نام = 'a'", "[Two Words] = 1"}) {
     EXPECT_FALSE(RecordFilter(other, *rows).IsKeyTest(test)) << other;
   }
 }

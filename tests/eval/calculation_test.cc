@@ -201,6 +201,19 @@ TEST(Calculation, TextBeyondAsciiAndLongTexts) {
   Check(evaluation, {(ones + "*0ش").c_str(), "0"});
   Check(evaluation, {(ones + "*0ش1").c_str(), "", 1});
   Check(evaluation, {std::string(32768, '1').c_str(), "", 14});
+  // Characters are counted, not bytes.
+  Check(evaluation, {("1+1" + std::string(32700, ' ') + "ش").c_str(), "2"});
+  std::string letters;
+  for (int i = 0; i < 100; ++i) letters += "ش";
+  Check(evaluation, {(letters + std::string(32667, '1')).c_str(), "0"});
+  Check(evaluation, {(letters + std::string(32668, '1')).c_str(), "", 14});
+  EXPECT_EQ(evaluation.DErr(), "");
+  evaluation.Expresion(letters + letters);
+  evaluation.ObtieneVar();
+  EXPECT_EQ(evaluation.CErr(), 1);
+  evaluation.NuevaVar(letters + letters, 1);
+  EXPECT_EQ(evaluation.CErr(), 1);
+  EXPECT_EQ(evaluation.CuentaVar(), 0);
 }
 
 TEST(Calculation, DeepAndEndlessFormulasEnd) {
@@ -237,6 +250,8 @@ TEST(Calculation, UserFunctions) {
   evaluation.NuevaFuncion("e", "@EXP(X)");
   evaluation.NuevaFuncion("abs", "X+100");
   evaluation.NuevaFuncion("open", "(X+1");
+  evaluation.NuevaFuncion("gap", "5 -X^2");
+  evaluation.NuevaFuncion("front", "(  -X^2)");
   Check(evaluation, {"@SQ(-3)", "9"});
   Check(evaluation, {"@less(3)", "-5"});
   Check(evaluation, {"@LESS(-3)", "7"});
@@ -245,6 +260,8 @@ TEST(Calculation, UserFunctions) {
   Check(evaluation, {"@E(1)", "0", 11});  // the X of @EXP is replaced too
   Check(evaluation, {"@ABS(-1)", "1"});   // a built-in comes first
   Check(evaluation, {"1+@OPEN(1)", "1", 6});
+  Check(evaluation, {"@GAP(3)", "-4"});
+  Check(evaluation, {"@FRONT(3)", "9"});
 }
 
 TEST(Calculation, Variables) {
@@ -262,6 +279,27 @@ TEST(Calculation, Variables) {
   evaluation.NuevaVar("7", -7);
   evaluation.NuevaVar("", 3);
   Check(evaluation, {"5+7", "-2"});
+  Check(evaluation, {"{A}", "0"});
+  evaluation.NuevaVar("BA", 3);
+  Check(evaluation, {"A+BA", "-2"});
+}
+
+TEST(Calculation, NamesOfOtherSignsAreLookedForAnew) {
+  EvaluationClass evaluation;
+  evaluation.NuevaVar("+", 2);
+  Check(evaluation, {"(+)*(+)", "4"});
+  evaluation.NuevaVar("*-", -7);
+  Check(evaluation, {"(*-)", "-7"});
+  evaluation.NuevaVar(".", 0.5);  // its value holds it
+  Check(evaluation, {"(.)*(.)", "0.25"});
+}
+
+TEST(Calculation, ValuesThatGrowBeyondATextEnd) {
+  EvaluationClass evaluation;
+  evaluation.NuevaVar("A", 123456789012345.0);
+  std::string sum = "A";
+  while (sum.size() + 2 <= 32767) sum += "+A";
+  Check(evaluation, {sum.c_str(), "", 14});
 }
 
 TEST(Calculation, WarnsOfNumbersBeyondTheNormalSize) {

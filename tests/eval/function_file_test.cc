@@ -67,6 +67,19 @@ TEST_F(FunctionFileTest, TwoProgramsKeepEachOthersChanges) {
   }
   // Neither end brings back what the other one had changed.
   EXPECT_EQ(Read(), "@B=X*9 @C=X @ONE=X+1 @OTHER=X+2 ");
+  EvaluationClass late(Options());
+  EvaluationClass(Options()).RemFuncion("@C");
+  late.RemFuncion("@C");  // which isn't there any more
+  EXPECT_EQ(Read(), "@B=X*9 @ONE=X+1 @OTHER=X+2 ");
+}
+
+TEST_F(FunctionFileTest, WithoutFilesNothingIsReadNorWritten) {
+  EvaluationOptions options = Options();
+  options.files = nullptr;
+  EvaluationClass evaluation(options);
+  evaluation.NuevaFuncion("b", "X");
+  EXPECT_EQ(evaluation.CuentaFuncion(), 1);
+  EXPECT_EQ(files_.writes, 0);
 }
 
 TEST_F(FunctionFileTest, ReadsWhatIsWhole) {
@@ -80,6 +93,7 @@ TEST_F(FunctionFileTest, ReadsWhatIsWhole) {
       {kFirst + "\"@A\",\"Y+1\"\r\n\"@B\",\"X\"\r\n", "@A= @B=X "},
       {kFirst + "\"@A\",\"X\"\r\n\"@a\",\"X+1\"\r\n", "@A=X "},
       {kFirst + "@A,X\r\n\"@B\"\r\n\"\r\n\"\"\r\n\r\n\"@C\",\"X\r\n\"@D\",\"X\"\r\n", "@D=X "},
+      {kFirst + "@ABCDE,X\r\n\"@A\";\"X\"\r\n\"@BCD\r\n\"@D\",\"X\"\r\n", "@D=X "},
       {kFirst + "\"@\xFF\",\"X+\xC3\"\r\n\"@گ\",\"X\"\r\n", "@\xFF=X+\xC3 @گ=X "},
   };
   for (const auto& c : cases) {

@@ -123,7 +123,11 @@ TEST(PreparedFormula, AgreesOnTheCorpus) {
                                   "-(-a)+b",
                                   "+-a-b",
                                   "---a+b",
-                                  "-a\t-\n\rb"};
+                                  "-a\t-\n\rb",
+                                  "a-b \x01",
+                                  "2 -a^b",
+                                  "-1-(0-900000000000000)+(0-a)",
+                                  "-1-900000000000000-a+b"};
   const double values[] = {0, 1, -2.5, 1234567.89, -98765.4321, 1e14, 1e-9, 1e20};
   Twins twins;
   for (const char* formula : formulas) {
@@ -157,6 +161,9 @@ TEST(PreparedFormula, NeedsNoTextForOrdinaryFormulas) {
       {"---a+b", {-3, 2, 0}, false},
       {"a\t+\n b", {1, 2, 3}, true},
       {"a b", {1, 2, 3}, false},
+      {"a+\x01", {1, 2, 3}, false},
+      {"-1-(0-900000000000000)+(0-a)", {1, 2, 3}, true},
+      {"-1-(0-900000000000000)+(0-a)", {9e14, 2, 3}, false},
   };
   for (const auto& c : cases) {
     EvaluationClass evaluation;
@@ -164,6 +171,20 @@ TEST(PreparedFormula, NeedsNoTextForOrdinaryFormulas) {
     double value = 0;
     EXPECT_EQ(prepared.EvaluateWithoutText(c.values, value), c.without_text) << c.formula;
   }
+}
+
+TEST(PreparedFormula, LongAndDeepOnesGoByTheirText) {
+  const auto nested = [](std::size_t depth) {
+    return Parse(std::string(depth, '(') + "a+1" + std::string(depth, ')'));
+  };
+  Twins twins;
+  FormulaTemplate none = Parse("a");
+  none.AddText("");
+  EXPECT_TRUE(twins.Agree(none, {1}));
+  EXPECT_TRUE(twins.Agree(nested(31), {1}));
+  EXPECT_FALSE(twins.Agree(nested(32), {1}));
+  EXPECT_TRUE(twins.Agree(Parse("a" + std::string(999, ' ')), {1}));
+  EXPECT_FALSE(twins.Agree(Parse("a" + std::string(1000, ' ')), {1}));
 }
 
 TEST(PreparedFormula, AVariableWithoutAValueRefusesIt) {

@@ -45,6 +45,10 @@ TEST(VariableClass, TheDefaultIsWrittenOnce) {
   EXPECT_TRUE(variable.Predeterminado().IsEmpty());
   ASSERT_EQ(notices.messages.size(), 1U);
   EXPECT_EQ(notices.messages[0], "اشكال|El valor predeterminado ya fue asignado");
+  VariableClass silent(nullptr);
+  silent.Predeterminado(1);
+  silent.Predeterminado(2);
+  EXPECT_EQ(silent.Predeterminado().Text(), "1");
 }
 
 TEST(FunctionClass, ABodyNamesXAndNothingElse) {
@@ -158,6 +162,11 @@ TEST(Registry, AValueGoesBackToItsDefault) {
   EXPECT_EQ(evaluation.Valor("a").Text(), "1");
   evaluation.NuevoValor("x", wrong);
   EXPECT_EQ(evaluation.CErr(), 2);
+  evaluation.NuevoValor(DynamicValue::Null(), 1);
+  EXPECT_EQ(evaluation.CErr(), 2);
+  evaluation.NuevoValor("a", DynamicValue());
+  EXPECT_EQ(evaluation.CErr(), 0);
+  EXPECT_TRUE(evaluation.Valor("a").IsEmpty());
   evaluation.NuevoValor("x");
   EXPECT_EQ(evaluation.CErr(), 2);
 }
@@ -188,6 +197,8 @@ TEST(Registry, UserFunctions) {
   evaluation.ModiFuncion("f", "x");
   EXPECT_EQ(evaluation.CErr(), 11);
   evaluation.RemFuncion("@NADA");
+  EXPECT_EQ(evaluation.CErr(), 11);
+  evaluation.RemFuncion(DynamicValue::Null());
   EXPECT_EQ(evaluation.CErr(), 11);
   evaluation.RemFuncion(1);
   EXPECT_EQ(evaluation.CErr(), 0);

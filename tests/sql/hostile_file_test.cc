@@ -78,6 +78,71 @@ TEST_F(HostileFileTest, ReadOnlyIsNotWrittenToWhateverAText) {
   EXPECT_EQ(connection->Execute("select A from t where A = 1", {})->rows, 1U);
 }
 
+TEST_F(HostileFileTest, AValueThatIsNoneOfItsTypeGivesNoFigure) {
+  Open(";Mode=Create")
+      ->Execute(
+          "create table t (X decimal(38,4), M money, A datetime, B bigint, Z varbinary(4))\n"
+          "insert t values (1, 1, '2024-01-01', 1, 0x01)",
+          {});
+  Make("UPDATE t SET X = x'010203', M = 1.5, A = 'x', B = 2.5");
+  const auto connection = Open();
+  for (const char* const value : {"X",
+                                  "X + 1",
+                                  "1 - X",
+                                  "-X",
+                                  "abs(X)",
+                                  "sign(X)",
+                                  "X / 3",
+                                  "X * X",
+                                  "X % 2",
+                                  "floor(X)",
+                                  "round(X, 1)",
+                                  "max(X)",
+                                  "sum(X)",
+                                  "sum(X * X)",
+                                  "avg(X)",
+                                  "cast(X as decimal(38, 6))",
+                                  "cast(X as decimal(38, 2))",
+                                  "cast(X as float)",
+                                  "cast(X as varchar(50))",
+                                  "cast(X as decimal(9, 2))",
+                                  "cast(X as int)",
+                                  "case when X > 1 then 1 else 0 end",
+                                  "M",
+                                  "M + 1",
+                                  "cast(M as varchar(20))",
+                                  "cast(M as int)",
+                                  "round(M, 1)",
+                                  "sum(M)",
+                                  "convert(varchar(30), A, 120)",
+                                  "A + 1",
+                                  "cast(A as float)",
+                                  "dateadd(day, 1, A)",
+                                  "datediff(day, A, '2024-01-01')",
+                                  "datediff(day, '2024-01-01', A)",
+                                  "datepart(day, A)",
+                                  "datename(month, A)",
+                                  "year(A)",
+                                  "eomonth(A)",
+                                  "cast(A as smalldatetime)",
+                                  "cast(A as date)",
+                                  "B",
+                                  "B + 1",
+                                  "cast(B as int)",
+                                  "cast(B as tinyint)"}) {
+    EXPECT_THROW(connection->Execute(std::string("select ") + value + " from t", {}), Error)
+        << value;
+  }
+  const ResultSetPtr tried =
+      connection->Execute("select try_cast(B as int), try_cast(X as int) from t", {});
+  EXPECT_TRUE(tried->columns[0].IsNull(0));
+  EXPECT_TRUE(tried->columns[1].IsNull(0));
+  Make("UPDATE t SET A = '2024-13-01 00:00:00.000'");
+  EXPECT_THROW(connection->Execute("select year(A) from t", {}), Error);
+  Make("UPDATE t SET A = '2024-01-0x 00:00:00.000'");
+  EXPECT_THROW(connection->Execute("select year(A) from t", {}), Error);
+}
+
 TEST_F(HostileFileTest, DamagedPagesEndInAnError) {
   {
     const auto made = Open(";Mode=Create");

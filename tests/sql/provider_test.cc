@@ -133,7 +133,7 @@ TEST_F(ProviderTest, TellsErrorsByTheirNumbers) {
       {"select cast('x' as int)", -2147217913},
   };
   for (const auto& [text, number] : cases) {
-    EXPECT_EQ(NumberOf([&] { Run(*connection, text); }), number) << text;
+    EXPECT_EQ(NumberOf([&, &text = text] { Run(*connection, text); }), number) << text;
   }
   EXPECT_EQ(Run(*connection, "select 1")->rows, 1U) << "usable after errors";
 }
@@ -166,6 +166,11 @@ TEST_F(ProviderTest, LooksUpATextWithoutRunningIt) {
       {"declare @a int; set @a = 1; select A from t where A = @a", "A:3 "},
       {"if exists (select * from t) select A from t else select M from t", "A:3 "},
       {"select x from dbo.f(1)", "x:3 "},
+      {"update t set A = 2; while 1 = 0 begin print 'x' set nocount on end; select M from t",
+       "M:6 "},
+      {"declare @a int; select @a = A from t; select A from t; select M from t", "A:3 "},
+      {"insert into t exec p 1", "?"},
+      {"exec sp_rename 'a', 'b'", "?"},
       {"exec p 1", "?"},
       {"exec p @a = 1", "?"},
       {"delete t", "?"},
@@ -180,6 +185,30 @@ TEST_F(ProviderTest, LooksUpATextWithoutRunningIt) {
                                  "exec nothere", "select A from t; select A from", "print 1 +"}) {
     EXPECT_NE(NumberOf([&] { connection->Describe(text, 30); }), 0) << text;
   }
+}
+
+TEST_F(ProviderTest, ExplainsEachStatement) {
+  const auto connection = Open("a.db", ";Mode=Create");
+  Run(*connection, "create table t (A int, M money)");
+  const struct {
+    const char* text;
+    const char* shown;
+  } cases[] = {
+      {"select M as m, A + 1 from t", "--   m money, ADO type 6\n--   (no name) int, ADO type 3\n"},
+      {"insert t values (1, 2)", "INSERT INTO"},
+      {"insert t exec ('select 1, 2')", "-- insert t exec ('select 1, 2')\n"},
+      {"update t set M = 1.5", "15000"},
+      {"delete t where A = 1", "DELETE FROM"},
+      {"declare @a int\nset @a = 2\nselect A from t where A = @a", "--   ?1 is @a\n"},
+      {"if exists (select 1 from t) delete t", "-- if "},
+      {"while 1 = 0 begin select A from t end", "--   A int, ADO type 3\n"},
+      {"print 'one\ntwo'", "-- print 'one\n-- two'\n"},
+  };
+  for (const auto& c : cases) {
+    const std::string shown = sqlite::Explain(*connection, c.text);
+    EXPECT_NE(shown.find(c.shown), std::string::npos) << c.text << "\n" << shown;
+  }
+  EXPECT_EQ(Run(*connection, "select A from t")->rows, 0U) << "something ran";
 }
 
 TEST_F(ProviderTest, StopsAtTheTimeOut) {
@@ -258,7 +287,7 @@ TEST_F(ProviderTest, RunsAScriptAsAWholeAndTellsTheLineThatFailed) {
   };
   for (const auto& [script, place] : bad) {
     std::string text;
-    EXPECT_NE(NumberOf([&] { RunScript(*connection, script, {}); }, &text), 0);
+    EXPECT_NE(NumberOf([&, &script = script] { RunScript(*connection, script, {}); }, &text), 0);
     EXPECT_NE(text.find(place), std::string::npos) << text;
     EXPECT_EQ(Run(*connection, "select A from t")->rows, 3U) << "all or nothing";
   }
@@ -275,7 +304,8 @@ TEST_F(ProviderTest, AScriptStaysWhole) {
   };
   for (const auto& [script, place] : bad) {
     std::string text;
-    EXPECT_NE(NumberOf([&] { RunScript(*connection, script, {}); }, &text), 0) << script;
+    EXPECT_NE(NumberOf([&, &script = script] { RunScript(*connection, script, {}); }, &text), 0)
+        << script;
     EXPECT_NE(text.find(place), std::string::npos) << text;
     EXPECT_EQ(Run(*connection, "select A from t")->rows, 0U) << script;
   }
@@ -367,7 +397,7 @@ TEST_F(ProviderTest, TellsDeepAndCyclicTextsFromThoseItCanRun) {
   };
   for (const std::string& text : deep) {
     // "--" begins a comment: that text is only short of an expression.
-    EXPECT_NE(NumberOf([&] { Run(*connection, text); }), 0) << text.substr(0, 60);
+    EXPECT_NE(NumberOf([&, &text = text] { Run(*connection, text); }), 0) << text.substr(0, 60);
   }
   Run(*connection, "create table t (A int)");
   Run(*connection, "create view a as select A from t");

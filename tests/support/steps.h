@@ -2,6 +2,7 @@
 #define VOREK_TESTS_SUPPORT_STEPS_H_
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -144,9 +145,13 @@ inline void MergeRows(ReportContext& report) {
         const std::string a = grid.TextMatrix(i, j);
         const std::string b = grid.TextMatrix(i + 1, j);
         if (type == 2) {
-          grid.SetTextMatrix(i, j,
-                             text::PlainNumber(text::NumericPrefix(UnformatNumber(a)) +
-                                               text::NumericPrefix(UnformatNumber(b))));
+          // Money in its units: a double would lose the last ones where big amounts cancel.
+          const double units = TypeOf(report.state, j) == kCurrency ? 10000 : 1;
+          const auto number = [units](const std::string& text) {
+            const double value = text::NumericPrefix(UnformatNumber(text)) * units;
+            return units == 1 ? value : std::round(value);
+          };
+          grid.SetTextMatrix(i, j, text::PlainNumber((number(a) + number(b)) / units));
         } else if (type == 3) {
           grid.SetTextMatrix(i, j, a + "," + b);
         }

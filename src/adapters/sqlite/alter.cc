@@ -220,10 +220,10 @@ void Definer::AddCheck(const TableInfo& table, const Constraint& constraint, boo
   }
   // Checked behind the change, on the row as it stands then.
   for (const char* event : {"INSERT", "UPDATE"}) {
-    Run(db_, "CREATE TRIGGER main." + QuoteName(table.name + "." + name + "." + event) + " AFTER " +
-                 event + " ON " + row + " WHEN EXISTS (SELECT 1 FROM " + row +
-                 " WHERE rowid = NEW.rowid AND NOT (" + condition +
-                 ")) BEGIN SELECT RAISE(ABORT, " + QuoteText(message) + "); END");
+    Run(db_, std::string("CREATE TRIGGER ") + (table.temporary ? "temp." : "main.") +
+                 QuoteName(table.name + "." + name + "." + event) + " AFTER " + event + " ON " +
+                 row + " WHEN EXISTS (SELECT 1 FROM " + row + " WHERE rowid = NEW.rowid AND NOT (" +
+                 condition + ")) BEGIN SELECT RAISE(ABORT, " + QuoteText(message) + "); END");
   }
 }
 

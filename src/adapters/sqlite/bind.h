@@ -384,6 +384,8 @@ Bound Ordered(Bound value);
 Bound Checked(Bound value);
 // name(a, b)
 Bound CallOf(std::string_view name, std::initializer_list<std::string> arguments, const Type& type);
+// A text whose type has all the room that there is without "max" is cut where that ends.
+Bound CutToRoom(Bound text);
 // The value with the collation VOREK, unless it carries it by itself.
 Bound Collated(Bound value);
 

@@ -110,6 +110,7 @@ Bound Binder::AggregateOf(const Expr& expr, const std::string& name, Bound argum
     return IsWide(argument) ? CallOf("vk_of_order", {extreme.sql}, extreme.type) : extreme;
   }
   if (name == "string_agg") {
+    if (expr.distinct) Refuse(expr.at, "STRING_AGG takes no DISTINCT");
     if (!argument.type.IsText()) {
       argument = Convert(std::move(argument), MakeText(TypeKind::kNVarChar, Type::kMax),
                          Mode::kImplicit, expr.at);
@@ -152,13 +153,10 @@ Bound Binder::BindRanking(const Expr& expr, const std::string& name) {
   if (scope_ == nullptr || !scope_->takes_aggregates) {
     Refuse(expr.at, "A window function may not stand here: a select list and ORDER BY take one");
   }
-  if (expr.window == nullptr)
-    Refuse(expr.at, "The function '" + name + "' must have an OVER clause");
-  const bool ranks = name == "row_number" || name == "rank" || name == "dense_rank";
-  const bool needs_order = ranks || name == "ntile";
-  if (needs_order && expr.window->order.empty()) {
+  if (expr.window == nullptr || expr.window->order.empty()) {
     Refuse(expr.at, "The function '" + name + "' must have an OVER clause with ORDER BY");
   }
+  const bool ranks = name == "row_number" || name == "rank" || name == "dense_rank";
   const std::size_t count = expr.operands.size();
   const std::size_t most = ranks ? 0 : name == "lag" || name == "lead" ? 3 : 1;
   if (count > most || (!ranks && count == 0)) {
@@ -169,6 +167,9 @@ Bound Binder::BindRanking(const Expr& expr, const std::string& name) {
   for (std::size_t i = 0; i < count; ++i) {
     Bound argument = BindValue(*expr.operands[i]);
     if (i == 0 && name != "ntile") type = argument.type;
+    if (i == 1 && argument.literal == Bound::Literal::kNumber && argument.value[0] == '-') {
+      Refuse(expr.at, "The offset of '" + name + "' can't be negative");
+    }
     if (i == 2) argument = Convert(std::move(argument), type, Mode::kImplicit, expr.at);
     arguments += (i == 0 ? "" : ", ") + argument.sql;
   }

@@ -386,9 +386,7 @@ Bound Binder::BindUnary(const Expr& expr) {
   // "-2147483648" is an int although its digits alone aren't.
   if (literal && expr.text == "-") return BindNumber(operand, true);
   Bound value = BindOperand(operand);
-  if (value.type.IsText()) {
-    value = Convert(std::move(value), Make(TypeKind::kInt), Mode::kImplicit, expr.at);
-  }
+  if (expr.text == "+" && value.type.IsText()) return value;
   if (!value.type.IsNumber() && !value.type.IsNull()) {
     Refuse(expr.at, "The data type " + TypeName(value.type) + " is invalid for the operator '" +
                         expr.text + "'");
@@ -397,10 +395,14 @@ Bound Binder::BindUnary(const Expr& expr) {
   if (expr.text == "~") {
     if (!value.type.IsWhole()) Refuse(expr.at, "'~' takes whole numbers only");
     value = Checked(std::move(value));
-    if (value.type.kind == TypeKind::kBit) {
-      return MakeBound("1 - " + Wrap(value, kAdditive + 1), value.type, kAdditive);
+    if (value.type.kind == TypeKind::kBit || value.type.kind == TypeKind::kTinyInt) {
+      const char* const all = value.type.kind == TypeKind::kBit ? "1 - " : "255 - ";
+      return MakeBound(all + Wrap(value, kAdditive + 1), value.type, kAdditive);
     }
     return MakeBound("~" + Wrap(value, kPrefix), value.type, kPrefix);
+  }
+  if (value.type.kind == TypeKind::kTinyInt) {  // which has no negative ones
+    value = Convert(std::move(value), Make(TypeKind::kSmallInt), Mode::kImplicit, expr.at);
   }
   return Negated(std::move(value));
 }
@@ -619,10 +621,12 @@ Bound Binder::BindCast(const Expr& expr) {
   int style = 0;
   if (expr.operands.size() == 2) {
     const Bound given = BindValue(*expr.operands[1]);
-    if (given.literal != Bound::Literal::kNumber || !given.type.IsWhole()) {
+    if (given.literal != Bound::Literal::kNumber || !given.type.IsWhole() ||
+        given.value[0] == '-') {
       Refuse(expr.operands[1]->at, "The style of CONVERT must be a number as it stands");
     }
     style = std::atoi(given.value.c_str());
+    if (style == 0 && value.type.IsDate()) style = 100;  // the same, and not that of the kind
   }
   const Mode mode = expr.text.rfind("try_", 0) == 0 ? Mode::kTry : Mode::kCast;
   Bound result = Convert(std::move(value), expr.type, mode, expr.at, style);

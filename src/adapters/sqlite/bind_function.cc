@@ -30,8 +30,8 @@ struct Binder::Call {
   Bound As(std::size_t i, TypeKind kind) {
     return binder.Convert(arguments[i], Make(kind), Mode::kImplicit, expr.at);
   }
-  Bound Whole(std::size_t i) {
-    if (arguments[i].type.IsWhole()) return arguments[i];
+  Bound Whole(std::size_t i) { return arguments[i].type.IsWhole() ? arguments[i] : Int(i); }
+  Bound Int(std::size_t i) {
     return binder.Convert(arguments[i], Make(TypeKind::kInt), Mode::kCast, expr.at);
   }
   Bound Moment(std::size_t i) {
@@ -42,14 +42,27 @@ struct Binder::Call {
     if (arguments[i].type.IsNumber()) return arguments[i];
     return As(i, TypeKind::kFloat);
   }
-  // The type of a text that is made of argument i and has no less room.
+  // How many characters argument i has at most, written as a text.
+  int Room(std::size_t i) const {
+    constexpr int kOfNumbers = 41;  // the longest: a decimal of 38 digits, its sign and point
+    return arguments[i].type.IsText() ? arguments[i].type.length : kOfNumbers;
+  }
+  bool IsNational(std::initializer_list<std::size_t> among) const {
+    return std::any_of(among.begin(), among.end(),
+                       [this](std::size_t i) { return arguments[i].type.IsNational(); });
+  }
+  // The type of a text that is made of argument i, with as much room or as told.
+  Type Like(std::size_t i) const { return TextOf(IsNational({i}), Room(i)); }
   Type Like(std::size_t i, int length) const {
-    const Type& type = arguments[i].type;
-    const bool unlimited = type.length == Type::kMax;
-    return MakeText(type.IsNational() ? TypeKind::kNVarChar : TypeKind::kVarChar,
-                    unlimited && length != 0 ? Type::kMax
-                    : length == 0            ? type.length
-                                             : length);
+    return TextOf(IsNational({i}), Room(i) == Type::kMax ? Type::kMax : length);
+  }
+  static Type TextOf(bool national, int length) {
+    return MakeText(national ? TypeKind::kNVarChar : TypeKind::kVarChar, length);
+  }
+  // The text with all room that there is, cut where it ends; "max" if argument i is.
+  Bound Longest(Bound text, bool national, std::size_t i) const {
+    text.type = TextOf(national, Room(i) == Type::kMax ? Type::kMax : LongestText(national));
+    return CutToRoom(std::move(text));
   }
   bool IsCount(std::size_t i) const {  // a whole number as it stands, not negative
     return arguments[i].literal == Bound::Literal::kNumber && arguments[i].type.IsWhole() &&
@@ -102,15 +115,16 @@ struct FunctionRules {
   }
 
   static Bound Len(Call& call) {
-    return CallOf("length", {"rtrim(" + call.Text(0).sql + ", ' ')"}, Make(TypeKind::kInt));
+    return CallOf("vk_len", {call.Text(0).sql}, Make(TypeKind::kInt));
   }
 
   static Bound DataLength(Call& call) {
     const Type& type = call[0].type;
     const Type whole = Make(TypeKind::kInt);
     if (type.IsText()) {
-      if (!type.IsNational()) return CallOf("length", {call[0].sql}, whole);
-      return MakeBound("length(" + call[0].sql + ") * 2", whole, kMultiplicative);
+      const Bound letters = CallOf("vk_letters", {call[0].sql}, whole);
+      if (!type.IsNational()) return letters;
+      return MakeBound(letters.sql + " * 2", whole, kMultiplicative);
     }
     if (type.IsBinary()) return CallOf("length", {call[0].sql}, whole);
     call.binder.Refuse(call.expr.at, "DATALENGTH of " + TypeName(type) + " is not supported");
@@ -118,24 +132,26 @@ struct FunctionRules {
 
   static Bound Left(Call& call) {
     const Bound text = call.Text(0);
-    if (!call.IsCount(1)) return CallOf("vk_left", {text.sql, call.Whole(1).sql}, call.Like(0, 0));
-    return CallOf("substr", {text.sql, "1", call[1].sql},
-                  call.Like(0, std::max(1, std::atoi(call[1].value.c_str()))));
+    if (!call.IsCount(1)) return CallOf("vk_left", {text.sql, call.Whole(1).sql}, call.Like(0));
+    return CallOf(
+        "substr", {text.sql, "1", call[1].sql},
+        call.Like(0, std::clamp(std::atoi(call[1].value.c_str()), 1, LongestText(false))));
   }
 
   static Bound Right(Call& call) {
     const Bound text = call.Text(0);
-    return CallOf("vk_right", {text.sql, call.Whole(1).sql}, call.Like(0, 0));
+    return CallOf("vk_right", {text.sql, call.Whole(1).sql}, call.Like(0));
   }
 
   static Bound Substring(Call& call) {
     if (call[0].type.IsBinary()) {
-      return CallOf("substr", {call[0].sql, call.Whole(1).sql, call.Whole(2).sql}, call[0].type);
+      return CallOf("vk_subbytes", {call[0].sql, call.Whole(1).sql, call.Whole(2).sql},
+                    call[0].type);
     }
     const Bound text = call.Text(0);
     const bool plain = call.IsCount(1) && call.IsCount(2) && call[1].value != "0";
     return CallOf(plain ? "substr" : "vk_substring",
-                  {text.sql, call.Whole(1).sql, call.Whole(2).sql}, call.Like(0, 0));
+                  {text.sql, call.Whole(1).sql, call.Whole(2).sql}, call.Like(0));
   }
 
   static Bound CharIndex(Call& call) {
@@ -149,38 +165,39 @@ struct FunctionRules {
   }
 
   static Bound Replace(Call& call) {
-    return CallOf(
-        "vk_replace", {call.Text(0).sql, call.Text(1).sql, call.Text(2).sql},
-        MakeText(call[0].type.IsNational() || call[2].type.IsNational() ? TypeKind::kNVarChar
-                                                                        : TypeKind::kVarChar,
-                 call[0].type.length == Type::kMax ? Type::kMax : 4000));
+    const Bound text =
+        CallOf("vk_replace", {call.Text(0).sql, call.Text(1).sql, call.Text(2).sql}, {});
+    return call.Longest(text, call.IsNational({0, 2}), 0);
   }
 
   static Bound Stuff(Call& call) {
-    return CallOf("vk_stuff",
-                  {call.Text(0).sql, call.Whole(1).sql, call.Whole(2).sql, call.Text(3).sql},
-                  call.Like(0, 4000));
+    const Bound text = CallOf(
+        "vk_stuff", {call.Text(0).sql, call.Whole(1).sql, call.Whole(2).sql, call.Text(3).sql}, {});
+    const bool national = call.IsNational({0, 3});
+    const Type type = call.Longest(text, national, call.Room(3) == Type::kMax ? 3 : 0).type;
+    if (type.length == Type::kMax) return MakeBound(text.sql, type);
+    return CallOf("vk_fit_text", {text.sql, std::to_string(type.length)}, type);
   }
 
   static Bound LTrim(Call& call) {
-    return CallOf("ltrim", {call.Text(0).sql, "' '"}, call.Like(0, 0));
+    return CallOf("ltrim", {call.Text(0).sql, "' '"}, call.Like(0));
   }
   static Bound RTrim(Call& call) {
-    return CallOf("rtrim", {call.Text(0).sql, "' '"}, call.Like(0, 0));
+    return CallOf("rtrim", {call.Text(0).sql, "' '"}, call.Like(0));
   }
-  static Bound Trim(Call& call) {
-    return CallOf("trim", {call.Text(0).sql, "' '"}, call.Like(0, 0));
-  }
-  static Bound Upper(Call& call) { return CallOf("vk_upper", {call.Text(0).sql}, call.Like(0, 0)); }
-  static Bound Lower(Call& call) { return CallOf("vk_lower", {call.Text(0).sql}, call.Like(0, 0)); }
+  static Bound Trim(Call& call) { return CallOf("trim", {call.Text(0).sql, "' '"}, call.Like(0)); }
+  static Bound Upper(Call& call) { return CallOf("vk_upper", {call.Text(0).sql}, call.Like(0)); }
+  static Bound Lower(Call& call) { return CallOf("vk_lower", {call.Text(0).sql}, call.Like(0)); }
   static Bound Reverse(Call& call) {
-    return CallOf("vk_reverse", {call.Text(0).sql}, call.Like(0, 0));
+    return CallOf("vk_reverse", {call.Text(0).sql}, call.Like(0));
   }
   static Bound Replicate(Call& call) {
-    return CallOf("vk_replicate", {call.Text(0).sql, call.Whole(1).sql}, call.Like(0, 4000));
+    const Bound text = CallOf("vk_replicate", {call.Text(0).sql, call.Whole(1).sql}, {});
+    return call.Longest(text, call.IsNational({0}), 0);
   }
   static Bound Space(Call& call) {
-    return CallOf("vk_replicate", {"' '", call.Whole(0).sql}, MakeText(TypeKind::kVarChar, 8000));
+    return CutToRoom(CallOf("vk_replicate", {"' '", call.Whole(0).sql},
+                            MakeText(TypeKind::kVarChar, LongestText(false))));
   }
   static Bound Str(Call& call) {
     const std::string length = call.Count() > 1 ? call.Whole(1).sql : "10";
@@ -194,39 +211,48 @@ struct FunctionRules {
   static Bound NChar(Call& call) {
     return CallOf("vk_nchar", {call.Whole(0).sql}, MakeText(TypeKind::kNChar, 1));
   }
+  static Bound Ascii(Call& call) {
+    return CallOf("vk_ascii", {call.Text(0).sql}, Make(TypeKind::kInt));
+  }
   static Bound Unicode(Call& call) {
     return CallOf("unicode", {call.Text(0).sql}, Make(TypeKind::kInt));
   }
   static Bound QuoteName(Call& call) {
-    return MakeBound("'[' || replace(" + call.Text(0).sql + ", ']', ']]') || ']'",
-                     MakeText(TypeKind::kNVarChar, 258), kConcatenation);
+    return CallOf("vk_quotename", {call.Text(0).sql}, MakeText(TypeKind::kNVarChar, 258));
+  }
+  // A text of the arguments from one on, each as often as told.
+  static Type Together(const Call& call, std::size_t times) {
+    int room = 0;
+    bool national = false;
+    bool unlimited = false;
+    for (std::size_t i = 0; i < call.Count(); ++i) {
+      national = national || call.IsNational({i});
+      unlimited = unlimited || call.Room(i) == Type::kMax;
+      room += call.Room(i) * static_cast<int>(i == 0 ? times : 1);
+    }
+    return Call::TextOf(national, unlimited ? Type::kMax : std::min(room, LongestText(national)));
   }
   static Bound Concat(Call& call) {
     std::string sql;
-    bool national = false;
     for (std::size_t i = 0; i < call.Count(); ++i) {
-      national = national || call[i].type.IsNational();
       sql += (i == 0 ? "" : " || ") + ("ifnull(" + call.Text(i).sql + ", '')");
     }
-    Bound bound = MakeBound(
-        sql, MakeText(national ? TypeKind::kNVarChar : TypeKind::kVarChar, 4000), kConcatenation);
-    bound.nullable = false;
-    return bound;
+    Bound text = CutToRoom(MakeBound(sql, Together(call, 1), kConcatenation));
+    text.nullable = false;
+    return text;
   }
 
   static Bound ConcatWs(Call& call) {
     // NULLs are left out with their separators: each value brings the one in front of it along.
     const std::string separator = "ifnull(" + call.Text(0).sql + ", '')";
     std::string sql;
-    bool national = call[0].type.IsNational();
     for (std::size_t i = 1; i < call.Count(); ++i) {
-      national = national || call[i].type.IsNational();
       sql += (i == 1 ? "" : " || ") + ("ifnull(" + separator + " || " + call.Text(i).sql + ", '')");
     }
-    Bound bound = CallOf("substr", {sql, "length(" + separator + ") + 1"},
-                         MakeText(national ? TypeKind::kNVarChar : TypeKind::kVarChar, 4000));
-    bound.nullable = false;
-    return bound;
+    Bound text = CutToRoom(
+        CallOf("substr", {sql, "length(" + separator + ") + 1"}, Together(call, call.Count() - 1)));
+    text.nullable = false;
+    return text;
   }
   static Bound Choose(Call& call) {
     Type type;
@@ -244,7 +270,8 @@ struct FunctionRules {
     return CallOf("vk_date_of_parts", {call.Whole(0).sql, call.Whole(1).sql, call.Whole(2).sql},
                   Make(TypeKind::kDate));
   }
-  static std::string Part(Call& call) {
+  // The full name of the part, which the type of argument i has to have.
+  static std::string_view Part(Call& call, std::size_t i) {
     const Expr& word = *call.expr.operands[0];
     if (word.kind != ExprKind::kColumn || word.path.size() != 1) {
       call.binder.Refuse(word.at, "A part of a date, such as day, is expected");
@@ -278,31 +305,51 @@ struct FunctionRules {
     if (found == kParts.end()) {
       call.binder.Refuse(word.at, "'" + word.path[0] + "' is not a recognized part of a date");
     }
-    return QuoteText(found->part);
+    const Type& type = call[i].type;
+    const bool lacks =
+        IsOfTime(found->part) ? type.kind == TypeKind::kDate : type.kind == TypeKind::kTime;
+    if (lacks) RefusePart(call, found->part, type);
+    return found->part;
+  }
+  static bool IsOfTime(std::string_view part) {
+    return part == "hour" || part == "minute" || part == "second" || part == "millisecond";
+  }
+  [[noreturn]] static void RefusePart(Call& call, std::string_view part, const Type& type) {
+    call.binder.Refuse(call.expr.operands[0]->at, "The part " + std::string(part) +
+                                                      " is not supported by " + call.expr.path[0] +
+                                                      " for the type " + TypeName(type));
+  }
+  // A part that can be counted.
+  static std::string Step(Call& call, std::size_t i) {
+    const std::string_view part = Part(call, i);
+    if (part == "iso_week") RefusePart(call, part, Make(TypeKind::kDateTime));
+    return QuoteText(part);
   }
   static Bound DateAdd(Call& call) {
     const Bound moment = call.Moment(2);
     return CallOf("vk_dateadd",
-                  {Part(call), call.Whole(1).sql, moment.sql, QuoteText(TypeName(moment.type))},
+                  {Step(call, 2), call.Int(1).sql, moment.sql, QuoteText(TypeName(moment.type))},
                   moment.type);
   }
   static Bound DateDiff(Call& call) {
-    return CallOf("vk_datediff", {Part(call), call.Moment(1).sql, call.Moment(2).sql},
+    return CallOf("vk_datediff", {Step(call, 0), call.Moment(1).sql, call.Moment(2).sql},
                   Make(TypeKind::kInt));
   }
   static Bound DatePart(Call& call) {
-    return CallOf("vk_datepart", {Part(call), call.Moment(1).sql}, Make(TypeKind::kInt));
+    return CallOf("vk_datepart", {QuoteText(Part(call, 1)), call.Moment(1).sql},
+                  Make(TypeKind::kInt));
   }
   static Bound DateName(Call& call) {
-    return CallOf("vk_datename", {Part(call), call.Moment(1).sql},
+    return CallOf("vk_datename", {QuoteText(Part(call, 1)), call.Moment(1).sql},
                   MakeText(TypeKind::kNVarChar, 30));
   }
-  static Bound NamedPart(Call& call, const char* part) {
-    return CallOf("vk_datepart", {part, call.Moment(0).sql}, Make(TypeKind::kInt));
+  static Bound NamedPart(Call& call, std::string_view part) {
+    if (call[0].type.kind == TypeKind::kTime) RefusePart(call, part, call[0].type);
+    return CallOf("vk_datepart", {QuoteText(part), call.Moment(0).sql}, Make(TypeKind::kInt));
   }
-  static Bound Year(Call& call) { return NamedPart(call, "'year'"); }
-  static Bound Month(Call& call) { return NamedPart(call, "'month'"); }
-  static Bound Day(Call& call) { return NamedPart(call, "'day'"); }
+  static Bound Year(Call& call) { return NamedPart(call, "year"); }
+  static Bound Month(Call& call) { return NamedPart(call, "month"); }
+  static Bound Day(Call& call) { return NamedPart(call, "day"); }
   static Bound Now(Call& call) {
     return MakeBound(call.binder.Parameter("@@now"), Make(TypeKind::kDateTime));
   }
@@ -310,7 +357,7 @@ struct FunctionRules {
     return MakeBound(call.binder.Parameter("@@utcnow"), Make(TypeKind::kDateTime));
   }
   static Bound EoMonth(Call& call) {
-    const std::string months = call.Count() > 1 ? call.Whole(1).sql : "0";
+    const std::string months = call.Count() > 1 ? call.Int(1).sql : "0";
     return CallOf("vk_eomonth", {call.Moment(0).sql, months}, Make(TypeKind::kDate));
   }
   static Bound IsDate(Call& call) {
@@ -360,8 +407,16 @@ struct FunctionRules {
     const std::string places = call.Whole(1).sql;
     const std::string cut = call.Count() > 2 ? call.Whole(2).sql : "0";
     if (number.type.IsFloat()) return CallOf("vk_round", {number.sql, places, cut}, number.type);
-    return CallOf("vk_round_exact", {number.sql, std::to_string(number.type.scale), places, cut},
-                  number.type);
+    Bound rounded =
+        CallOf("vk_round_exact", {number.sql, std::to_string(number.type.scale), places, cut},
+               number.type);
+    // 99.9 is rounded to four digits, and has room for three.
+    rounded.unchecked = number.type.IsWhole();
+    if (rounded.unchecked) return Checked(std::move(rounded));
+    return CallOf(
+        "vk_fit",
+        {rounded.sql, std::to_string(number.type.precision), QuoteText(TypeName(number.type))},
+        number.type);
   }
   static Bound Power(Call& call) {
     const Bound base = call.Number(0);
@@ -457,7 +512,7 @@ const Binder::Rule* FunctionRules::Find(std::string_view name) {
       {"char", 1, 1, R::Char},
       {"nchar", 1, 1, R::NChar},
       {"unicode", 1, 1, R::Unicode},
-      {"ascii", 1, 1, R::Unicode},
+      {"ascii", 1, 1, R::Ascii},
       {"quotename", 1, 1, R::QuoteName},
       {"concat", 2, kMany, R::Concat},
       {"concat_ws", 3, kMany, R::ConcatWs},

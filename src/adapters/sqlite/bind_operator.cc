@@ -22,12 +22,6 @@ Type Held(int precision, int scale) {
   return MakeDecimal(precision, scale);
 }
 
-Type Widest(const Bound& a, const Bound& b) {
-  Type type = CommonType(a.type, b.type);
-  if (type.kind == TypeKind::kBit) type = Make(TypeKind::kInt);
-  return type;
-}
-
 bool IsLiteral(const Expr& expr) {
   if (expr.kind == ExprKind::kUnary) return IsLiteral(*expr.operands[0]);
   return expr.kind == ExprKind::kNumber || expr.kind == ExprKind::kText;
@@ -87,6 +81,14 @@ Bound Count(int number) { return NumberLiteral(number, Make(TypeKind::kInt)); }
 
 }  // namespace
 
+Bound CutToRoom(Bound text) {
+  const int most = LongestText(text.type.IsNational());
+  if (text.type.length == Type::kMax || text.type.length < most) return text;
+  Bound cut = CallOf("substr", {text.sql, "1", std::to_string(most)}, text.type);
+  cut.nullable = text.nullable;
+  return cut;
+}
+
 Bound Binder::BindBinary(const Expr& expr) {
   Bound left = BindOperand(*expr.operands[0]);
   Bound right = BindOperand(*expr.operands[1]);
@@ -113,8 +115,11 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
     return DateArithmetic(expr, op, std::move(a), std::move(b));
   }
   if (a.type.IsNull() && b.type.IsNull()) a.type = b.type = Make(TypeKind::kInt);
-  const Type common = Widest(a, b);
-  if (!common.IsNumber()) RefuseOperands(expr, a, b);
+  const Type common = CommonType(a.type, b.type);
+  const bool bitwise = op == "&" || op == "|" || op == "^";
+  if (!common.IsNumber() || (common.kind == TypeKind::kBit && !bitwise)) {
+    RefuseOperands(expr, a, b);
+  }
   // A text takes the type of the number beside it.
   if (a.type.IsText() || a.type.IsNull()) a = Convert(a, common, Mode::kImplicit, expr.at);
   if (b.type.IsText() || b.type.IsNull()) b = Convert(b, common, Mode::kImplicit, expr.at);
@@ -123,11 +128,12 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
     a = Checked(std::move(a));
     b = Checked(std::move(b));
   }
-  if (op == "&" || op == "|" || op == "^") {
+  if (bitwise) {
     if (!common.IsWhole()) RefuseOperands(expr, a, b);
     if (op == "^") return CallOf("vk_xor", {a.sql, b.sql}, common);
     return MakeBound(Wrap(a, kBitwise) + " " + op + " " + Wrap(b, kBitwise + 1), common, kBitwise);
   }
+  if (op == "%" && common.IsFloat()) RefuseOperands(expr, a, b);
   if (common.IsFloat()) {
     a = Convert(std::move(a), common, Mode::kImplicit, expr.at);
     b = Convert(std::move(b), common, Mode::kImplicit, expr.at);
@@ -140,16 +146,19 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
 
 Bound Binder::Concatenate(Bound a, Bound b) {
   Type type = CommonType(a.type, b.type);
+  bool longer = false;
   if (a.type.IsText() && b.type.IsText()) {
     const bool unlimited = a.type.length == Type::kMax || b.type.length == Type::kMax;
-    const int most = type.IsNational() ? 4000 : 8000;
-    const int length = unlimited ? Type::kMax : std::min(a.type.length + b.type.length, most);
-    type = MakeText(type.IsNational() ? TypeKind::kNVarChar : TypeKind::kVarChar, length);
+    const int most = LongestText(type.IsNational());
+    const int length = a.type.length + b.type.length;
+    longer = !unlimited && length > most;
+    type = MakeText(type.IsNational() ? TypeKind::kNVarChar : TypeKind::kVarChar,
+                    unlimited ? Type::kMax : std::min(length, most));
   }
   Bound result = MakeBound(Wrap(a, kConcatenation) + " || " + Wrap(b, kConcatenation + 1), type,
                            kConcatenation);
   result.nullable = a.nullable || b.nullable;
-  return result;
+  return longer ? CutToRoom(std::move(result)) : result;
 }
 
 Bound Binder::Rescaled(const Bound& value, int step) {
@@ -249,7 +258,6 @@ Bound Binder::Divide(Bound a, Bound b, const Type& common) {
 }
 
 Bound Binder::Modulo(Bound a, Bound b, const Type& common) {
-  if (common.IsFloat()) return Single(CallOf("vk_remainder_real", {a.sql, b.sql}, common));
   Type type = common;
   if (common.IsDecimal()) {
     const Type da = DigitsOf(a);

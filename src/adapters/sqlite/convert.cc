@@ -35,6 +35,11 @@ bool IsShortNumber(const Bound& value) {
          value.value.find_first_not_of("0123456789") == std::string::npos;
 }
 
+// The kinds that are days and their parts as numbers, too.
+bool CountsDays(const Type& type) {
+  return type.kind == TypeKind::kDateTime || type.kind == TypeKind::kSmallDateTime;
+}
+
 // The length that a text made of the type's values is told to have.
 int TextLength(const Type& type) {
   if (type.IsWhole()) return type.kind == TypeKind::kBigInt ? 20 : 11;
@@ -112,7 +117,7 @@ Bound Binder::ToWhole(Bound value, const Type& to, Mode mode, std::size_t at) {
     }
     return CallOf(is_try ? "vk_try_int" : "vk_int", {value.sql, KindText(from), KindText(to)}, to);
   }
-  if (from.IsDate() && mode != Mode::kAssign) {
+  if (CountsDays(from) && mode != Mode::kAssign) {
     return CallOf(is_try ? "vk_try_trunc" : "vk_trunc",
                   {"round(vk_days(" + value.sql + "))", KindText(to)}, to);
   }
@@ -132,7 +137,7 @@ Bound Binder::ToScaled(Bound value, const Type& to, Mode mode, std::size_t at) {
     return CallOf(is_try ? "vk_try_exact" : "vk_exact", {value.sql, scale, digits, KindText(to)},
                   to);
   }
-  if (from.IsDate() && to.IsDecimal()) {
+  if (CountsDays(from) && to.IsDecimal()) {
     return CallOf("vk_exact", {"vk_days(" + value.sql + ")", scale, digits, KindText(to)}, to);
   }
   if (!from.IsExact()) RefuseConversion(value, to, at);
@@ -154,7 +159,8 @@ Bound Binder::ToFloat(Bound value, const Type& to, Mode mode, std::size_t at) {
   const Type from = value.type;
   const Type wide = Make(TypeKind::kFloat);
   if (to.kind == TypeKind::kReal && from.kind != TypeKind::kReal) {
-    return CallOf("vk_real", {ToFloat(std::move(value), wide, mode, at).sql}, to);
+    return CallOf(mode == Mode::kTry ? "vk_try_real" : "vk_real",
+                  {ToFloat(std::move(value), wide, mode, at).sql}, to);
   }
   if (from.IsFloat()) {
     value.type = to;
@@ -171,7 +177,7 @@ Bound Binder::ToFloat(Bound value, const Type& to, Mode mode, std::size_t at) {
     return CallOf(mode == Mode::kTry ? "vk_try_float" : "vk_float", {value.sql, KindText(from)},
                   to);
   }
-  if (from.IsDate()) return CallOf("vk_days", {value.sql}, to);
+  if (CountsDays(from)) return CallOf("vk_days", {value.sql}, to);
   RefuseConversion(value, to, at);
 }
 
@@ -199,7 +205,7 @@ Bound Binder::TextToText(Bound value, const Type& to, Mode mode) {
 Bound Binder::ToText(Bound value, const Type& to, Mode mode, std::size_t at, int style) {
   const Type from = value.type;
   if (from.IsText()) return TextToText(std::move(value), to, mode);
-  const std::string how = std::to_string(style);
+  const std::string how = std::to_string(style == 0 && from.IsDate() ? kOwnStyle : style);
   const Type made =
       MakeText(to.IsNational() ? TypeKind::kNVarChar : TypeKind::kVarChar, TextLength(from));
   Bound text;
@@ -259,6 +265,9 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
                   {value.sql, kind, std::to_string(style)}, to);
   }
   if (from.IsDate()) {
+    const bool apart = (from.kind == TypeKind::kTime && to.kind == TypeKind::kDate) ||
+                       (from.kind == TypeKind::kDate && to.kind == TypeKind::kTime);
+    if (apart) RefuseConversion(value, to, at);
     const bool same = from.kind >= TypeKind::kSmallDateTime && from.kind <= to.kind;
     if (same) {
       value.type = to;
@@ -269,10 +278,10 @@ Bound Binder::ToDate(Bound value, const Type& to, Mode mode, std::size_t at, int
     }
     return CallOf("vk_date_kind", {value.sql, kind}, to);
   }
-  if (from.IsBinary() && (to.kind == TypeKind::kDateTime || to.kind == TypeKind::kSmallDateTime)) {
+  if (from.IsBinary() && CountsDays(to)) {
     return CallOf("vk_date_of_bytes", {value.sql, kind}, to);
   }
-  if (from.IsNumber() && to.kind != TypeKind::kDate && to.kind != TypeKind::kTime) {
+  if (from.IsNumber() && CountsDays(to)) {
     Bound days = ToFloat(std::move(value), Make(TypeKind::kFloat), mode, at);
     return CallOf("vk_date_of_days", {days.sql, kind}, to);
   }
@@ -292,11 +301,10 @@ Bound Binder::ToBinary(Bound value, const Type& to, Mode mode, std::size_t at, i
                   to);
   }
   if (from.IsText() && (style == 1 || style == 2)) {
-    value = CallOf("vk_unhex", {value.sql, std::to_string(style)},
-                   MakeText(TypeKind::kVarBinary, Type::kMax));
+    value = CallOf(mode == Mode::kTry ? "vk_try_unhex" : "vk_unhex",
+                   {value.sql, std::to_string(style)}, MakeText(TypeKind::kVarBinary, Type::kMax));
   } else if (from.IsText() && !from.IsNational()) {
-    value =
-        MakeBound("CAST(" + value.sql + " AS BLOB)", MakeText(TypeKind::kVarBinary, Type::kMax));
+    value = CallOf("vk_bytes", {value.sql}, MakeText(TypeKind::kVarBinary, Type::kMax));
   } else if (!from.IsBinary()) {
     RefuseConversion(value, to, at);
   }

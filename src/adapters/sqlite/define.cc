@@ -189,9 +189,13 @@ void Definer::CreateTable(const Statement& statement) {
   const TableInfo table = Shape(statement);
   if (table.columns.empty()) Refuse(source_, statement.at, "A table must have a column");
   std::string parts;
+  int identities = 0;
   for (const ColumnDefinition& column : statement.definitions) {
     if (column.identity && (!column.type.IsExact() || column.type.scale != 0)) {
       Refuse(source_, column.at, "An identity column must be a whole number");
+    }
+    if (column.identity && ++identities > 1) {
+      Refuse(source_, column.at, "A table can have one identity column only");
     }
     if (column.identity && column.increment < 1) {
       Refuse(source_, column.at, "An identity that doesn't grow is not supported");

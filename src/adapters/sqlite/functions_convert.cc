@@ -82,7 +82,7 @@ void TextToInt(sqlite3_context* context, int count, sqlite3_value** values) {
     return Fail(context, "The conversion of the " + std::string(KindName(from)) + " value '" +
                              Shown(text) + "' overflowed an " + std::string(to) + " column.");
   }
-  if (!digits || error != std::errc()) return FailConversion(context, text, from, to);
+  if (!digits) return FailConversion(context, text, from, to);
   const Bounds bounds = BoundsOf(to);
   if (to != "bit" && (value < bounds.least || value > bounds.most)) {
     return Fail(context, "The conversion of the " + std::string(KindName(from)) + " value '" +
@@ -155,7 +155,6 @@ void Whole(sqlite3_context* context, int count, sqlite3_value** values) {
   const std::string_view to = TextOf(values[3]);
   const std::optional<Wide> units = WideOf(values[0]);
   if (!units) return FailOverflow(context, to);
-  if (to == "bit") return sqlite3_result_int(context, *units != 0 ? 1 : 0);
   const Wide unit = WidePower(sqlite3_value_int(values[1]));
   const Wide whole =
       Scale(*units, 1, 0, unit, sqlite3_value_int(values[2]) != 0).value_or(Wide{INT64_MAX} + 1);
@@ -169,9 +168,6 @@ void Trunc(sqlite3_context* context, int count, sqlite3_value** values) {
   const double value = std::trunc(sqlite3_value_double(values[0]));
   const std::string_view to = TextOf(values[1]);
   if (!(std::abs(value) < 9.223372036854775e18)) return FailOverflow(context, to);
-  if (to == "bit") {
-    return sqlite3_result_int(context, sqlite3_value_double(values[0]) != 0.0 ? 1 : 0);
-  }
   ResultWhole(context, static_cast<std::int64_t>(value), to);
 }
 
@@ -402,7 +398,7 @@ void RegisterConversions(const Registry& registry) {
   Register(registry, "vk_isnumeric", 1, IsNumeric);
   Register(registry, "vk_guid", 1, Guid, "vk_try_guid");
   Register(registry, "vk_hex", 2, Hex);
-  Register(registry, "vk_unhex", 2, Unhex);
+  Register(registry, "vk_unhex", 2, Unhex, "vk_try_unhex");
   Register(registry, "vk_int_of_bytes", 2, IntOfBytes);
   Register(registry, "vk_bytes_of_int", 4, BytesOfInt);
   Register(registry, "vk_pad_bytes", 2, PadBytes);

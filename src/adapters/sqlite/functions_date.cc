@@ -89,7 +89,7 @@ void DateAdd(sqlite3_context* context, int count, sqlite3_value** values) {
   const std::optional<Moment> moment = MomentOf(context, values[2]);
   if (!moment) return;
   const std::optional<Moment> result =
-      Added(*moment, sqlite3_value_int64(values[1]), TextOf(values[0]));
+      Added(*moment, sqlite3_value_int(values[1]), TextOf(values[0]));
   if (!result) {
     return Fail(context, "Adding a value to a date column caused an overflow.");
   }
@@ -173,7 +173,7 @@ void EoMonth(sqlite3_context* context, int count, sqlite3_value** values) {
   if (AnyNull(context, count, values)) return;
   const std::optional<Moment> moment = MomentOf(context, values[0]);
   if (!moment) return;
-  const std::optional<Moment> shifted = Added(*moment, sqlite3_value_int64(values[1]), "month");
+  const std::optional<Moment> shifted = Added(*moment, sqlite3_value_int(values[1]), "month");
   if (!shifted) return Fail(context, "Adding a value to a date column caused an overflow.");
   Calendar date = CalendarOf(shifted->day);
   date.day = text::GregorianMonthLength(date.year, date.month);

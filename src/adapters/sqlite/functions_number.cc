@@ -120,13 +120,6 @@ void Remainder(sqlite3_context* context, int count, sqlite3_value** values) {
   ResultWide(context, ab[0] % ab[1]);
 }
 
-void RemainderOfReals(sqlite3_context* context, int count, sqlite3_value** values) {
-  if (AnyNull(context, count, values)) return;
-  const double divisor = sqlite3_value_double(values[1]);
-  if (divisor == 0.0) return FailDivision(context);
-  sqlite3_result_double(context, std::fmod(sqlite3_value_double(values[0]), divisor));
-}
-
 // A whole number's or money's range: vk_in_int(x) and its like give x, or the error.
 struct Range {
   const char* function;
@@ -257,7 +250,6 @@ void RegisterNumberFunctions(const Registry& registry) {
   Register(registry, "vk_of_order", 1, OfOrder);
   Register(registry, "vk_to_real", 2, ToReal);
   Register(registry, "vk_remainder", 2, Remainder);
-  Register(registry, "vk_remainder_real", 2, RemainderOfReals);
   Register(registry, "vk_divide", 2, Divide);
   Register(registry, "vk_xor", 2, Xor);
   Register(registry, "vk_integral", 3, Integral);
@@ -267,7 +259,7 @@ void RegisterNumberFunctions(const Registry& registry) {
   Register(registry, "vk_sqrt", 1, Sqrt);
   Register(registry, "vk_log", 1, Log);
   Register(registry, "vk_log10", 1, Log10);
-  Register(registry, "vk_real", 1, Real);
+  Register(registry, "vk_real", 1, Real, "vk_try_real");
   for (const Range& range : kRanges) {
     Register(registry, range.function, 1, InRange, nullptr, &range);
   }

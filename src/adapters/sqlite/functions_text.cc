@@ -3,8 +3,10 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 #include <string>
 
+#include "adapters/sqlite/code_page.h"
 #include "adapters/sqlite/functions.h"
 #include "text/number.h"
 #include "text/utf8.h"
@@ -15,20 +17,52 @@ namespace {
 
 constexpr std::int64_t kMostCharacters = 100'000'000;  // that one call makes
 
-void Substring(sqlite3_context* context, int count, sqlite3_value** values) {
-  if (AnyNull(context, count, values)) return;
-  std::int64_t start = sqlite3_value_int64(values[1]);
+// Where SUBSTRING begins, from 1, and how far it goes; one that begins in front of the text is that
+// much shorter. Fails for a negative length.
+struct Span {
+  std::size_t start;
+  std::size_t length;
+};
+std::optional<Span> SpanOf(sqlite3_context* context, sqlite3_value** values) {
+  const std::int64_t start = sqlite3_value_int64(values[1]);
   std::int64_t length = sqlite3_value_int64(values[2]);
   if (length < 0) {
-    return Fail(context, "Invalid length parameter passed to the SUBSTRING function.");
+    Fail(context, "Invalid length parameter passed to the SUBSTRING function.");
+    return std::nullopt;
   }
   length = std::min<std::int64_t>(length, INT32_MAX);
-  if (start < 1) {
-    length = std::max<std::int64_t>(0, length + std::max<std::int64_t>(start, -INT32_MAX) - 1);
-    start = 1;
-  }
-  ResultText(context, text::Mid(TextOf(values[0]), static_cast<std::size_t>(start),
-                                static_cast<std::size_t>(length)));
+  if (start >= 1) return Span{static_cast<std::size_t>(start), static_cast<std::size_t>(length)};
+  length = std::max<std::int64_t>(0, length + std::max<std::int64_t>(start, -INT32_MAX) - 1);
+  return Span{1, static_cast<std::size_t>(length)};
+}
+
+void Substring(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Span> span = SpanOf(context, values);
+  if (span) ResultText(context, text::Mid(TextOf(values[0]), span->start, span->length));
+}
+
+void SubBytes(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<Span> span = SpanOf(context, values);
+  if (!span) return;
+  const auto* bytes = static_cast<const char*>(sqlite3_value_blob(values[0]));
+  const std::string_view all(bytes, static_cast<std::size_t>(sqlite3_value_bytes(values[0])));
+  const std::string_view part = all.substr(std::min(span->start - 1, all.size()), span->length);
+  sqlite3_result_blob64(context, part.data(), part.size(), SQLITE_TRANSIENT);
+}
+
+// SQLite's own length ends at a NUL. The blanks behind a text don't count for LEN.
+void Letters(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  sqlite3_result_int64(context, static_cast<std::int64_t>(text::Length(TextOf(values[0]))));
+}
+
+void Len(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view s = TextOf(values[0]);
+  const std::string_view shown = s.substr(0, s.find_last_not_of(' ') + 1);
+  sqlite3_result_int64(context, static_cast<std::int64_t>(text::Length(shown)));
 }
 
 bool TakeCount(sqlite3_context* context, sqlite3_value* value, const char* function,
@@ -164,7 +198,7 @@ void CharOf(sqlite3_context* context, int count, sqlite3_value** values) {
   const std::int64_t code = sqlite3_value_int64(values[0]);
   if (code < 0 || code > 255) return sqlite3_result_null(context);
   std::string out;
-  text::AppendUtf8(out, static_cast<char32_t>(code));
+  text::AppendUtf8(out, LetterOf(static_cast<unsigned char>(code)));
   ResultText(context, out);
 }
 
@@ -176,6 +210,44 @@ void NCharOf(sqlite3_context* context, int count, sqlite3_value** values) {
   std::string out;
   text::AppendUtf8(out, static_cast<char32_t>(code));
   ResultText(context, out);
+}
+
+// The text as a varchar keeps it, a byte for each letter. Fails for a letter that it can't keep.
+std::optional<std::string> BytesOf(sqlite3_context* context, std::string_view s) {
+  std::string bytes;
+  for (std::size_t at = 0; at < s.size();) {
+    const std::size_t begin = at;
+    const std::optional<unsigned char> byte = ByteOf(text::DecodeAt(s, at));
+    if (!byte) {
+      Fail(context, "The letter '" + std::string(s.substr(begin, at - begin)) +
+                        "' has no place in the code page of varchar.");
+      return std::nullopt;
+    }
+    bytes += static_cast<char>(*byte);
+  }
+  return bytes;
+}
+
+void Ascii(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view s = TextOf(values[0]);
+  if (s.empty()) return sqlite3_result_null(context);
+  const std::optional<std::string> bytes = BytesOf(context, text::Left(s, 1));
+  if (bytes) sqlite3_result_int(context, static_cast<unsigned char>(bytes->front()));
+}
+
+void Bytes(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::optional<std::string> bytes = BytesOf(context, TextOf(values[0]));
+  if (bytes) sqlite3_result_blob64(context, bytes->data(), bytes->size(), SQLITE_TRANSIENT);
+}
+
+// No name of an object is longer than 128 letters.
+void QuoteName(sqlite3_context* context, int count, sqlite3_value** values) {
+  if (AnyNull(context, count, values)) return;
+  const std::string_view name = TextOf(values[0]);
+  if (text::Length(name) > 128) return sqlite3_result_null(context);
+  ResultText(context, "[" + text::Replace(name, "]", "]]") + "]");
 }
 
 // A text for a column: cut only where blanks are cut.
@@ -260,6 +332,9 @@ void NewId(sqlite3_context* context, int, sqlite3_value**) {
 
 void RegisterTextFunctions(const Registry& registry) {
   Register(registry, "vk_substring", 3, Substring);
+  Register(registry, "vk_subbytes", 3, SubBytes);
+  Register(registry, "vk_letters", 1, Letters);
+  Register(registry, "vk_len", 1, Len);
   Register(registry, "vk_left", 2, LeftOf);
   Register(registry, "vk_right", 2, RightOf);
   Register(registry, "vk_charindex", 3, CharIndex);
@@ -272,6 +347,9 @@ void RegisterTextFunctions(const Registry& registry) {
   Register(registry, "vk_str", 3, Str);
   Register(registry, "vk_char", 1, CharOf);
   Register(registry, "vk_nchar", 1, NCharOf);
+  Register(registry, "vk_ascii", 1, Ascii);
+  Register(registry, "vk_bytes", 1, Bytes);
+  Register(registry, "vk_quotename", 1, QuoteName);
   Register(registry, "vk_fit_text", 2, FitText);
   Register(registry, "vk_pad", 2, Pad);
   Register(registry, "vk_pad_strict", 2, PadStrict);

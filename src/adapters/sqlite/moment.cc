@@ -69,8 +69,9 @@ class Reader {
   std::optional<Moment> Read() {
     if (pieces_.empty()) return Moment{};
     if (!AtTime() && !ReadDate()) return std::nullopt;
-    if (Is("T") || Is("t")) ++at_;
-    if (at_ < pieces_.size() && !ReadTime()) return std::nullopt;
+    const bool joined = Is("T");
+    if (joined) ++at_;
+    if ((joined || at_ < pieces_.size()) && !ReadTime()) return std::nullopt;
     if (at_ != pieces_.size()) return std::nullopt;
     if (year_ < 1 || year_ > 9999 || month_ < 1 || month_ > 12 || day_ < 1 ||
         day_ > text::GregorianMonthLength(year_, month_)) {
@@ -104,6 +105,10 @@ class Reader {
       day_ = value % 100;
       return true;
     }
+    if (IsDigits() && pieces_.size() == 1 && pieces_[at_].text.size() == 4) {
+      year_ = pieces_[at_++].number;
+      return true;
+    }
     if (IsDigits() && IsSeparator(1)) return ReadThreeNumbers();
     return ReadNamedMonth();
   }
@@ -125,6 +130,7 @@ class Reader {
     const bool day_first = dotted || style_ == 3 || style_ == 4 || style_ == 5 || style_ == 13;
     const bool year_first = first.text.size() == 4 || style_ == 2 || style_ == 11 ||
                             (style_ == kYearFirst && third.text.size() != 4);
+    if (IsOtherOrder(year_first, day_first && !dotted)) return false;
     if (year_first) {
       // A year in front doesn't bring the month along, but in the form with a T.
       const bool turned = style_ == kDayFirst && !Is("T");
@@ -137,6 +143,14 @@ class Reader {
       day_ = day_first ? first.number : second.number;
     }
     return true;
+  }
+
+  // A style that asks for a day in front, and a year stands there; or the other way round. A server
+  // turns the former about, which is rather refused than guessed.
+  bool IsOtherOrder(bool year_first, bool by_day) const {
+    constexpr std::array<int, 6> kByYear = {20, 21, 23, 25, 26, 27};
+    const bool by_year = std::find(kByYear.begin(), kByYear.end(), style_) != kByYear.end();
+    return year_first ? by_day && !Is("T") : by_year;
   }
 
   bool ReadNamedMonth() {
@@ -406,24 +420,26 @@ std::optional<Moment> ReadStored(std::string_view text) {
 }
 
 std::optional<std::string> FormatMoment(const Moment& moment, int style, std::string_view kind) {
-  if (style == 0 && kind == "date") return Pattern(moment, "y-m-d");
-  if (style == 0 && kind == "time") return Pattern(moment, "H:i:s.f");
-  if (style == 0 && kind == "datetime2") return Pattern(moment, "y-m-d H:i:s.f");
+  const bool date = kind == "date";
+  const bool time = kind == "time";
+  if (style == kOwnStyle) style = date || time || kind == "datetime2" ? 121 : 0;
+  std::string_view pattern;
   if (style == 126 || style == 127) {
-    return Pattern(moment, moment.millisecond % 1000 == 0 ? "y-m-dTH:i:s" : "y-m-dTH:i:s.f");
+    pattern = moment.millisecond % 1000 == 0 ? "y-m-dTH:i:s" : "y-m-dTH:i:s.f";
+  } else {
+    const auto* found = std::find_if(kStyles.begin(), kStyles.end(),
+                                     [style](const Style& row) { return row.number == style; });
+    if (found == kStyles.end()) return std::nullopt;
+    pattern = found->pattern;
   }
-  const auto* found = std::find_if(kStyles.begin(), kStyles.end(),
-                                   [style](const Style& row) { return row.number == style; });
-  if (found == kStyles.end()) return std::nullopt;
-  std::string_view pattern = found->pattern;
-  if (kind == "date") {
-    // A date has no time of day to show.
-    if (pattern.find('H') != std::string_view::npos ||
-        pattern.find('h') != std::string_view::npos) {
-      pattern = pattern.substr(0, pattern.find_first_of("hH"));
-      while (!pattern.empty() && pattern.back() == ' ') pattern.remove_suffix(1);
-    }
+  // A date shows no time of day, a time no day; a style that is nothing else is none for them.
+  const std::size_t hour = std::min(pattern.find_first_of("hH"), pattern.size());
+  if (time) pattern.remove_prefix(hour);
+  if (date) pattern = pattern.substr(0, hour);
+  while (date && !pattern.empty() && (pattern.back() == ' ' || pattern.back() == 'T')) {
+    pattern.remove_suffix(1);
   }
+  if (pattern.empty()) return std::nullopt;
   return Pattern(moment, pattern);
 }
 
@@ -458,13 +474,12 @@ std::int64_t Difference(const Moment& from, const Moment& to, std::string_view p
   return count(to) - count(from);
 }
 
-std::optional<Moment> Added(const Moment& moment, std::int64_t count, std::string_view part) {
+std::optional<Moment> Added(const Moment& moment, std::int32_t count, std::string_view part) {
   Moment result = moment;
   const std::int64_t unit = Unit(part);
   if (unit == 0) {
     const std::int64_t step = part == "year" ? 12 : part == "quarter" ? 3 : 1;
-    if (count > 120000 || count < -120000) return std::nullopt;
-    const std::int64_t months = Months(moment) + count * step;
+    const std::int64_t months = Months(moment) + std::int64_t{count} * step;
     if (months < 12 || months >= 120000) return std::nullopt;
     Calendar date = CalendarOf(moment.day);
     date.year = static_cast<int>(months / 12);
@@ -473,8 +488,7 @@ std::optional<Moment> Added(const Moment& moment, std::int64_t count, std::strin
     result.day = DayOf(date);
     return result;
   }
-  if (count > INT64_MAX / unit / 2 || count < -(INT64_MAX / unit / 2)) return std::nullopt;
-  const std::int64_t total = moment.millisecond + count * unit;
+  const std::int64_t total = moment.millisecond + std::int64_t{count} * unit;
   result.day = moment.day + FloorDiv(total, kDayMs);
   result.millisecond = total - FloorDiv(total, kDayMs) * kDayMs;
   if (result.day < kFirstDay || result.day > kLastDay) return std::nullopt;

@@ -42,14 +42,17 @@ std::string StoredMoment(Moment moment, std::string_view kind);
 // The other way; nothing for a text that isn't one.
 std::optional<Moment> ReadStored(std::string_view text);
 
-// The text by a CONVERT style; nothing for a style that isn't known.
+// The style of a text for which none is told: that of the kind.
+inline constexpr int kOwnStyle = -4;
+
+// The text by a CONVERT style; nothing for a style that isn't known, or shows nothing of the kind.
 std::optional<std::string> FormatMoment(const Moment& moment, int style, std::string_view kind);
 
 // DATEPART, DATEDIFF and DATEADD by the part's full name ("day").
 std::int64_t PartOf(const Moment& moment, std::string_view part);
 std::int64_t Difference(const Moment& from, const Moment& to, std::string_view part);
 // Nothing if the result lies outside of the years 1 to 9999.
-std::optional<Moment> Added(const Moment& moment, std::int64_t count, std::string_view part);
+std::optional<Moment> Added(const Moment& moment, std::int32_t count, std::string_view part);
 
 std::string_view MonthName(int month);
 std::string_view WeekdayName(std::int64_t day);

@@ -329,6 +329,7 @@ Type Parser::TypeWords(int length) {
 ExprPtr Parser::NameOrCall() {
   ExprPtr expr = New(ExprKind::kColumn, Here());
   const bool function_word = Peek(1).Is("(") && Peek().kind == TokenKind::kName;
+  const bool bare_function = AtBareFunction();
   expr->path.push_back(function_word ? Take().value : Name());
   while (TakeSymbol(".")) {
     if (TakeSymbol("*")) {
@@ -338,8 +339,18 @@ ExprPtr Parser::NameOrCall() {
     if (TakeSymbol(".")) expr->path.emplace_back();
     expr->path.push_back(Name());
   }
-  if (!AtSymbol("(")) return expr;
-  return Call(std::move(expr));
+  if (AtSymbol("(")) return Call(std::move(expr));
+  if (bare_function && expr->path.size() == 1) expr->kind = ExprKind::kFunction;
+  return expr;
+}
+
+// Words of functions that take no brackets.
+bool Parser::AtBareFunction() const {
+  static constexpr std::array<std::string_view, 5> kWords = {"current_timestamp", "current_user",
+                                                             "session_user", "system_user", "user"};
+  return Peek().kind == TokenKind::kName &&
+         std::any_of(kWords.begin(), kWords.end(),
+                     [this](std::string_view word) { return Peek().IsWord(word); });
 }
 
 ExprPtr Parser::Call(ExprPtr function) {

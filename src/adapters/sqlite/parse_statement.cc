@@ -491,8 +491,14 @@ StatementPtr Parser::Execute() {
                          next == TokenKind::kVariable || AtSymbol("-") || AtSymbol("+") ||
                          AtWord("null") || AtWord("default") || AtName();
   if (!arguments && !AtSymbol("(")) return statement;
-  do statement->arguments.push_back(ExecuteArgument());
-  while (TakeSymbol(","));
+  do {
+    const std::size_t at = Here();
+    const bool named = !statement->arguments.empty() && !statement->arguments.back().name.empty();
+    statement->arguments.push_back(ExecuteArgument());
+    if (named && statement->arguments.back().name.empty()) {
+      Refuse(source_, at, "Behind a named argument each must be named");
+    }
+  } while (TakeSymbol(","));
   return statement;
 }
 

@@ -88,6 +88,7 @@ class Parser {
   ExprPtr Cast();
   ExprPtr Convert();
   ExprPtr NameOrCall();
+  bool AtBareFunction() const;
   ExprPtr Call(ExprPtr function);
   std::unique_ptr<Window> Over();
   std::string Frame();

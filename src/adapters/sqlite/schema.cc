@@ -1,6 +1,7 @@
 #include "adapters/sqlite/schema.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "adapters/sqlite/bind.h"
@@ -50,91 +51,49 @@ constexpr const char* kCatalogueViews[] = {
     "TABLE_SCHEMA, 'main' AS TABLE_CATALOG FROM \"#vorek sysobjects\" WHERE type IN ('U', 'V')",
     "CREATE TEMP VIEW IF NOT EXISTS \"#vorek information_schema.columns\" AS SELECT table_name AS "
     "TABLE_NAME, name AS COLUMN_NAME, colid AS ORDINAL_POSITION, CASE isnullable WHEN 1 THEN "
-    "'YES' ELSE 'NO' END AS IS_NULLABLE, type_name AS DATA_TYPE, prec AS "
+    "'YES' ELSE 'NO' END AS IS_NULLABLE, type_name AS DATA_TYPE, CASE WHEN "
+    "xtype IN (34, 35) THEN 2147483647 WHEN xtype = 99 THEN 1073741823 "
+    "WHEN xtype IN (165, 167, 173, 175, 231, 239) THEN prec END AS "
     "CHARACTER_MAXIMUM_LENGTH, 'dbo' AS TABLE_SCHEMA FROM \"#vorek syscolumns\"",
 };
 
-// SQL Server's numbers of its types, as syscolumns.xtype gives them.
-int ServerType(TypeKind kind) {
-  switch (kind) {
-    case TypeKind::kBinary:
-      return 173;
-    case TypeKind::kVarBinary:
-      return 165;
-    case TypeKind::kImage:
-      return 34;
-    case TypeKind::kChar:
-      return 175;
-    case TypeKind::kVarChar:
-      return 167;
-    case TypeKind::kText:
-      return 35;
-    case TypeKind::kNChar:
-      return 239;
-    case TypeKind::kNVarChar:
-      return 231;
-    case TypeKind::kNText:
-      return 99;
-    case TypeKind::kGuid:
-      return 36;
-    case TypeKind::kBit:
-      return 104;
-    case TypeKind::kTinyInt:
-      return 48;
-    case TypeKind::kSmallInt:
-      return 52;
-    case TypeKind::kBigInt:
-      return 127;
-    case TypeKind::kSmallMoney:
-      return 122;
-    case TypeKind::kMoney:
-      return 60;
-    case TypeKind::kDecimal:
-      return 106;
-    case TypeKind::kReal:
-      return 59;
-    case TypeKind::kFloat:
-      return 62;
-    case TypeKind::kTime:
-      return 41;
-    case TypeKind::kDate:
-      return 40;
-    case TypeKind::kSmallDateTime:
-      return 58;
-    case TypeKind::kDateTime:
-      return 61;
-    case TypeKind::kDateTime2:
-      return 42;
-    default:
-      return 56;
-  }
-}
-
-struct Sizes {
+// What syscolumns tells of a type: the server's number, bytes, digits. Those of texts, binaries and
+// decimals go by the column.
+struct ServerType {
+  TypeKind kind;
+  int number;
   int length;
   int precision;
 };
+constexpr std::array<ServerType, 25> kServerTypes = {{
+    {TypeKind::kInt, 56, 4, 10},           {TypeKind::kBinary, 173, 0, 0},
+    {TypeKind::kVarBinary, 165, 0, 0},     {TypeKind::kImage, 34, 16, -1},
+    {TypeKind::kChar, 175, 0, 0},          {TypeKind::kVarChar, 167, 0, 0},
+    {TypeKind::kText, 35, 16, -1},         {TypeKind::kNChar, 239, 0, 0},
+    {TypeKind::kNVarChar, 231, 0, 0},      {TypeKind::kNText, 99, 16, -1},
+    {TypeKind::kGuid, 36, 16, 0},          {TypeKind::kBit, 104, 1, 1},
+    {TypeKind::kTinyInt, 48, 1, 3},        {TypeKind::kSmallInt, 52, 2, 5},
+    {TypeKind::kBigInt, 127, 8, 19},       {TypeKind::kSmallMoney, 122, 4, 10},
+    {TypeKind::kMoney, 60, 8, 19},         {TypeKind::kDecimal, 106, 0, 0},
+    {TypeKind::kReal, 59, 4, 24},          {TypeKind::kFloat, 62, 8, 53},
+    {TypeKind::kTime, 41, 5, 16},          {TypeKind::kDate, 40, 3, 10},
+    {TypeKind::kSmallDateTime, 58, 4, 16}, {TypeKind::kDateTime2, 42, 8, 27},
+    {TypeKind::kDateTime, 61, 8, 23},
+}};
 
-Sizes SizesOf(const Type& type) {
-  if (type.IsText()) return {type.IsNational() ? type.length * 2 : type.length, type.length};
-  if (type.IsBinary()) return {type.length, type.length};
-  if (type.IsDecimal()) return {type.precision < 10 ? 5 : 9, type.precision};
-  const int precision = AsDecimal(type).precision;
-  switch (type.kind) {
-    case TypeKind::kBit:
-    case TypeKind::kTinyInt:
-      return {1, precision};
-    case TypeKind::kSmallInt:
-      return {2, precision};
-    case TypeKind::kInt:
-    case TypeKind::kSmallMoney:
-    case TypeKind::kReal:
-      return {4, precision};
-    case TypeKind::kGuid:
-      return {16, 0};
-    default:
-      return {8, type.IsDate() ? 23 : precision};
+ServerType ServerTypeOf(const Type& type) {
+  const auto* found = std::find_if(kServerTypes.begin(), kServerTypes.end(),
+                                   [&](const ServerType& row) { return row.kind == type.kind; });
+  ServerType told = found == kServerTypes.end() ? kServerTypes[0] : *found;
+  if (type.IsDecimal()) {
+    const int digits = type.precision;
+    told.length = digits < 10 ? 5 : digits < 20 ? 9 : digits < 29 ? 13 : 17;
+    told.precision = digits;
+  } else if (told.length == 0) {
+    told.length = type.IsNational() && type.length != Type::kMax ? type.length * 2 : type.length;
+    told.precision = type.length;
   }
+  return told;
 }
 
 }  // namespace
@@ -370,13 +329,13 @@ void Schema::FillColumns(const ObjectRow& object) {
   int number = 0;
   for (const ColumnInfo& column : columns) {
     sqlite3_reset(insert.get());
-    const Sizes sizes = SizesOf(column.type);
+    const ServerType told = ServerTypeOf(column.type);
     BindText(insert.get(), 1, column.name);
     sqlite3_bind_int(insert.get(), 2, object.id);
     sqlite3_bind_int(insert.get(), 3, ++number);
-    sqlite3_bind_int(insert.get(), 4, ServerType(column.type.kind));
-    sqlite3_bind_int(insert.get(), 5, sizes.length);
-    sqlite3_bind_int(insert.get(), 6, sizes.precision);
+    sqlite3_bind_int(insert.get(), 4, told.number);
+    sqlite3_bind_int(insert.get(), 5, told.length);
+    sqlite3_bind_int(insert.get(), 6, told.precision);
     sqlite3_bind_int(insert.get(), 7, column.type.scale);
     sqlite3_bind_int(insert.get(), 8, column.nullable ? 1 : 0);
     Type bare = column.type;

@@ -95,6 +95,9 @@ std::string Declaration(const Type& type);
 int AdoType(const Type& type);
 ResultColumn::Storage StorageOf(const Type& type);
 
+// The characters that a text without "max" has at most.
+constexpr int LongestText(bool national) { return national ? 4000 : 8000; }
+
 // The type that both values take where they meet (CASE, UNION, a comparison).
 Type CommonType(const Type& a, const Type& b);
 // A number's digits as a decimal: int is (10,0), money (19,4).
