@@ -2,6 +2,7 @@
 #define VOREK_AUTHOR_RULE_WORDS_H_
 
 #include <array>
+#include <span>
 #include <string_view>
 
 #include "author/finding_text.h"
@@ -22,6 +23,15 @@ struct RuleWords {
   std::string_view code;
   std::array<Words, 2> words;  // by Language
 };
+
+// The words of each subject, in the files named after them; every rule has a row in one.
+std::span<const RuleWords> QueryRuleWords();
+std::span<const RuleWords> ParameterRuleWords();
+std::span<const RuleWords> LayoutRuleWords();
+std::span<const RuleWords> FormulaRuleWords();
+std::span<const RuleWords> SecurityRuleWords();
+std::span<const RuleWords> LinkRuleWords();  // print templates as well
+
 const RuleWords& WordsOf(Rule rule);
 
 }  // namespace vorek
