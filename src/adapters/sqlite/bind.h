@@ -199,7 +199,7 @@ class Binder {
   [[noreturn]] void MissingObject(const ObjectName& name) const;
   Translation Finish(BoundQuery query);
 
-  // Queries (bind_query.cc).
+  // Queries (bind_query.cc, bind_compound.cc, bind_order.cc).
   BoundQuery BindQuery(const Query& query, const Targets* targets = nullptr);
   BoundQuery JoinTexts(const Query& query, BoundQuery rows);
   std::string BindWith(const std::vector<CommonTable>& tables);
@@ -279,7 +279,7 @@ class Binder {
   Bound Assigned(Bound value, const ColumnInfo& column, std::size_t at);
   std::string RowIdOf(const TableInfo& table) const;
 
-  // Expressions (bind_expression.cc).
+  // Expressions (bind_expression.cc, bind_literal.cc, bind_predicate.cc, bind_subquery.cc).
   Bound Bind(const Expr& expr);
   Bound BindUnchecked(const Expr& expr);
   Bound BindOperand(const Expr& expr);  // for an operator that goes on computing with it

@@ -1,14 +1,10 @@
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
 #include "adapters/sqlite/bind.h"
-#include "adapters/sqlite/exact.h"
 #include "text/utf8.h"
-#include "vorek/error.h"
 
 namespace vorek::sqlite {
 namespace {
@@ -27,14 +23,6 @@ Bound MakeBound(std::string sql, const Type& type, int tightness) {
 
 std::string Wrap(const Bound& value, int tightness) {
   return value.tightness < tightness ? "(" + value.sql + ")" : value.sql;
-}
-
-Bound NumberLiteral(long long units, const Type& type) {
-  Bound bound = MakeBound(std::to_string(units), type, units < 0 ? kPrefix : kTight);
-  bound.literal = Bound::Literal::kNumber;
-  bound.value = bound.sql;
-  bound.nullable = false;
-  return bound;
 }
 
 double MostOf(const Bound& value) {
@@ -57,24 +45,6 @@ Bound Checked(Bound value) {
   Bound checked = CallOf("vk_in_" + TypeName(value.type), {value.sql}, value.type);
   checked.nullable = value.nullable;
   return checked;
-}
-
-Bound TextLiteral(const std::string& text, const Type& type) {
-  Bound bound = MakeBound(QuoteText(text), type);
-  if (text.find('\0') != std::string::npos) {
-    // SQLite ends a statement's text at a NUL character.
-    std::string hex = "CAST(x'";
-    for (const char c : text) {
-      constexpr std::string_view kDigits = "0123456789ABCDEF";
-      hex += kDigits[static_cast<unsigned char>(c) >> 4U];
-      hex += kDigits[static_cast<unsigned char>(c) & 15U];
-    }
-    bound.sql = hex + "' AS TEXT)";
-  }
-  bound.literal = Bound::Literal::kText;
-  bound.value = text;
-  bound.nullable = false;
-  return bound;
 }
 
 Bound CallOf(std::string_view name, std::initializer_list<std::string> arguments,
@@ -201,98 +171,6 @@ std::string Binder::BindCondition(const Expr& expr, int tightness) {
   return Wrap(bound, tightness);
 }
 
-namespace {
-
-// 'x' = 'x', by which an empty parameter switches a condition off: "Date >= 1 or ''=''". The server
-// drops such a chain before it looks at any row, so that the rest of it can't fail.
-bool IsAlwaysTrue(const Expr& expr) {
-  return expr.kind == ExprKind::kCompare && expr.text == "=" &&
-         expr.operands[0]->kind == ExprKind::kText && expr.operands[1]->kind == ExprKind::kText &&
-         expr.operands[0]->text == expr.operands[1]->text;
-}
-
-}  // namespace
-
-Bound Binder::BindChain(const Expr& expr) {
-  const bool all = expr.kind == ExprKind::kAll;
-  const int tightness = all ? kLooseAnd : kLooseOr;
-  std::vector<std::string> terms;
-  for (const ExprPtr& operand : expr.operands) {
-    terms.push_back(IsAlwaysTrue(*operand) ? "1"
-                                           : BindCondition(*operand, tightness + (all ? 0 : 1)));
-  }
-  // SQLite limits how deep a chain may be: pairs of pairs keep a long one flat.
-  const std::string link = all ? " AND " : " OR ";
-  constexpr std::size_t kLongChain = 200;
-  while (terms.size() > kLongChain) {
-    std::vector<std::string> pairs;
-    for (std::size_t i = 0; i + 1 < terms.size(); i += 2) {
-      pairs.push_back("(" + terms[i] + link + terms[i + 1] + ")");
-    }
-    if (terms.size() % 2 != 0) pairs.push_back(terms.back());
-    terms = std::move(pairs);
-  }
-  std::string sql = terms[0];
-  for (std::size_t i = 1; i < terms.size(); ++i) sql += link + terms[i];
-  return MakeBound(std::move(sql), Make(TypeKind::kCondition), tightness);
-}
-
-Bound Binder::BindLiteral(const Expr& expr) {
-  if (expr.kind == ExprKind::kNull) {
-    Bound bound = MakeBound("NULL", Type{});
-    bound.literal = Bound::Literal::kNull;
-    return bound;
-  }
-  if (expr.kind == ExprKind::kText) {
-    const int length = std::max(1, static_cast<int>(text::Length(expr.text)));
-    return TextLiteral(expr.text,
-                       MakeText(expr.national ? TypeKind::kNVarChar : TypeKind::kVarChar, length));
-  }
-  if (expr.kind == ExprKind::kBytes) {
-    std::string digits = expr.text.substr(2);
-    if (digits.size() % 2 != 0) digits.insert(0, "0");
-    return MakeBound(
-        "x'" + digits + "'",
-        MakeText(TypeKind::kVarBinary, std::max(1, static_cast<int>(digits.size() / 2))));
-  }
-  return BindNumber(expr);
-}
-
-Bound Binder::BindNumber(const Expr& expr, bool negative) {
-  std::string digits = (negative ? "-" : "") + expr.text;
-  if (digits.find_first_of("eE") != std::string::npos) {
-    const double value = std::strtod(digits.c_str(), nullptr);
-    if (!(std::abs(value) < 1e308)) Refuse(expr.at, "The number " + digits + " is out of range");
-    Bound bound = MakeBound(digits, Make(TypeKind::kFloat), negative ? kPrefix : kTight);
-    bound.nullable = false;
-    return bound;
-  }
-  const std::size_t point = digits.find('.');
-  const int scale = point == std::string::npos ? 0 : static_cast<int>(digits.size() - point - 1);
-  const bool money = expr.kind == ExprKind::kMoney;
-  if (money && scale > 4) {
-    Refuse(expr.at, "The number " + expr.text + " has more than four places");
-  }
-  const DecimalText number = ReadDecimal(digits, money ? 4 : scale);
-  const bool fits = number.fits && scale <= kMostDigits &&
-                    (!money || (number.units >= INT64_MIN && number.units <= INT64_MAX));
-  if (!fits) Refuse(expr.at, "The number " + expr.text + " is out of range");
-  const auto size =
-      static_cast<int>(WideText(number.units < 0 ? -number.units : number.units, 0).size());
-  Type type = MakeDecimal(std::max({size, scale, 1}), scale);
-  if (money) type = Make(TypeKind::kMoney);
-  // A whole number beyond int is a decimal without places.
-  const bool is_int =
-      point == std::string::npos && number.units >= INT32_MIN && number.units <= INT32_MAX;
-  if (!money && is_int) type = Make(TypeKind::kInt);
-  if (number.units > INT64_MIN && number.units <= INT64_MAX) {
-    return NumberLiteral(static_cast<long long>(number.units), type);
-  }
-  Bound bound = MakeBound(WideSql(number.units), type, kPrefix);
-  bound.nullable = false;
-  return bound;
-}
-
 std::string Binder::Parameter(const std::string& name) {
   const auto found = std::find(parameters_.begin(), parameters_.end(), name);
   const auto index = found - parameters_.begin();
@@ -405,183 +283,6 @@ Bound Binder::BindUnary(const Expr& expr) {
     value = Convert(std::move(value), Make(TypeKind::kSmallInt), Mode::kImplicit, expr.at);
   }
   return Negated(std::move(value));
-}
-
-Bound Binder::BindBetween(const Expr& expr) {
-  Bound value = BindValue(*expr.operands[0]);
-  Bound low = BindValue(*expr.operands[1]);
-  Bound high = BindValue(*expr.operands[2]);
-  Bound from = Compare(">=", value, std::move(low), expr);
-  Bound to = Compare("<=", std::move(value), std::move(high), expr);
-  Bound both = MakeBound(from.sql + " AND " + to.sql, Make(TypeKind::kCondition), kLooseAnd);
-  if (!expr.negated) return both;
-  return MakeBound("NOT (" + both.sql + ")", both.type, kLooseNot);
-}
-
-Bound Binder::BindIn(const Expr& expr) {
-  const Type condition = Make(TypeKind::kCondition);
-  const std::string in = expr.negated ? " NOT IN (" : " IN (";
-  Bound value = BindValue(*expr.operands[0]);
-  if (expr.query != nullptr) {
-    BoundQuery query = BindQuery(*expr.query);
-    if (query.columns.size() != 1) {
-      Refuse(expr.at, "A subquery behind IN must have one column");
-    }
-    // Both sides take one type; the subquery is bound again if it is the one that changes.
-    const Type common = CommonType(value.type, query.columns[0].type);
-    const Type& theirs = query.columns[0].type;
-    const bool same_units = common.IsWhole() || common.IsText() || common.IsNull() ||
-                            (theirs.kind == common.kind && theirs.scale == common.scale);
-    if (!same_units || (common.IsWhole() && !theirs.IsWhole())) {
-      const Targets targets = {{common, ""}};
-      query = BindQuery(*expr.query, &targets);
-    }
-    const bool convert = common.IsText()
-                             ? value.type.IsText() == false
-                             : value.type.kind != common.kind || value.type.scale != common.scale;
-    if (convert && !(common.IsWhole() && value.type.IsWhole())) {
-      value = Convert(std::move(value), common, Mode::kImplicit, expr.at);
-    }
-    value = Collated(std::move(value));
-    return MakeBound(Wrap(value, kEquality + 1) + in + query.sql + ")", condition, kEquality);
-  }
-  std::string list;
-  bool plain = true;
-  std::vector<Bound> items;
-  for (std::size_t i = 1; i < expr.operands.size(); ++i) {
-    items.push_back(BindValue(*expr.operands[i]));
-    Bound left = value;
-    Bound right = items.back();
-    MakeComparable(left, right, expr);
-    const bool texts = left.type.IsText() && right.type.IsText();
-    plain = plain && (texts || left.sql == value.sql);
-    list += (i == 1 ? "" : ", ") + right.sql;
-  }
-  if (plain) {
-    value = Collated(std::move(value));
-    return MakeBound(Wrap(value, kEquality + 1) + in + list + ")", condition, kEquality);
-  }
-  // The left side changes its units with the item beside it: written out as comparisons.
-  std::string any;
-  for (Bound& item : items) {
-    any += (any.empty() ? "" : " OR ") + Compare("=", value, std::move(item), expr).sql;
-  }
-  if (expr.negated) return MakeBound("NOT (" + any + ")", condition, kLooseNot);
-  return MakeBound(any, condition, kLooseOr);
-}
-
-Bound Binder::BindLike(const Expr& expr) {
-  const Type wide = MakeText(TypeKind::kNVarChar, Type::kMax);
-  const auto as_text = [&](const Expr& operand) {
-    Bound value = BindValue(operand);
-    if (value.type.IsText() || value.type.IsNull()) return value;
-    return Convert(std::move(value), wide, Mode::kImplicit, expr.at);
-  };
-  Bound value = as_text(*expr.operands[0]);
-  const Bound pattern = as_text(*expr.operands[1]);
-  std::string escape;
-  if (expr.operands.size() == 3) escape = ", " + as_text(*expr.operands[2]).sql;
-  const bool national = value.type.IsNational() || pattern.type.IsNational();
-  std::string sql =
-      (national ? "vk_like(" : "vk_like_char(") + value.sql + ", " + pattern.sql + escape + ")";
-  // What stands in front of the first wildcard bounds the column from below, and the whole pattern
-  // is the only text if there is none: an index then finds the few rows that are looked at.
-  int tightness = kTight;
-  if (pattern.literal == Bound::Literal::kText && value.column && escape.empty()) {
-    const std::string head = pattern.value.substr(0, pattern.value.find_first_of("%_["));
-    const std::string column = Wrap(Collated(value), kRelation + 1);
-    const auto literal = [&](const std::string& text) {
-      return TextLiteral(text, pattern.type).sql;
-    };
-    if (head.size() == pattern.value.size()) {
-      sql = column + " = " + literal(head) + " AND " + sql;
-      tightness = kLooseAnd;
-    } else if (!head.empty()) {
-      sql = column + " >= " + literal(head) + " AND " + column + " < " +
-            literal(head + "\xF4\x8F\xBF\xBF") + " AND " + sql;
-      tightness = kLooseAnd;
-    }
-  }
-  const Type condition = Make(TypeKind::kCondition);
-  if (expr.negated) {
-    return MakeBound(tightness == kTight ? "NOT " + sql : "NOT (" + sql + ")", condition,
-                     kLooseNot);
-  }
-  return MakeBound(std::move(sql), condition, tightness);
-}
-
-Bound Binder::BindIsNull(const Expr& expr) {
-  const Bound value = BindValue(*expr.operands[0]);
-  return MakeBound(Wrap(value, kEquality + 1) + (expr.negated ? " IS NOT NULL" : " IS NULL"),
-                   Make(TypeKind::kCondition), kEquality);
-}
-
-bool Binder::GivesOneRow(const Query& query) {
-  if (query.joins_texts) return true;
-  const vorek::sqlite::Select* select =
-      query.branches.size() == 1 ? query.branches[0].select.get() : nullptr;
-  if (select == nullptr || !select->values.empty()) return false;
-  if (select->top != nullptr && select->top->text == "1" && !select->top_percent) return true;
-  if (!select->group.empty() || select->items.size() != 1) return false;
-  const Expr& item = *select->items[0].expr;
-  constexpr std::array<std::string_view, 6> kAggregates = {"max", "min",   "sum",
-                                                           "avg", "count", "count_big"};
-  const bool aggregate =
-      item.kind == ExprKind::kFunction && item.window == nullptr &&
-      std::any_of(kAggregates.begin(), kAggregates.end(),
-                  [&](std::string_view name) { return SameWord(name, item.path.back()); });
-  return aggregate || NamesRowKey(*select);
-}
-
-bool Binder::NamesRowKey(const vorek::sqlite::Select& select) {
-  // "... from t where t.ID = <something from elsewhere>", ID being the row's number.
-  const bool simple = select.where != nullptr && select.from.size() == 1 &&
-                      select.from[0].kind == TableRef::Kind::kTable &&
-                      FindCommonTable(select.from[0].name) == nullptr;
-  if (!simple) return false;
-  const TableRef& from = select.from[0];
-  const TableInfo* table = schema_.FindTable(from.name.Last());
-  if (table == nullptr || schema_.FindModule(from.name.Last()) != nullptr) return false;
-  const std::string& name = from.alias.empty() ? from.name.Last() : from.alias;
-  const auto own = [&](const Expr& expr) -> const ColumnInfo* {
-    if (expr.kind != ExprKind::kColumn) return nullptr;
-    const bool other =
-        expr.path.size() > 1 && !text::EqualsIgnoreCase(expr.path[expr.path.size() - 2], name);
-    return other ? nullptr : table->Find(expr.path.back());
-  };
-  const auto constant = [&](const Expr& expr) {
-    return expr.operands.empty() && expr.query == nullptr && own(expr) == nullptr;
-  };
-  const auto pins = [&](const Expr& condition) {
-    if (condition.kind != ExprKind::kCompare || condition.text != "=") return false;
-    for (std::size_t side = 0; side < 2; ++side) {
-      const ColumnInfo* key = own(*condition.operands[side]);
-      if (key != nullptr && key->row_key && constant(*condition.operands[1 - side])) return true;
-    }
-    return false;
-  };
-  if (select.where->kind != ExprKind::kAll) return pins(*select.where);
-  return std::any_of(select.where->operands.begin(), select.where->operands.end(),
-                     [&](const ExprPtr& condition) { return pins(*condition); });
-}
-
-Bound Binder::BindSubquery(const Expr& expr) {
-  BoundQuery query = BindQuery(*expr.query);
-  if (query.columns.size() != 1) Refuse(expr.at, "A subquery used as a value must have one column");
-  Bound bound = MakeBound("(" + query.sql + ")", query.columns[0].type);
-  // More than one row is an error, where SQLite by itself would take the first.
-  if (!GivesOneRow(*expr.query)) {
-    bound.sql = "(WITH \"one\"(\"v\") AS (" + query.sql + ") SELECT vk_one(\"v\") FROM \"one\")";
-  }
-  return bound;
-}
-
-Bound Binder::BindQuantified(const Expr& expr) {
-  const bool all = expr.path[0] == "all";
-  if (expr.text == "=" && !all) {
-    Refuse(expr.at, "'= ANY' is not supported: write IN");
-  }
-  Refuse(expr.at, std::string("A comparison with ") + (all ? "ALL" : "ANY") + " is not supported");
 }
 
 Bound Binder::BindCase(const Expr& expr) {
