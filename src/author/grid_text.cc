@@ -70,10 +70,15 @@ void TakeLine(std::vector<std::string> values, GridText& text) {
   if (keyword == "parameters") text.parameters = first;
   if (keyword == "failed") text.failure = first;
   if (keyword == "message") text.messages.push_back(first);
-  if (keyword == "header") text.headers = std::move(values);
-  if (keyword == "width") text.widths = std::move(values);
-  if (keyword == "align") text.alignments = std::move(values);
-  if (keyword == "row") text.rows.push_back(std::move(values));
+  if (keyword == "header") {
+    text.headers = std::move(values);
+  } else if (keyword == "width") {
+    text.widths = std::move(values);
+  } else if (keyword == "align") {
+    text.alignments = std::move(values);
+  } else if (keyword == "row") {
+    text.rows.push_back(std::move(values));
+  }
 }
 
 }  // namespace

@@ -92,7 +92,7 @@ bool IsSign(const QueryToken& token, std::string_view sign) {
 std::vector<bool> QuotedBytes(std::string_view query) {
   std::vector<bool> quoted(query.size(), false);
   for (std::size_t at = 0; at < query.size();) {
-    std::size_t end = at + 1;
+    std::size_t end = 0;
     const char c = query[at];
     if (c == '\'' || c == '"' || c == '[') {
       end = query.find(c == '[' ? ']' : c, at + 1);

@@ -146,7 +146,8 @@ bool PutClause(CheckContext& check, std::string& query) {
 }
 
 // Where the plain text is taken and the secured one isn't, the condition broke it.
-void LookUpSecured(CheckContext& check, const text::TracedText& sample, std::string secured) {
+void LookUpSecured(CheckContext& check, const text::TracedText& sample,
+                   const std::string& secured) {
   if (text::Contains(sample.Text(), "@") || LookUp(check.process, sample.Text()).fault) return;
   const QueryLookup found = LookUp(check.process, secured);
   if (!found.fault || found.fault->rule == Rule::kNotLookedUp) return;
@@ -170,7 +171,7 @@ void CheckSecurity(CheckContext& check) {
     const Place place = fault.at ? check.report.PlaceInQuery(*fault.at) : check.report.WholeQuery();
     check.Tell(fault.rule, place, fault.values);
   }
-  if (faults.empty()) LookUpSecured(check, sample, std::move(secured));
+  if (faults.empty()) LookUpSecured(check, sample, secured);
 }
 
 }  // namespace vorek

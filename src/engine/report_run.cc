@@ -72,9 +72,14 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
     process_.windows().SetMousePointer(0);
     return false;
   }
+  return RunText(parameter_string);
+}
+
+bool ReportRun::RunText(const std::string& parameter_string) {
   PassWatch& watch = process_.watch;
   const PassWatch::Pass run(watch, PassWatch::Leaves::kNothing);
   bool filled = false;
+  std::optional<Error> error;
   {
     // Nobody sees a grid that is half made.
     const Grid::Hold main(control_.flxMain);

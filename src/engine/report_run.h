@@ -36,6 +36,7 @@ class ReportRun {
   void PutTokens();
 
   // Running the query and filling the grid.
+  bool RunText(const std::string& parameter_string);
   void Fill(const std::string& parameter_string);
   void OpenQuery(const std::string& parameter_string);
   void FollowUpProcedure();

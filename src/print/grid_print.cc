@@ -20,7 +20,7 @@ GridPrint::GridPrint(const ReportContext& report, const PrintedColumns& columns,
       grid_rows_(grid_.Rows()),
       grid_cols_(grid_.Cols()) {
   Break(report, columns);
-  if (PageCount() > kMostPages) {
+  if (GridPrint::PageCount() > kMostPages) {
     throw Error(ErrorNumber::kInvalidCall,
                 "چاپ: بيش از " + std::to_string(kMostPages) + " صفحه مي شود.");
   }

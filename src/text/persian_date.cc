@@ -1,5 +1,6 @@
 #include "text/persian_date.h"
 
+#include <algorithm>
 #include <array>
 
 #include "text/gregorian_date.h"
@@ -91,8 +92,8 @@ CalendarDate ToGregorian(const CalendarDate& persian) {
   if (!IsPersianDate(persian)) NoSuchDate(persian);
   const YearFacts facts = Facts(persian.year);
   const std::int64_t first = DayNumber({facts.gregorian_year, 3, facts.march_day});
-  const int month = persian.month - 1;
-  return FromDayNumber(first + month * 30 + (month < 6 ? month : 6) + persian.day - 1);
+  const std::int64_t month = persian.month - 1;
+  return FromDayNumber(first + month * 30 + std::min<std::int64_t>(month, 6) + persian.day - 1);
 }
 
 CalendarDate ToPersian(const CalendarDate& gregorian) {

@@ -145,7 +145,7 @@ FigureKind FigureKindOf(const ReportState& state, std::int32_t column) {
 }
 
 // The cells of a cross table are read one by one.
-SelectionScan::SelectionScan(const ReportContext& report, std::vector<std::int32_t> columns)
+SelectionScan::SelectionScan(const ReportContext& report, const std::vector<std::int32_t>& columns)
     : grid_(report.ActiveGrid()) {
   const bool crossed = report.state.isTransposedResult;
   for (const std::int32_t column : columns) {

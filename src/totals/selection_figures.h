@@ -36,7 +36,7 @@ FigureKind FigureKindOf(const ReportState& state, std::int32_t column);
 class SelectionScan {
  public:
   // columns: those of the selection as the user sees it.
-  SelectionScan(const ReportContext& report, std::vector<std::int32_t> columns);
+  SelectionScan(const ReportContext& report, const std::vector<std::int32_t>& columns);
   // The selection's own columns, from its first to its last.
   explicit SelectionScan(const ReportContext& report);
 
