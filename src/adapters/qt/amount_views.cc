@@ -16,15 +16,10 @@ QString LatinDigits(QString text) {
   return text;
 }
 
-// Hours and minutes with ":" filled into the four digits of a time of the day.
-class MinutesView : public TypedEditView {
+// Figures run from left to right in any form.
+class FiguresView : public TypedEditView {
  public:
-  MinutesView(Presenter& presenter, MinutesControl& minutes, QWidget& parent)
-      : TypedEditView(presenter, minutes, parent), minutes_(minutes) {
-    Edit().setAlignment(Qt::AlignCenter);
-    Edit().setPlaceholderText("--:--");
-    Edit().setMaxLength(kLongest);
-  }
+  using TypedEditView::TypedEditView;
 
   void Set(std::string_view property) override {
     if (property == "RightToLeft") {
@@ -32,6 +27,17 @@ class MinutesView : public TypedEditView {
     } else {
       TypedEditView::Set(property);
     }
+  }
+};
+
+// Hours and minutes with ":" filled into the four digits of a time of the day.
+class MinutesView : public FiguresView {
+ public:
+  MinutesView(Presenter& presenter, MinutesControl& minutes, QWidget& parent)
+      : FiguresView(presenter, minutes, parent), minutes_(minutes) {
+    Edit().setAlignment(Qt::AlignCenter);
+    Edit().setPlaceholderText("--:--");
+    Edit().setMaxLength(kLongest);
   }
 
  protected:
@@ -55,19 +61,11 @@ class MinutesView : public TypedEditView {
 };
 
 // Digits are grouped while they are typed; the cursor stays behind the digit that it was behind.
-class CurrencyView : public TypedEditView {
+class CurrencyView : public FiguresView {
  public:
   CurrencyView(Presenter& presenter, VorekCurrency& amount, QWidget& parent)
-      : TypedEditView(presenter, amount, parent), amount_(amount) {
+      : FiguresView(presenter, amount, parent), amount_(amount) {
     Edit().setAlignment(Qt::AlignRight | Qt::AlignAbsolute);
-  }
-
-  void Set(std::string_view property) override {
-    if (property == "RightToLeft") {
-      Edit().setLayoutDirection(Qt::LeftToRight);
-    } else {
-      TypedEditView::Set(property);
-    }
   }
 
  protected:

@@ -254,6 +254,8 @@ class Binder {
   const CommonTableInfo* FindCommonTable(const ObjectName& name) const;
   std::string CatalogueView(const ObjectName& name);
   void AddSource(Source source, std::size_t at);
+  void AddBareTable(const TableInfo& table,
+                    std::size_t at);  // whose columns go by their names alone
   static std::vector<ColumnInfo> AsColumns(const std::vector<OutputColumn>& outputs);
   std::vector<ColumnInfo> NamedColumns(const std::vector<OutputColumn>& outputs,
                                        const std::vector<std::string>& names,
@@ -296,6 +298,9 @@ class Binder {
   Bound BindCompare(const Expr& expr);
   Bound BindBetween(const Expr& expr);
   Bound BindIn(const Expr& expr);
+  Bound InQuery(const Expr& expr, Bound value);
+  Bound InList(const Expr& expr, Bound value);
+  static Bound AmongThem(const Expr& expr, Bound value, const std::string& them);
   Bound BindLike(const Expr& expr);
   Bound BindIsNull(const Expr& expr);
   Bound BindSubquery(const Expr& expr);

@@ -376,15 +376,19 @@ Translation Binder::Delete(const Statement& statement) {
   return Finish(std::move(result));
 }
 
-std::string Binder::ConditionOn(const Expr& expr, const TableInfo& table) {
-  Scope scope;
-  const ScopeGuard guard(*this, scope);
+void Binder::AddBareTable(const TableInfo& table, std::size_t at) {
   Source source;
   source.name = table.name;
   source.sql = QuoteName(table.name);
   source.columns = &table.columns;
   source.bare = true;
-  AddSource(std::move(source), expr.at);
+  AddSource(std::move(source), at);
+}
+
+std::string Binder::ConditionOn(const Expr& expr, const TableInfo& table) {
+  Scope scope;
+  const ScopeGuard guard(*this, scope);
+  AddBareTable(table, expr.at);
   std::string sql = BindCondition(expr, 0);
   if (!parameters_.empty() || calls_ || !view_tables_->sql.empty()) {
     Refuse(expr.at,
@@ -397,12 +401,7 @@ std::string Binder::ConditionOn(const Expr& expr, const TableInfo& table) {
 Bound Binder::ComputedColumn(const Expr& expr, const TableInfo& table) {
   Scope scope;
   const ScopeGuard guard(*this, scope);
-  Source source;
-  source.name = table.name;
-  source.sql = QuoteName(table.name);
-  source.columns = &table.columns;
-  source.bare = true;
-  AddSource(std::move(source), expr.at);
+  AddBareTable(table, expr.at);
   Bound bound = BindValue(expr);
   if (!parameters_.empty() || calls_) {
     Refuse(expr.at,

@@ -52,32 +52,34 @@ Bound Binder::BindBetween(const Expr& expr) {
 }
 
 Bound Binder::BindIn(const Expr& expr) {
-  const Type condition = Make(TypeKind::kCondition);
-  const std::string in = expr.negated ? " NOT IN (" : " IN (";
   Bound value = BindValue(*expr.operands[0]);
-  if (expr.query != nullptr) {
-    BoundQuery query = BindQuery(*expr.query);
-    if (query.columns.size() != 1) {
-      Refuse(expr.at, "A subquery behind IN must have one column");
-    }
-    // Both sides take one type; the subquery is bound again if it is the one that changes.
-    const Type common = CommonType(value.type, query.columns[0].type);
-    const Type& theirs = query.columns[0].type;
-    const bool same_units = common.IsWhole() || common.IsText() || common.IsNull() ||
-                            (theirs.kind == common.kind && theirs.scale == common.scale);
-    if (!same_units || (common.IsWhole() && !theirs.IsWhole())) {
-      const Targets targets = {{common, ""}};
-      query = BindQuery(*expr.query, &targets);
-    }
-    const bool convert = common.IsText()
-                             ? value.type.IsText() == false
-                             : value.type.kind != common.kind || value.type.scale != common.scale;
-    if (convert && !(common.IsWhole() && value.type.IsWhole())) {
-      value = Convert(std::move(value), common, Mode::kImplicit, expr.at);
-    }
-    value = Collated(std::move(value));
-    return MakeBound(Wrap(value, kEquality + 1) + in + query.sql + ")", condition, kEquality);
+  return expr.query != nullptr ? InQuery(expr, std::move(value)) : InList(expr, std::move(value));
+}
+
+Bound Binder::InQuery(const Expr& expr, Bound value) {
+  BoundQuery query = BindQuery(*expr.query);
+  if (query.columns.size() != 1) {
+    Refuse(expr.at, "A subquery behind IN must have one column");
   }
+  // Both sides take one type; the subquery is bound again if it is the one that changes.
+  const Type common = CommonType(value.type, query.columns[0].type);
+  const Type& theirs = query.columns[0].type;
+  const bool same_units = common.IsWhole() || common.IsText() || common.IsNull() ||
+                          (theirs.kind == common.kind && theirs.scale == common.scale);
+  if (!same_units || (common.IsWhole() && !theirs.IsWhole())) {
+    const Targets targets = {{common, ""}};
+    query = BindQuery(*expr.query, &targets);
+  }
+  const bool convert = common.IsText()
+                           ? value.type.IsText() == false
+                           : value.type.kind != common.kind || value.type.scale != common.scale;
+  if (convert && !(common.IsWhole() && value.type.IsWhole())) {
+    value = Convert(std::move(value), common, Mode::kImplicit, expr.at);
+  }
+  return AmongThem(expr, std::move(value), query.sql);
+}
+
+Bound Binder::InList(const Expr& expr, Bound value) {
   std::string list;
   bool plain = true;
   std::vector<Bound> items;
@@ -90,17 +92,21 @@ Bound Binder::BindIn(const Expr& expr) {
     plain = plain && (texts || left.sql == value.sql);
     list += (i == 1 ? "" : ", ") + right.sql;
   }
-  if (plain) {
-    value = Collated(std::move(value));
-    return MakeBound(Wrap(value, kEquality + 1) + in + list + ")", condition, kEquality);
-  }
+  if (plain) return AmongThem(expr, std::move(value), list);
   // The left side changes its units with the item beside it: written out as comparisons.
+  const Type condition = Make(TypeKind::kCondition);
   std::string any;
   for (Bound& item : items) {
     any += (any.empty() ? "" : " OR ") + Compare("=", value, std::move(item), expr).sql;
   }
   if (expr.negated) return MakeBound("NOT (" + any + ")", condition, kLooseNot);
   return MakeBound(any, condition, kLooseOr);
+}
+
+Bound Binder::AmongThem(const Expr& expr, Bound value, const std::string& them) {
+  value = Collated(std::move(value));
+  return MakeBound(Wrap(value, kEquality + 1) + (expr.negated ? " NOT IN (" : " IN (") + them + ")",
+                   Make(TypeKind::kCondition), kEquality);
 }
 
 Bound Binder::BindLike(const Expr& expr) {
