@@ -15,7 +15,9 @@ function(vorek_component target name)
   add_library(Vorek::${name} ALIAS ${target})
   # Within 0.x each minor version has an interface of its own.
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
-                        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+                        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+                        # A shared library is made of the objects that a static one is.
+                        DEFINE_SYMBOL "")
   _vorek_export_symbols(${target})
   if(NOT VOREK_INSTALL)
     return()
