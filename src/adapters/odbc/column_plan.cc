@@ -133,7 +133,8 @@ ColumnPlan PlanColumn(const ColumnDescription& column, bool unicode) {
       return Moment(kDBDate, SQL_C_TYPE_DATE, sizeof(SQL_DATE_STRUCT));
     case SQL_TYPE_TIME:
     case kSqlServerTime:
-      return Moment(kDBTime, SQL_C_TYPE_TIME, sizeof(SQL_TIME_STRUCT));
+      // ODBC's own structure of a time has no fractions.
+      return Moment(kDBTime, SQL_C_TYPE_TIMESTAMP, sizeof(SQL_TIMESTAMP_STRUCT));
     case SQL_TYPE_TIMESTAMP:
       return Moment(kDBTimeStamp, SQL_C_TYPE_TIMESTAMP, sizeof(SQL_TIMESTAMP_STRUCT));
     case SQL_GUID:

@@ -8,6 +8,7 @@
 #include "adapters/odbc/value_text.h"
 #include "adapters/odbc/wide_text.h"
 #include "text/number.h"
+#include "vorek/field_type.h"
 
 namespace vorek::odbc {
 namespace {
@@ -152,14 +153,13 @@ void RowReader::AppendDecoded(const ColumnPlan& plan, const unsigned char* value
       }
       return out.AppendText(IsExact(plan) ? WithoutEndingZeros(digits) : digits);
     }
-    case SQL_C_TYPE_TIMESTAMP:
-      AppendTimestamp(ReadAs<SQL_TIMESTAMP_STRUCT>(value), text_);
+    case SQL_C_TYPE_TIMESTAMP: {
+      const auto moment = ReadAs<SQL_TIMESTAMP_STRUCT>(value);
+      plan.ado_type == kDBTime ? AppendTime(moment, text_) : AppendTimestamp(moment, text_);
       break;
+    }
     case SQL_C_TYPE_DATE:
       AppendDate(ReadAs<SQL_DATE_STRUCT>(value), text_);
-      break;
-    case SQL_C_TYPE_TIME:
-      AppendTime(ReadAs<SQL_TIME_STRUCT>(value), text_);
       break;
     case SQL_C_BINARY:
       text_ = "0x";

@@ -70,9 +70,7 @@ bool Session::KnowsUnicode() {
 // A statement that was told to stop fails with words about that; it is the reason that counts.
 void Session::Fail(SQLHANDLE statement) const {
   stopper_.ThrowIfStopped();
-  const Error error = StatementError(statement, handle_.Get(), traits_);
-  stopper_.ThrowIfOverdue(error);
-  throw error;
+  throw stopper_.InOurWords(StatementError(statement, handle_.Get(), traits_));
 }
 
 // A call that goes through may still hold an error, of a later row or a later statement.

@@ -104,10 +104,10 @@ void Stopper::ThrowIfStopped() const {
 }
 
 // The server may be ahead of the watchdog, and its clock and ours may differ by a little.
-void Stopper::ThrowIfOverdue(const Error& error) const {
+Error Stopper::InOurWords(Error error) const {
   constexpr milliseconds kLeeway{250};
   const bool overdue = deadline_ && Clock::now() + kLeeway >= *deadline_;
-  if (overdue && error.Is(ErrorNumber::kCancelled)) throw TimeoutError();
+  return overdue && error.Is(ErrorNumber::kCancelled) ? TimeoutError() : error;
 }
 
 }  // namespace vorek::odbc

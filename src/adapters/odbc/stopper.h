@@ -44,8 +44,9 @@ class Stopper {
   // True if the driver was told to stop the last statement.
   bool WasTold() const { return told_; }
 
-  // Throws Error(kTimeout) in place of "cancelled" by a server that keeps the time-out itself.
-  void ThrowIfOverdue(const Error& error) const;
+  // The statement's error: Error(kTimeout) for "cancelled" by a server that keeps the time-out
+  // itself.
+  Error InOurWords(Error error) const;
 
  private:
   enum class Reason { kNone, kCancelled, kTimeout };

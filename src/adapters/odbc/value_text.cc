@@ -9,14 +9,6 @@ void AppendPadded(unsigned value, unsigned digits, std::string& out) {
   out += text;
 }
 
-void AppendClock(unsigned hour, unsigned minute, unsigned second, std::string& out) {
-  AppendPadded(hour, 2, out);
-  out += ':';
-  AppendPadded(minute, 2, out);
-  out += ':';
-  AppendPadded(second, 2, out);
-}
-
 bool AddDigit(std::int64_t& value, int digit) {
   return !__builtin_mul_overflow(value, std::int64_t{10}, &value) &&
          !__builtin_sub_overflow(value, std::int64_t{digit}, &value);
@@ -71,18 +63,22 @@ void AppendDate(const SQL_DATE_STRUCT& value, std::string& out) {
   AppendPadded(value.day, 2, out);
 }
 
-void AppendTime(const SQL_TIME_STRUCT& value, std::string& out) {
-  AppendClock(value.hour, value.minute, value.second, out);
+void AppendTime(const SQL_TIMESTAMP_STRUCT& value, std::string& out) {
+  AppendPadded(value.hour, 2, out);
+  out += ':';
+  AppendPadded(value.minute, 2, out);
+  out += ':';
+  AppendPadded(value.second, 2, out);
+  const unsigned milliseconds = static_cast<unsigned>(value.fraction / 1000000);
+  if (milliseconds == 0) return;
+  out += '.';
+  AppendPadded(milliseconds, 3, out);
 }
 
 void AppendTimestamp(const SQL_TIMESTAMP_STRUCT& value, std::string& out) {
   AppendDate({value.year, value.month, value.day}, out);
   out += ' ';
-  AppendClock(value.hour, value.minute, value.second, out);
-  const unsigned milliseconds = static_cast<unsigned>(value.fraction / 1000000);
-  if (milliseconds == 0) return;
-  out += '.';
-  AppendPadded(milliseconds, 3, out);
+  AppendTime(value, out);
 }
 
 void AppendHex(const unsigned char* bytes, std::size_t count, std::string& out) {

@@ -20,10 +20,10 @@ std::optional<std::int64_t> ScaledOf(std::string_view text, int scale);
 std::string_view WithoutEndingZeros(std::string_view decimal);
 
 // Dates and times as the system keeps them: "2025-03-21 08:30:00", with ".123" behind it only if
-// there is a fraction; "2025-03-21"; "08:30:00".
+// there is a fraction; "2025-03-21"; the clock alone, "08:30:00" or "08:30:00.123".
 void AppendTimestamp(const SQL_TIMESTAMP_STRUCT& value, std::string& out);
 void AppendDate(const SQL_DATE_STRUCT& value, std::string& out);
-void AppendTime(const SQL_TIME_STRUCT& value, std::string& out);
+void AppendTime(const SQL_TIMESTAMP_STRUCT& value, std::string& out);
 
 // Bytes as hexadecimal digits, without the "0x".
 void AppendHex(const unsigned char* bytes, std::size_t count, std::string& out);
