@@ -6,11 +6,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <future>
 #include <thread>
 
 #include "adapters/system/file_settings.h"
@@ -170,11 +172,14 @@ TEST_F(SystemFilesTest, ALockKeepsOthersOut) {
   constexpr int kTimes = 200;
   const auto add = [&](const std::string& key) {
     FileSettings settings(std::make_shared<SystemFiles>(), At("settings.conf"));
-    for (int i = 0; i < kTimes; ++i) settings.Save(key, std::to_string(i), "x");
+    for (int i = 0; i < kTimes; ++i) {
+      settings.Save(key, std::to_string(i), "x");
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));  // the other's turn
+    }
   };
-  std::thread other([&] { add("other"); });
+  auto other = std::async(std::launch::async, [&] { add("other"); });
   add("one");
-  other.join();
+  other.get();
   const text::Sections sections = text::ParseKeyValues(files_.Read(At("settings.conf")));
   EXPECT_EQ(sections.at("one").size(), 200U);
   EXPECT_EQ(sections.at("other").size(), 200U);

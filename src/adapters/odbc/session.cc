@@ -68,9 +68,11 @@ bool Session::KnowsUnicode() {
 }
 
 // A statement that was told to stop fails with words about that; it is the reason that counts.
+// Asked for last: a driver that is told while its words are read forgets them.
 void Session::Fail(SQLHANDLE statement) const {
+  Error error = StatementError(statement, handle_.Get(), traits_);
   stopper_.ThrowIfStopped();
-  throw stopper_.InOurWords(StatementError(statement, handle_.Get(), traits_));
+  throw stopper_.InOurWords(std::move(error));
 }
 
 // A call that goes through may still hold an error, of a later row or a later statement.
