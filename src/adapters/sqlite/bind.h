@@ -327,10 +327,11 @@ class Binder {
   static Bound Rescaled(const Bound& value, int step);
   bool CompareIsNull(const Expr& expr, Bound& result);
 
-  // Functions (bind_function.cc, bind_aggregate.cc).
+  // Functions (bind_function.cc and those of its subjects, bind_aggregate.cc).
   struct Call;
   struct Rule;
   Bound BindFunction(const Expr& expr);
+  Bound BindIif(const Expr& expr);
   Bound BindUserFunction(const Expr& expr);
   Bound BindAggregate(const Expr& expr, const std::string& name);
   Bound AggregateOf(const Expr& expr, const std::string& name, Bound argument);
