@@ -174,36 +174,19 @@ Runner::Flow Runner::RunOne(Statement& statement, Frame& frame) {
   }
 }
 
+// What tells where it goes on.
 Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
   switch (statement.kind) {
-    case StatementKind::kSelect:
-      RunQuery(statement, frame);
-      break;
-    case StatementKind::kInsert:
-      RunInsert(statement, frame);
-      break;
-    case StatementKind::kUpdate:
-      RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Update(statement); }),
-                frame);
-      break;
-    case StatementKind::kDelete:
-      RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Delete(statement); }),
-                frame);
-      break;
-    case StatementKind::kDeclare:
-      RunDeclare(statement, frame);
-      break;
-    case StatementKind::kSet:
-      RunSet(statement, frame);
-      break;
     case StatementKind::kIf:
       if (Holds(statement, frame)) return RunOne(*statement.body[0], frame);
       if (statement.body.size() > 1) return RunOne(*statement.body[1], frame);
-      break;
+      return Flow::kNext;
     case StatementKind::kWhile:
       return RunWhile(statement, frame);
     case StatementKind::kBlock:
       return RunAll(statement.body, frame);
+    case StatementKind::kTry:
+      return RunTry(statement, frame);
     case StatementKind::kReturn:
       if (statement.expr != nullptr) {
         const auto type = frame.types.find("@return value");
@@ -218,47 +201,58 @@ Runner::Flow Runner::RunFlow(Statement& statement, Frame& frame) {
     case StatementKind::kGoto:
       frame.label = statement.word;
       return Flow::kGoto;
+    default:
+      RunAction(statement, frame);
+      return Flow::kNext;
+  }
+}
+
+// What the next statement always follows.
+void Runner::RunAction(Statement& statement, Frame& frame) {
+  switch (statement.kind) {
+    case StatementKind::kSelect:
+      return RunQuery(statement, frame);
+    case StatementKind::kInsert:
+      return RunInsert(statement, frame);
+    case StatementKind::kUpdate:
+      return RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Update(statement); }),
+                       frame);
+    case StatementKind::kDelete:
+      return RunChange(Compile(statement, 0, frame, [&](Binder& b) { return b.Delete(statement); }),
+                       frame);
+    case StatementKind::kDeclare:
+      return RunDeclare(statement, frame);
+    case StatementKind::kSet:
+      return RunSet(statement, frame);
     case StatementKind::kExecute:
-      RunExecute(statement, frame);
-      break;
+      return RunExecute(statement, frame);
     case StatementKind::kExecuteText:
-      RunExecuteText(statement, frame);
-      break;
+      return RunExecuteText(statement, frame);
     case StatementKind::kPrint: {
       const Type text = MakeText(TypeKind::kNVarChar, Type::kMax);
-      Tell(TextOfCell(Evaluate(statement, 0, *statement.expr, &text, frame)));
-      break;
+      return Tell(TextOfCell(Evaluate(statement, 0, *statement.expr, &text, frame)));
     }
     case StatementKind::kRaise:
-      RunRaise(statement, frame);
-      break;
-    case StatementKind::kTry:
-      return RunTry(statement, frame);
+      return RunRaise(statement, frame);
     case StatementKind::kDeclareCursor:
     case StatementKind::kCursor:
-      RunCursor(statement, frame);
-      break;
+      return RunCursor(statement, frame);
     case StatementKind::kSetting:
-      RunSetting(statement);
-      break;
+      return RunSetting(statement);
     case StatementKind::kNote:
-      Tell(statement.word);
-      break;
+      return Tell(statement.word);
     case StatementKind::kTruncate:
-      RunTruncate(statement, frame);
-      break;
+      return RunTruncate(statement, frame);
     case StatementKind::kBegin:
     case StatementKind::kCommit:
     case StatementKind::kRollback:
-      RunTransaction(statement);
-      break;
+      return RunTransaction(statement);
     case StatementKind::kNothing:
     case StatementKind::kLabel:
-      break;
+      return;
     default:
       RunDefinition(statement, frame);
   }
-  return Flow::kNext;
 }
 
 Runner::Flow Runner::RunWhile(Statement& statement, Frame& frame) {

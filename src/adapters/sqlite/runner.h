@@ -86,6 +86,7 @@ class Runner {
   Flow RunAll(std::vector<StatementPtr>& statements, Frame& frame);
   Flow RunOne(Statement& statement, Frame& frame);
   Flow RunFlow(Statement& statement, Frame& frame);
+  void RunAction(Statement& statement, Frame& frame);
   Flow RunWhile(Statement& statement, Frame& frame);
   void RunQuery(Statement& statement, Frame& frame);
   void RunSelectInto(Statement& statement, Frame& frame);
