@@ -71,12 +71,11 @@ TEST_F(TimeLimitTest, ReachesInsideAFunction) {
 
 TEST_F(TimeLimitTest, ACancelReachesThereToo) {
   for (const Long& one : LongOnes()) {
-    std::thread user([this] {
+    const std::jthread user([this] {
       std::this_thread::sleep_for(std::chrono::milliseconds(300));
       connection_->Cancel();
     });
     EXPECT_EQ(RunFor(one.text, 60), static_cast<long>(ErrorNumber::kCancelled)) << one.name;
-    user.join();
     EXPECT_LT(took_.count(), 5.0) << one.name;
     ExpectUsable();
   }
