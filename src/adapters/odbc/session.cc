@@ -68,15 +68,14 @@ bool Session::KnowsUnicode() {
 }
 
 // A statement that was told to stop fails with words about that; it is the reason that counts.
-// Asked for last: a driver that is told while its words are read forgets them.
-void Session::Fail(SQLHANDLE statement) const {
-  Error error = StatementError(statement, handle_.Get(), traits_);
+void Session::Fail(SQLHANDLE statement) {
+  stopper_.Over();
   stopper_.ThrowIfStopped();
-  throw stopper_.InOurWords(std::move(error));
+  throw stopper_.InOurWords(StatementError(statement, handle_.Get(), traits_));
 }
 
 // A call that goes through may still hold an error, of a later row or a later statement.
-void Session::Check(SQLRETURN code, SQLHANDLE statement) const {
+void Session::Check(SQLRETURN code, SQLHANDLE statement) {
   if (code == SQL_SUCCESS) return;
   const bool informs = code == SQL_SUCCESS_WITH_INFO &&
                        ReadDiagnostic(SQL_HANDLE_STMT, statement, traits_.unicode).IsInformation();

@@ -56,8 +56,8 @@ class Session {
   ResultSetPtr RunExecute(std::string_view text, int timeout_seconds, const ResultLimits& limits,
                           const Progress& progress);
   bool NextResult(SQLHANDLE statement);
-  void Check(SQLRETURN code, SQLHANDLE statement) const;
-  [[noreturn]] void Fail(SQLHANDLE statement) const;
+  void Check(SQLRETURN code, SQLHANDLE statement);
+  [[noreturn]] void Fail(SQLHANDLE statement);
   ResultSetPtr ReadFirstRows(SQLHANDLE statement, const ResultLimits& limits,
                              const Progress& progress);
   void FinishRest(SQLHANDLE statement);

@@ -40,17 +40,20 @@ Stopper::Running::Running(Stopper& stopper, SQLHANDLE statement, int timeout_sec
   if (timeout_seconds <= 0) return;
   stopper.deadline_ = Clock::now() + std::chrono::seconds(timeout_seconds);
   stopper.watchdog_.Arm(*stopper.deadline_, [&stopper] { return stopper.StopAtDeadline(); });
-  // The server's own time-out is asked for too: it frees the server when we are gone. FreeTDS keeps
-  // it by itself; it mustn't stop the statement beside us, but gives up a server that stays silent.
-  const int theirs = timeout_seconds + (traits.cancel_needs_a_wait ? kLater : 0);
+  // The driver's or the server's own time-out is asked for too: it frees the server when we are
+  // gone. It comes later, so that a cancel never meets the failure that it makes.
   SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
-                 AttributeNumber(static_cast<std::size_t>(theirs)), 0);
+                 AttributeNumber(static_cast<std::size_t>(timeout_seconds + kLater)), 0);
 }
 
 Stopper::Running::~Running() {
   stopper_.watchdog_.Disarm();
-  const std::lock_guard lock(stopper_.mutex_);
-  stopper_.statement_ = SQL_NULL_HANDLE;
+  stopper_.Over();
+}
+
+void Stopper::Over() {
+  const std::lock_guard lock(mutex_);
+  statement_ = SQL_NULL_HANDLE;
 }
 
 // The driver is told by the watchdog's thread: it may wait for a server that is gone.

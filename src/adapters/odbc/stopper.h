@@ -37,6 +37,10 @@ class Stopper {
   // From any thread; doesn't wait for the driver. True if a statement runs.
   bool Cancel() noexcept;
 
+  // The statement has failed: it isn't told to stop any more, and its words can be read. A driver
+  // that is told meanwhile forgets them.
+  void Over();
+
   // Throws Error(kTimeout) or Error(kCancelled) if the statement was told to stop: what it gave
   // isn't the whole any more, whatever the driver says of it.
   void ThrowIfStopped() const;
