@@ -17,7 +17,8 @@ constexpr milliseconds kLookEvery{3};
 // How long a thread may be looked at in vain; it reads what comes without a break, then.
 constexpr milliseconds kLookFor{1000};
 
-constexpr int kLater = 2;  // seconds
+// By how many seconds a driver's own time-out comes behind ours.
+constexpr std::size_t kLater = 2;
 
 Error TimeoutError() { return Error(ErrorNumber::kTimeout, "Query timeout expired"); }
 
@@ -43,7 +44,7 @@ Stopper::Running::Running(Stopper& stopper, SQLHANDLE statement, int timeout_sec
   // The driver's or the server's own time-out is asked for too: it frees the server when we are
   // gone. It comes later, so that a cancel never meets the failure that it makes.
   SQLSetStmtAttr(statement, SQL_ATTR_QUERY_TIMEOUT,
-                 AttributeNumber(static_cast<std::size_t>(timeout_seconds + kLater)), 0);
+                 AttributeNumber(static_cast<std::size_t>(timeout_seconds) + kLater), 0);
 }
 
 Stopper::Running::~Running() {
@@ -106,7 +107,7 @@ void Stopper::ThrowIfStopped() const {
   }
 }
 
-// The server may be ahead of the watchdog, and its clock and ours may differ by a little.
+// A server may keep a time-out of its own, and its clock and ours may differ by a little.
 Error Stopper::InOurWords(Error error) const {
   constexpr milliseconds kLeeway{250};
   const bool overdue = deadline_ && Clock::now() + kLeeway >= *deadline_;

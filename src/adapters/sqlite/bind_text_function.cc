@@ -117,7 +117,7 @@ struct FunctionRules::Texts {
   static Bound QuoteName(Call& call) {
     return CallOf("vk_quotename", {call.Text(0).sql}, MakeText(TypeKind::kNVarChar, 258));
   }
-  // A text of the arguments from one on, each as often as told.
+  // The type of all arguments behind one another, the first of them as often as told.
   static Type Together(const Call& call, std::size_t times) {
     int room = 0;
     bool national = false;
