@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <memory>
+#include <sstream>
 
 #include "vorek/script.h"
 
@@ -59,6 +60,21 @@ bool Fits(const SqlCase& test, const std::string& outcome, SqlServer server) {
          (server == SqlServer::kOther || outcome.find(piece) != std::string::npos);
 }
 
+// A case as written, or one for each of its lines.
+void AddCases(const SqlCase& written, bool each, std::vector<SqlCase>& cases) {
+  if (written.statement.empty()) return;
+  if (!each) {
+    cases.push_back(written);
+    return;
+  }
+  SqlCase one = written;
+  std::istringstream lines(written.statement);
+  for (std::string line; std::getline(lines, line); ++one.line) {
+    one.statement = line + "\n";
+    cases.push_back(one);
+  }
+}
+
 }  // namespace
 
 std::vector<SqlCase> ReadSqlCases(const std::filesystem::path& path) {
@@ -68,11 +84,10 @@ std::vector<SqlCase> ReadSqlCases(const std::filesystem::path& path) {
   bool in_expected = false;
   bool types = false;
   std::string line;
+  bool each = false;
   const auto finish = [&] {
-    if (!current.statement.empty()) {
-      current.types = types;
-      cases.push_back(current);
-    }
+    current.types = types;
+    AddCases(current, each, cases);
     current = SqlCase{};
     in_expected = false;
   };
@@ -84,8 +99,9 @@ std::vector<SqlCase> ReadSqlCases(const std::filesystem::path& path) {
       finish();
     } else if (!in_expected && line.rfind("# ", 0) == 0 && current.statement.empty()) {
       current.name = line.substr(2);
-    } else if (!in_expected && line == "----") {
+    } else if (!in_expected && (line == "----" || line == "---- each")) {
       in_expected = true;
+      each = line != "----";
     } else if (in_expected) {
       current.expected += line + "\n";
     } else if (!line.empty() || !current.statement.empty()) {

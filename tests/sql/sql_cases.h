@@ -17,7 +17,8 @@ namespace vorek {
 //   the rows as expected: a line a row, values between "|", NULL for NULL, after a line of the
 //   columns as "name:type"; or "error: a piece of the message"; or "ok" for no rows
 //
-// Cases are parted by an empty line. All cases of a file run in order on one fresh database. A
+// "---- each" makes each line above it a case of its own that ends so. Cases are parted by an
+// empty line. All cases of a file run in order on one fresh database. A
 // first line "!types" makes the columns' line part of the expectation from there on, "!notypes"
 // ends that.
 struct SqlCase {
