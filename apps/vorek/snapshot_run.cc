@@ -4,6 +4,7 @@
 #include <chrono>
 #include <utility>
 
+#include "author/opened_tree.h"
 #include "catalog/report_row.h"
 #include "engine/report_control.h"
 #include "engine/stop_reason.h"
@@ -130,8 +131,7 @@ SnapshotReport SnapshotRun::One(const std::string& name, std::int32_t report,
 // The grid, or why there is none. A report that waits for its panel counts as shown.
 void SnapshotRun::TakeResult(VorekReport1& control, bool shown, const std::string& failure,
                              GridText& grid) {
-  const ReportControl& impl = control.Impl();
-  const ReportState& state = impl.state;
+  const ReportState& state = control.Impl().state;
   const std::vector<std::string> said = listener_->TakeSaid();
   const bool marked = grid.parameters.empty() && text::Contains(state.roughSQL, "@");
   grid.failure = failure;
@@ -143,7 +143,22 @@ void SnapshotRun::TakeResult(VorekReport1& control, bool shown, const std::strin
   }
   if (!grid.failure.empty()) return;
   grid.messages = said;
-  TakeGrid(state.isTransposedResult ? impl.flxTranspose : impl.flxMain, grid);
+  TakeCells(control.Impl(), grid);
+}
+
+// The rows of a tree that are closed would keep their figures out of the snapshot.
+void SnapshotRun::TakeCells(ReportControl& control, GridText& grid) {
+  if (control.state.isTransposedResult) return TakeGrid(control.flxTranspose, grid);
+  ReportContext report = control.Context();
+  try {
+    grid.cut = OpenTree(report);
+  } catch (const Error& error) {
+    if (listener_->Interrupted()) throw Error(ErrorNumber::kCancelled, "interrupted");
+    grid.failure = error.Description();
+    return;
+  }
+  if (listener_->Interrupted()) throw Error(ErrorNumber::kCancelled, "interrupted");
+  TakeGrid(control.flxMain, grid);
 }
 
 }  // namespace vorek

@@ -33,6 +33,7 @@ class SnapshotRun {
   class Listener;
 
   void TakeResult(VorekReport1& control, bool shown, const std::string& failure, GridText& grid);
+  void TakeCells(ReportControl& control, GridText& grid);
   void AddRuns(std::int32_t report, const SnapshotPlan& plan, Snapshot& snapshot);
 
   ConnectOptions connect_;

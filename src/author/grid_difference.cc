@@ -12,14 +12,27 @@ using Kind = GridChange::Kind;
 // Above it, rows are matched by their places: the table of all pairs would be too large.
 constexpr std::size_t kMostPairs = 4'000'000;
 
-bool IsNumber(const std::string& text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+// What is told of a row's number: of "2-3-", the open third child of row 2, the level and the mark.
+// A row that comes in moves the numbers behind it. "" for a text that is no number.
+std::string NumberShape(std::string text) {
+  const std::size_t last = text.find_last_not_of(' ');
+  const bool number = !text.empty() && text[0] >= '0' && text[0] <= '9' &&
+                      text.find_first_not_of("0123456789-+ ") == std::string::npos;
+  if (!number) return "";
+  text.resize(last + 1);
+  std::string shape = "#";
+  for (const char c : text) {
+    if (c == '-' || c == '+') shape += c;
+  }
+  // An open row of one level isn't a closed leaf of the next.
+  return shape + (text.back() == '-' ? "." : "");
 }
 
 bool SameCell(const Row& a, const Row& b, std::size_t column) {
   const std::string& before = column < a.size() ? a[column] : std::string();
   const std::string& after = column < b.size() ? b[column] : std::string();
-  return before == after || (column == 0 && IsNumber(before) && IsNumber(after));
+  if (before == after) return true;
+  return column == 0 && !NumberShape(before).empty() && NumberShape(before) == NumberShape(after);
 }
 
 bool SameRow(const Row& a, const Row& b) {
@@ -46,6 +59,7 @@ class Comparison {
     Tell("messages", Joined(before_.messages), Joined(after_.messages));
     Tell("failure", before_.failure, after_.failure);
     if (!before_.failure.empty() || !after_.failure.empty()) return std::move(changes_);
+    Tell("cut", before_.cut, after_.cut);
     Columns("header", before_.headers, after_.headers);
     Columns("width", before_.widths, after_.widths);
     Columns("alignment", before_.alignments, after_.alignments);

@@ -69,6 +69,7 @@ void TakeLine(std::vector<std::string> values, GridText& text) {
   if (keyword == "title") text.title = first;
   if (keyword == "parameters") text.parameters = first;
   if (keyword == "failed") text.failure = first;
+  if (keyword == "cut") text.cut = first;
   if (keyword == "message") text.messages.push_back(first);
   if (keyword == "header") {
     text.headers = std::move(values);
@@ -108,6 +109,7 @@ std::string FormatGridText(const GridText& text) {
     AppendLine("failed", {text.failure}, out);
     return out;
   }
+  if (!text.cut.empty()) AppendLine("cut", {text.cut}, out);
   AppendLine("header", text.headers, out);
   AppendLine("width", text.widths, out);
   AppendLine("align", text.alignments, out);

@@ -17,6 +17,7 @@ struct GridText {
   std::string parameters = {};             // the parameter string that it ran with
   std::string failure = {};                // why it isn't on show; "" if it is
   std::vector<std::string> messages = {};  // what it said beside
+  std::string cut = {};                    // what left rows out; "" if all are there
   // Of the columns from 0 on.
   std::vector<std::string> headers = {};
   std::vector<std::string> widths = {};      // twips

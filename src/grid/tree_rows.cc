@@ -220,6 +220,12 @@ bool CollapseTreeRow(ReportContext& report, std::int32_t row) {
   return true;
 }
 
+void MakeCalculatedColumns(ReportContext& report) {
+  const PassWatch::Unbroken rows_have_changed(report.process.watch);
+  report.flxMain.SetCols(static_cast<std::int32_t>(report.state.QueryFields.size()) + 1);
+  MakeExpressionColumns(report);
+}
+
 bool ClickTreeMark(ReportContext& report, std::int32_t row) {
   const char mark = TreeMark(report.flxMain, row);
   if (mark == '+') {
@@ -227,9 +233,7 @@ bool ClickTreeMark(ReportContext& report, std::int32_t row) {
   } else if (mark == '-') {
     CollapseTreeRow(report, row);
   }
-  const PassWatch::Unbroken rows_have_changed(report.process.watch);
-  report.flxMain.SetCols(static_cast<std::int32_t>(report.state.QueryFields.size()) + 1);
-  MakeExpressionColumns(report);
+  MakeCalculatedColumns(report);
   return mark == '+' || mark == '-';
 }
 

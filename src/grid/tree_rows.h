@@ -19,6 +19,9 @@ void MarkTopRows(ReportContext& report, const Recordset& result);
 void ExpandTreeRow(ReportContext& report, std::int32_t row);
 bool CollapseTreeRow(ReportContext& report, std::int32_t row);
 
+// Makes the calculated columns anew once rows were opened or closed.
+void MakeCalculatedColumns(ReportContext& report);
+
 // A click on column 0 of a row, or a key on it: opens or closes the row by its mark and makes the
 // calculated columns anew. True if the row has a mark.
 bool ClickTreeMark(ReportContext& report, std::int32_t row);

@@ -84,17 +84,39 @@ TEST(GridDifference, ComparesTheReportAndItsColumns) {
   EXPECT_EQ(Changes(before, after), "");
   after.rows[0][0] = "+";
   after.title = "u";
+  after.cut = "more";
   after.widths[1] = "0";
   after.headers.push_back("B");
-  EXPECT_EQ(Changes(before, after), "title:t>u header2:>B width1:6>0 1,0:1>+ ");
+  EXPECT_EQ(Changes(before, after), "title:t>u cut:>more header2:>B width1:6>0 1,0:1>+ ");
   after.failure = "no table";
   EXPECT_EQ(Changes(before, after), "title:t>u failure:>no table ");
+}
+
+// A row that comes into a tree moves the numbers of those behind it, not their levels and marks.
+TEST(GridDifference, LooksThroughTheNumbersOfATree) {
+  const struct {
+    const char* before;
+    const char* after;
+    bool same;
+  } cases[] = {
+      {"1-2", "2-2  ", true},  {"3-", "12-", true},   {"1-2-", "2-3-", true},
+      {"1-2+", "1-2-", false}, {"3-", "1-2", false},  {"1-2", "1-2-3", false},
+      {"1+", "1", false},      {"1", "total", false}, {"", "1", false},
+  };
+  for (const auto& c : cases) {
+    GridText before = Rows("a");
+    GridText after = before;
+    before.rows[0][0] = c.before;
+    after.rows[0][0] = c.after;
+    EXPECT_EQ(Changes(before, after).empty(), c.same) << c.before << " > " << c.after;
+  }
 }
 
 TEST(GridText, ComesBackAsItWas) {
   GridText text = Rows("ab");
   text.parameters = "@1='x\ty'";
   text.messages = {"one\ntwo"};
+  text.cut = "rows stay closed";
   text.alignments = {"4", "7"};
   text.rows[0][1] = "back\\slash\r";
   text.rows[1][1] = "";
