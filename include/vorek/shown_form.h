@@ -22,7 +22,8 @@ ShownForm TextOf(const Form& form);
 void CloseByBox(Form& form);
 
 // Presses a button of the form by its name ("cmdYes"), with all that a click leads to. False, and
-// nothing happens, if there is no such control, or it is disabled or hidden.
+// nothing happens, if there is no such control, or it or what it stands in is disabled or
+// hidden.
 bool PressButton(Form& form, std::string_view name);
 
 }  // namespace vorek

@@ -1,6 +1,7 @@
 #include "vorek/shown_form.h"
 
 #include "widgets/form.h"
+#include "widgets/reachable.h"
 
 namespace vorek {
 
@@ -11,8 +12,8 @@ ShownForm TextOf(const Form& form) {
 void CloseByBox(Form& form) { form.CloseBox(); }
 
 bool PressButton(Form& form, std::string_view name) {
-  Control* const button = form.Find(name);
-  if (button == nullptr || !button->Visible() || !button->Enabled()) return false;
+  Control* const button = Reachable(form, name);
+  if (button == nullptr) return false;
   button->Click();
   return true;
 }

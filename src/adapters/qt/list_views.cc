@@ -2,35 +2,18 @@
 #include <QPointer>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "adapters/qt/list_panel.h"
 #include "adapters/qt/popup_place.h"
 #include "adapters/qt/typed_edit_view.h"
 #include "adapters/qt/view_registry.h"
-#include "widgets/vorek_entity_picker.h"
+#include "widgets/choice_text.h"
 #include "widgets/vorek_multi_select.h"
 #include "widgets/vorek_selector.h"
 
 // Lists: a line with a pop-up list behind a button, or the list itself where there is room for it.
 namespace vorek::qt {
 namespace {
-
-// What a list control says of its choice.
-QString ChoiceText(const ListControl& list) {
-  if (const auto* const choice = dynamic_cast<const ChoiceControl*>(&list)) {
-    return ToQt(choice->Description());
-  }
-  if (const auto* const many = dynamic_cast<const VorekMultiSelect*>(&list)) {
-    if (many->AllSelected()) return "همه";
-    if (many->NoneSelected()) return {};
-    const std::string ids = many->SelectedIDs();
-    return QString("%1 مورد").arg(std::count(ids.begin(), ids.end(), ',') + 1);
-  }
-  const auto* const entity = dynamic_cast<const VorekEntityPicker*>(&list);
-  if (entity == nullptr || entity->IsNull()) return {};
-  return QString("%1:%2").arg(entity->FormTypeID()).arg(entity->FormID());
-}
 
 class ListFieldView : public TypedEditView {
  public:
@@ -41,7 +24,7 @@ class ListFieldView : public TypedEditView {
   }
 
  protected:
-  QString ShownText() const override { return ChoiceText(list_); }
+  QString ShownText() const override { return ToQt(ChoiceText(list_)); }
   void Forget() override { delete popup_.data(); }
   // The rows that hold the text are offered once the event that ended the typing is over.
   void Refused() override {
