@@ -1,5 +1,7 @@
 #include "author/opened_tree.h"
 
+#include <optional>
+
 #include "grid/outline_mark.h"
 #include "grid/tree_rows.h"
 
@@ -17,6 +19,7 @@ class TreeOpening {
       const OutlineMark mark = MarkOf(grid_, row, 0, grid_.CellView(row, 0, scratch));
       if (mark.sign == '+' && MayOpen(mark.depth)) Open(row);
     }
+    expansion_.reset();
     if (openings_ > 0) MakeCalculatedColumns(report_);
     return cut_;
   }
@@ -35,13 +38,15 @@ class TreeOpening {
   }
 
   void Open(std::int32_t row) {
-    ExpandTreeRow(report_, row);
+    if (!expansion_) expansion_.emplace(report_);
+    expansion_->Expand(row);
     ++openings_;
   }
 
   ReportContext& report_;
   Grid& grid_;
   const TreeLimits& limits_;
+  std::optional<TreeExpansion> expansion_;
   std::int32_t openings_ = 0;
   std::string cut_;
 };

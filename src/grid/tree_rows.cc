@@ -9,7 +9,6 @@
 
 #include "catalog/filter.h"
 #include "grid/expression_columns.h"
-#include "grid/undrawn_pass.h"
 #include "text/cell_text.h"
 #include "text/number.h"
 #include "text/utf8.h"
@@ -80,77 +79,6 @@ void SelectRow(Grid& grid, std::int32_t row) {
   grid.SetColSel(grid.Cols() - 1);
 }
 
-// The children of one row, put into the grid.
-class Expansion {
- public:
-  Expansion(ReportContext& report, std::int32_t row)
-      : report_(report),
-        grid_(report.flxMain),
-        row_(row),
-        query_(report.process.dten().rssqlQuery) {}
-
-  void Run() {
-    const std::int32_t parent = IdOf(report_, row_);
-    query_.Close();
-    query_.SetFilter("");
-    query_.Open(report_.state.QuerySource);
-    const Children children(query_.SharedResult(), report_.state.ParentIDColumn);
-    // Not before the children are there: the user may cancel the query.
-    grid_.WriteCell(row_, 0, OpenMark(grid_.TextMatrix(row_, 0)));
-    Insert(children, children.Of(parent));
-    query_.Close();
-  }
-
- private:
-  void Insert(const Children& children, const std::vector<std::uint32_t>& records) {
-    if (records.empty()) return;
-    grid_.InsertRows(row_ + 1, static_cast<std::int32_t>(records.size()));
-    const std::string position = grid_.TextMatrix(row_, 0);
-    const std::string tail = "-" + position.substr(0, position.size() - 1);
-    const CellFormat look = grid_.FormatAt(row_, 1);
-    for (std::size_t i = 0; i < records.size(); ++i) {
-      const auto row = row_ + 1 + static_cast<std::int32_t>(i);
-      WriteRecord(row, records[i]);
-      grid_.WriteCell(row, 0,
-                      std::to_string(i + 1) + tail +
-                          std::string(children.Has(KeyOf(records[i])) ? "+" : kNoChildren));
-      SelectRow(grid_, row);
-      grid_.SetCellBackColor(ShadeColor(look.back_color, 1));
-      grid_.SetCellForeColor(look.fore_color);
-    }
-    SelectRow(grid_, row_ + 1);
-  }
-
-  const ResultColumn& Column(std::size_t field) const {
-    return query_.SharedResult()->columns[field];
-  }
-
-  std::int32_t KeyOf(std::uint32_t record) const {
-    const ResultColumn& ids = Column(static_cast<std::size_t>(report_.state.IDColumn));
-    return text::ToInt32(ids.Number(record));
-  }
-
-  void WriteRecord(std::int32_t row, std::uint32_t record) {
-    for (std::size_t field = 0; field < query_.FieldCount(); ++field) {
-      const auto column = static_cast<std::int32_t>(field) + 1;
-      if (column >= grid_.Cols()) return;
-      text_.clear();
-      if (Column(field).AdoType() == kCurrency) {
-        AppendMoney(Column(field).Display(record), text_);
-      } else {
-        Column(field).AppendDisplay(record, text_);
-      }
-      grid_.WriteCell(row, column, text_);
-    }
-  }
-
-  ReportContext& report_;
-  Grid& grid_;
-  std::int32_t row_;
-  Recordset& query_;
-  std::string text_;
-};
-
 // The rows directly below that descend from the row, one behind the last of them.
 std::int32_t EndOfDescendants(const ReportContext& report, std::int32_t row) {
   const Grid& grid = report.flxMain;
@@ -204,10 +132,84 @@ void MarkTopRows(ReportContext& report, const Recordset& result) {
   }
 }
 
-void ExpandTreeRow(ReportContext& report, std::int32_t row) {
-  const UndrawnPass pass(report);
-  Expansion(report, row).Run();
-}
+// The result of a report's query, whose records go under the rows that are their parents.
+class TreeExpansion::Result {
+ public:
+  explicit Result(ReportContext& report)
+      : report_(report), grid_(report.flxMain), query_(report.process.dten().rssqlQuery) {
+    query_.Close();
+    query_.SetFilter("");
+    query_.Open(report_.state.QuerySource);
+    children_.emplace(query_.SharedResult(), report_.state.ParentIDColumn);
+  }
+  ~Result() { query_.Close(); }
+  Result(const Result&) = delete;
+  Result& operator=(const Result&) = delete;
+
+  void PutUnder(std::int32_t row) {
+    const std::int32_t parent = IdOf(report_, row);
+    grid_.WriteCell(row, 0, OpenMark(grid_.TextMatrix(row, 0)));
+    Insert(row, children_->Of(parent));
+  }
+
+ private:
+  void Insert(std::int32_t parent, const std::vector<std::uint32_t>& records) {
+    if (records.empty()) return;
+    grid_.InsertRows(parent + 1, static_cast<std::int32_t>(records.size()));
+    const std::string position = grid_.TextMatrix(parent, 0);
+    const std::string tail = "-" + position.substr(0, position.size() - 1);
+    const CellFormat look = grid_.FormatAt(parent, 1);
+    for (std::size_t i = 0; i < records.size(); ++i) {
+      const auto row = parent + 1 + static_cast<std::int32_t>(i);
+      WriteRecord(row, records[i]);
+      grid_.WriteCell(row, 0,
+                      std::to_string(i + 1) + tail +
+                          std::string(children_->Has(KeyOf(records[i])) ? "+" : kNoChildren));
+      SelectRow(grid_, row);
+      grid_.SetCellBackColor(ShadeColor(look.back_color, 1));
+      grid_.SetCellForeColor(look.fore_color);
+    }
+    SelectRow(grid_, parent + 1);
+  }
+
+  const ResultColumn& Column(std::size_t field) const {
+    return query_.SharedResult()->columns[field];
+  }
+
+  std::int32_t KeyOf(std::uint32_t record) const {
+    const ResultColumn& ids = Column(static_cast<std::size_t>(report_.state.IDColumn));
+    return text::ToInt32(ids.Number(record));
+  }
+
+  void WriteRecord(std::int32_t row, std::uint32_t record) {
+    for (std::size_t field = 0; field < query_.FieldCount(); ++field) {
+      const auto column = static_cast<std::int32_t>(field) + 1;
+      if (column >= grid_.Cols()) return;
+      text_.clear();
+      if (Column(field).AdoType() == kCurrency) {
+        AppendMoney(Column(field).Display(record), text_);
+      } else {
+        Column(field).AppendDisplay(record, text_);
+      }
+      grid_.WriteCell(row, column, text_);
+    }
+  }
+
+  ReportContext& report_;
+  Grid& grid_;
+  Recordset& query_;
+  std::optional<Children> children_;
+  std::string text_;
+};
+
+TreeExpansion::TreeExpansion(ReportContext& report)
+    : pass_(report), result_(std::make_unique<Result>(report)) {}
+
+TreeExpansion::~TreeExpansion() = default;
+
+void TreeExpansion::Expand(std::int32_t row) { result_->PutUnder(row); }
+
+void ExpandTreeRow(ReportContext& report, std::int32_t row) { TreeExpansion(report).Expand(row); }
 
 bool CollapseTreeRow(ReportContext& report, std::int32_t row) {
   Grid& grid = report.flxMain;

@@ -2,9 +2,12 @@
 #define VOREK_GRID_TREE_ROWS_H_
 
 #include <cstdint>
+#include <memory>
+#include <string_view>
 
 #include "catalog/recordset.h"
 #include "grid/report_context.h"
+#include "grid/undrawn_pass.h"
 
 // A result as a tree in flxMain. The grid holds the open part alone; what is open is told by the
 // mark at the end of column 0: "+" closed, "-" open, neither without children.
@@ -14,8 +17,25 @@ namespace vorek {
 // that the level was taken from. REQUIRES: the recordset is open.
 void MarkTopRows(ReportContext& report, const Recordset& result);
 
-// Opens a closed row: runs the report's query once and puts the row's children under it, a shade
-// paler. Closes an open one: takes all that stands below it out of the grid; false if it's closed.
+// Opens closed rows by one run of the report's query, which the constructor starts; nothing in the
+// grid has changed if it fails or is cancelled. Nothing is drawn before the last row is open.
+class TreeExpansion {
+ public:
+  explicit TreeExpansion(ReportContext& report);
+  ~TreeExpansion();
+
+  // Puts the row's children under it, a shade paler. REQUIRES: the row is closed.
+  void Expand(std::int32_t row);
+
+ private:
+  class Result;
+
+  UndrawnPass pass_;
+  std::unique_ptr<Result> result_;
+};
+
+// Opens a closed row. Closes an open one: takes all that stands below it out of the grid; false if
+// it's closed.
 void ExpandTreeRow(ReportContext& report, std::int32_t row);
 bool CollapseTreeRow(ReportContext& report, std::int32_t row);
 
