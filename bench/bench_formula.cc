@@ -92,7 +92,7 @@ void MuParserCompiled(benchmark::State& state) {
   const std::vector<Row> rows = Rows(state.range(1) != 0);
   Row values{};
   mu::Parser parser;
-  parser.DefineVar("a", &values[0]);
+  parser.DefineVar("a", values.data());
   parser.DefineVar("b", &values[1]);
   parser.DefineVar("c", &values[2]);
   parser.SetExpr(FormulaOf(state));

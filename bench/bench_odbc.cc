@@ -42,6 +42,7 @@ void FetchAll(SQLHSTMT statement) {
                                             {SQL_C_WCHAR, 128}, {SQL_C_WCHAR, 64},
                                             {SQL_C_CHAR, 64},   {SQL_C_DOUBLE, 8}};
   SQLULEN fetched = 0;
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a number is given in the place of a pointer
   SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(kBlock), 0);
   SQLSetStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched, 0);
   std::vector<std::vector<char>> buffers;

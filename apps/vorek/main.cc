@@ -56,6 +56,7 @@ bool OutputIsWritten() {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): of commands that are told twice, or without memory
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   CLI::App app("Vorek, a database-driven report engine");

@@ -1,7 +1,7 @@
 #ifndef VOREK_FORM_PLUGIN_H_
 #define VOREK_FORM_PLUGIN_H_
 
-#include <stdint.h>
+#include <stdint.h>  // NOLINT(modernize-deprecated-headers): C has no other
 
 // The interface of a form in a shared library, in C. The library lies in the host's folder of
 // components under the form's name, comSale.comGoods.so for "comSale.comGoods.dll", and exports

@@ -240,7 +240,7 @@ bool IsFree(const jet::JetFile& file, std::uint32_t page) {
   if (file.Get8(row.page, row.at) == 0) {
     return page >= (row.size - 5) * 8 || bit(row.page, row.at + 5, page);
   }
-  const std::uint32_t map = file.Get32(row.page, row.at + 1 + 4 * (page / kBits));
+  const std::uint32_t map = file.Get32(row.page, row.at + 1 + std::size_t{4} * (page / kBits));
   return map == 0 || bit(map, 4, page % kBits);
 }
 

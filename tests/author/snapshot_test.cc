@@ -86,7 +86,7 @@ TEST(GridDifference, ComparesTheReportAndItsColumns) {
   after.title = "u";
   after.cut = "more";
   after.widths[1] = "0";
-  after.headers.push_back("B");
+  after.headers.emplace_back("B");
   EXPECT_EQ(Changes(before, after), "title:t>u cut:>more header2:>B width1:6>0 1,0:1>+ ");
   after.failure = "no table";
   EXPECT_EQ(Changes(before, after), "title:t>u failure:>no table ");

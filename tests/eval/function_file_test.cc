@@ -25,7 +25,8 @@ class FunctionFileTest : public testing::Test {
   std::string Read() {
     const EvaluationClass evaluation(Options());
     std::string out;
-    for (std::int16_t i = 1; i <= evaluation.CuentaFuncion(); ++i) {
+    const auto last = static_cast<std::int16_t>(evaluation.CuentaFuncion());
+    for (std::int16_t i = 1; i <= last; ++i) {
       out += evaluation.NombreFuncion(i) + "=" + evaluation.DefFuncion(i) + " ";
     }
     return out;

@@ -98,7 +98,8 @@ TEST(Registry, FindsTheVariablesOfAFormula) {
     evaluation.Expresion(c.formula);
     evaluation.ObtieneVar();
     std::string names;
-    for (std::int16_t i = 1; i <= evaluation.CuentaVar(); ++i) {
+    const auto last = static_cast<std::int16_t>(evaluation.CuentaVar());
+    for (std::int16_t i = 1; i <= last; ++i) {
       names += evaluation.NombreVar(i) + " ";
     }
     EXPECT_EQ(names, c.names) << c.formula;

@@ -155,7 +155,8 @@ void PutOldFile(Stage& stage, const std::string& name) {
   SystemFiles().Write(stage.Path(name), "the old one");
 }
 
-Operation Exporting(const std::string& file, std::int32_t report, ExportOptions options = {}) {
+Operation Exporting(const std::string& file, std::int32_t report,
+                    const ExportOptions& options = {}) {
   return {"export " + file, Viewed(report), [=](Stage& stage) { PutOldFile(stage, file); },
           [=](Stage& stage) {
             ExportOptions to = options;

@@ -1,8 +1,7 @@
 #include "faults/stage.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 
 #include "print/page_text.h"

@@ -2,8 +2,8 @@
 // without a server.
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "odbc/postgres_server.h"

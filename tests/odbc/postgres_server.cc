@@ -1,7 +1,5 @@
 #include "odbc/postgres_server.h"
 
-#include <stdlib.h>
-
 #include <chrono>
 #include <cstdlib>
 #include <stdexcept>

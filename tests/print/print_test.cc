@@ -248,7 +248,7 @@ TEST(PrintDocumentTest, LosesNoRowOnRandomPages) {
     for (unsigned row = 0; row < random() % 60; ++row) {
       const int value = static_cast<int>(random() % 2000) - 1000;
       total += value;
-      rows.push_back({std::to_string(row), std::to_string(row * 3 / (1 + random() % 7) / 10),
+      rows.push_back({std::to_string(row), std::to_string(row * 3UL / (1 + random() % 7) / 10),
                       std::to_string(row / 4 % 3), std::to_string(value)});
     }
     const std::string keep = random() % 3 == 0 ? "all" : std::to_string(random() % 4);

@@ -69,7 +69,7 @@ class ExportTest : public testing::Test {
 };
 
 TEST_F(ExportTest, TheTemplateWindowHasTwoTabsAndMakesAWorkbook) {
-  When(ModalWindow, [this](QWidget* window) {
+  When(ModalWindow, [](QWidget* window) {
     EXPECT_EQ(window->windowTitle(), "الگوهاي چاپي");
     QApplication::processEvents();
     Keep(window, "template");

@@ -458,7 +458,7 @@ TEST_F(GridTest, TakesTheWholeCellOfAMarkForTheClick) {
   EXPECT_EQ(view->cursor().shape(), Qt::ArrowCursor);
   // The sign of a sub-row's base is drawn, in its place and alone.
   const auto [left, right] = InkOf(1, 0);
-  EXPECT_NEAR((left + right) / 2, cell.center().x(), 2);
+  EXPECT_NEAR((left + right) / 2.0, cell.center().x(), 2);
   // Closed, it points to where the columns go on: the tip has less ink than the other end.
   const QImage picture = view->grab().toImage();
   const auto ink_of = [&](int x) {

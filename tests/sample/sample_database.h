@@ -1,8 +1,7 @@
 #ifndef VOREK_TESTS_SAMPLE_SAMPLE_DATABASE_H_
 #define VOREK_TESTS_SAMPLE_SAMPLE_DATABASE_H_
 
-#include <stdlib.h>
-
+#include <cstdlib>
 #include <filesystem>
 #include <set>
 #include <stdexcept>

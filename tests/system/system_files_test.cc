@@ -157,10 +157,10 @@ TEST_F(SystemFilesTest, SweepsWhatAKilledProgramLeft) {
   LeaveHalfAFile(At("a"));
   LeaveHalfAFile(At("other"));
   const auto written = files_.Create(At("a"));
-  EXPECT_EQ(FilesInFolder(), 3U);  // a, its new one, and what is left of the other
-  std::ofstream(At("a.1-0.tmp"));  // of a program that runs
-  std::ofstream(At("a.999999999-0.tmp.txt"));
-  std::ofstream(At("a.x-0.tmp"));
+  EXPECT_EQ(FilesInFolder(), 3U);          // a, its new one, and what is left of the other
+  std::ofstream(At("a.1-0.tmp")).close();  // of a program that runs
+  std::ofstream(At("a.999999999-0.tmp.txt")).close();
+  std::ofstream(At("a.x-0.tmp")).close();
   files_.Write(At("a"), "new");
   EXPECT_EQ(FilesInFolder(), 6U);
   written->Commit();

@@ -42,14 +42,15 @@ std::string Written(const SheetChart& chart, bool locked = false) {
 
 TEST(ChartPart, ItsNumbersAndItsChartReadByAnotherProgram) {
   const std::string read = ReadByOpenpyxl(Written(Sales(ChartKind::kBars)));
+  const char* const first =
+      "$B$1\" \"'\\u0646\\u0645\\u0648\\u062f\\u0627\\u0631'!$A$2:$A$4\" "
+      "\"'\\u0646\\u0645\\u0648\\u062f\\u0627\\u0631'!$B$2:$B$4\"\n";
   for (const char* const line :
        {"sheet Sheet1 rtl True\ncolumn A 0.0 hidden\nA1 s",
         "sheet \u0646\u0645\u0648\u062f\u0627\u0631 rtl True\n", "A2 s '=1+1' @",
         "B2 n 1500 #,##0;(#,##0)", "B4 n -300 #,##0;(#,##0)", "C2 n 12 #,##0",
         "chart BarChart clustered at 5 2\n",
-        "axis TextAxis maxMin General\naxis NumericAxis minMax #,##0;(#,##0)\n",
-        "$B$1\" \"'\\u0646\\u0645\\u0648\\u062f\\u0627\\u0631'!$A$2:$A$4\" "
-        "\"'\\u0646\\u0645\\u0648\\u062f\\u0627\\u0631'!$B$2:$B$4\"\n",
+        "axis TextAxis maxMin General\naxis NumericAxis minMax #,##0;(#,##0)\n", first,
         "'!$C$2:$C$4\"\n"}) {
     EXPECT_NE(read.find(line), std::string::npos) << line << " isn't in\n" << read;
   }

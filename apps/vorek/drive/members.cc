@@ -105,6 +105,7 @@ std::vector<Method> KindMethods(Control& control) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-function-size): a table, with an entry for each method
 std::vector<Method> ReportMethods(VorekReport1& report) {
   return {
       {"View",
@@ -232,7 +233,7 @@ std::string CallMethod(const std::vector<Method>& methods, std::string_view name
   throw Error(ErrorNumber::kItemNotFound, "there is no method " + std::string(name));
 }
 
-void ListenToEvents(VorekReport1& report, std::function<void(const std::string&)> tell) {
+void ListenToEvents(VorekReport1& report, const std::function<void(const std::string&)>& tell) {
   ReportEvents& events = report.Events();
   events.DblClick = [tell](bool& cancel) { tell("DblClick " + ToText(cancel)); };
   events.KeyDown = [tell](std::int16_t& code, std::int16_t& shift) {

@@ -39,7 +39,7 @@ std::string CallMethod(const std::vector<Method>& methods, std::string_view name
                        const Arguments& arguments);
 
 // Writes each event of the control as a line to `tell`.
-void ListenToEvents(VorekReport1& report, std::function<void(const std::string&)> tell);
+void ListenToEvents(VorekReport1& report, const std::function<void(const std::string&)>& tell);
 
 }  // namespace vorek::drive
 

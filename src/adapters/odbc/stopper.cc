@@ -108,7 +108,7 @@ void Stopper::ThrowIfStopped() const {
 }
 
 // A server may keep a time-out of its own, and its clock and ours may differ by a little.
-Error Stopper::InOurWords(Error error) const {
+Error Stopper::InOurWords(const Error& error) const {
   constexpr milliseconds kLeeway{250};
   const bool overdue = deadline_ && Clock::now() + kLeeway >= *deadline_;
   return overdue && error.Is(ErrorNumber::kCancelled) ? TimeoutError() : error;

@@ -50,7 +50,7 @@ class Stopper {
 
   // The statement's error: Error(kTimeout) for "cancelled" by a server that keeps the time-out
   // itself.
-  Error InOurWords(Error error) const;
+  Error InOurWords(const Error& error) const;
 
  private:
   enum class Reason { kNone, kCancelled, kTimeout };

@@ -86,7 +86,7 @@ QJsonObject ToJson(const ColumnWishes& wishes) {
 ColumnWishes WishesFrom(const QJsonObject& kept) {
   ColumnWishes wishes;
   wishes.frozen = kept["frozen"].toInt();
-  for (const QJsonValue& entry : kept["order"].toArray()) {
+  for (const QJsonValue entry : kept["order"].toArray()) {
     wishes.order.push_back({entry["column"].toInt(-1), entry["header"].toString().toStdString(),
                             entry["hidden"].toBool()});
   }

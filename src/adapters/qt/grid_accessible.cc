@@ -71,7 +71,8 @@ class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
         std::min<std::int64_t>(std::int64_t{rowCount()} * columnCount(), 0x7FFFFFFF));
   }
   QAccessibleInterface* child(int index) const override {
-    return columnCount() == 0 ? nullptr : cellAt(index / columnCount(), index % columnCount());
+    const int columns = columnCount();
+    return columns == 0 ? nullptr : cellAt(index / columns, index % columns);
   }
   int indexOfChild(const QAccessibleInterface* child) const override {
     const auto* const cell = dynamic_cast<const CellInterface*>(child);

@@ -20,8 +20,7 @@ class GridView : public ControlView {
   GridView(Presenter& presenter, Grid& grid, QWidget& parent)
       : ControlView(presenter, grid,
                     new GridArea(grid, &parent,
-                                 [this](const std::function<void()>& event) { Feed(event); })),
-        grid_(grid) {
+                                 [this](const std::function<void()>& event) { Feed(event); })) {
     // A name makes the object that readers ask: not before its kind is known.
     InstallGridAccessibility();
     Widget().setAccessibleName("جدول گزارش");
@@ -60,8 +59,6 @@ class GridView : public ControlView {
 
  private:
   GridArea& Area() { return static_cast<GridArea&>(Widget()); }
-
-  Grid& grid_;
 };
 
 }  // namespace

@@ -18,6 +18,7 @@ class ParametersArea : public QScrollArea {
 
  protected:
   // The base would count from the left edge, also where the contents stand at the right one.
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call): its base's
   bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
 };
 

@@ -313,12 +313,12 @@ class Binder {
 
   // Operators (bind_operator.cc).
   Bound BindBinary(const Expr& expr);
-  static Bound Negated(Bound value);
+  static Bound Negated(const Bound& value);
   Bound Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound b);
-  Bound Concatenate(Bound a, Bound b);
+  Bound Concatenate(const Bound& a, const Bound& b);
   Bound AddOrSubtract(const std::string& op, Bound a, Bound b, const Type& common);
-  Bound Multiply(Bound a, Bound b, const Type& common);
-  Bound Divide(Bound a, Bound b, const Type& common);
+  Bound Multiply(const Bound& a, const Bound& b, const Type& common);
+  Bound Divide(const Bound& a, const Bound& b, const Type& common);
   Bound Modulo(Bound a, Bound b, const Type& common);
   Bound DateArithmetic(const Expr& expr, const std::string& op, Bound a, Bound b);
   Bound Compare(const std::string& op, Bound a, Bound b, const Expr& expr);
@@ -343,7 +343,7 @@ class Binder {
   enum class Mode { kImplicit, kAssign, kCast, kTry };
   Bound Convert(Bound value, const Type& to, Mode mode, std::size_t at, int style = 0);
   Bound ToWhole(Bound value, const Type& to, Mode mode, std::size_t at);
-  Bound ToScaled(Bound value, const Type& to, Mode mode, std::size_t at);
+  Bound ToScaled(const Bound& value, const Type& to, Mode mode, std::size_t at);
   Bound ToFloat(Bound value, const Type& to, Mode mode, std::size_t at);
   Bound ToText(Bound value, const Type& to, Mode mode, std::size_t at, int style);
   Bound TextToText(Bound value, const Type& to, Mode mode);

@@ -20,6 +20,16 @@ bool IsFirstRow(const Select& select) {
   return select.top != nullptr && select.top->kind == ExprKind::kNumber && select.top->text == "1";
 }
 
+// Each aggregate becomes a query for its value.
+void MakeQueries(std::vector<Bound>& items, const std::string& from, const std::string& condition) {
+  const std::string rest = from + (condition.empty() ? "" : " WHERE " + condition) + ")";
+  for (Bound& item : items) {
+    Bound value = MakeBound("(SELECT " + item.sql + rest, item.type);
+    value.name = std::move(item.name);
+    item = std::move(value);
+  }
+}
+
 }  // namespace
 
 std::string Binder::BindApply(const TableRef& join, bool nullable) {
@@ -98,24 +108,19 @@ std::string Binder::ApplyQuery(const TableRef& join, Binder& in, const Query& qu
   }
   in.prefix_ = saved;
   std::vector<OutputColumn> columns;
-  for (Bound& item : parts.items) {
+  const bool outer = join.join == TableRef::Join::kOuterApply;
+  for (const Bound& item : parts.items) {
     columns.push_back({item.name, item.type, true, item.collated});
-    const bool outer = join.join == TableRef::Join::kOuterApply;
     // Beside a row that is missing, only a column is NULL by itself.
     if (outer && !scope.has_aggregate && !item.column) refuse();
-    if (scope.has_aggregate) {
-      const std::string where = condition.empty() ? "" : " WHERE " + condition;
-      Bound value = MakeBound("(SELECT " + item.sql + from + where + ")", item.type);
-      value.name = item.name;
-      item = std::move(value);
-    }
   }
+  if (scope.has_aggregate) MakeQueries(parts.items, from, condition);
   source.own = NamedColumns(columns, join.right->columns, source.name, join.right->at);
   source.expressions = std::move(parts.items);
   AddSource(std::move(source), join.right->at);
   if (scope.has_aggregate) return "";
   if (from.empty()) refuse();
-  const std::string word = join.join == TableRef::Join::kOuterApply ? " LEFT JOIN " : " JOIN ";
+  const std::string word = outer ? " LEFT JOIN " : " JOIN ";
   const bool one = select->from.size() == 1 && select->from[0].kind != TableRef::Kind::kJoin;
   const std::string tables = from.substr(std::string_view(" FROM ").size());
   return word + (one ? tables : "(" + tables + ")") + " ON " +

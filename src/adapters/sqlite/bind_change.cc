@@ -307,7 +307,7 @@ const TableInfo& Binder::TableBehind(const Statement& statement, const CommonTab
   const bool plain = query.branches.size() == 1 && select != nullptr && !select->distinct &&
                      select->group.empty() && select->having == nullptr &&
                      select->from.size() == 1 && query.with.empty() && !query.joins_texts;
-  const TableRef* table = plain ? &select->from[0] : nullptr;
+  const TableRef* table = plain ? &select->from.front() : nullptr;
   if (table == nullptr || table->kind != TableRef::Kind::kTable || table->call ||
       CommonOf(statement, table->name) != nullptr) {
     Refuse(common.at, "A change through the common table '" + common.name +

@@ -282,7 +282,7 @@ Bound Binder::BindUnary(const Expr& expr) {
   if (value.type.kind == TypeKind::kTinyInt) {  // which has no negative ones
     value = Convert(std::move(value), Make(TypeKind::kSmallInt), Mode::kImplicit, expr.at);
   }
-  return Negated(std::move(value));
+  return Negated(value);
 }
 
 Bound Binder::BindCase(const Expr& expr) {

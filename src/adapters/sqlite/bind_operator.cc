@@ -95,7 +95,7 @@ Bound Binder::BindBinary(const Expr& expr) {
   return Arithmetic(expr, expr.text, std::move(left), std::move(right));
 }
 
-Bound Binder::Negated(Bound value) {
+Bound Binder::Negated(const Bound& value) {
   Bound native = MakeBound("-" + Wrap(value, kPrefix + 1), value.type, kPrefix);
   native.nullable = value.nullable;
   return Computed(std::move(native), MostOf(value), "vk_negate", {value});
@@ -110,7 +110,7 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
   const bool both_text = (a.type.IsText() || a.type.IsNull()) &&
                          (b.type.IsText() || b.type.IsNull()) &&
                          (a.type.IsText() || b.type.IsText());
-  if (op == "+" && both_text) return Concatenate(std::move(a), std::move(b));
+  if (op == "+" && both_text) return Concatenate(a, b);
   if (a.type.IsDate() || b.type.IsDate()) {
     return DateArithmetic(expr, op, std::move(a), std::move(b));
   }
@@ -138,13 +138,13 @@ Bound Binder::Arithmetic(const Expr& expr, const std::string& op, Bound a, Bound
     a = Convert(std::move(a), common, Mode::kImplicit, expr.at);
     b = Convert(std::move(b), common, Mode::kImplicit, expr.at);
   }
-  if (op == "*") return Multiply(std::move(a), std::move(b), common);
-  if (op == "/") return Divide(std::move(a), std::move(b), common);
+  if (op == "*") return Multiply(a, b, common);
+  if (op == "/") return Divide(a, b, common);
   if (op == "%") return Modulo(std::move(a), std::move(b), common);
   return AddOrSubtract(op, std::move(a), std::move(b), common);
 }
 
-Bound Binder::Concatenate(Bound a, Bound b) {
+Bound Binder::Concatenate(const Bound& a, const Bound& b) {
   Type type = CommonType(a.type, b.type);
   bool longer = false;
   if (a.type.IsText() && b.type.IsText()) {
@@ -208,7 +208,7 @@ Bound Binder::AddOrSubtract(const std::string& op, Bound a, Bound b, const Type&
   return down == 0 ? result : Rescaled(result, -down);
 }
 
-Bound Binder::Multiply(Bound a, Bound b, const Type& common) {
+Bound Binder::Multiply(const Bound& a, const Bound& b, const Type& common) {
   const double most = MostOf(a) * MostOf(b);
   Bound product = MakeBound(Wrap(a, kMultiplicative) + " * " + Wrap(b, kMultiplicative + 1), common,
                             kMultiplicative);
@@ -231,7 +231,7 @@ Bound Binder::Multiply(Bound a, Bound b, const Type& common) {
   return rounded;
 }
 
-Bound Binder::Divide(Bound a, Bound b, const Type& common) {
+Bound Binder::Divide(const Bound& a, const Bound& b, const Type& common) {
   Bound native = MakeBound(Wrap(a, kMultiplicative) + " / " + Wrap(b, kMultiplicative + 1), common,
                            kMultiplicative);
   if (common.IsFloat()) {
@@ -277,8 +277,8 @@ Bound Binder::DateArithmetic(const Expr& expr, const std::string& op, Bound a, B
   const bool moment = common.kind == TypeKind::kDateTime || common.kind == TypeKind::kSmallDateTime;
   if (!moment || (op != "+" && op != "-")) RefuseOperands(expr, a, b);
   const Type days = Make(TypeKind::kFloat);
-  a = Convert(std::move(a), a.type.IsNumber() ? days : common, Mode::kImplicit, expr.at);
-  b = Convert(std::move(b), b.type.IsNumber() ? days : common, Mode::kImplicit, expr.at);
+  a = Convert(a, a.type.IsNumber() ? days : common, Mode::kImplicit, expr.at);
+  b = Convert(b, b.type.IsNumber() ? days : common, Mode::kImplicit, expr.at);
   const auto in_days = [](const Bound& value) {
     return value.type.IsDate() ? "vk_days(" + value.sql + ")" : Wrap(value, kAdditive + 1);
   };
@@ -290,11 +290,7 @@ void Binder::MakeComparable(Bound& a, Bound& b, const Expr& expr) {
   const Type common = CommonType(a.type, b.type);
   if (a.type.IsNull() || b.type.IsNull()) return;
   if (common.IsText()) {
-    if (a.column && !a.collated) {
-      a = Collated(std::move(a));
-    } else if (!a.collated && !b.collated) {
-      a = Collated(std::move(a));
-    }
+    if (!a.collated && (a.column || !b.collated)) a = Collated(std::move(a));
     return;
   }
   const bool exact = a.type.IsExact() && b.type.IsExact();

@@ -71,7 +71,7 @@ Bound Binder::InQuery(const Expr& expr, Bound value) {
     query = BindQuery(*expr.query, &targets);
   }
   const bool convert = common.IsText()
-                           ? value.type.IsText() == false
+                           ? !value.type.IsText()
                            : value.type.kind != common.kind || value.type.scale != common.scale;
   if (convert && !(common.IsWhole() && value.type.IsWhole())) {
     value = Convert(std::move(value), common, Mode::kImplicit, expr.at);

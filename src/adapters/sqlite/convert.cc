@@ -64,7 +64,7 @@ Bound Binder::Convert(Bound value, const Type& to, Mode mode, std::size_t at, in
   if (value.type == to && style == 0) return value;
   value = Checked(std::move(value));
   if (to.IsWhole()) return ToWhole(std::move(value), to, mode, at);
-  if (to.IsMoney() || to.IsDecimal()) return ToScaled(std::move(value), to, mode, at);
+  if (to.IsMoney() || to.IsDecimal()) return ToScaled(value, to, mode, at);
   if (to.IsFloat()) return ToFloat(std::move(value), to, mode, at);
   if (to.IsText()) return ToText(std::move(value), to, mode, at, style);
   if (to.IsDate()) return ToDate(std::move(value), to, mode, at, style);
@@ -124,7 +124,7 @@ Bound Binder::ToWhole(Bound value, const Type& to, Mode mode, std::size_t at) {
   RefuseConversion(value, to, at);
 }
 
-Bound Binder::ToScaled(Bound value, const Type& to, Mode mode, std::size_t at) {
+Bound Binder::ToScaled(const Bound& value, const Type& to, Mode mode, std::size_t at) {
   const Type from = value.type;
   const bool is_try = mode == Mode::kTry;
   const std::string scale = std::to_string(to.scale);

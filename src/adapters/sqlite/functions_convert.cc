@@ -116,7 +116,7 @@ void TextToDecimal(sqlite3_context* context, int count, sqlite3_value** values) 
   const bool money = KindName(to) == "money" || KindName(to) == "smallmoney";
   if (money) {
     s.erase(std::remove(s.begin(), s.end(), ','), s.end());
-    const std::size_t sign = s.find_first_of("$");
+    const std::size_t sign = s.find('$');
     if (sign == 0 || (sign == 1 && s[0] == '-')) s.erase(sign, 1);
     if (s.empty()) s = "0";
   }

@@ -140,9 +140,9 @@ void Parser::ColumnOptions(ColumnDefinition& column, Statement& table) {
       column.nullable = false;
       if (!TakeSymbol("(")) continue;
       if (AtWord("max")) RefuseHere();
-      column.seed = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
+      column.seed = (TakeSymbol("-") ? -1LL : 1LL) * TypeNumber();
       NeedSymbol(",");
-      column.increment = (TakeSymbol("-") ? -1 : 1) * TypeNumber();
+      column.increment = (TakeSymbol("-") ? -1LL : 1LL) * TypeNumber();
       NeedSymbol(")");
     } else if (!ColumnConstraint(column, table)) {
       return;

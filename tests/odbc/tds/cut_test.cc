@@ -96,7 +96,7 @@ TEST_F(CutTest, LosesTheConnectionBetweenPackets) {
   for (int i = 0; i < 500; ++i) tokens += Row(columns).Text("سطر " + std::to_string(i)).Token();
   Answer(tokens + DoneToken(kDoneCount, 500));
   server_.Told().UsePackets(512);
-  for (std::size_t at = 512; at < tokens.size(); at += 512 * 3) {
+  for (std::size_t at = 512; at < tokens.size(); at += std::size_t{3} * 512) {
     const auto connection = ConnectTo(StringFor(server_));
     server_.Told().CutNextReplyAfter(at);
     ASSERT_EQ(Run(*connection).number, kConnectionNumber) << at;
