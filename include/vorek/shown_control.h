@@ -51,6 +51,8 @@ std::vector<std::string> EntriesOf(Control& root, std::string_view path);
 bool TypeInto(Control& root, std::string_view path, const std::string& text);
 // The entry of that number from 0, of those that EntriesOf gives.
 bool ChooseEntry(Control& root, std::string_view path, std::int32_t entry);
+// A click: on a button with all that it leads to, such as the run of a report.
+bool Press(Control& root, std::string_view path);
 // A click that turns a check box over, if it isn't as wanted.
 bool Tick(Control& root, std::string_view path, bool checked);
 // A key, which the root sees before the control; of a form only while it is shown: the numbers of

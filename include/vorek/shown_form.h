@@ -18,6 +18,10 @@ struct ShownForm {
 };
 ShownForm TextOf(const Form& form);
 
+// From Windows::ShowModal or Show until the form is answered, closed or hidden by what stands in
+// it.
+bool IsShown(const Form& form);
+
 // As its close box would: a question stays without an answer, a dialog is cancelled.
 void CloseByBox(Form& form);
 

@@ -108,6 +108,13 @@ bool ChooseEntry(Control& root, std::string_view path, std::int32_t entry) {
   return list != nullptr && ChooseFrom(*list, entry);
 }
 
+bool Press(Control& root, std::string_view path) {
+  Control* const control = Reachable(root, path);
+  if (control == nullptr) return false;
+  control->Click();
+  return true;
+}
+
 bool Tick(Control& root, std::string_view path, bool checked) {
   auto* const box = dynamic_cast<CheckBox*>(Reachable(root, path));
   if (box == nullptr) return false;

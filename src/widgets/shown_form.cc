@@ -1,7 +1,7 @@
 #include "vorek/shown_form.h"
 
+#include "vorek/shown_control.h"
 #include "widgets/form.h"
-#include "widgets/reachable.h"
 
 namespace vorek {
 
@@ -9,13 +9,10 @@ ShownForm TextOf(const Form& form) {
   return {form.Name(), form.Caption(), form.MainText(), form.DetailText()};
 }
 
+bool IsShown(const Form& form) { return form.Shown(); }
+
 void CloseByBox(Form& form) { form.CloseBox(); }
 
-bool PressButton(Form& form, std::string_view name) {
-  Control* const button = Reachable(form, name);
-  if (button == nullptr) return false;
-  button->Click();
-  return true;
-}
+bool PressButton(Form& form, std::string_view name) { return Press(form, name); }
 
 }  // namespace vorek

@@ -116,6 +116,19 @@ TEST(ShownControl, RefusesWhatAUserCouldNotDo) {
   EXPECT_EQ(clicks, 1);
 }
 
+TEST(ShownControl, PressesWhatLeadsOn) {
+  NoWindows windows;
+  Sample form(windows);
+  form.cmd.on_click = [&] { form.Hide(); };
+  EXPECT_FALSE(IsShown(form));
+  form.Show();
+  EXPECT_TRUE(IsShown(form));
+  EXPECT_FALSE(Press(form, "none"));
+  EXPECT_TRUE(IsShown(form));
+  EXPECT_TRUE(Press(form, "cmd"));
+  EXPECT_FALSE(IsShown(form));
+}
+
 TEST(ShownControl, ChoosesWhatAMenuOffers) {
   Menu menu(nullptr, "mnu");
   Menu sub(&menu, "mnuSub");
