@@ -53,7 +53,7 @@ ShownControl Picture(Control& control) {
 void AddBelow(const Control& control, std::vector<ShownControl>& all) {
   for (Control* const child : control.Children()) {
     if (dynamic_cast<const Menu*>(child) != nullptr) continue;
-    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): no child is null, the cast asks for its kind
+    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): no child is null
     all.push_back(Picture(*child));
     AddBelow(*child, all);
   }
