@@ -270,7 +270,7 @@ void DeskWindow::ShowTab() {
 void DeskWindow::StartShownTab() {
   ReportTab* const tab = CurrentTab();
   TabChanged();
-  if (tab == nullptr || tab->Running()) return;
+  if (tab == nullptr || tab->Running() || tab->InView()) return;
   tab->Start();
   TabChanged();
   if (tabs_->indexOf(tab) < 0 || tab->Loaded()) return;

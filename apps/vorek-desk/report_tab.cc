@@ -115,8 +115,8 @@ ReportTab::~ReportTab() = default;
 void ReportTab::Close() {
   hide();
   closing_ = true;
-  if (!Running()) return deleteLater();
-  widget_->Abandon();
+  if (Running() || in_view_) return widget_->Abandon();
+  deleteLater();
 }
 
 void ReportTab::ShowHead() {
@@ -124,8 +124,11 @@ void ReportTab::ShowHead() {
 }
 
 void ReportTab::EndRun(qint64 milliseconds) {
-  if (closing_) return deleteLater();
-  if (on_run_ended) on_run_ended(milliseconds);
+  if (!closing_) {
+    if (on_run_ended) on_run_ended(milliseconds);
+  } else if (!in_view_) {
+    deleteLater();
+  }
 }
 
 ReportControl& ReportTab::Control() { return widget_->Report().Impl(); }
@@ -136,8 +139,13 @@ void ReportTab::Start() {
 
 bool ReportTab::View() {
   started_ = true;
+  in_view_ = true;
   shown_ = widget_->View(report_);
-  if (closing_) return shown_;
+  in_view_ = false;
+  if (closing_) {
+    deleteLater();
+    return shown_;
+  }
   ShowHead();
   TakeWidths();
   const std::string reason = StopReasonOf(Control().state);

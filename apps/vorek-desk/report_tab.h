@@ -48,6 +48,8 @@ class ReportTab : public QWidget {
 
   // The tab must be kept meanwhile: Close puts it away and deletes it when the run has ended.
   bool Running() const { return widget_->Running(); }
+  // A View hasn't returned: it may be running, or wait for a message to be answered.
+  bool InView() const { return in_view_; }
   void Close();
 
   // Whether the report on show has something to do it with, and doing it.
@@ -84,6 +86,7 @@ class ReportTab : public QWidget {
   QSettings& settings_;
   std::function<void(const QString&)> tell_;
   bool started_ = false;
+  bool in_view_ = false;
   bool closing_ = false;
   bool shown_ = false;       // the run went well
   bool has_widths_ = false;  // of the settings; later ones are the control's
