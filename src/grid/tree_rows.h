@@ -34,8 +34,8 @@ class TreeExpansion {
   std::unique_ptr<Result> result_;
 };
 
-// Opens a closed row. Closes an open one: takes all that stands below it out of the grid; false if
-// it's closed.
+// Opens a closed row, by a run of the query. Closes an open one: takes all that stands below it out
+// of the grid; false if it's closed.
 void ExpandTreeRow(ReportContext& report, std::int32_t row);
 bool CollapseTreeRow(ReportContext& report, std::int32_t row);
 
