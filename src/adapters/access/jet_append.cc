@@ -31,6 +31,7 @@ Appender::Appender(JetFile& file, std::uint32_t page, const std::string& table_n
   if (table_.Related()) {
     throw Error(ErrorNumber::kInvalidCall, "جدول " + name_ + " با جدولهاي ديگر رابطه دارد.");
   }
+  file_.CheckFreePages();  // not first met by the row that needs a page
   for (const Index& index : table_.Indexes()) indexes_.emplace_back(table_, index, name_);
   ReadRows();
 }

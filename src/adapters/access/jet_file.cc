@@ -117,6 +117,21 @@ JetFile::Span JetFile::Row(RowPlace place) const {
   return {place.page, at, end - at};
 }
 
+JetFile::Span JetFile::MapRow(RowPlace map) const {
+  const Span row = Row(map);
+  if (row.size < 5 || Get8(row.page, row.at) > 1) Damaged();
+  return row;
+}
+
+void JetFile::CheckFreePages() const {
+  const Span row = MapRow(kFreePages);
+  if (Get8(row.page, row.at) == 0) return;
+  for (std::size_t i = 0; i < (row.size - 1) / 4; ++i) {
+    const std::uint32_t page = Get32(row.page, row.at + 1 + 4 * i);
+    if (page != 0 && Get8(page, 0) != kMap) Damaged();
+  }
+}
+
 std::uint32_t JetFile::NewPage() {
   const std::uint32_t page = Pages();
   if (page >= kMostPages) Refuse("فايل اکسس پر است.");
@@ -126,7 +141,7 @@ std::uint32_t JetFile::NewPage() {
 }
 
 std::vector<std::uint32_t> JetFile::PagesIn(RowPlace map) const {
-  const Span row = Row(map);
+  const Span row = MapRow(map);
   std::vector<std::uint32_t> pages;
   const auto add = [&](std::uint32_t page, std::size_t at, std::size_t size, std::size_t first) {
     for (std::size_t bit = 0; bit < size * 8; ++bit) {
@@ -135,12 +150,10 @@ std::vector<std::uint32_t> JetFile::PagesIn(RowPlace map) const {
       pages.push_back(static_cast<std::uint32_t>(first + bit));
     }
   };
-  const bool inline_map = row.size >= 5 && Get8(row.page, row.at) == 0;
-  if (inline_map) {
+  if (Get8(row.page, row.at) == 0) {
     add(row.page, row.at + 5, row.size - 5, Get32(row.page, row.at + 1));
     return pages;
   }
-  if (row.size < 5 || Get8(row.page, row.at) != 1) Damaged();
   for (std::size_t i = 0; i < (row.size - 1) / 4; ++i) {
     const std::uint32_t page = Get32(row.page, row.at + 1 + 4 * i);
     if (page == 0) continue;
@@ -157,11 +170,8 @@ void JetFile::SetBit(std::uint32_t page, std::size_t at, std::size_t bit, bool o
 }
 
 void JetFile::Mark(RowPlace map, std::uint32_t page, bool in) {
-  const Span row = Row(map);
-  if (row.size < 5) Damaged();
-  const std::uint8_t kind = Get8(row.page, row.at);
-  if (kind > 1) Damaged();
-  if (kind == 0) {
+  const Span row = MapRow(map);
+  if (Get8(row.page, row.at) == 0) {
     const std::uint32_t first = Get32(row.page, row.at + 1);
     if (page >= first && page - first < (row.size - 5) * 8) {
       SetBit(row.page, row.at + 5, page - first, in);

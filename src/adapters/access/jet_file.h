@@ -44,6 +44,8 @@ class JetFile {
   };
   Span Row(RowPlace place) const;
 
+  // Throws Error(kInvalidCall) where the map of free pages is damaged, as NewPage would.
+  void CheckFreePages() const;
   // A page that nothing used, all zero, at the file's end, and no longer among the free ones.
   std::uint32_t NewPage();
 
@@ -54,6 +56,8 @@ class JetFile {
   void Mark(RowPlace map, std::uint32_t page, bool in);
 
  private:
+  // The row of a usage map, of a kind that there is.
+  Span MapRow(RowPlace map) const;
   std::size_t At(std::uint32_t page, std::size_t at, std::size_t size) const;
   void ByReference(RowPlace map);
   std::uint32_t MapPage(RowPlace map, std::size_t index);

@@ -59,6 +59,17 @@ void Archive::CheckSizes() {
       Refuse("بيش از اندازه بزرگ است.");
     names_.emplace_back(stat.name);
   }
+  CheckNames();
+}
+
+// Names that differ by capitals are one part; which of two was meant can't be told.
+void Archive::CheckNames() const {
+  std::vector<std::string> names = names_;
+  const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  for (std::string& name : names) std::transform(name.begin(), name.end(), name.begin(), small);
+  std::sort(names.begin(), names.end());
+  const auto twice = std::adjacent_find(names.begin(), names.end());
+  if (twice != names.end()) Refuse("آسيب ديده است: بخش " + *twice + " دو بار آمده است.");
 }
 
 std::int64_t Archive::Find(const std::string& part) const {

@@ -17,7 +17,8 @@ namespace vorek::xlsx {
 class Archive {
  public:
   // Throws Error(kInvalidCall), in Persian, for what is no archive and for one beyond all measure:
-  // of too many parts, or with parts that grow too large. The name stands in messages.
+  // of too many parts, with parts that grow too large, or with two of one name. The name stands in
+  // messages.
   Archive(std::string bytes, std::string name);
 
   const std::vector<std::string>& Names() const { return names_; }
@@ -34,6 +35,7 @@ class Archive {
   std::string ReadEntry(std::int64_t index, std::uint32_t flags, std::uint64_t size,
                         const std::string& part) const;
   void CheckSizes();
+  void CheckNames() const;
 
   struct Discarded {
     void operator()(struct zip* archive) const;
