@@ -67,8 +67,15 @@ void Appender::ReadRow(RowPlace place) {
   for (IndexBuilder& index : indexes_) {
     const auto key = ReadWhole(file_, span, index.Of());
     if (key ? !index.Takes(*key) : !index.TakesNull()) Damaged();
-    if (key) index.Add(*key, place);
+    if (!key) continue;
+    index.Add(*key, place);
+    // The number that the table keeps may be behind: rows can be put in with numbers of their own.
+    if (index.Of().autonumber) NoteNumber(*key);
   }
+}
+
+void Appender::NoteNumber(std::int32_t number) {
+  if (number > 0) last_number_ = std::max(last_number_, static_cast<std::uint32_t>(number));
 }
 
 void Appender::NumberRow(std::vector<Value>& values) {
@@ -108,8 +115,7 @@ void Appender::Append(std::vector<Value> values) {
   for (std::size_t i = 0; i < values.size(); ++i) {
     const Column& column = table_.Columns()[i];
     if (!column.autonumber || column.type != kLong) continue;
-    const std::int32_t number = LongOf(*values[i]);
-    if (number > 0) last_number_ = std::max(last_number_, static_cast<std::uint32_t>(number));
+    NoteNumber(LongOf(*values[i]));
   }
 }
 

@@ -30,6 +30,7 @@ class Appender {
  private:
   void ReadRows();
   void ReadRow(RowPlace place);
+  void NoteNumber(std::int32_t number);
   void NumberRow(std::vector<Value>& values);
   std::optional<std::int32_t> KeyOf(const IndexBuilder& index,
                                     const std::vector<Value>& values) const;
