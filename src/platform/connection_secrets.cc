@@ -12,6 +12,10 @@ namespace {
 
 using Pieces = std::vector<ConnectionPiece>;
 
+// Strings within values of strings that are read. Each is put into quotes within the one around it,
+// which doubles them: what lies deeper is dropped whole if it may have a secret.
+constexpr int kMostNested = 3;
+
 // "Password", "PWD", "Jet OLEDB:Database Password", "Access Token" and their kin.
 bool IsSecret(std::string_view key) {
   static constexpr std::array<std::string_view, 5> kWords = {"password", "pwd", "passphrase",
@@ -21,13 +25,18 @@ bool IsSecret(std::string_view key) {
 }
 
 // Takes the secrets out. True if there was one, also within a value that is a string by itself.
-bool DropSecrets(Pieces& pieces) {
-  bool dropped =
-      std::erase_if(pieces, [](const ConnectionPiece& piece) { return IsSecret(piece.key); }) > 0;
+bool DropSecrets(Pieces& pieces, int nested = 0) {
+  const auto is_string = [](const ConnectionPiece& piece) {
+    return text::Contains(piece.value, "=");
+  };
+  bool dropped = std::erase_if(pieces, [&](const ConnectionPiece& piece) {
+                   return IsSecret(piece.key) ||
+                          (nested == kMostNested && is_string(piece) && IsSecret(piece.value));
+                 }) > 0;
   for (ConnectionPiece& piece : pieces) {
-    if (!text::Contains(piece.value, "=")) continue;
+    if (nested == kMostNested || !is_string(piece)) continue;
     Pieces inner = ParseConnectionString(piece.value);
-    if (!DropSecrets(inner)) continue;
+    if (!DropSecrets(inner, nested + 1)) continue;
     piece.value = FormatConnectionString(inner);
     dropped = true;
   }

@@ -8,7 +8,8 @@
 namespace vorek {
 
 // The text without its passwords, those of a whole string in one value (Extended Properties)
-// included. A text without any comes back as it is, one that can't be read as "".
+// included; a value four strings deep goes whole if it may have one. A text without any comes back
+// as it is, one that can't be read as "".
 std::string WithoutPasswords(std::string_view text);
 
 // The text as it may be stored: with its passwords only if it says "Persist Security Info=True".

@@ -48,6 +48,17 @@ TEST(ConnectionSecretsTest, LeavesNoPasswordInWhatIsKept) {
   EXPECT_EQ(WithoutPasswords("Provider=x;Password=\"s3cret"), "");
 }
 
+// A quote within a quote is doubled: thirty of them would be a billion.
+TEST(ConnectionSecretsTest, DropsAStringFourStringsDeepWhole) {
+  EXPECT_EQ(WithoutPasswords("a=b=c=d=e=f"), "a=b=c=d=e=f");
+  EXPECT_EQ(WithoutPasswords("a=b=c=d;x=1"), "a=b=c=d;x=1");
+  EXPECT_EQ(WithoutPasswords("x=1;a=b=c=pwd=2"), "x=1;a=\"b=\"\"c=;\"\";\";");
+  std::string deep = "x=1;";
+  for (int i = 0; i < 60; ++i) deep += "a=";
+  EXPECT_EQ(WithoutPasswords(deep + "pwd=s3cret").find("s3cret"), std::string::npos);
+  EXPECT_LT(WithoutPasswords(deep + "pwd=s3cret").size(), 100U);
+}
+
 TEST(ConnectionSecretsTest, StoresAPasswordOnlyForAHostThatAsks) {
   EXPECT_EQ(StorableConnection("Provider=x;Password=p;"), "Provider=x;");
   EXPECT_EQ(StorableConnection("Provider=x;Persist Security Info=False;Password=p"),
