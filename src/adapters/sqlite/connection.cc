@@ -15,6 +15,7 @@
 #include "adapters/sqlite/file_place.h"
 #include "adapters/sqlite/functions.h"
 #include "adapters/sqlite/handle.h"
+#include "adapters/sqlite/only_reads.h"
 #include "adapters/sqlite/parser.h"
 #include "vorek/error.h"
 

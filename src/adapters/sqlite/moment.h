@@ -14,6 +14,8 @@ struct Moment {
   std::int64_t millisecond = 0;  // of the day, 0 to 86399999
 };
 
+inline constexpr std::int64_t kDayMilliseconds = 86400000;
+
 struct Calendar {
   int year = 1900;
   int month = 1;

@@ -127,7 +127,8 @@ class Parser {
   ExprPtr XmlValue(ExprPtr subquery);
   void Option();
 
-  // Statements (parse_statement.cc).
+  // Statements (parse_statement.cc, parse_change.cc, parse_variable.cc, parse_setting.cc,
+  // parse_call.cc).
   StatementPtr ParseStatement();
   StatementPtr NewStatement(StatementKind kind) const;
   StatementPtr StatementByWord();

@@ -18,6 +18,22 @@ struct Compiled {
   bool running = false;           // an inner call of the same procedure takes another one
 };
 
+// Marks a program as running and rewinds it afterwards, whatever happens.
+class Running {
+ public:
+  explicit Running(Compiled& compiled) : compiled_(compiled) { compiled_.running = true; }
+  ~Running() {
+    sqlite3_reset(compiled_.prepared.get());
+    sqlite3_clear_bindings(compiled_.prepared.get());
+    compiled_.running = false;
+  }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+ private:
+  Compiled& compiled_;
+};
+
 // What is kept of a statement of the dialect between two runs: it has one piece for each expression
 // or query in it that runs by itself.
 struct Plan {

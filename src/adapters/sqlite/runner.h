@@ -19,9 +19,6 @@
 
 namespace vorek::sqlite {
 
-// True for what surely changes nothing in the file.
-bool OnlyReads(const std::vector<StatementPtr>& statements);
-
 // Runs batches, procedures and functions statement by statement. One for each connection.
 class Runner {
  public:
