@@ -2,7 +2,7 @@
 
 #include "grid/cross_table_click.h"
 #include "support/random_report.h"
-#include "support/steps.h"
+#include "support/steps/cross_table.h"
 
 namespace vorek {
 namespace {

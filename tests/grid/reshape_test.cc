@@ -1,7 +1,8 @@
 #include "grid/column_sort.h"
 #include "grid/merged_rows.h"
 #include "support/random_report.h"
-#include "support/steps.h"
+#include "support/steps/merge_rows.h"
+#include "support/steps/sort.h"
 
 namespace vorek {
 namespace {

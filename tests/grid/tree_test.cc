@@ -1,7 +1,8 @@
+#include "support/steps/tree.h"
+
 #include "grid/tree_rows.h"
 #include "grid/tree_sort.h"
 #include "support/random_report.h"
-#include "support/steps.h"
 
 namespace vorek {
 namespace {

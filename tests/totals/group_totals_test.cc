@@ -3,7 +3,7 @@
 #include <map>
 
 #include "support/random_report.h"
-#include "support/steps.h"
+#include "support/steps/group_totals.h"
 #include "totals/group_reports.h"
 #include "totals/summary_rows.h"
 

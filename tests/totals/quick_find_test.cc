@@ -2,7 +2,7 @@
 
 #include "grid/cell_search.h"
 #include "support/random_report.h"
-#include "support/steps.h"
+#include "support/steps/quick_find.h"
 
 namespace vorek {
 namespace {

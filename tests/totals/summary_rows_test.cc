@@ -1,7 +1,7 @@
 #include "totals/summary_rows.h"
 
 #include "support/random_report.h"
-#include "support/steps.h"
+#include "support/steps/summary_row.h"
 #include "totals/fixed_total.h"
 
 namespace vorek {
