@@ -22,6 +22,9 @@ TEST(Utf8, IgnoresCaseOfLettersThatHaveOne) {
   EXPECT_EQ(ReplaceIgnoreCase("Straße ÄÖ", "äö", "x"), "Straße x");
   EXPECT_EQ(ReplaceIgnoreCase("<userid> مشخصه كاربر", "مشخصه كاربر", "7"), "<userid> 7");
   EXPECT_EQ(FindIgnoreCase("Select From", "FROM", 3), 7U);
+  EXPECT_EQ(FindIgnoreCase("-ABZ", "abz"), 1U);
+  EXPECT_EQ(FindIgnoreCase("-abz", "zB"), std::string_view::npos);
+  EXPECT_EQ(FindIgnoreCase("-z", "Z"), 1U);
   EXPECT_EQ(FindIgnoreCase("abc", "x"), std::string_view::npos);
   EXPECT_TRUE(EqualsIgnoreCase("ParentID", "PARENTID"));
   EXPECT_FALSE(EqualsIgnoreCase("ParentID2", "PARENTID"));
