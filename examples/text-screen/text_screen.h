@@ -3,13 +3,16 @@
 
 #include <vorek/no_windows.h>
 #include <vorek/shown_control.h>
+#include <vorek/shown_list.h>
 
 #include <iosfwd>
 #include <string>
 
 // A screen of lines. It prints what a user would see, and a line that it reads is what a user does:
 //   PATH=TEXT   types into a field
-//   PATH#N      takes the entry N of a list, from 0
+//   PATH?TEXT   searches its list
+//   PATH#N      takes the row N of those that it shows, from 0
+//   PATH-N      lets that row go, in a choice of several
 //   PATH!       presses a button
 class TextScreen : public vorek::NoWindows {
  public:
@@ -26,6 +29,7 @@ class TextScreen : public vorek::NoWindows {
 
  private:
   void PrintControl(vorek::Control& root, const vorek::ShownControl& control);
+  void PrintRows(const vorek::ShownList& list);
   static bool Do(vorek::Control& root, const std::string& path, char what, const std::string& text);
 
   std::istream& user_;

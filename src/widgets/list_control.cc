@@ -26,7 +26,6 @@ std::string Clause(const std::string& text, std::string_view word) {
 // ---------------------------------------------------------------------------
 
 std::string ListControl::TakeTyped(const std::string& typed) {
-  offers_ = false;
   if (text::TrimView(typed).empty()) {
     setNull();
     return {};
@@ -41,11 +40,7 @@ std::string ListControl::TakeTyped(const std::string& typed) {
 }
 
 std::optional<ListRow> ListControl::RowTyped(const std::string& typed, std::string& reason) {
-  try {
-    Hold(RowsTyped(typed));
-  } catch (const Error& error) {
-    Hold({});
-    list_error_ = error.Description();
+  if (!HoldOrTell([&] { return RowsTyped(typed); })) {
     reason = "فهرست خوانده نشد";
     return std::nullopt;
   }
@@ -94,20 +89,31 @@ void ListControl::SetSupportAlternative(bool on) {
 void ListControl::Forget() { Hold({}); }
 
 void ListControl::Hold(std::vector<ListRow> rows) {
+  offers_ = false;
   more_ = rows.size() > kHeldRows;
   if (more_) rows.resize(kHeldRows);
   rows_ = std::move(rows);
   Changed("List");
 }
 
-void ListControl::FillList() {
+bool ListControl::HoldOrTell(const std::function<std::vector<ListRow>()>& read) {
   list_error_.clear();
   try {
-    Hold(Read({ListClause()}, kHeldRows + 1));
+    Hold(read());
+    return true;
   } catch (const Error& error) {
     Hold({});
     list_error_ = error.Description();
+    return false;
   }
+}
+
+void ListControl::FillList() {
+  HoldOrTell([&] { return Read({ListClause()}, kHeldRows + 1); });
+}
+
+void ListControl::FillMatching(const std::string& typed) {
+  HoldOrTell([&] { return Matching(typed, false, kHeldRows + 1); });
 }
 
 void ListControl::Search(const std::string& typed) { Hold(Matching(typed, false, kHeldRows + 1)); }

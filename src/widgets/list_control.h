@@ -2,6 +2,7 @@
 #define VOREK_WIDGETS_LIST_CONTROL_H_
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,6 +53,8 @@ class ListControl : public TypedControl {
   const ListRow& At(std::int32_t index) const;
   // Why the last reading of the list gave nothing; "" if it went well.
   const std::string& ListError() const { return list_error_; }
+  // False while the program has fixed the choice for the user.
+  virtual bool ChangesByHand() const { return true; }
 
   const std::string& OleConnectionString() const { return connection_; }
   const std::string& ViewMajor() const { return view_major_; }
@@ -77,6 +80,8 @@ class ListControl : public TypedControl {
 
   // Holds the first rows of the view. A failure leaves none and is kept in ListError.
   void FillList();
+  // The same with the first rows that a Search finds.
+  void FillMatching(const std::string& typed);
   // Holds the first rows whose text or alternative holds what was typed. Throws what the database
   // throws.
   void Search(const std::string& typed);
@@ -102,6 +107,8 @@ class ListControl : public TypedControl {
   // A condition of the list alone.
   virtual std::string ListClause() const { return {}; }
   void Forget();
+  // Holds what `read` gives; a failure leaves no row, is kept in ListError, and gives false.
+  bool HoldOrTell(const std::function<std::vector<ListRow>()>& read);
   std::string Query(const std::vector<std::string>& conditions, std::size_t limit) const;
   std::vector<ListRow> Run(const std::vector<std::string>& conditions, std::size_t limit);
   std::string Matches(const std::string& pattern) const;

@@ -1,6 +1,7 @@
 #ifndef VOREK_WIDGETS_REACHABLE_H_
 #define VOREK_WIDGETS_REACHABLE_H_
 
+#include <string>
 #include <string_view>
 
 #include "widgets/control.h"
@@ -17,6 +18,14 @@ inline bool IsSeen(const Control& control) {
 inline bool IsOpen(const Control& control) {
   if (control.Parent() == nullptr) return true;
   return control.Enabled() && IsOpen(*control.Parent());
+}
+
+// The path by which Find takes the control, with the frames that only hold others; "" for a root.
+inline std::string FullPath(const Control& control) {
+  const Control* const parent = control.Parent();
+  if (parent == nullptr) return {};
+  const std::string above = FullPath(*parent);
+  return (above.empty() ? "" : above + ".") + control.PathName();
 }
 
 // The control of that path, if a user can do something with it; else null.

@@ -1,6 +1,7 @@
 #include "vorek/shown_control.h"
 
 #include "widgets/choice_text.h"
+#include "widgets/field_name.h"
 #include "widgets/form.h"
 #include "widgets/list_control.h"
 #include "widgets/reachable.h"
@@ -19,14 +20,6 @@ std::string TextOf(Control& control) {
     if (control.Has(property)) return control.Get(property);
   }
   return {};
-}
-
-// With the frames that only hold controls, so that the path is the control's own.
-std::string FullPath(const Control& control) {
-  const Control* const parent = control.Parent();
-  if (parent == nullptr) return {};
-  const std::string above = FullPath(*parent);
-  return (above.empty() ? "" : above + ".") + control.PathName();
 }
 
 ShownControl Picture(Control& control) {
@@ -68,12 +61,21 @@ bool ChooseFrom(List& list, std::int32_t entry) {
 
 bool TakesTyping(const Control& control) {
   if (const auto* const box = dynamic_cast<const TextBox*>(&control)) return !box->Locked();
+  if (const auto* const list = dynamic_cast<const ListControl*>(&control)) {
+    return list->ChangesByHand();
+  }
   return dynamic_cast<const TypedControl*>(&control) != nullptr;
 }
 
 }  // namespace
 
 Control& RootOf(Form& form) { return form; }
+
+std::string LabelOf(Control& root, std::string_view path) {
+  const Control* const control = root.Find(path);
+  if (control == nullptr || dynamic_cast<const CaptionControl*>(control) != nullptr) return {};
+  return FieldName(*control);
+}
 
 std::vector<ShownControl> ControlsOf(Control& root) {
   std::vector<ShownControl> all;
@@ -106,7 +108,7 @@ bool ChooseEntry(Control& root, std::string_view path, std::int32_t entry) {
   Control* const control = Reachable(root, path);
   if (auto* const combo = dynamic_cast<ComboBox*>(control)) return ChooseFrom(*combo, entry);
   auto* const list = dynamic_cast<ListControl*>(control);
-  return list != nullptr && ChooseFrom(*list, entry);
+  return list != nullptr && list->ChangesByHand() && ChooseFrom(*list, entry);
 }
 
 bool Press(Control& root, std::string_view path) {
@@ -129,11 +131,11 @@ bool PressKey(Control& root, std::string_view path, std::int32_t key, std::int32
   auto* const form = dynamic_cast<Form*>(&root);
   if (form == nullptr) {
     root.KeyDown(key, shift);
-    control->KeyDown(key, shift);
+    if (control != &root) control->KeyDown(key, shift);
     return true;
   }
   if (!form->Shown()) return false;
-  control->GotFocus();
+  if (control != &root) control->GotFocus();
   form->FormKeyDown(key, shift);
   return true;
 }
@@ -145,7 +147,7 @@ std::vector<ShownEntry> EntriesOf(const Menu& menu) {
     if (entry == nullptr || !entry->Visible()) continue;
     const std::string why_not = entry->Enabled() ? "" : entry->ToolTipText();
     entries.push_back(
-        {entry->Name(), entry->Caption(), why_not, entry->Enabled(), EntriesOf(*entry)});
+        {entry->PathName(), entry->Caption(), why_not, entry->Enabled(), EntriesOf(*entry)});
   }
   return entries;
 }

@@ -49,6 +49,7 @@ class VorekSelector : public ChoiceControl {
 
   // False fixes the choice for the user; the program may still change it.
   bool AllowChange() const { return allow_change_; }
+  bool ChangesByHand() const override { return allow_change_; }
   void SetAllowChange(bool on) { Assign(allow_change_, on, "AllowChange"); }
   // Conditions of the list and of the tree alone, beside WhereClause.
   const std::string& WhereClauseOfList() const { return where_of_list_; }

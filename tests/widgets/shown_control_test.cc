@@ -6,6 +6,7 @@
 
 #include "vorek/no_windows.h"
 #include "vorek/shown_form.h"
+#include "vorek/shown_list.h"
 #include "widgets/form.h"
 #include "widgets/vorek_currency.h"
 #include "widgets/vorek_date.h"
@@ -89,6 +90,44 @@ TEST(ShownControl, ChoosesAndTicks) {
   }
 }
 
+TEST(ShownControl, ShowsTheLinesOfAComboBoxAsRows) {
+  NoWindows windows;
+  Sample form(windows);
+  form.cmb.AddItem("دو", 30);
+  const ShownRow last = OpenList(form, "cmb")->rows[2];
+  EXPECT_EQ(last.key, 30);
+  EXPECT_FALSE(last.chosen);
+  EXPECT_TRUE(ChooseRow(form, "cmb", last));
+  EXPECT_EQ(form.cmb.ListIndex(), 2);
+  EXPECT_TRUE(ListOf(form, "cmb")->rows[2].chosen);
+  EXPECT_FALSE(ListOf(form, "cmb")->rows[1].chosen);
+  EXPECT_FALSE(ChooseRow(form, "cmb", last, false));
+  EXPECT_FALSE(ChooseAll(form, "cmb"));
+  EXPECT_FALSE(SearchList(form, "cmb", "د"));
+  EXPECT_EQ(form.cmb.ListIndex(), 2);
+}
+
+TEST(ShownControl, GivesAKeyToTheRootAloneOnce) {
+  Frame root(nullptr, "root");
+  TextBox box(&root, "txt");
+  int keys = 0;
+  root.on_key_down = box.on_key_down = [&](int, int) { ++keys; };
+  EXPECT_TRUE(PressKey(root, "", 13));
+  EXPECT_EQ(keys, 1);
+  EXPECT_TRUE(PressKey(root, "txt", 13));
+  EXPECT_EQ(keys, 3);
+  NoWindows windows;
+  Sample form(windows);
+  form.Show();
+  form.cmd.GotFocus();
+  int clicks = 0;
+  form.cmd.on_click = [&] { ++clicks; };
+  EXPECT_TRUE(PressKey(form, "", 13));
+  EXPECT_EQ(clicks, 1) << "the control that is active takes it";
+  form.Hide();
+  EXPECT_FALSE(PressKey(form, "", 13));
+}
+
 TEST(ShownControl, RefusesWhatAUserCouldNotDo) {
   NoWindows windows;
   Sample form(windows);
@@ -150,6 +189,17 @@ TEST(ShownControl, ChoosesWhatAMenuOffers) {
   sub.SetEnabled(true);
   EXPECT_TRUE(ChooseEntry(menu, "mnuEntry"));
   EXPECT_EQ(clicks, 1);
+}
+
+TEST(ShownControl, TellsTheEntriesOfOneNameApart) {
+  Menu menu(nullptr, "mnu");
+  ControlArray<Menu> array(menu, "mnuConfig");
+  int chosen = -1;
+  for (int i = 0; i < 2; ++i) array.Load().on_click = [&chosen, i] { chosen = i; };
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_TRUE(ChooseEntry(menu, EntriesOf(menu)[static_cast<std::size_t>(i)].name));
+    EXPECT_EQ(chosen, i);
+  }
 }
 
 }  // namespace

@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "adapters/qt/control_view.h"
-#include "adapters/qt/field_names.h"
 #include "adapters/qt/key_codes.h"
 #include "adapters/qt/view_registry.h"
 #include "platform/attempt.h"
 #include "widgets/basic_controls.h"
+#include "widgets/field_name.h"
 #include "widgets/form.h"
 
 namespace vorek::qt {
@@ -230,15 +230,11 @@ void Presenter::OrderTabs() {
 // A label and a control beside it that carry the same tag belong together.
 void Presenter::TieLabels() {
   for (const auto& [control, view] : views_) {
-    auto* const label = qobject_cast<QLabel*>(&view->Widget());
-    if (label == nullptr || control->Tag().empty() || control->Parent() == nullptr) continue;
-    for (const Control* sibling : control->Parent()->Children()) {
-      if (sibling == control || sibling->Tag() != control->Tag()) continue;
-      ControlView* const tied = ViewOf(*sibling);
-      if (tied == nullptr || qobject_cast<QLabel*>(&tied->Widget()) != nullptr) continue;
-      label->setBuddy(&tied->Widget());
-      tied->Widget().setAccessibleName(ToQt(static_cast<const Label*>(control)->Caption()));
-    }
+    const Label* const label = TiedLabel(*control);
+    const ControlView* const said = label == nullptr ? nullptr : ViewOf(*label);
+    if (said == nullptr || dynamic_cast<const Label*>(control) != nullptr) continue;
+    static_cast<QLabel&>(said->Widget()).setBuddy(&view->Widget());
+    view->Widget().setAccessibleName(ToQt(label->Caption()));
   }
   NameFields();
 }
@@ -248,7 +244,7 @@ void Presenter::NameFields() {
     QWidget& widget = view->Widget();
     const bool named =
         !widget.accessibleName().isEmpty() || qobject_cast<QAbstractButton*>(&widget) != nullptr;
-    if (!named && TakesFocus(widget)) widget.setAccessibleName(ToQt(NameByPlace(*control)));
+    if (!named && TakesFocus(widget)) widget.setAccessibleName(ToQt(FieldName(*control)));
   }
 }
 

@@ -1,12 +1,11 @@
-#include "adapters/qt/field_names.h"
+#include "widgets/field_name.h"
 
 #include <cstdlib>
 #include <limits>
 
 #include "text/utf8.h"
-#include "widgets/basic_controls.h"
 
-namespace vorek::qt {
+namespace vorek {
 namespace {
 
 constexpr std::int64_t kFar = std::numeric_limits<std::int64_t>::max();
@@ -29,10 +28,7 @@ std::string CaptionOf(const Control* container) {
   return captioned == nullptr ? "" : text::Trim(captioned->Caption());
 }
 
-}  // namespace
-
 std::string NameByPlace(const Control& field) {
-  if (field.Parent() == nullptr) return "";
   std::string name = CaptionOf(field.Parent());
   std::int64_t nearest = kFar;
   for (const Control* const sibling : field.Parent()->Children()) {
@@ -46,4 +42,22 @@ std::string NameByPlace(const Control& field) {
   return name;
 }
 
-}  // namespace vorek::qt
+}  // namespace
+
+const Label* TiedLabel(const Control& control) {
+  if (control.Tag().empty() || control.Parent() == nullptr) return nullptr;
+  for (const Control* const sibling : control.Parent()->Children()) {
+    const auto* const label = dynamic_cast<const Label*>(sibling);
+    if (label != nullptr && label != &control && label->Tag() == control.Tag()) return label;
+  }
+  return nullptr;
+}
+
+std::string FieldName(const Control& field) {
+  if (field.Parent() == nullptr) return "";
+  const Label* const tied = TiedLabel(field);
+  const std::string said = tied == nullptr ? "" : text::Trim(tied->Caption());
+  return said.empty() ? NameByPlace(field) : said;
+}
+
+}  // namespace vorek
