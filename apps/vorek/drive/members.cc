@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <utility>
 
+#include "drive/by_user.h"
 #include "engine/report_control.h"
 #include "grid/grid.h"
 #include "state/file_dialogs.h"
 #include "text/key_list.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/shown_control.h"
 #include "vorek/system.h"
 #include "widgets/form.h"
 #include "widgets/property.h"
@@ -63,6 +65,13 @@ Method Plain(std::string_view name, Action action) {
           }};
 }
 
+// As its user does.
+void ChooseLine(ListControl& list, std::int32_t line) {
+  list.At(line);
+  const UserTarget target(list);
+  MustBeDone(ChooseEntry(target.root, target.path, line), {"choose", list.PathName()});
+}
+
 std::vector<Method> ListMethods(ListControl& list) {
   std::vector<Method> methods = {Plain("setNull", [&list] { list.setNull(); }),
                                  Plain("FillList", [&list] { list.FillList(); }),
@@ -72,7 +81,7 @@ std::vector<Method> ListMethods(ListControl& list) {
                                     return ToText(list.ListCount());
                                   }},
                                  {"Choose", [&list](const Arguments& a) {
-                                    list.Choose(Argument(a, 0));
+                                    ChooseLine(list, Argument(a, 0));
                                     return std::string();
                                   }}};
   if (auto* const selector = dynamic_cast<VorekSelector*>(&list)) {

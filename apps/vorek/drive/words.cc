@@ -2,13 +2,10 @@
 
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "widgets/property.h"
 
 namespace vorek::drive {
 namespace {
-
-[[noreturn]] void Refuse(const std::string& reason) {
-  throw Error(ErrorNumber::kInvalidCall, reason);
-}
 
 char Unescape(char c) {
   switch (c) {
@@ -100,7 +97,26 @@ std::size_t LastDotOutsideBrackets(std::string_view text) {
 
 }  // namespace
 
-std::vector<std::string> SplitWords(std::string_view line) { return WordScanner(line).Scan(); }
+void Refuse(const std::string& reason) { throw Error(ErrorNumber::kInvalidCall, reason); }
+
+Words SplitWords(std::string_view line) { return WordScanner(line).Scan(); }
+
+std::string Word(const Words& words, std::size_t index) {
+  if (index < words.size()) return words[index];
+  Refuse(words[0] + " needs more words");
+}
+
+std::int32_t Number(const Words& words, std::size_t index) {
+  const std::string word = Word(words, index);
+  if (word.find_first_not_of("0123456789-") != std::string::npos) {
+    Refuse("\"" + word + "\" is no number");
+  }
+  return property::FromText<std::int32_t>(word);
+}
+
+std::int32_t OptionalNumber(const Words& words, std::size_t index, std::int32_t missing) {
+  return index < words.size() ? Number(words, index) : missing;
+}
 
 Place ParsePlace(std::string_view text) {
   Place place;
