@@ -12,12 +12,13 @@ constexpr std::int64_t kFar = std::numeric_limits<std::int64_t>::max();
 
 std::int64_t MiddleOf(const Control& control) { return control.Top() + control.Height() / 2; }
 
-// In twips; a label above is as near as its distance, one on the line is nearer than any above.
+// In twips. Forms read from the right: a label at the left of its field counts as twice as far. One
+// on the line is nearer than any above, unless it stands at another place of a wide form.
 std::int64_t Distance(const Control& field, const Control& label) {
   const bool on_line = std::abs(MiddleOf(field) - MiddleOf(label)) <= field.Height() / 2;
   const std::int64_t right = label.Left() - (field.Left() + field.Width());
   const std::int64_t left = field.Left() - (label.Left() + label.Width());
-  if (on_line) return right >= left ? right : left + right / 2;
+  if (on_line) return right >= left ? right : 2 * left;
   const std::int64_t above = field.Top() - (label.Top() + label.Height());
   constexpr std::int64_t kLine = 10'000;
   return above < -field.Height() / 2 ? kFar : kLine + std::abs(above);

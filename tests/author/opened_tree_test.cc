@@ -12,11 +12,11 @@ namespace {
 // Rows of an ID and a parent, whose top level is on view.
 class Tree : public RandomReport {
  public:
-  explicit Tree(const std::vector<MemoryRow>& rows) : RandomReport(1) {
+  explicit Tree(const std::vector<MemoryRow>& rows, bool calculated = false) : RandomReport(1) {
     database->Answer("rows", MakeResult({{"ID", kInteger}, {"ParentID", kInteger}}, rows));
     Recordset& query = process.dten().rssqlQuery;
     query.SetFilter("ParentID = NULL");
-    Fill(false);
+    Fill(calculated);
     state.IDColumn = 0;
     state.ParentIDColumn = 1;
     state.QuerySource = "rows";
@@ -50,6 +50,14 @@ TEST(OpenedTree, HoldsAllLevelsUpToItsLimits) {
   };
   for (const auto& c : cases) EXPECT_EQ(Tree(rows).Opened(c.limits), c.opened) << c.opened;
   EXPECT_EQ(Tree({{"1", std::nullopt}}).Opened(), "| 1:1");
+}
+
+// C1*2-P2: also for the one row that was opened.
+TEST(OpenedTree, CalculatesTheRowsThatItOpened) {
+  Tree tree({{"1", std::nullopt}, {"2", "1"}}, true);
+  EXPECT_EQ(tree.Opened(), "| 1-:1 1-1:2");
+  EXPECT_EQ(tree.flxMain.Cols(), 4);
+  EXPECT_EQ(tree.flxMain.TextMatrix(1, 3) + "|" + tree.flxMain.TextMatrix(2, 3), "2|4");
 }
 
 TEST(OpenedTree, EndsWhereARowIsItsOwnAncestor) {
