@@ -146,6 +146,28 @@ TEST_F(ShownListTest, OffersTheRowsThatATextFits) {
   }
 }
 
+// Records of two forms may have one key.
+TEST_F(ShownListTest, TellsRecordsOfOneKeyApart) {
+  Run("create view vwBoth as select * from vwRecord union all select 900, 8, N'abxd'");
+  panel.widgets.ntp[1].SetViewMajor("vwBoth");
+  EXPECT_EQ(Told(SearchList(panel, kPicker, "abx")), "901:8 abxc|900:8 abxd");
+  EXPECT_TRUE(ChooseRow(panel, kPicker, ListOf(panel, kPicker)->rows[1]));
+  EXPECT_EQ(Told(ListOf(panel, kPicker)), "901:8 abxc|*900:8 abxd");
+}
+
+// The key of what a host shows may stand for something else by now.
+TEST_F(ShownListTest, RefusesARowThatReadsOtherwise) {
+  EXPECT_EQ(Told(SearchList(panel, kSelector, "108")), "8 abxc/108");
+  for (std::string ShownRow::*const field : {&ShownRow::text, &ShownRow::code}) {
+    ShownRow other = Row(kSelector, 8);
+    other.*field = "x";
+    EXPECT_FALSE(ChooseRow(panel, kSelector, other));
+    EXPECT_TRUE(panel.widgets.slt[1].IsNull());
+  }
+  EXPECT_TRUE(ChooseRow(panel, kSelector, Row(kSelector, 8)));
+  EXPECT_EQ(Told(ListOf(panel, kSelector)), "*8 abxc/108");
+}
+
 TEST_F(ShownListTest, LeavesAloneWhatAUserCouldNotReach) {
   const ShownRow row = OpenList(panel, kSelector)->rows[0];
   Control& widget = panel.widgets.slt[1];
