@@ -14,6 +14,7 @@
 
 #include "access/blank_file.h"
 #include "adapters/access/guarded_read.h"
+#include "support/scratch_folder.h"
 #include "vorek/access.h"
 #include "vorek/access_file.h"
 #include "vorek/error.h"
@@ -25,13 +26,6 @@ namespace {
 
 class AccessTest : public testing::Test {
  protected:
-  void SetUp() override {
-    folder_ = std::filesystem::temp_directory_path() / ("vorek-access-" + std::to_string(getpid()));
-    std::filesystem::create_directories(folder_);
-    path_ = folder_ / "rows.mdb";
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   void Put(const std::string& bytes) { files_->Write(path_, bytes); }
   std::string Got() { return files_->Read(path_); }
   std::unique_ptr<AccessConnection> Open() {
@@ -59,8 +53,8 @@ class AccessTest : public testing::Test {
     return "";
   }
 
-  std::filesystem::path folder_;
-  std::string path_;
+  ScratchFolder folder_;
+  std::string path_ = folder_.Path("rows.mdb");
   std::shared_ptr<Files> files_ = MachineFiles();
   std::shared_ptr<AccessFile> access_ = JetAccessFiles(files_);
 };
@@ -331,7 +325,7 @@ TEST_F(AccessTest, RefusesOtherFilesAndOnesInUse) {
     EXPECT_EQ(Got(), bytes);
   }
   Put(Keyed().Bytes());
-  files_->Write((folder_ / "rows.ldb").string(), "someone");
+  files_->Write(folder_.Path("rows.ldb"), "someone");
   EXPECT_NE(Refusal({"Id"}, {"1"}).find(path_), std::string::npos);
   EXPECT_EQ(Got(), Keyed().Bytes());
 }

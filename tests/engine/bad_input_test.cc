@@ -8,6 +8,7 @@
 
 #include "engine/report_control.h"
 #include "support/fixed_clock.h"
+#include "support/scratch_folder.h"
 #include "support/scripted_windows.h"
 #include "vorek/report.h"
 #include "vorek/sqlite.h"
@@ -38,22 +39,18 @@ constexpr const char* kMetadata =
 class BadInputTest : public testing::Test {
  protected:
   BadInputTest() {
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
     const auto made = SqliteProvider()->Connect(Connection("good.db") + ";Mode=Create");
     made->Execute(kMetadata, {});
-    std::ofstream(folder_ / "text.db") << "this is no database, only a text of some length";
-    std::ofstream(folder_ / "cut.db", std::ios::binary) << "SQLite format 3";
+    std::ofstream(folder_.Path("text.db")) << "this is no database, only a text of some length";
+    std::ofstream(folder_.Path("cut.db"), std::ios::binary) << "SQLite format 3";
     report.SetUserID(1);
   }
-  ~BadInputTest() override { std::filesystem::remove_all(folder_); }
 
   std::string Connection(const std::string& file) const {
-    return "Provider=VorekSQLite;Data Source=" + (folder_ / file).string();
+    return "Provider=VorekSQLite;Data Source=" + folder_.Path(file);
   }
 
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("vorek-bad-input-" + std::to_string(getpid()));
+  ScratchFolder folder_;
   std::shared_ptr<ScriptedWindows> windows = std::make_shared<ScriptedWindows>();
   World world{{.providers = {SqliteProvider()},
                .windows = windows,

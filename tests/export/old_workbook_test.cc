@@ -15,6 +15,7 @@
 #include "export/template_fill.h"
 #include "platform/memory_files.h"
 #include "support/random_report.h"
+#include "support/scratch_folder.h"
 #include "vorek/system.h"
 #include "vorek/workbook_converter.h"
 #include "vorek/xlsx.h"
@@ -28,33 +29,29 @@ namespace fs = std::filesystem;
 class OldWorkbookTest : public testing::Test {
  protected:
   OldWorkbookTest() : ssconvert_(FindProgram("ssconvert")), path_(std::getenv("PATH")) {
-    std::string pattern = (fs::temp_directory_path() / "vorek-old-XXXXXX").string();
-    EXPECT_NE(::mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
-    ::setenv("XDG_CACHE_HOME", folder_.c_str(), 1);
+    ::setenv("XDG_CACHE_HOME", folder_.Folder().c_str(), 1);
   }
   ~OldWorkbookTest() override {
     ::setenv("PATH", path_.c_str(), 1);
     ::unsetenv("XDG_CACHE_HOME");
-    fs::remove_all(folder_);
   }
 
   // From here on ssconvert alone is found: that is, `program`.
   void FindOnly(const std::string& program) {
-    fs::create_symlink(program, folder_ / "ssconvert");
-    ::setenv("PATH", folder_.c_str(), 1);
+    fs::create_symlink(program, folder_.Path("ssconvert"));
+    ::setenv("PATH", folder_.Folder().c_str(), 1);
   }
 
   // A template with a detail row and a sum, in the old format.
   std::string MakeOldTemplate() const {
-    const std::string made = (folder_ / "made.xlsx").string();
+    const std::string made = folder_.Path("made.xlsx");
     lxw_workbook* const book = workbook_new(made.c_str());
     lxw_worksheet* const sheet = workbook_add_worksheet(book, nullptr);
     worksheet_write_string(sheet, 1, 0, "#2", nullptr);
     worksheet_write_string(sheet, 1, 1, "#3", nullptr);
     worksheet_write_formula(sheet, 2, 1, "=SUM(B1:B2)", nullptr);
     EXPECT_EQ(workbook_close(book), LXW_NO_ERROR);
-    const std::string old = (folder_ / "old.xlt").string();
+    const std::string old = folder_.Path("old.xlt");
     EXPECT_TRUE(RunChild({ssconvert_, "--export-type=Gnumeric_Excel:excel_biff8", made, old},
                          std::chrono::seconds(30), [] {}));
     return SystemFiles().Read(old);
@@ -62,7 +59,7 @@ class OldWorkbookTest : public testing::Test {
 
   std::string ssconvert_;
   std::string path_;
-  fs::path folder_;
+  ScratchFolder folder_;
 };
 
 TEST_F(OldWorkbookTest, ATemplateOfTheOldFormatIsFilledAndItsLossIsTold) {
@@ -96,11 +93,11 @@ TEST_F(OldWorkbookTest, ATemplateOfTheOldFormatIsFilledAndItsLossIsTold) {
 }
 
 TEST_F(OldWorkbookTest, AConversionIsStoppedWithAllThatItStarted) {
-  const std::string started = (folder_ / "started").string();
-  SystemFiles().Write((folder_ / "slow").string(),
+  const std::string started = folder_.Path("started");
+  SystemFiles().Write(folder_.Path("slow"),
                       "#!/bin/sh\n/bin/sleep 30 &\necho $! > " + started + "\nwait\n");
-  ::chmod((folder_ / "slow").c_str(), 0755);
-  FindOnly((folder_ / "slow").string());
+  ::chmod(folder_.Path("slow").c_str(), 0755);
+  FindOnly(folder_.Path("slow"));
   const auto begin = std::chrono::steady_clock::now();
   const auto cancel = [&] {
     const bool runs = fs::exists(started) && fs::file_size(started) > 0;

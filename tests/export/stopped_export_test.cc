@@ -16,6 +16,7 @@
 #include "export/template_fill.h"
 #include "export/text_export.h"
 #include "support/random_report.h"
+#include "support/scratch_folder.h"
 #include "vorek/system.h"
 #include "vorek/xlsx.h"
 
@@ -85,9 +86,6 @@ class StoppedExportTest : public testing::Test {
   using Work = std::function<void(ReportContext&, const std::string& path)>;
 
   StoppedExportTest() {
-    std::string pattern = (fs::temp_directory_path() / "vorek-stopped-XXXXXX").string();
-    EXPECT_NE(::mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
     random_.process.services.files = disk_;
     random_.process.services.spreadsheet = XlsxSpreadsheet();
     random_.state.ReportDistributed = "توزيع شده";
@@ -102,9 +100,8 @@ class StoppedExportTest : public testing::Test {
     }
     MakeTemplate();
   }
-  ~StoppedExportTest() override { fs::remove_all(folder_); }
 
-  std::string Path(const char* name) const { return (folder_ / name).string(); }
+  std::string Path(const char* name) const { return folder_.Path(name); }
 
   void MakeTemplate() {
     lxw_workbook* const book = workbook_new(Path("template.xlsx").c_str());
@@ -158,7 +155,8 @@ class StoppedExportTest : public testing::Test {
         EXPECT_EQ(error.Description().find(path) == 0, full) << error.Description();
       }
       EXPECT_EQ(SystemFiles().Read(path), "the old one") << name << " " << stop_at;
-      EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 2)
+      EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), fs::directory_iterator()),
+                2)
           << name << " " << stop_at;
       EXPECT_EQ(random_.flxMain.TextMatrix(kRows - 1, 2), "(1/234)") << name;
     }
@@ -169,7 +167,7 @@ class StoppedExportTest : public testing::Test {
   static constexpr std::int32_t kRows = 5000;
   RandomReport random_{1};
   std::shared_ptr<FullDisk> disk_ = std::make_shared<FullDisk>();
-  fs::path folder_;
+  ScratchFolder folder_;
   int questions_ = 0;
 };
 
@@ -219,7 +217,7 @@ TEST_F(StoppedExportTest, ACancelOfTheFastWayLeavesNoFile) {
   EXPECT_FALSE(copied.front());
   EXPECT_TRUE(copied.back());
   // The template of the other tests, and the workbook: nothing half made.
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 2);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), fs::directory_iterator()), 2);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "adapters/system/system_files.h"
+#include "support/scratch_folder.h"
 #include "vorek/script.h"
 #include "vorek/sqlite.h"
 
@@ -17,9 +18,6 @@ namespace vorek {
 class SampleDatabase {
  public:
   SampleDatabase() {
-    std::string folder = "/tmp/vorek-sample-XXXXXX";
-    if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    folder_ = folder;
     std::set<std::filesystem::path> scripts;
     for (const auto& entry : std::filesystem::directory_iterator("samples")) {
       if (entry.path().extension() == ".sql") scripts.insert(entry.path());
@@ -30,13 +28,12 @@ class SampleDatabase {
                 {.timeout_seconds = 600, .progress = {}});
     }
   }
-  ~SampleDatabase() { std::filesystem::remove_all(folder_); }
 
-  std::string File() const { return folder_ + "/sample.db"; }
+  std::string File() const { return folder_.Path("sample.db"); }
   std::string ConnectionString() const { return "Provider=VorekSQLite;Data Source=" + File(); }
 
  private:
-  std::string folder_;
+  ScratchFolder folder_;
 };
 
 // Made once for all tests.

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "adapters/sqlite/functions.h"
+#include "support/scratch_folder.h"
 #include "text/collation.h"
 #include "text/utf8.h"
 #include "vorek/database.h"
@@ -41,9 +42,6 @@ using Rows = std::vector<Row>;
 class EqualTexts : public testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "vorek-sql-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
     connection_ = Open();
     Run("create table a (id int identity, c char(12), n int)");
     Run("create table b (id int identity, c nvarchar(14), n int)");
@@ -54,14 +52,9 @@ class EqualTexts : public testing::TestWithParam<std::string> {
     d_ = FillKeys();
     Prepare(GetParam());
   }
-  void TearDown() override {
-    connection_.reset();
-    std::filesystem::remove_all(folder_);
-  }
-
   std::unique_ptr<DatabaseConnection> Open() const {
     return SqliteProvider()->Connect("Provider=VorekSQLite;Mode=Create;Data Source=" +
-                                     (folder_ / "a.db").string());
+                                     folder_.Path("a.db"));
   }
   ResultSetPtr Run(const std::string& text) { return connection_->Execute(text, {}); }
   long long Number(const std::string& text) {
@@ -100,7 +93,7 @@ class EqualTexts : public testing::TestWithParam<std::string> {
     if (how == "indexed") return;
     connection_.reset();
     sqlite3* db = nullptr;
-    sqlite3_open((folder_ / "a.db").string().c_str(), &db);
+    sqlite3_open(folder_.Path("a.db").c_str(), &db);
     sqlite::RegisterFunctions(db);
     EXPECT_EQ(sqlite3_exec(db, "ANALYZE", nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(db);
@@ -139,7 +132,7 @@ class EqualTexts : public testing::TestWithParam<std::string> {
   }
 
   std::mt19937 random_{20240115};
-  std::filesystem::path folder_;
+  ScratchFolder folder_;
   std::unique_ptr<DatabaseConnection> connection_;
   Rows a_;
   Rows b_;

@@ -8,6 +8,7 @@
 #include <random>
 #include <string>
 
+#include "support/scratch_folder.h"
 #include "vorek/database.h"
 #include "vorek/error.h"
 #include "vorek/sqlite.h"
@@ -18,14 +19,7 @@ namespace {
 
 class HostileFileTest : public testing::Test {
  protected:
-  HostileFileTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "vorek-hostile-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) std::abort();
-    folder_ = name;
-  }
-  ~HostileFileTest() override { std::filesystem::remove_all(folder_); }
-
-  std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+  std::string Path(const std::string& name) const { return folder_.Path(name); }
   std::unique_ptr<DatabaseConnection> Open(const std::string& rest = "") {
     return SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=" + Path("a.db") + rest);
   }
@@ -38,7 +32,7 @@ class HostileFileTest : public testing::Test {
     sqlite3_close(db);
   }
 
-  std::filesystem::path folder_;
+  ScratchFolder folder_;
 };
 
 TEST_F(HostileFileTest, RunsNothingThatReachesOutOfIt) {

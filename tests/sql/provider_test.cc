@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "adapters/sqlite/explain.h"
+#include "support/scratch_folder.h"
 #include "vorek/database.h"
 #include "vorek/field_type.h"
 #include "vorek/script.h"
@@ -26,15 +27,7 @@ constexpr char kEndless[] =
 
 class ProviderTest : public testing::Test {
  protected:
-  void SetUp() override {
-    // Runs of several checkouts at once don't meet.
-    std::string name = (std::filesystem::temp_directory_path() / "vorek-sql-XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    folder_ = name;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+  std::string Path(const std::string& name) const { return folder_.Path(name); }
   std::unique_ptr<DatabaseConnection> Open(const std::string& name, const std::string& rest = "") {
     return SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=" + Path(name) + rest);
   }
@@ -57,7 +50,7 @@ class ProviderTest : public testing::Test {
   }
   static constexpr long Number(ErrorNumber number) { return static_cast<long>(number); }
 
-  std::filesystem::path folder_;
+  ScratchFolder folder_;
 };
 
 TEST_F(ProviderTest, AnswersToItsNameInAnyCase) {

@@ -14,6 +14,7 @@
 #include <string>
 #include <thread>
 
+#include "support/scratch_folder.h"
 #include "vorek/database.h"
 #include "vorek/sqlite.h"
 
@@ -22,14 +23,7 @@ namespace {
 
 class SharedFileTest : public testing::Test {
  protected:
-  SharedFileTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "vorek-shared-XXXXXX").string();
-    EXPECT_NE(mkdtemp(name.data()), nullptr);
-    folder_ = name;
-  }
-  ~SharedFileTest() override { std::filesystem::remove_all(folder_); }
-
-  std::string Path() const { return (folder_ / "a.db").string(); }
+  std::string Path() const { return folder_.Path("a.db"); }
   std::unique_ptr<DatabaseConnection> Open(const std::string& rest = "") const {
     return SqliteProvider()->Connect("Provider=VorekSQLite;Data Source=" + Path() + rest);
   }
@@ -67,7 +61,7 @@ class SharedFileTest : public testing::Test {
     return 0;
   }
 
-  std::filesystem::path folder_;
+  ScratchFolder folder_;
 };
 
 TEST_F(SharedFileTest, IsReadAfterAKilledWriter) {

@@ -75,6 +75,19 @@ void AddCases(const SqlCase& written, bool each, std::vector<SqlCase>& cases) {
   }
 }
 
+// A case that stands on one line.
+bool AddShortCase(const std::string& line, SqlCase current, int number,
+                  std::vector<SqlCase>& cases) {
+  constexpr std::string_view kBetween = " ---- ";
+  const std::size_t between = line.rfind(kBetween);
+  if (between == std::string::npos) return false;
+  current.line = number;
+  current.statement = line.substr(0, between) + "\n";
+  current.expected = line.substr(between + kBetween.size()) + "\n";
+  cases.push_back(std::move(current));
+  return true;
+}
+
 }  // namespace
 
 std::vector<SqlCase> ReadSqlCases(const std::filesystem::path& path) {
@@ -104,9 +117,13 @@ std::vector<SqlCase> ReadSqlCases(const std::filesystem::path& path) {
       each = line != "----";
     } else if (in_expected) {
       current.expected += line + "\n";
+    } else if (current.statement.empty() && AddShortCase(line, current, number, cases)) {
+      continue;
     } else if (!line.empty() || !current.statement.empty()) {
       if (current.statement.empty()) current.line = number;
       current.statement += line + "\n";
+    } else {
+      current.name.clear();
     }
   }
   finish();

@@ -17,10 +17,11 @@ namespace vorek {
 //   the rows as expected: a line a row, values between "|", NULL for NULL, after a line of the
 //   columns as "name:type"; or "error: a piece of the message"; or "ok" for no rows
 //
-// "---- each" makes each line above it a case of its own that ends so. Cases are parted by an
-// empty line. All cases of a file run in order on one fresh database. A
-// first line "!types" makes the columns' line part of the expectation from there on, "!notypes"
-// ends that.
+// "---- each" makes each line above it a case of its own that ends so. A case of one line that
+// ends in one line may stand on one: "statement ---- how it ends", and several of them without a
+// line between them. Other cases are parted by an empty line. All cases of a file run in order on
+// one fresh database. A first line "!types" makes the columns' line part of the expectation from
+// there on, "!notypes" ends that.
 struct SqlCase {
   int line = 0;
   std::string name;

@@ -17,6 +17,7 @@
 
 #include "adapters/system/file_settings.h"
 #include "platform/memory_files.h"
+#include "support/scratch_folder.h"
 #include "vorek/error.h"
 #include "vorek/system.h"
 
@@ -27,14 +28,7 @@ namespace fs = std::filesystem;
 
 class SystemFilesTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "vorek-files-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(name.data()), nullptr);
-    folder_ = name;
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
-  std::string At(const std::string& name) const { return (folder_ / name).string(); }
+  std::string At(const std::string& name) const { return folder_.Path(name); }
   long ErrorOf(const std::function<void()>& call) const {
     try {
       call();
@@ -45,10 +39,10 @@ class SystemFilesTest : public testing::Test {
   }
   std::size_t FilesInFolder() const {
     return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+        std::distance(fs::directory_iterator(folder_.Folder()), fs::directory_iterator()));
   }
 
-  fs::path folder_;
+  ScratchFolder folder_;
   SystemFiles files_;
 };
 
@@ -62,10 +56,10 @@ TEST_F(SystemFilesTest, WritesAndReadsBytesAsTheyAre) {
 
 TEST_F(SystemFilesTest, AMissingFileAndAMissingFolderHaveTheirNumber) {
   EXPECT_FALSE(files_.Exists(At("none")));
-  EXPECT_FALSE(files_.Exists(folder_.string()));
+  EXPECT_FALSE(files_.Exists(folder_.Folder().string()));
   EXPECT_EQ(ErrorOf([&] { files_.Read(At("none")); }), 53);
   EXPECT_EQ(ErrorOf([&] { files_.Write(At("none/file"), "x"); }), 53);
-  EXPECT_EQ(ErrorOf([&] { files_.Read(folder_.string()); }), 75);
+  EXPECT_EQ(ErrorOf([&] { files_.Read(folder_.Folder().string()); }), 75);
 }
 
 TEST_F(SystemFilesTest, AFailedWriteLeavesTheOldFileAndNothingElse) {
@@ -128,8 +122,9 @@ TEST_F(SystemFilesTest, WhatIsNewIsForItsOwnerAlone) {
   files_.MakeFoldersFor(At("a/b/file"));
   files_.Write(At("a/b/file"), "x");
   const auto out = files_.Create(At("export.csv"));
-  EXPECT_EQ(fs::status(fs::directory_iterator(folder_)->path()).permissions() & fs::perms(077),
-            fs::perms::none);
+  EXPECT_EQ(
+      fs::status(fs::directory_iterator(folder_.Folder())->path()).permissions() & fs::perms(077),
+      fs::perms::none);
   out->Commit();
   ::umask(mask);
   EXPECT_EQ(mode("a"), fs::perms(0700));

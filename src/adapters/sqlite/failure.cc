@@ -36,6 +36,7 @@ constexpr std::array<std::pair<std::string_view, int>, 16> kNumbers = {{
 struct Field {
   bool left = false;
   bool zeros = false;
+  std::string_view plus;  // "+" or " " before a signed number that has no minus
   std::size_t width = 0;
   std::size_t precision = std::string_view::npos;
 
@@ -43,7 +44,7 @@ struct Field {
     const std::size_t size = text::Length(text);
     if (size >= width) return text;
     if (left) return text.append(width - size, ' ');
-    const bool sign = zeros && !text.empty() && text[0] == '-';
+    const bool sign = zeros && text.find_first_of("+- ") == 0;
     return text.insert(sign ? 1 : 0, width - size, zeros ? '0' : ' ');
   }
 };
@@ -71,7 +72,10 @@ std::string NumberText(std::int64_t value, char letter) {
 std::string Filled(const Field& field, char letter, const Cell& value) {
   if (std::holds_alternative<std::monostate>(value)) return field.Fill("(null)");
   const auto* whole = std::get_if<std::int64_t>(&value);
-  if (whole != nullptr) return field.Fill(NumberText(*whole, letter));
+  if (whole != nullptr) {
+    const bool plus = *whole >= 0 && (letter == 'd' || letter == 'i');
+    return field.Fill((plus ? std::string(field.plus) : "") + NumberText(*whole, letter));
+  }
   const auto* text = std::get_if<std::string>(&value);
   return field.Fill(text == nullptr ? "" : text::Left(*text, field.precision));
 }
@@ -118,6 +122,8 @@ class Formatter {
     while (Peek() == '-' || Peek() == '0' || Peek() == '+' || Peek() == '#' || Peek() == ' ') {
       field.left = field.left || Peek() == '-';
       field.zeros = field.zeros || Peek() == '0';
+      if (Peek() == '+') field.plus = "+";
+      if (Peek() == ' ' && field.plus.empty()) field.plus = " ";
       ++at_;
     }
     field.width = Digits();
