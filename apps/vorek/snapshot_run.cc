@@ -148,8 +148,8 @@ void SnapshotRun::TakeResult(VorekReport1& control, bool shown, const std::strin
 
 // The rows of a tree that are closed would keep their figures out of the snapshot.
 void SnapshotRun::TakeCells(ReportControl& control, GridText& grid) {
-  if (control.state.isTransposedResult) return TakeGrid(control.flxTranspose, grid);
   ReportContext report = control.Context();
+  if (&report.GridOnView() == &report.flxTranspose) return TakeGrid(report.flxTranspose, grid);
   try {
     grid.cut = OpenTree(report);
   } catch (const Error& error) {
