@@ -82,6 +82,7 @@ void Export(const CommandOptions& command) {
     throw CLI::RuntimeError(2);
   }
   ShownReport shown(command.report);
+  shown.NeedWhatIsRead();
   std::string note;
   try {
     note = Write(shown, OptionsFor(command));

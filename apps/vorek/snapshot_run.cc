@@ -9,6 +9,7 @@
 #include "engine/report_control.h"
 #include "engine/stop_reason.h"
 #include "engine/world_state.h"
+#include "given_parameters.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 #include "vorek/no_windows.h"
@@ -78,6 +79,9 @@ Snapshot SnapshotRun::All(const SnapshotPlan& plan) {
     const std::int32_t report = entry.first;
     const bool there = std::any_of(catalogue.begin(), catalogue.end(),
                                    [&](const CatalogEntry& row) { return row.id == report; });
+    for (const std::string& parameters : entry.second.parameters) {
+      CheckGivenParameters(world_->State().process, report, parameters);
+    }
     if (there) continue;
     throw Error(ErrorNumber::kItemNotFound,
                 "The parameters name report " + std::to_string(report) + ", which isn't there.");
