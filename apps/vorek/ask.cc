@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "interrupt_watch.h"
 #include "text/utf8.h"
 #include "widgets/typed_text.h"
 
@@ -84,13 +85,19 @@ void PrintTaken(const ParameterRow& row, Control& widget, std::ostream& out) {
 }
 
 // False at the end of input.
+bool ReadAnswer(std::istream& in, std::string& answer) {
+  const InterruptPause pause;
+  return static_cast<bool>(std::getline(in, answer));
+}
+
+// False at the end of input.
 bool AskField(const VorekParameters::Field& field, std::istream& in, std::ostream& out) {
   Control& widget = *field.widget;
   out << field.row.description << " (" << KindText(field.row, widget) << ")\n";
   PrintChoices(widget, out);
   for (std::string answer;;) {
     out << "  " << Default(field.row, widget) << "? " << std::flush;
-    if (!std::getline(in, answer)) return false;
+    if (!ReadAnswer(in, answer)) return false;
     const bool blank = text::TrimView(answer).empty();
     if (blank && !Refuses(widget)) return true;
     if (blank) answer = static_cast<TypedControl&>(widget).RefusedText();

@@ -21,6 +21,7 @@ struct CompletedCommand {
   std::string name;
   std::string description;
   std::vector<CompletedOption> options;
+  std::vector<std::string> arguments;  // choices of what stands behind it; empty for files
 };
 
 // "TEXT:{table,tsv,json}", as an option of one out of some describes its type.
@@ -46,9 +47,13 @@ CompletedOption CompletedFrom(const CLI::Option& option) {
 }
 
 CompletedCommand CompletedFrom(const CLI::App& command) {
-  CompletedCommand completed{command.get_name(), command.get_description(), {}};
+  CompletedCommand completed{command.get_name(), command.get_description(), {}, {}};
   for (const CLI::Option* const option : command.get_options()) {
-    if (!option->get_lnames().empty()) completed.options.push_back(CompletedFrom(*option));
+    if (option->get_lnames().empty()) {
+      completed.arguments = ChoicesOf(option->get_type_name());
+    } else {
+      completed.options.push_back(CompletedFrom(*option));
+    }
   }
   return completed;
 }
@@ -70,11 +75,13 @@ void WriteBash(const std::vector<CompletedCommand>& commands, std::ostream& out)
          "_vorek() {\n"
          "  local word=${COMP_WORDS[COMP_CWORD]} words=\n"
          "  case \"${COMP_WORDS[1]} ${COMP_WORDS[COMP_CWORD-1]}\" in\n";
+  const auto offer = [&out](const std::string& behind, const std::vector<std::string>& choices) {
+    if (!choices.empty()) out << "    '" << behind << "') words='" << Joined(choices) << "' ;;\n";
+  };
   for (const CompletedCommand& command : commands) {
+    offer(command.name + " " + command.name, command.arguments);
     for (const CompletedOption& option : command.options) {
-      if (option.choices.empty()) continue;
-      out << "    '" << command.name << " --" << option.name << "') words='"
-          << Joined(option.choices) << "' ;;\n";
+      offer(command.name + " --" + option.name, option.choices);
     }
   }
   out << "  esac\n  if [ -z \"$words\" ] && [[ $word == -* ]]; then\n    case ${COMP_WORDS[1]} "
@@ -123,7 +130,9 @@ void WriteZsh(const std::vector<CompletedCommand>& commands, std::ostream& out) 
   for (const CompletedCommand& command : commands) {
     out << "  " << command.name << ") _arguments";
     for (const CompletedOption& option : command.options) out << " \\\n    " << ZshOption(option);
-    out << " \\\n    '*:file:_files' ;;\n";
+    const std::string arguments =
+        command.arguments.empty() ? "_files" : "(" + Joined(command.arguments) + ")";
+    out << " \\\n    '*:argument:" << arguments << "' ;;\n";
   }
   out << "esac\n";
 }
@@ -133,9 +142,13 @@ void WriteFish(const std::vector<CompletedCommand>& commands, std::ostream& out)
   for (const CompletedCommand& command : commands) {
     out << "complete -c vorek -n __fish_use_subcommand -f -a " << command.name << " -d "
         << Quoted(command.description) << '\n';
+    const std::string within =
+        "complete -c vorek -n '__fish_seen_subcommand_from " + command.name + "'";
+    if (!command.arguments.empty()) {
+      out << within << " -f -a " << Quoted(Joined(command.arguments)) << '\n';
+    }
     for (const CompletedOption& option : command.options) {
-      out << "complete -c vorek -n '__fish_seen_subcommand_from " << command.name << "' -l "
-          << option.name << " -d " << Quoted(option.description)
+      out << within << " -l " << option.name << " -d " << Quoted(option.description)
           << (option.takes_value ? " -r" : "");
       if (!option.choices.empty()) out << " -f -a " << Quoted(Joined(option.choices));
       out << '\n';

@@ -8,6 +8,7 @@
 #include "author/report_stages.h"
 #include "command.h"
 #include "engine/world_state.h"
+#include "given_parameters.h"
 #include "shown_report.h"
 #include "text/number.h"
 #include "vorek/connection_string.h"
@@ -70,6 +71,7 @@ ReportStages StagesOf(const ReportOptions& options) {
   process.data.Rebind(process.main.ConnectionText);
   process.main.GlobalUserID = options.connect.user;
   process.main.GlobalPositionID = options.connect.position;
+  CheckGivenParameters(process, options.report, options.parameters);
   ReportState host;
   host.EmployeeID = options.connect.employee;
   host.PositionID = options.connect.position;

@@ -23,7 +23,7 @@ struct CommandOptions {
   std::string format;
   std::string with_template;
   std::string delimiter = "^t";
-  std::optional<ChartKind> chart;
+  std::string chart;
   bool turned = false;
   bool no_header = false;
   bool plain = false;
@@ -39,7 +39,7 @@ ExportOptions OptionsFor(const CommandOptions& command) {
   } else {
     options.template_path = command.with_template;
   }
-  options.chart = command.chart;
+  if (!command.chart.empty()) options.chart = ChartKindsByName().at(command.chart);
   options.chart_turned = command.turned;
   options.header = !command.no_header;
   options.remove_money = command.plain;
@@ -82,6 +82,7 @@ void Export(const CommandOptions& command) {
     throw CLI::RuntimeError(2);
   }
   ShownReport shown(command.report);
+  shown.NeedWhatIsRead();
   std::string note;
   try {
     note = Write(shown, OptionsFor(command));
@@ -107,7 +108,7 @@ void AddExportCommand(CLI::App& app) {
                       "fill a workbook: a file, or the number of a template of the report");
   CLI::Option* const chart = command->add_option(
       "--chart", options->chart, "add a chart to a new workbook: bars, stacked, lines or shares");
-  chart->transform(CLI::CheckedTransformer(ChartKindsByName()));
+  chart->check(CLI::IsMember({"bars", "stacked", "lines", "shares"}));
   command->add_flag("--turned", options->turned, "change the sides of a cross table's chart")
       ->needs(chart);
   command->add_option("--delimiter", options->delimiter,

@@ -29,6 +29,10 @@ void Interrupt(int) {
 
 }  // namespace
 
+InterruptPause::InterruptPause() : before_(std::signal(SIGINT, SIG_DFL)) {}
+
+InterruptPause::~InterruptPause() { std::signal(SIGINT, before_); }
+
 InterruptWatch::InterruptWatch(std::function<void()> cancel) : cancel_(std::move(cancel)) {
   if (::pipe2(pipe_, O_CLOEXEC) != 0) {
     throw Error(ErrorNumber::kInvalidCall, "no pipe can be had to wait for Ctrl+C");

@@ -31,6 +31,19 @@ class InterruptWatch {
   std::jthread thread_;
 };
 
+// While it lives, Ctrl+C ends the program as usual: what waits for a person has nothing to bring to
+// an end, and no wait for a line can be ended otherwise.
+class InterruptPause {
+ public:
+  InterruptPause();
+  ~InterruptPause();
+  InterruptPause(const InterruptPause&) = delete;
+  InterruptPause& operator=(const InterruptPause&) = delete;
+
+ private:
+  void (*before_)(int);
+};
+
 }  // namespace vorek
 
 #endif  // VOREK_APPS_VOREK_INTERRUPT_WATCH_H_

@@ -7,6 +7,7 @@
 
 #include "command.h"
 #include "interrupt_watch.h"
+#include "text/utf8.h"
 #include "vorek/error.h"
 #include "vorek/version.h"
 
@@ -14,12 +15,26 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
+// A text that isn't UTF-8 would reach a query with other letters than it was given.
+bool ArgumentsAreUtf8(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    if (vorek::text::ValidUtf8(argv[i]) == argv[i]) continue;
+    std::fprintf(stderr, "vorek: argument %d isn't UTF-8\n", i);
+    return false;
+  }
+  return true;
+}
+
 int Run(CLI::App& app, int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::RuntimeError& error) {
     return error.get_exit_code();
   } catch (const CLI::ParseError& error) {
+    if (app.get_subcommands().empty() && !app.remaining().empty()) {
+      std::cerr << "vorek: there is no command " << app.remaining().front() << '\n';
+      return kWrongUsage;
+    }
     return app.exit(error) == 0 ? 0 : kWrongUsage;
   }
   return 0;
@@ -60,6 +75,7 @@ bool OutputIsWritten() {
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   CLI::App app("Vorek, a database-driven report engine");
+  app.name("vorek");
   app.require_subcommand(1);
   app.set_version_flag("--version", "vorek " VOREK_VERSION_TEXT);
   vorek::AddSampleCommand(app);
@@ -77,6 +93,7 @@ int main(int argc, char** argv) {
   vorek::AddPrintCommand(app);
 #endif
   vorek::AddCompletionCommand(app);
+  if (!ArgumentsAreUtf8(argc, argv)) return kWrongUsage;
   const int code = RunToTheEnd(app, argc, argv);
   return OutputIsWritten() ? code : 1;
 }

@@ -83,6 +83,7 @@ void Print(const PrintOptions& options) {
   const auto output = PdfFile(QString::fromStdString(options.to));
   with.print_jobs = PrintsThroughTemplates(with, PugiXmlReader(), output);
   ShownReport shown(options.report, std::move(with));
+  shown.NeedWhatIsRead();
   try {
     PrintShown(shown, options, *output);
   } catch (const Error& error) {
@@ -92,6 +93,7 @@ void Print(const PrintOptions& options) {
 
 void WriteTemplateOf(const PrintOptions& options) {
   ShownReport shown(options.report);
+  shown.NeedWhatIsRead();
   std::cout << GridTemplate(shown);
 }
 

@@ -17,7 +17,7 @@ struct ShowOptions {
 
 void WriteGrid(ReportControl& control, const std::string& format) {
   OpenCrossTable(control.flxTranspose);
-  const Grid& grid = control.Context().ActiveGrid();
+  const Grid& grid = control.Context().GridOnView();
   if (format == "tsv") {
     WriteTsv(GridTable(grid), std::cout);
   } else if (format == "csv") {

@@ -7,6 +7,7 @@
 #include "ask.h"
 #include "engine/stop_reason.h"
 #include "engine/world_state.h"
+#include "given_parameters.h"
 #include "text/utf8.h"
 
 namespace vorek {
@@ -36,6 +37,7 @@ ShownReport::ShownReport(const ReportOptions& options, WorldOptions with, Calcul
   Watch();
   Control().state.Trace = trace;
   const ReportState& state = Control().state;
+  CheckParameters();
   const bool shown = report_->View(options.report, options.parameters);
   if (!shown || state.Missing) {
     const bool marked = text::Contains(state.roughSQL, "@");
@@ -47,6 +49,12 @@ ShownReport::ShownReport(const ReportOptions& options, WorldOptions with, Calcul
   const bool waits = text::Contains(state.QueryText, "@") && options.parameters.empty();
   if (waits && !options.ask) Refuse("waits for its parameters: give --ask or --params");
   if (waits && state.ShowFlatternParameters) AskPanel();
+}
+
+void ShownReport::NeedWhatIsRead() const {
+  const ReportContext report = report_->Impl().Context();
+  if (&report.ActiveGrid() == &report.GridOnView()) return;
+  Refuse("MakeTranspose is 1, but no column of the layout has TransposeType 1: it would be empty");
 }
 
 void ShownReport::Refuse(const std::string& reason) const {
@@ -71,6 +79,13 @@ void ShownReport::Connect() {
   report_->SetPositionID(connect.position);
   report_->SetEmployeeID(connect.employee);
   report_->SetPeriodID(connect.period);
+}
+
+void ShownReport::CheckParameters() {
+  if (options_.parameters.empty()) return;
+  Process& process = world_->State().process;
+  process.data.Rebind(ConnectionString(options_.connect));
+  CheckGivenParameters(process, options_.report, options_.parameters);
 }
 
 // Answers the panel of a report that waits for it.

@@ -38,11 +38,15 @@ class ShownReport {
   ReportControl& Control() { return report_->Impl(); }
   // Ctrl+C ends the program again: nothing is left that must be brought to an end.
   void LetInterruptsEnd() { watch_.reset(); }
+  // Refuses a report whose rows are on view and not where exports and prints read: it is to be
+  // spread, and no column of its layout says by what.
+  void NeedWhatIsRead() const;
   // Tells why nothing can be shown and ends the command.
   [[noreturn]] void Refuse(const std::string& reason) const;
 
  private:
   void Connect();
+  void CheckParameters();
   // Tells how far the run is, and stops it at Ctrl+C.
   void Watch();
   void AskPanel();

@@ -9,6 +9,7 @@
 #include "engine/report_control.h"
 #include "engine/stop_reason.h"
 #include "engine/world_state.h"
+#include "given_parameters.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
 #include "vorek/no_windows.h"
@@ -78,6 +79,9 @@ Snapshot SnapshotRun::All(const SnapshotPlan& plan) {
     const std::int32_t report = entry.first;
     const bool there = std::any_of(catalogue.begin(), catalogue.end(),
                                    [&](const CatalogEntry& row) { return row.id == report; });
+    for (const std::string& parameters : entry.second.parameters) {
+      CheckGivenParameters(world_->State().process, report, parameters);
+    }
     if (there) continue;
     throw Error(ErrorNumber::kItemNotFound,
                 "The parameters name report " + std::to_string(report) + ", which isn't there.");
@@ -148,8 +152,8 @@ void SnapshotRun::TakeResult(VorekReport1& control, bool shown, const std::strin
 
 // The rows of a tree that are closed would keep their figures out of the snapshot.
 void SnapshotRun::TakeCells(ReportControl& control, GridText& grid) {
-  if (control.state.isTransposedResult) return TakeGrid(control.flxTranspose, grid);
   ReportContext report = control.Context();
+  if (&report.GridOnView() == &report.flxTranspose) return TakeGrid(report.flxTranspose, grid);
   try {
     grid.cut = OpenTree(report);
   } catch (const Error& error) {

@@ -35,11 +35,21 @@ std::string ReadAll(std::istream& in) {
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+bool IsNameOfScript(const std::string& text) {
+  return text.find_first_of(" \t\r\n") == std::string::npos &&
+         text::EqualsIgnoreCase(std::filesystem::path(text).extension().string(), ".sql");
+}
+
 // The statements themselves, "-" for the standard input, or the name of a file that is there.
 std::string ScriptOf(const std::string& text) {
   if (text == "-") return ScriptText(ReadAll(std::cin));
   std::error_code error;
-  if (text.size() > 1000 || !std::filesystem::is_regular_file(text, error)) return text;
+  if (text.size() > 1000) return text;
+  const bool folder = std::filesystem::is_directory(text, error);
+  if (folder || (!std::filesystem::exists(text, error) && IsNameOfScript(text))) {
+    throw Error(ErrorNumber::kFileNotFound, "There is no script '" + text + "'.");
+  }
+  if (!std::filesystem::exists(text, error)) return text;
   std::ifstream file(text, std::ios::binary);
   if (!file) throw Error(ErrorNumber::kPathAccess, "Cannot read '" + text + "'.");
   return ScriptText(ReadAll(file));

@@ -45,7 +45,10 @@ bool Show(const std::string& connection, std::int32_t number, std::int16_t user)
   Listen(report);
   report.SetOleConnectionString(connection);
   report.SetUserID(user);
-  if (!report.View(number)) return false;
+  const bool shown = report.View(number);
+  const std::string reason = report.StopReason();  // what no message has told
+  if (!reason.empty()) std::cerr << reason << '\n';
+  if (!shown || !reason.empty()) return false;
   std::cout << report.Title() << ", " << report.QueryRecordCount() << " records\n";
   PrintGrid(report);
   return true;

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <string>
 
 #include "text_screen.h"
 
@@ -26,9 +27,12 @@ void PrintGrid(const vorek::VorekReport1& report) {
   }
 }
 
-// False if the lines end before the report has run.
+// False if the report can't be shown, or the lines end before it has run.
 bool Show(vorek::VorekReport1& report, TextScreen& screen, std::int32_t number) {
-  if (!report.View(number)) return false;
+  const bool shown = report.View(number);
+  const std::string reason = report.StopReason();  // what no form has told
+  if (!reason.empty()) std::cout << reason << '\n';
+  if (!shown || !reason.empty()) return false;
   while (report.QueryRecordCount() < 0) {  // it waits for its parameters
     screen.Print(report.Root());
     if (!screen.Take(report.Root())) return false;

@@ -55,13 +55,20 @@ class VorekReport1 {
   // Shows the report `ID`. inParameterString is a key list "@1=5&@2='x'" of parameter numbers with
   // SQL texts; empty lets the report ask for its parameters. True if the report was loaded and its
   // first run didn't fail, also if it waits for its parameters; false if the right was denied or
-  // the run failed, which the user has been told. Throws Error if the definition can't be read.
+  // the run failed. The user has been told why, or StopReason says it. Throws Error if the
+  // definition can't be read.
   bool View(std::int32_t ID, const std::string& inParameterString = "",
             const std::string& inCallerStringValue = "");
 
   // Runs the loaded report again.
   bool Refresh(bool DoFilter = false, const std::string& inParameterString = "",
                const std::string& inCallerStringValue = "");
+
+  // Why the report that was asked for isn't on show, in Persian, where no message, form or event
+  // has told it: there is no report of that number (View is true then, and shows an empty grid), it
+  // has no query, a parameter string leaves a marker, an error ended the run silently. "" for all
+  // else.
+  std::string StopReason() const;
 
   // Shows a report in a modal window of its own, in which something is looked up; the same number
   // again shows the same window. Always true. None of these three asks for the right to the

@@ -20,12 +20,17 @@ std::string Name(std::int32_t number) { return "@" + std::to_string(number); }
 class QueryRules {
  public:
   explicit QueryRules(CheckContext& check)
-      : check_(check), query_(check.report.Query()), quoted_(QuotedBytes(query_)) {}
+      : check_(check),
+        query_(check.report.Query()),
+        tokens_(ScanQuery(query_).tokens),
+        quoted_(QuotedBytes(query_)) {}
 
   void Run() {
     CheckMarkers();
     CheckQuotedMarkers();
     CheckTokens();
+    CheckLetters();
+    CheckChanges();
     FindColumns();
     CheckTree();
     CheckSubtotals();
@@ -37,6 +42,9 @@ class QueryRules {
   void CheckQuotedMarkers();
   bool InText(std::size_t at) const;
   void CheckTokens();
+  void CheckLetters();
+  void CheckChanges();
+  bool LacksResult() const;
   void FindColumns();
   bool IsSpecial(const std::string& text);
   bool ComesOfMarkers(Rule rule) const;
@@ -46,6 +54,7 @@ class QueryRules {
 
   CheckContext& check_;
   std::string query_;
+  std::vector<QueryToken> tokens_;
   std::vector<bool> quoted_;
 };
 
@@ -90,10 +99,9 @@ void QueryRules::CheckQuotedMarkers() {
 
 // True for a byte of a text in single quotes.
 bool QueryRules::InText(std::size_t at) const {
-  const std::vector<QueryToken> tokens = ScanQuery(query_).tokens;
-  const auto behind = std::find_if(tokens.begin(), tokens.end(),
+  const auto behind = std::find_if(tokens_.begin(), tokens_.end(),
                                    [&](const QueryToken& token) { return token.begin > at; });
-  return quoted_[at] && behind != tokens.begin() && query_[(behind - 1)->begin] == '\'';
+  return quoted_[at] && behind != tokens_.begin() && query_[(behind - 1)->begin] == '\'';
 }
 
 void QueryRules::CheckTokens() {
@@ -105,6 +113,49 @@ void QueryRules::CheckTokens() {
       break;
     }
   }
+}
+
+void QueryRules::CheckLetters() {
+  for (const QueryToken& token : tokens_) {
+    if (query_[token.begin] != '\'') continue;
+    const std::string written =
+        text::Replace(text::Replace(token.text, "\u06CC", "\u064A"), "\u06A9", "\u0643");
+    if (written == token.text) continue;
+    check_.Tell(Rule::kOtherLetters, check_.report.PlaceInQuery(token.begin),
+                {token.text, written});
+  }
+}
+
+// Words that begin a statement, none of which can be a bare name.
+bool BeginsChange(const QueryToken& token) {
+  static constexpr std::string_view kWords[] = {"insert", "update", "delete",  "merge",
+                                                "drop",   "alter",  "truncate"};
+  return std::any_of(std::begin(kWords), std::end(kWords),
+                     [&](std::string_view word) { return IsKeyword(token, word); });
+}
+
+bool StandsBeforeName(const QueryToken& token) {
+  return IsKeyword(token, "into") || IsKeyword(token, "from") || IsKeyword(token, "table");
+}
+
+// Work tables of the run are its own.
+void QueryRules::CheckChanges() {
+  for (std::size_t i = 0; i + 1 < tokens_.size(); ++i) {
+    const bool makes = IsKeyword(tokens_[i], "into");  // SELECT ... INTO
+    if (!makes && !BeginsChange(tokens_[i])) continue;
+    const std::size_t name = i + (StandsBeforeName(tokens_[i + 1]) ? 2 : 1);
+    if (name >= tokens_.size() || IsKeyword(tokens_[name], "join")) continue;
+    const char first = tokens_[name].text.empty() ? ' ' : tokens_[name].text[0];
+    if (first == '#' || first == '@') continue;
+    return check_.Tell(Rule::kChangesRows, check_.report.PlaceInQuery(tokens_[i].begin),
+                       {text::ToUpper(tokens_[i].text)});
+  }
+}
+
+bool QueryRules::LacksResult() const {
+  return std::none_of(tokens_.begin(), tokens_.end(), [](const QueryToken& token) {
+    return IsKeyword(token, "select") || IsKeyword(token, "exec") || IsKeyword(token, "execute");
+  });
 }
 
 // Its arguments are left in tables first: it runs otherwise than it says.
@@ -142,6 +193,7 @@ void QueryRules::FindColumns() {
                             : check_.report.WholeQuery();
     check_.Tell(found.fault->rule, place, found.fault->values);
   }
+  if (!found.fault && LacksResult()) check_.Tell(Rule::kNoResult, check_.report.WholeQuery());
   if (found.columns == nullptr) return;
   check_.fields.emplace();
   for (const ResultColumn& column : found.columns->columns) {

@@ -137,7 +137,8 @@ bool ReportControl::View(std::int32_t id, const std::string& parameter_string,
   BindConnection();
   process.data.DropDead();
   process.data.ForgetInterruption();
-  if (!HasReportRight(process, id, state.UserID)) {
+  state.Denied = !HasReportRight(process, id, state.UserID);
+  if (state.Denied) {
     world.messages.ShowMessage("خطا", "شما مجاز به مشاهده اين گزارش نيستيد.");
     return false;
   }

@@ -38,6 +38,7 @@ bool ReportRun::Run(bool do_filter, const std::string& parameter_string) {
   state_.RememberedRow = report_.ActiveGrid().Row();
   state_.ParameterString = parameter_string;
   state_.StopReason.clear();
+  state_.Denied = false;
   control_.general.setReport(control_.flxMain, state_.ReportID);
   if (state_.ReportID == -1) return false;
 

@@ -8,7 +8,8 @@
 namespace vorek {
 
 // Why the report that was called for last isn't on show, in Persian, where the control itself says
-// nothing: no such report, no query, an error that ends a run silently. "" for all else.
+// nothing: no such report, no query, a marker that a parameter string leaves, an error that ends a
+// run silently. "" for all else.
 std::string StopReasonOf(const ReportState& state);
 
 }  // namespace vorek

@@ -2,6 +2,7 @@
 #include "engine/pass_bar.h"
 #include "engine/property_bag.h"
 #include "engine/report_control.h"
+#include "engine/stop_reason.h"
 #include "grid/column_layout_pass.h"
 #include "grid/column_sort.h"
 #include "grid/merged_rows.h"
@@ -28,6 +29,8 @@ bool VorekReport1::Refresh(bool DoFilter, const std::string& inParameterString,
   ForHost([&] { shown = impl_->Refresh(DoFilter, inParameterString, inCallerStringValue); });
   return shown;
 }
+
+std::string VorekReport1::StopReason() const { return StopReasonOf(impl_->state); }
 
 void VorekReport1::ObjectEvent(const std::string& name) {
   ForHost([&] { impl_->ObjectEvent(name); });

@@ -21,8 +21,10 @@ struct ReportContext {
   EvaluationClass& Evaluation;           // of the control, for its calculated columns
   VorekProgressBar* Progress = nullptr;  // that a long pass moves; null for none
 
-  // The grid that the user sees.
+  // The grid that exports and keys work on: the one on view, but for a report that is to be spread
+  // and has no column for it.
   Grid& ActiveGrid() const { return state.isTransposedResult ? flxTranspose : flxMain; }
+  Grid& GridOnView() const { return flxTranspose.Visible() ? flxTranspose : flxMain; }
   ColumnLayoutTable& layouts() { return process.main.ColumnLayouts; }
   ColumnLayoutTable& transpose_layouts() { return process.main.TransposeLayouts; }
 };

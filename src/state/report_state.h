@@ -70,6 +70,7 @@ struct ReportState {
   std::string roughSQL;    // the query with its markers
   std::string QueryText;   // the text that will be run
   bool Missing = false;    // the catalogue has no such report: an empty grid is shown
+  bool Denied = false;     // the last View had no right: the report before stays
   std::string StopReason;  // of a run that ended without a word: what stopped it; "" for none
 
   // The run.

@@ -162,7 +162,42 @@ TEST(SampleTest, RunsEveryReport) {
     if (run.records >= 0) {
       EXPECT_EQ(report.QueryRecordCount(), run.records) << shown.str();
     }
+    if (run.records == kFails) {
+      EXPECT_NE(shown.str() + report.StopReason(), "") << "nobody is told why";
+    } else {
+      EXPECT_EQ(report.StopReason(), "");
+    }
   }
+}
+
+TEST(SampleTest, TellsAHostWhatNoMessageTells) {
+  std::ostringstream shown;
+  WorldOptions options;
+  options.providers = {SqliteProvider()};
+  options.windows = WindowsOnStream(shown);
+  AddSystemServices(options);
+  World world(options);
+  VorekReport1 report(world);
+  report.SetOleConnectionString(Sample().ConnectionString());
+  const struct {
+    int report;
+    std::int16_t user;
+    const char* reason;
+  } cases[] = {{99999, 1, "گزارش شماره 99999 وجود ندارد."},
+               {402, 3, ""},  // a message tells that this user may not see it
+               {904, 1, "گزارش شماره 904 متن پرس و جو ندارد."},
+               {201, 1, ""},
+               {99999, 1, "گزارش شماره 99999 وجود ندارد."},
+               {214, 1, ""}};
+  for (const auto& c : cases) {
+    report.SetUserID(c.user);
+    report.View(c.report);
+    EXPECT_EQ(report.StopReason(), c.reason) << c.report;
+  }
+  report.SetUseThisQuery("select Code from tblSaleInvoice where CustomerID = @1 and 1 = 1");
+  EXPECT_FALSE(report.View(203, "@1=5"));
+  EXPECT_EQ(report.StopReason(),
+            "گزارش شماره 203 نمايش داده نشد: پارامتري در متن پرس و جو مقدار ندارد.");
 }
 
 TEST(SampleTest, NamesEveryReportInTheTable) {
