@@ -120,6 +120,7 @@ TEST_F(ProviderTest, TellsErrorsByTheirNumbers) {
       {"select dbo.nothere(1)", Number(ErrorNumber::kMissingObject)},
       {"selec", Number(ErrorNumber::kMissingObject)},  // taken for a procedure's name
       {"select from", Number(ErrorNumber::kSyntax)},
+      {"select ?1", Number(ErrorNumber::kSyntax)},  // a parameter of the database beneath
       {"select nothere", Number(ErrorNumber::kSyntax)},
       {"select 1/0", Number(ErrorNumber::kSyntax)},
       {"select 2147483647 + 1", -2147217833},
