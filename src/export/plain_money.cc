@@ -38,18 +38,22 @@ bool IsAgainst(std::string_view text) {
          FourthFromRight(text) != std::string_view::npos;
 }
 
-// Numbers without digit groups, as their source gives them.
-bool HasNoGroups(const Grid& grid, std::int32_t column) {
+// Whether the source gives all of its records as numbers without digit groups. Other rows, as those
+// of sums, may have them.
+bool SourceHasNoGroups(const Grid& grid, std::int32_t column) {
   const TextSource* const source = grid.ColumnSource(column);
   if (source == nullptr || !source->GivesNumbers()) return false;
   const std::optional<CellForm> form = grid.SourceForm(column);
   return form == CellForm::kPlain || form == CellForm::kNumber;
 }
 
+enum class Cells { kAll, kWritten };
+
 template <typename Test>
-bool AnyCell(const Grid& grid, std::int32_t column, const Test& test) {
+bool AnyCell(const Grid& grid, std::int32_t column, Cells cells, const Test& test) {
   std::string scratch;
   for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    if (cells == Cells::kWritten && grid.IsSourced(row, column)) continue;
     if (test(BeforePoint(grid.CellView(row, column, scratch)))) return true;
   }
   return false;
@@ -81,8 +85,9 @@ void PutColumnBack(Grid& grid, std::int32_t column) {
 }  // namespace
 
 bool LooksLikeMoney(const Grid& grid, std::int32_t column) {
-  if (HasNoGroups(grid, column)) return false;
-  return AnyCell(grid, column, IsWitness) && !AnyCell(grid, column, IsAgainst);
+  const Cells cells = SourceHasNoGroups(grid, column) ? Cells::kWritten : Cells::kAll;
+  if (cells == Cells::kWritten && grid.IsSourced(column)) return false;
+  return AnyCell(grid, column, cells, IsWitness) && !AnyCell(grid, column, Cells::kAll, IsAgainst);
 }
 
 Grid& GridOnShow(ReportContext& report) {

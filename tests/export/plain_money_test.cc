@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,16 +11,30 @@
 #include "platform/memory_files.h"
 #include "support/random_report.h"
 #include "text/cell_text.h"
+#include "text/utf8.h"
 #include "vorek/spreadsheet.h"
 
 namespace vorek {
 namespace {
 
-// The rules read plainly, on copies of all texts.
+// The fourth character from the right tells, of texts up to their point.
+bool LooksLikeMoneyRead(const Grid& grid, std::int32_t col) {
+  bool witness = false;
+  for (std::int32_t row = 1; row < grid.Rows(); ++row) {
+    std::string text = grid.TextMatrix(row, col);
+    if (text.find('.') != 0) text = text.substr(0, text.find('.'));
+    const std::size_t letters = text::Length(text);
+    if (letters < 4) continue;
+    if (text.find('/') == std::string::npos) return false;
+    if (text::Mid(text, letters - 3, 1) == "/") witness = true;
+  }
+  return witness;
+}
+
+// The rules read plainly, on copies of all texts of a grid. Its texts tell money only on show.
 class PlainReading {
  public:
-  explicit PlainReading(ReportContext& report) {
-    const Grid& grid = report.flxMain;
+  PlainReading(const Grid& grid, const std::set<std::int32_t>& money, bool on_show) {
     for (std::int32_t row = 0; row < grid.Rows(); ++row) {
       texts_.emplace_back();
       for (std::int32_t col = 0; col < grid.Cols(); ++col) {
@@ -27,10 +42,8 @@ class PlainReading {
       }
     }
     for (std::int32_t col = 1; col < grid.Cols(); ++col) {
-      const auto field = static_cast<std::size_t>(col) - 1;
-      const bool money = field < report.state.QueryFields.size() &&
-                         IsMoneyField(report.state.QueryFields[field].type);
-      if (money || LooksLikeMoney(grid, col)) replaced_.push_back(static_cast<std::size_t>(col));
+      const bool looks = on_show && LooksLikeMoneyRead(grid, col);
+      if (looks || money.contains(col)) replaced_.push_back(static_cast<std::size_t>(col));
     }
     for (const std::size_t col : replaced_) {
       for (std::size_t row = 1; row < texts_.size(); ++row) {
@@ -52,37 +65,78 @@ class PlainReading {
   std::vector<std::size_t> replaced_;
 };
 
+std::set<std::int32_t> MoneyFields(const RandomReport& random) {
+  std::set<std::int32_t> columns;
+  for (std::int32_t col = 1; const FieldInfo& field : random.state.QueryFields) {
+    if (IsMoneyField(field.type)) columns.insert(col);
+    ++col;
+  }
+  return columns;
+}
+
+// Texts as a cross table has them; the columns that its layout calls money.
+std::set<std::int32_t> FillCrossTable(RandomReport& random) {
+  std::set<std::int32_t> money;
+  Grid& table = random.flxTranspose;
+  table.SetRows(static_cast<std::int32_t>(1 + random.Below(6)));
+  table.SetCols(static_cast<std::int32_t>(2 + random.Below(5)));
+  for (std::int32_t col = 1; col < table.Cols(); ++col) {
+    const bool stored = random.Below(3) == 0;
+    random.process.main.TransposeLayouts[col].is_money_column = stored;
+    if (stored) money.insert(col);
+    const bool amounts = stored || random.Below(2) == 0;
+    for (std::int32_t row = 0; row < table.Rows(); ++row) {
+      table.WriteCell(row, col,
+                      amounts ? random.Pick({"1/234", "(5/678.5)", "12", "", "98/765/432"})
+                              : random.Pick({"1/234", "متن", "7654321", "-3", "كتابها"}));
+    }
+  }
+  return money;
+}
+
 TEST(PlainMoney, WritesAndPutsBackAsThePlainRulesDo) {
-  for (unsigned seed = 0; seed < 300; ++seed) {
+  for (unsigned seed = 0; seed < 400; ++seed) {
     RandomReport random(seed);
     random.Fill(seed % 2 == 1);
     random.Disturb();
-    random.state.ReportDistributed = "توزيع شده";
+    const bool crossed = seed % 4 > 1;
+    random.state.ReportDistributed = crossed ? "نمايش معمولي" : "توزيع شده";
+    const std::set<std::int32_t> laid_out = FillCrossTable(random);
+    std::pair<Grid*, PlainReading> grids[] = {
+        {&random.flxMain, {random.flxMain, MoneyFields(random), !crossed}},
+        {&random.flxTranspose,
+         {random.flxTranspose, crossed ? laid_out : std::set<std::int32_t>(), crossed}}};
+    for (const auto& [grid, expected] : grids) {
+      for (std::int32_t col = 1; col < grid->Cols(); ++col) {
+        ASSERT_EQ(LooksLikeMoney(*grid, col), LooksLikeMoneyRead(*grid, col)) << seed << "," << col;
+      }
+    }
     ReportContext report = random.Context();
-    PlainReading expected(report);
     PlainMoney money(report);
-    const Grid& grid = random.flxMain;
     std::string scratch;
     const auto compare = [&](const char* when, const auto& text) {
-      for (std::int32_t row = 0; row < grid.Rows(); ++row) {
-        for (std::int32_t col = 1; col < grid.Cols(); ++col) {
-          ASSERT_EQ(text(row, col), expected.Text(row, col))
-              << when << ", seed " << seed << ", " << row << "," << col;
+      for (const auto& [grid, expected] : grids) {
+        for (std::int32_t row = 0; row < grid->Rows(); ++row) {
+          for (std::int32_t col = 1; col < grid->Cols(); ++col) {
+            ASSERT_EQ(text(*grid, row, col), expected.Text(row, col))
+                << when << ", seed " << seed << ", " << row << "," << col;
+          }
         }
       }
     };
-    compare("written", [&](std::int32_t row, std::int32_t col) {
+    const auto shown = [](const Grid& grid, std::int32_t row, std::int32_t col) {
+      return grid.TextMatrix(row, col);
+    };
+    compare("written", [&](const Grid& grid, std::int32_t row, std::int32_t col) {
       return std::string(money.Text(grid, row, col, scratch));
     });
     if (seed % 3 == 0) {
       money.TakeOut();
-      compare("taken out",
-              [&](std::int32_t row, std::int32_t col) { return grid.TextMatrix(row, col); });
+      compare("taken out", shown);
     }
     money.PutBack();
-    expected.PutBack();
-    compare("put back",
-            [&](std::int32_t row, std::int32_t col) { return grid.TextMatrix(row, col); });
+    for (auto& [grid, expected] : grids) expected.PutBack();
+    compare("put back", shown);
   }
 }
 
@@ -142,6 +196,19 @@ TEST(LooksLikeMoney, NeedsAWitnessAndNothingAgainst) {
     grid.WriteCell(0, 1, "1234");  // the header is no witness
     EXPECT_EQ(LooksLikeMoney(grid, 1), tried.looks) << all;
   }
+}
+
+TEST(LooksLikeMoney, TakesASumBelowTheSmallNumbersOfAField) {
+  RandomReport random(1);
+  random.database->Answer(
+      "rows", MakeResult({{"a", kInteger}, {"b", kInteger}}, {{"500", "500"}, {"900", "1900"}}));
+  random.Bind();
+  Grid& grid = random.flxMain;
+  EXPECT_FALSE(LooksLikeMoney(grid, 1));
+  grid.AddItem("مجموع");
+  for (const std::int32_t col : {1, 2}) grid.WriteCell(3, col, "2/400");
+  EXPECT_TRUE(LooksLikeMoney(grid, 1));
+  EXPECT_FALSE(LooksLikeMoney(grid, 2));
 }
 
 // The bytes of a small grid's file.

@@ -140,6 +140,7 @@ TEST_F(FillTest, MarkersInOneCellAndBeyondTheGrid) {
         {{1, 4}, "#123456789012345678901234567890"},
         {{1, 14}, "#2"},
         {{1, 15}, "#2"},
+        {{1, 13}, "#2"},
         {{1, 5}, "#4"}});
   Expect({{{1, 2}, "نام / مبلغ"},
           {{2, 2}, "الف / 1500"},
@@ -147,8 +148,36 @@ TEST_F(FillTest, MarkersInOneCellAndBeyondTheGrid) {
           {{2, 4}, "#123456789012345678901234567890"},
           {{1, 14}, "نام"},
           {{1, 15}, "#2"},  // the scan ends ten columns behind the grid's
+          {{2, 13}, "الف"},
+          {{2, 14}, "#2"},  // of which the rows don't take the last
           {{2, 5}, "x"},
           {{4, 5}, "#4"}});
+}
+
+// Sums below the last columns that are looked at, and below the last one that has a name.
+TEST_F(FillTest, StretchesTheSumsOfItsOwnColumnsAlone) {
+  Fill({{{1, 1}, "#2"},
+        {{2, 1}, "=SUM(A1:A1)"},
+        {{2, 14}, "=SUM(N1:N1)"},
+        {{2, 15}, "=SUM(O1:O1)"}});
+  Expect({{{5, 1}, "=SUM(A4:A4)"}, {{5, 14}, "=SUM(N4:N4)"}, {{5, 15}, "=SUM(O1:O1)"}});
+  random_.flxMain.SetCols(250);
+  Cells cells = {{{1, 1}, "#2"}};
+  Cells filled;
+  const std::pair<int, std::string> columns[] = {{26, "Z"},  {27, "AA"},  {52, "AZ"},
+                                                 {53, "BA"}, {256, "IV"}, {257, "IW"}};
+  for (const auto& [column, letters] : columns) {
+    cells[{2, column}] = "=SUM(" + letters + "1)";
+    filled[{5, column}] = "=SUM(" + letters + (column > 256 ? "1)" : "4)");
+  }
+  Fill(cells);
+  Expect(filled);
+}
+
+TEST_F(FillTest, AHeaderIsNoMarker) {
+  random_.flxMain.WriteCell(0, 1, "x#3");
+  Fill({{{1, 1}, "#2"}, {{1, 2}, "#02#3"}});
+  Expect({{{1, 1}, "x#3"}, {{1, 2}, "#02مبلغ"}, {{2, 1}, "الف"}, {{2, 2}, "#021500"}});
 }
 
 TEST_F(FillTest, LongMarkersComeBeforeTheirHeads) {
@@ -165,8 +194,16 @@ TEST_F(FillTest, TheScanLooksAtFiveRowsWithoutAMarker) {
   Expect({{{7, 1}, "#2"}});
   Fill({{{6, 1}, "#2"}});
   Expect({{{6, 1}, "#2"}});
+  Fill({{{5, 1}, "#2"}});
+  Expect({{{5, 1}, "نام"}});
+  Fill({{{1, 14}, "^125"}, {{2, 15}, "^125"}});
+  Expect({{{1, 14}, "تهران"}, {{2, 15}, "^125"}});
   Fill({{{2, 1}, "#2"}, {{5, 1}, "^125"}});  // the scan goes on behind the block
   Expect({{{2, 1}, "نام"}, {{8, 1}, "تهران"}});
+  Fill({{{2, 1}, "#2"}, {{7, 1}, "^125"}});  // over five rows
+  Expect({{{10, 1}, "تهران"}});
+  Fill({{{2, 1}, "#2"}, {{8, 1}, "^125"}});
+  Expect({{{11, 1}, "^125"}});
   Fill({{{2, 1}, "#2"}, {{3, 1}, "^125"}});  // right behind it too
   Expect({{{6, 1}, "تهران"}});
   Fill({{{2, 1}, "#2"}, {{3, 2}, "x"}, {{4, 1}, "#3"}});  // the rows are used up by then
@@ -177,6 +214,9 @@ TEST_F(FillTest, HiddenRowsAreLeftOutAndNoRowsDeleteTheDetail) {
   random_.flxMain.SetRowHeight(2, 0);
   Fill({{{1, 1}, "#2"}, {{2, 1}, "end"}});
   Expect({{{2, 1}, "الف"}, {{3, 1}, "پ"}, {{4, 1}, "end"}});
+  random_.flxMain.SetRowHeight(2, 1);
+  Fill({{{1, 1}, "#2"}, {{2, 1}, "end"}});
+  Expect({{{3, 1}, "ب"}, {{4, 1}, "پ"}, {{5, 1}, "end"}});
   for (std::int32_t row = 1; row < 4; ++row) random_.flxMain.SetRowHeight(row, 0);
   random_.state.LockPrintPreview = true;
   Fill({{{1, 1}, "title"}, {{2, 1}, "#2"}, {{3, 1}, "=A4"}, {{4, 1}, "end"}});
@@ -196,6 +236,15 @@ TEST_F(FillTest, ATextFullOfMarkersDoesntTakeAllMemory) {
   std::string markers;
   for (int i = 0; i < 15000; ++i) markers += "#2";
   EXPECT_THROW(Fill({{{1, 1}, markers}}), Error);
+}
+
+// A long text isn't one full of markers.
+TEST_F(FillTest, ALongTextTakesAValue) {
+  const std::string text(30000, 'x');
+  const std::string value = "شركت ساختماني و بازرگاني";
+  random_.flxMain.WriteCell(2, 1, value);
+  Fill({{{1, 1}, "#2" + text + "#2"}});
+  Expect({{{1, 1}, "نام" + text + "نام"}, {{3, 1}, value + text + value}});
 }
 
 // Every row holds a marker, and the grid is as wide as a sheet.
