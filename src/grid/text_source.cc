@@ -127,9 +127,9 @@ double FieldSource::Number(std::size_t record) const {
   const bool by_text = form_ == CellForm::kTime || column.AdoType() == kBoolean ||
                        column.Kind() == ResultColumn::Storage::kText;
   if (!by_text) {
-    const double number = column.Number(row);
-    if (!IsMoneyForm() || number >= 0)
-      return column.Kind() == ResultColumn::Storage::kDouble ? TextValue(number) : number;
+    const bool exact = column.Kind() == ResultColumn::Storage::kScaled;
+    const double number = exact ? column.Number(row) : TextValue(column.Number(row));
+    if (!IsMoneyForm() || number >= 0) return number;
     // The text of a value between -1 and 0 shows no sign; others are read out of their brackets.
     return number > -1 ? -number : TextValue(number);
   }

@@ -116,6 +116,7 @@ TEST(FilterTest, RefusesWhatItCantRead) {
     EXPECT_THROW(Matching(text), Error) << text;
   }
   EXPECT_THROW(Matching(std::string(5000, '(')), Error);
+  EXPECT_EQ(Matching(std::string(100, '(') + "ID = 1" + std::string(100, ')')), Matching("ID = 1"));
   std::string chain = "ID = 1";
   for (int i = 0; i < 100000; ++i) chain += " OR ID = 1";
   EXPECT_THROW(Matching(chain), Error);

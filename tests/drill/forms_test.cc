@@ -128,10 +128,10 @@ TEST_F(FormsTest, TakesTheFormOfEachRow) {
 
 TEST_F(FormsTest, TakesAProceduresFormFromTheHeaders) {
   Run("update tblVorekReport set SQLSP = 'spX' where ID = 7");
-  Show("", {{"name", "ID", "FormTypeID", "FormID"},
-            {"n", "5", "3", "6"},
-            {"n", "", "0", ""},
-            {"n", "1", "1", "6"}});
+  Show("", {{"code", "ID", "FormTypeID", "FormID"},
+            {"8", "5", "3", "6"},
+            {"9", "", "0", ""},
+            {"7", "1", "1", "6"}});
   SelectMainRecord(report, *this);
   EXPECT_EQ(state.FormTypeID * 10 + state.FormID, 35);
   EXPECT_EQ(Told(), "record;");
@@ -143,6 +143,9 @@ TEST_F(FormsTest, TakesAProceduresFormFromTheHeaders) {
   SelectMainRecord(report, *this);
   EXPECT_EQ(state.FormTypeID * 10 + state.FormID, 11);
   EXPECT_EQ(Told(), "record;");
+  Show("", {{"code", "formid", "formtypeid"}, {"8", "6", "3"}});
+  SelectMainRecord(report, *this);
+  EXPECT_EQ(state.FormTypeID * 10 + state.FormID, 36);
 }
 
 TEST_F(FormsTest, TellsTheRecordOfACrossTable) {
