@@ -191,8 +191,10 @@ void SelectionScan::ReadRow(std::int32_t row) {
   }
 }
 
-// Without the way over its text. False for one that may be empty, or has too many digits.
+// Without the way over its text. False for one that may be empty, has too many digits, or was
+// written by another than the field, which may be any text.
 bool SelectionScan::ReadFixed(std::int32_t row, const Column& column, Tally& tally) const {
+  if (!grid_.IsSourced(row, column.number)) return false;
   try {
     const FixedPoint value = grid_.CellFixed(row, column.number);
     if (value != 0) Count(value, Kind::kNumber, tally);

@@ -196,5 +196,20 @@ TEST(SelectionFigures, OfFieldsWithManyDecimalsAreNone) {
   EXPECT_EQ(FiguresOfSelection(report.Context()).sum, "1.25");
 }
 
+TEST(SelectionFigures, OfATextInARowBelowTheFieldsOwnAreNone) {
+  RandomReport report(1);
+  report.database->Answer("rows", MakeResult({{"مبلغ", kCurrency}}, {{"5"}, {"7"}}));
+  report.Bind();
+  Grid& grid = report.flxMain;
+  for (const char* const text : {"1404/01/05", "12abc", "1/000"}) {
+    grid.AddItem("");
+    grid.WriteCell(grid.Rows() - 1, 1, text);
+  }
+  grid.SelectByUser(1, 1, grid.Rows() - 1, 1);
+  const SelectionFigures figures = FiguresOfSelection(report.Context());
+  EXPECT_EQ(figures.numbers, 3);
+  EXPECT_EQ(figures.sum, "1/012");
+}
+
 }  // namespace
 }  // namespace vorek
