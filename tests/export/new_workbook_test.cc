@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 #include "adapters/xlsx/archive.h"
@@ -7,6 +8,7 @@
 #include "export/excel_export.h"
 #include "platform/memory_files.h"
 #include "support/random_report.h"
+#include "vorek/documents.h"
 #include "vorek/xlsx.h"
 
 namespace vorek {
@@ -127,6 +129,36 @@ TEST(DocumentName, IsSafeAndDated) {
   EXPECT_EQ(DocumentName("فروش / ماه", day, "xlsx"), "فروش   ماه 1405-09-03.xlsx");
   EXPECT_EQ(DocumentName("../../etc\n\"x\"", day, "xlsx"), "etc  x 1405-09-03.xlsx");
   EXPECT_EQ(DocumentName("", day, "xlsx"), "گزارش 1405-09-03.xlsx");
+}
+
+class MadeDocument : public Documents {
+ public:
+  std::string NewPath(const std::string&) override { return "made"; }
+  void Show(const std::string&) override {}
+};
+
+// As a paste makes them: all columns, hidden ones too, numbers where the text is one.
+TEST_F(NewWorkbookTest, TheFastWayHoldsEachCellAsItIsShown) {
+  const auto files = std::make_shared<MemoryFiles>();
+  random_.process.services.files = files;
+  random_.process.services.documents = std::make_shared<MadeDocument>();
+  random_.flxMain.WriteCell(1, 3, "-12.5");
+  ReportContext report = random_.Context();
+  ExportExcelFast(report);
+  const auto sheet = XlsxSpreadsheet()->OpenTemplate(files->contents["made"], "made", [] {});
+  xml_ = xlsx::Archive(files->contents["made"], "made").Read("xl/worksheets/sheet1.xml");
+  const char* const texts[4][4] = {{"رديف", "الف", "مبلغ (1)", "كد"},
+                                   {"", "=1+1", "1/500", ""},
+                                   {"", "hid", "(2/000.5)", "12345678901234567"},
+                                   {"مجموع", "", "", "1404/01/02"}};
+  for (std::int32_t row = 0; row < 4; ++row) {
+    for (std::int32_t col = 0; col < 4; ++col) {
+      EXPECT_EQ(sheet->Text(row + 1, col + 1), texts[row][col]) << row << "," << col;
+    }
+  }
+  ExpectHolds("<c r=\"A2\"><v>1</v></c>");
+  ExpectHolds("<c r=\"D2\"><v>-12.5</v></c>");
+  ExpectHolds("<c r=\"C4\"><v>10</v></c>");
 }
 
 }  // namespace
