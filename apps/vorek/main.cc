@@ -59,11 +59,14 @@ int RunToTheEnd(CLI::App& app, int argc, char** argv) {
   }
 }
 
-// A full disk shows when the last of the output is written.
+// A full disk shows when the last of the output is written. Where it showed before, what is left of
+// the output is tried once more for the reason.
 bool OutputIsWritten() {
+  const bool failed_before = !std::cout.good();
+  std::cout.clear();
   errno = 0;
   std::cout.flush();
-  if (std::cout.good() && std::fflush(stdout) == 0) return true;
+  if (!failed_before && std::cout.good() && std::fflush(stdout) == 0) return true;
   std::fprintf(stderr, "vorek: the output can't be written%s%s\n", errno == 0 ? "" : ": ",
                errno == 0 ? "" : std::strerror(errno));
   return false;

@@ -29,11 +29,12 @@ namespace fs = std::filesystem;
 class SystemFilesTest : public testing::Test {
  protected:
   std::string At(const std::string& name) const { return folder_.Path(name); }
-  long ErrorOf(const std::function<void()>& call) const {
+  long ErrorOf(const std::function<void()>& call, std::string* description = nullptr) const {
     try {
       call();
       return 0;
     } catch (const Error& error) {
+      if (description != nullptr) *description = error.Description();
       return error.Number();
     }
   }
@@ -75,7 +76,9 @@ TEST_F(SystemFilesTest, ADeviceIsNeitherAFileNorReplacedByOne) {
   ASSERT_EQ(::mkfifo(At("device").c_str(), 0600), 0);
   for (const std::string& path : {At("device"), std::string("/dev/null")}) {
     EXPECT_FALSE(files_.Exists(path)) << path;
-    EXPECT_EQ(ErrorOf([&] { files_.Write(path, "x"); }), 75) << path;
+    std::string description;
+    EXPECT_EQ(ErrorOf([&] { files_.Write(path, "x"); }, &description), 75) << path;
+    EXPECT_TRUE(description.ends_with(path + ": Not a regular file")) << description;
     EXPECT_FALSE(fs::is_regular_file(path)) << path;
   }
   EXPECT_EQ(FilesInFolder(), 1U);

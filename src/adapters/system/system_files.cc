@@ -142,9 +142,8 @@ std::string FollowLink(const std::string& path) {
 void RefuseAllButFiles(const std::string& path) {
   struct stat old {};
   if (::stat(path.c_str(), &old) != 0 || S_ISREG(old.st_mode)) return;
-  throw Error(
-      ErrorNumber::kPathAccess,
-      path + ": " + std::generic_category().message(S_ISDIR(old.st_mode) ? EISDIR : EINVAL));
+  if (S_ISDIR(old.st_mode)) Fail(path, EISDIR);
+  throw Error(ErrorNumber::kPathAccess, path + ": Not a regular file");
 }
 
 enum class Readers { kAsBefore, kOwner };
