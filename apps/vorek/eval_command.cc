@@ -59,12 +59,16 @@ void EvaluateLines(EvaluationClass& evaluation, bool with_text) {
   }
 }
 
+// A script must not take the value of a formula with an error for a figure.
 void EvaluateOne(EvaluationClass& evaluation, const EvalOptions& options) {
-  std::cout << Value(evaluation, options.formula);
-  if (options.code) std::cout << '\t' << evaluation.CErr() << '\t' << evaluation.DErr();
-  std::cout << '\n';
-  if (!options.code && evaluation.CErr() != 0) {
+  const std::string value = Value(evaluation, options.formula);
+  if (options.code) {
+    std::cout << value << '\t' << evaluation.CErr() << '\t' << evaluation.DErr() << '\n';
+  } else if (evaluation.CErr() == 0) {
+    std::cout << value << '\n';
+  } else {
     std::cerr << "vorek: CErr " << evaluation.CErr() << ' ' << evaluation.DErr() << '\n';
+    throw CLI::RuntimeError(1);
   }
 }
 

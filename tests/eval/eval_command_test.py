@@ -32,6 +32,12 @@ class EvalCommand(unittest.TestCase):
             result = self.run_eval(*arguments)
             self.assertEqual((result.stdout, result.returncode), (output, 0), arguments)
 
+    def test_an_error_is_no_figure(self):
+        for formula in ("2/0", "(1", "@NONE(4)", ""):
+            result = self.run_eval(formula)
+            self.assertEqual((result.stdout, result.returncode), ("", 1), formula)
+            self.assertIn("vorek: CErr ", result.stderr)
+
     def test_a_line_does_not_refuse_the_next(self):
         result = self.run_eval("-", "--var", "A=2",
                                lines="1+1\nB+1\r\nA+1\n2/0\n\n10000000000*10000000000\n(1")
@@ -48,7 +54,7 @@ class EvalCommand(unittest.TestCase):
         other.write_text('x\r\n"@DOBLE","X*2"\r\n', encoding="utf-8")
         self.assertEqual(self.run_eval("@doble(4)", "--functions", str(other)).stdout, "8\n")
         self.assertFalse(self.functions.exists())
-        self.assertEqual(self.run_eval("@doble(4)").stdout, "0\n")
+        self.assertEqual(self.run_eval("@doble(4)").stdout, "")
         self.assertTrue(self.functions.exists())
 
 
