@@ -188,7 +188,10 @@ class PlainTotals {
       : random_(random), report_(report), grid_(report.ActiveGrid()) {
     std::int32_t sum = grid_.Rows() - 1;
     while (sum > 0 && !IsSumRow(sum)) --sum;
-    for (const std::int32_t column : SummedColumns(grid_, Shown(grid_).shown)) {
+    const bool last = sum > 0 && sum >= grid_.Rows() - TrailingSummaryRows(grid_);
+    for (const std::int32_t column : random.Columns()) {
+      if (!last || grid_.RowHeight(sum) == 0) break;
+      if (column == 0 || text::Trim(grid_.TextMatrix(sum, column)).empty()) continue;
       FixedTotal all;
       for (std::int32_t row = 1; row < grid_.Rows(); ++row) Count(row, column, all);
       if (Text(all, column) == grid_.TextMatrix(sum, column)) {
