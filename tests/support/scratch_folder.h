@@ -1,8 +1,7 @@
 #ifndef VOREK_TESTS_SUPPORT_SCRATCH_FOLDER_H_
 #define VOREK_TESTS_SUPPORT_SCRATCH_FOLDER_H_
 
-#include <stdlib.h>
-
+#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
