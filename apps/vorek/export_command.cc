@@ -108,7 +108,7 @@ void AddExportCommand(CLI::App& app) {
                       "fill a workbook: a file, or the number of a template of the report");
   CLI::Option* const chart = command->add_option(
       "--chart", options->chart, "add a chart to a new workbook: bars, stacked, lines or shares");
-  chart->check(CLI::IsMember({"bars", "stacked", "lines", "shares"}));
+  chart->check(CLI::IsMember(ChartKindsByName()));
   command->add_flag("--turned", options->turned, "change the sides of a cross table's chart")
       ->needs(chart);
   command->add_option("--delimiter", options->delimiter,

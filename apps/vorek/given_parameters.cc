@@ -4,7 +4,6 @@
 #include <set>
 
 #include "author/report_definition.h"
-#include "text/utf8.h"
 #include "vorek/error.h"
 
 namespace vorek {

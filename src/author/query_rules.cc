@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <optional>
 #include <set>
 
+#include "author/changing_statement.h"
 #include "author/check_context.h"
 #include "author/finding_text.h"
 #include "author/query_lookup.h"
@@ -126,30 +128,12 @@ void QueryRules::CheckLetters() {
   }
 }
 
-// Words that begin a statement, none of which can be a bare name.
-bool BeginsChange(const QueryToken& token) {
-  static constexpr std::string_view kWords[] = {"insert", "update", "delete",  "merge",
-                                                "drop",   "alter",  "truncate"};
-  return std::any_of(std::begin(kWords), std::end(kWords),
-                     [&](std::string_view word) { return IsKeyword(token, word); });
-}
-
-bool StandsBeforeName(const QueryToken& token) {
-  return IsKeyword(token, "into") || IsKeyword(token, "from") || IsKeyword(token, "table");
-}
-
-// Work tables of the run are its own.
 void QueryRules::CheckChanges() {
-  for (std::size_t i = 0; i + 1 < tokens_.size(); ++i) {
-    const bool makes = IsKeyword(tokens_[i], "into");  // SELECT ... INTO
-    if (!makes && !BeginsChange(tokens_[i])) continue;
-    const std::size_t name = i + (StandsBeforeName(tokens_[i + 1]) ? 2 : 1);
-    if (name >= tokens_.size() || IsKeyword(tokens_[name], "join")) continue;
-    const char first = tokens_[name].text.empty() ? ' ' : tokens_[name].text[0];
-    if (first == '#' || first == '@') continue;
-    return check_.Tell(Rule::kChangesRows, check_.report.PlaceInQuery(tokens_[i].begin),
-                       {text::ToUpper(tokens_[i].text)});
-  }
+  const std::optional<std::size_t> change = FindChange(tokens_);
+  if (!change) return;
+  const QueryToken& word = tokens_[*change];
+  check_.Tell(Rule::kChangesRows, check_.report.PlaceInQuery(word.begin),
+              {text::ToUpper(word.text)});
 }
 
 bool QueryRules::LacksResult() const {

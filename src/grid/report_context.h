@@ -24,6 +24,7 @@ struct ReportContext {
   // The grid that exports and keys work on: the one on view, but for a report that is to be spread
   // and has no column for it.
   Grid& ActiveGrid() const { return state.isTransposedResult ? flxTranspose : flxMain; }
+  // The grid that a user sees.
   Grid& GridOnView() const { return flxTranspose.Visible() ? flxTranspose : flxMain; }
   ColumnLayoutTable& layouts() { return process.main.ColumnLayouts; }
   ColumnLayoutTable& transpose_layouts() { return process.main.TransposeLayouts; }

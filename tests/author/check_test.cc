@@ -158,6 +158,15 @@ TEST_F(CheckTest, FindsWhatIsWrongWithAQuery) {
       {"update tblGood set Price = 0", "", "changes-rows SQLQuery 1:1\nno-result SQLQuery\n"},
       {"select 1 as a; delete from tblGood", "", "changes-rows SQLQuery 1:16\n"},
       {"select Code into tblKept from tblGood", "", "changes-rows SQLQuery 1:13\n"},
+      {"create table tblKept (A int); select 1 as a", "", "changes-rows SQLQuery 1:1\n"},
+      {"delete top (2) from tblGood where Price = 0; select 1 as a", "",
+       "changes-rows SQLQuery 1:1\n"},
+      {"drop table if exists tblKept; select 1 as a", "", "changes-rows SQLQuery 1:1\n"},
+      {"drop table if exists #w; select Code as c into #w from tblGood; update w set c = 'a' from "
+       "#w "
+       "as w; delete top (1 + 1) from [#w]; create index ix on #w (c); select c from #w",
+       "", ""},
+      {"select a.Code from tblGood a inner merge join tblGood b on b.Code = a.Code", "", ""},
       {"select '<UserID>' as u from tblGood", "", "quoted-token SQLQuery 1:9\n"},
       {"select ID, Name from tblGroup", "update tblVorekReport set MakeTree = 1",
        "tree-fields MakeTree\n"},

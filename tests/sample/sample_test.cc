@@ -145,17 +145,29 @@ const ReportCase kReports[] = {
     {2921, 362, "@1=47"},
 };
 
+// A report over the sample, and what its windows tell.
+struct ShownReport {
+  ShownReport() { report.SetOleConnectionString(Sample().ConnectionString()); }
+
+  static WorldOptions OptionsOn(std::ostream& out) {
+    WorldOptions options;
+    options.providers = {SqliteProvider()};
+    options.windows = WindowsOnStream(out);
+    AddSystemServices(options);
+    return options;
+  }
+
+  std::ostringstream shown;
+  World world{OptionsOn(shown)};
+  VorekReport1 report{world};
+};
+
 TEST(SampleTest, RunsEveryReport) {
   for (const ReportCase& run : kReports) {
     SCOPED_TRACE(run.report);
-    std::ostringstream shown;
-    WorldOptions options;
-    options.providers = {SqliteProvider()};
-    options.windows = WindowsOnStream(shown);
-    AddSystemServices(options);
-    World world(options);
-    VorekReport1 report(world);
-    report.SetOleConnectionString(Sample().ConnectionString());
+    ShownReport of_sample;
+    const std::ostringstream& shown = of_sample.shown;
+    VorekReport1& report = of_sample.report;
     report.SetUserID(run.user);
     report.SetPositionID(run.position);
     EXPECT_EQ(report.View(run.report, run.parameters), run.records != kFails) << shown.str();
@@ -171,14 +183,8 @@ TEST(SampleTest, RunsEveryReport) {
 }
 
 TEST(SampleTest, TellsAHostWhatNoMessageTells) {
-  std::ostringstream shown;
-  WorldOptions options;
-  options.providers = {SqliteProvider()};
-  options.windows = WindowsOnStream(shown);
-  AddSystemServices(options);
-  World world(options);
-  VorekReport1 report(world);
-  report.SetOleConnectionString(Sample().ConnectionString());
+  ShownReport of_sample;
+  VorekReport1& report = of_sample.report;
   const struct {
     int report;
     std::int16_t user;

@@ -8,6 +8,7 @@
 #include "drive/targets.h"
 #include "text/utf8.h"
 #include "vorek/error.h"
+#include "vorek/shown_control.h"
 
 namespace vorek::drive {
 namespace {
@@ -20,9 +21,17 @@ WordSet CommandNames() {
   return words;
 }
 
+// As "menu" finds them, at any depth.
+void AddEntries(const std::vector<ShownEntry>& entries, WordSet& words) {
+  for (const ShownEntry& entry : entries) {
+    words.insert(entry.name);
+    AddEntries(entry.entries, words);
+  }
+}
+
 WordSet EntryNames(const Menu& menu) {
   WordSet words;
-  for (const Control* const entry : menu.Children()) words.insert(entry->Name());
+  AddEntries(EntriesOf(menu), words);
   return words;
 }
 
